@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <Vantor/geometry/CPoint.h>
+
+namespace Vantor::Geometry
+{
+
+/// What a rectangle and an ellipse share: a box given by a corner, a width and a height. Negative sizes are
+/// legal and stay: x and y are the corner where the drawing began, and "top-left" names that raw corner.
+/// The corner setters keep the opposite corner and never normalise.
+class VANTOR_EXPORT CBox : public CGeometry
+{
+public:
+    double x() const { return m_dblX; }
+    double y() const { return m_dblY; }
+    double width() const { return m_dblWidth; }
+    double height() const { return m_dblHeight; }
+
+    CPoint<double> topLeft() const { return {m_dblX, m_dblY}; }
+    CPoint<double> topRight() const { return {m_dblX + m_dblWidth, m_dblY}; }
+    CPoint<double> bottomRight() const { return {m_dblX + m_dblWidth, m_dblY + m_dblHeight}; }
+    CPoint<double> bottomLeft() const { return {m_dblX, m_dblY + m_dblHeight}; }
+
+    void SetTopLeft(const CPoint<double>& point);
+    void SetTopRight(const CPoint<double>& point);
+    void SetBottomRight(const CPoint<double>& point);
+    void SetBottomLeft(const CPoint<double>& point);
+
+    CRectangle GetBoundingRectangle() const override;
+    void MoveTopLeftTo(const CPoint<double>& point) override;
+    int GetPoints(CPointList& outline, CPointList& handles) const override;
+
+protected:
+    CBox() = default;
+    CBox(double x, double y, double width, double height)
+        : m_dblX(x), m_dblY(y), m_dblWidth(width), m_dblHeight(height)
+    {
+    }
+
+private:
+    double m_dblX = 0.0;
+    double m_dblY = 0.0;
+    double m_dblWidth = 0.0;
+    double m_dblHeight = 0.0;
+};
+
+} // namespace Vantor::Geometry

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <Vantor/Export.h>
+
+#include <memory>
+#include <vector>
+
+namespace Vantor::Geometry
+{
+
+template <class T> class CPoint;
+class CRectangle;
+class CPointList;
+
+/// The kinds of geometry; the values are part of the interface.
+enum EGeometryType : int {
+    EGeometryType_Point = 0,
+    EGeometryType_Line = 1,
+    EGeometryType_Rectangle = 2,
+    EGeometryType_Circle = 3,
+    EGeometryType_Ellipse = 4,
+    EGeometryType_Polygon = 6,
+    EGeometryType_GeometryArray = 7
+};
+
+/// A run of pixels of one row: columns nBegin to nEnd - 1 of row nRow.
+struct SPixelRun {
+    int nRow;
+    int nBegin;
+    int nEnd;
+};
+
+/// Base of all shapes. Coordinates are image coordinates in pixels, y downwards; the pixel (i, j) covers
+/// [i, i+1) x [j, j+1) and its centre is (i + 0.5, j + 0.5). Shapes are plain values without an identity;
+/// nothing throws but std::bad_alloc inside the containers.
+class VANTOR_EXPORT CGeometry
+{
+public:
+    virtual ~CGeometry();
+
+    virtual EGeometryType GetType() const = 0;
+
+    /// The smallest upright rectangle around the shape, with width and height >= 0. An empty shape (a
+    /// polygon without vertices, an empty array) gives (0, 0, 0, 0).
+    virtual CRectangle GetBoundingRectangle() const = 0;
+
+    /// Translates the shape so that the top-left corner of its bounding rectangle lies on the point. Signs
+    /// of widths and heights are kept; an empty shape stays as it is.
+    virtual void MoveTopLeftTo(const CPoint<double>& point) = 0;
+
+    /// Fills two lists of points: the outline (corners or vertices, in drawing order) and the handles by
+    /// which the shape is resized. Both are emptied first. Handles: a line's two ends; a rectangle's and an
+    /// ellipse's raw corners top-left, top-right, bottom-right, bottom-left; a polygon's vertices; none for
+    /// points, circles and arrays.
+    /// @return 0
+    virtual int GetPoints(CPointList& outline, CPointList& handles) const = 0;
+
+    /// Whether the point lies in the shape, edges included: a rectangle normalised, an ellipse by its
+    /// equation, a polygon even-odd, a line within 0.5, a point itself, an array any of its members.
+    virtual bool Contains(const CPoint<double>& point) const = 0;
+
+    /// The runs of pixels of a width x height image that belong to the shape, ordered by row and column,
+    /// never overlapping, clipped to the image. A pixel belongs to a shape by its centre: a rectangle
+    /// normalised and half-open, an ellipse by its equation, a polygon even-odd, an array the union of its
+    /// members; a line has the pixels that it crosses, a point the pixel it lies in.
+    virtual std::vector<SPixelRun> GetPixelRuns(int width, int height) const = 0;
+
+    /// A deep copy.
+    virtual std::shared_ptr<CGeometry> Clone() const = 0;
+
+protected:
+    CGeometry() = default;
+    CGeometry(const CGeometry&) = default;
+    CGeometry& operator=(const CGeometry&) = default;
+};
+
+} // namespace Vantor::Geometry

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <Vantor/geometry/CGeometry.h>
+
+namespace Vantor::Geometry
+{
+
+/// A composite of shapes (kind 7). It shares its members with whoever added them; Clone copies them.
+class VANTOR_EXPORT CGeometryArray : public CGeometry
+{
+public:
+    /// Appends a member. A null pointer, and the array itself, are ignored.
+    void Add(std::shared_ptr<CGeometry> geometry);
+    int Size() const { return static_cast<int>(m_vctMembers.size()); }
+    /// The member at the index, null when it is out of range.
+    std::shared_ptr<CGeometry> At(int index) const;
+
+    EGeometryType GetType() const override { return EGeometryType_GeometryArray; }
+    CRectangle GetBoundingRectangle() const override;
+    void MoveTopLeftTo(const CPoint<double>& point) override;
+    int GetPoints(CPointList& outline, CPointList& handles) const override;
+    bool Contains(const CPoint<double>& point) const override;
+    std::vector<SPixelRun> GetPixelRuns(int width, int height) const override;
+    std::shared_ptr<CGeometry> Clone() const override;
+
+private:
+    std::vector<std::shared_ptr<CGeometry>> m_vctMembers;
+};
+
+} // namespace Vantor::Geometry

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <Vantor/geometry/CGeometry.h>
+
+namespace Vantor::Geometry
+{
+
+/// A point (kind 0). Instantiated in the library for double and float.
+template <class T = double> class VANTOR_EXPORT CPoint : public CGeometry
+{
+public:
+    CPoint() = default;
+    CPoint(T x, T y) : m_x(x), m_y(y) {}
+
+    T x() const { return m_x; }
+    T y() const { return m_y; }
+    void SetX(T x) { m_x = x; }
+    void SetY(T y) { m_y = y; }
+
+    /// Euclidean distance.
+    double GetDistance(const CPoint& other) const;
+
+    /// Exact equality of both coordinates, without a tolerance.
+    bool operator==(const CPoint& other) const { return m_x == other.m_x && m_y == other.m_y; }
+    bool operator!=(const CPoint& other) const { return !(*this == other); }
+
+    EGeometryType GetType() const override { return EGeometryType_Point; }
+    CRectangle GetBoundingRectangle() const override;
+    void MoveTopLeftTo(const CPoint<double>& point) override;
+    int GetPoints(CPointList& outline, CPointList& handles) const override;
+    bool Contains(const CPoint<double>& point) const override;
+    std::vector<SPixelRun> GetPixelRuns(int width, int height) const override;
+    std::shared_ptr<CGeometry> Clone() const override;
+
+private:
+    T m_x = 0;
+    T m_y = 0;
+};
+
+extern template class CPoint<double>;
+extern template class CPoint<float>;
+
+} // namespace Vantor::Geometry

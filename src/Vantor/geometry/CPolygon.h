@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <Vantor/geometry/CPoint.h>
+
+namespace Vantor::Geometry
+{
+
+class CLine;
+
+/// A closed polygon (kind 6), its vertices in drawing order; the inside is even-odd.
+class VANTOR_EXPORT CPolygon : public CGeometry
+{
+public:
+    /// Appends the edge's start and end as vertices: a start or an end equal to the last vertex is not
+    /// repeated, nor is the first vertex at the end.
+    void AddEdge(const CLine& edge);
+    /// Replaces the vertices by the points of the list, taken as they stand; entries that are no CPoint are
+    /// skipped.
+    /// @return 0
+    int SetPoints(const CPointList& points);
+
+    const std::vector<CPoint<double>>& GetVertices() const { return m_vctVertices; }
+
+    EGeometryType GetType() const override { return EGeometryType_Polygon; }
+    CRectangle GetBoundingRectangle() const override;
+    void MoveTopLeftTo(const CPoint<double>& point) override;
+    int GetPoints(CPointList& outline, CPointList& handles) const override;
+    bool Contains(const CPoint<double>& point) const override;
+    std::vector<SPixelRun> GetPixelRuns(int width, int height) const override;
+    std::shared_ptr<CGeometry> Clone() const override;
+
+private:
+    std::vector<CPoint<double>> m_vctVertices;
+};
+
+} // namespace Vantor::Geometry

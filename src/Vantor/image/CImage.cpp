@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <Vantor/image/CImage.h>
+
+#include <Vantor/image/PixelBuffer_p.h>
+
+#include <climits>
+#include <cstring>
+#include <new>
+#include <vector>
+
+namespace Vantor::Algorithms
+{
+
+namespace
+{
+constexpr int kMaxChannels = 4;
+constexpr int kMaxRowAlignment = 4096;
+constexpr long long kMinBytesPerPixelOfTwoChannels = 3;
+
+/// Bytes of one row, 0 when it does not fit an int.
+int StrideOf(int width, int channels, int bitDepth, int rowAlignment)
+{
+    long long nBytesPerPixel = static_cast<long long>(channels) * (bitDepth / CHAR_BIT);
+    if (channels == 2 && nBytesPerPixel < kMinBytesPerPixelOfTwoChannels)
+        nBytesPerPixel = kMinBytesPerPixelOfTwoChannels;
+    const long long nBytes = nBytesPerPixel * width;
+    const long long nStride = (nBytes + rowAlignment - 1) / rowAlignment * rowAlignment;
+    return nStride <= INT_MAX ? static_cast<int>(nStride) : 0;
+}
+} // namespace
+
+struct CImage::SPixels {
+    int nWidth = 0;
+    int nHeight = 0;
+    int nChannels = 0;
+    int nBitDepth = 0;
+    EImageType eType = EImageType::Interleaved;
+    int nStride = 0;
+    PixelBuffer pData;
+    std::vector<unsigned char*> vctRows;
+    std::vector<std::size_t> vctColumnOffsets;
+
+    std::size_t Bytes() const { return static_cast<std::size_t>(nStride) * static_cast<std::size_t>(nHeight); }
+    bool Allocate();
+};
+
+bool CImage::SPixels::Allocate()
+{
+    pData = AllocatePixels(Bytes());
+    if (!pData)
+        return false;
+    vctRows.resize(static_cast<std::size_t>(nHeight));
+    for (std::size_t y = 0; y < vctRows.size(); ++y)
+        vctRows[y] = pData.get() + y * static_cast<std::size_t>(nStride);
+    vctColumnOffsets.resize(static_cast<std::size_t>(nWidth));
+    const std::size_t nBytesPerPixel = static_cast<std::size_t>(nChannels * (nBitDepth / CHAR_BIT));
+    for (std::size_t x = 0; x < vctColumnOffsets.size(); ++x)
+        vctColumnOffsets[x] = x * nBytesPerPixel;
+    return true;
+}
+
+CImage::CImage() : m_pPixels(std::make_unique<SPixels>()) {}
+
+CImage::~CImage() = default;
+
+int CImage::Create(int width, int height, int channels, int bitDepth, EImageType type, int rowAlignment)
+{
+    if (width < 1 || height < 1 || channels < 1 || channels > kMaxChannels)
+        return 1;
+    if ((bitDepth != 8 && bitDepth != 16) || type != EImageType::Interleaved)
+        return 1;
+    if (rowAlignment < 1 || rowAlignment > kMaxRowAlignment)
+        return 1;
+    try {
+        auto pPixels = std::make_unique<SPixels>();
+        pPixels->nWidth = width;
+        pPixels->nHeight = height;
+        pPixels->nChannels = channels;
+        pPixels->nBitDepth = bitDepth;
+        pPixels->eType = type;
+        pPixels->nStride = StrideOf(width, channels, bitDepth, rowAlignment);
+        if (pPixels->nStride == 0 || !pPixels->Allocate())
+            return 1;
+        std::memset(pPixels->pData.get(), 0, pPixels->Bytes());
+        m_pPixels = std::move(pPixels);
+        return 0;
+    } catch (const std::bad_alloc&) {
+        return 1;
+    }
+}
+
+int CImage::CopyFrom(const CImage* source)
+{
+    if (!source)
+        return 1;
+    if (source == this)
+        return 0;
+    try {
+        auto pPixels = std::make_unique<SPixels>();
+        const SPixels& from = *source->m_pPixels;
+        pPixels->nWidth = from.nWidth;
+        pPixels->nHeight = from.nHeight;
+        pPixels->nChannels = from.nChannels;
+        pPixels->nBitDepth = from.nBitDepth;
+        pPixels->eType = from.eType;
+        pPixels->nStride = from.nStride;
+        if (from.pData) {
+            if (!pPixels->Allocate())
+                return 1;
+            std::memcpy(pPixels->pData.get(), from.pData.get(), from.Bytes());
+        }
+        std::wstring strName = source->m_strName;
+        std::wstring strFolder = source->m_strFolder;
+        m_strName.swap(strName);
+        m_strFolder.swap(strFolder);
+        m_pPixels = std::move(pPixels);
+        return 0;
+    } catch (const std::bad_alloc&) {
+        return 1;
+    }
+}
+
+int CImage::GetWidth() const
+{
+    return m_pPixels->nWidth;
+}
+
+int CImage::GetHeight() const
+{
+    return m_pPixels->nHeight;
+}
+
+int CImage::GetChannel() const
+{
+    return m_pPixels->nChannels;
+}
+
+int CImage::GetBitDepth() const
+{
+    return m_pPixels->nBitDepth;
+}
+
+EImageType CImage::GetImageType() const
+{
+    return m_pPixels->eType;
+}
+
+int CImage::GetStride() const
+{
+    return m_pPixels->nStride;
+}
+
+unsigned char* CImage::GetData()
+{
+    return m_pPixels->pData.get();
+}
+
+const unsigned char* CImage::GetData() const
+{
+    return m_pPixels->pData.get();
+}
+
+unsigned char** CImage::GetRows()
+{
+    return m_pPixels->vctRows.empty() ? nullptr : m_pPixels->vctRows.data();
+}
+
+const unsigned char* const* CImage::GetRows() const
+{
+    return m_pPixels->vctRows.empty() ? nullptr : m_pPixels->vctRows.data();
+}
+
+const std::size_t* CImage::GetColumnOffsets() const
+{
+    return m_pPixels->vctColumnOffsets.empty() ? nullptr : m_pPixels->vctColumnOffsets.data();
+}
+
+unsigned char* CImage::GetPixel(int x, int y)
+{
+    return const_cast<unsigned char*>(static_cast<const CImage*>(this)->GetPixel(x, y));
+}
+
+const unsigned char* CImage::GetPixel(int x, int y) const
+{
+    if (x < 0 || y < 0 || x >= m_pPixels->nWidth || y >= m_pPixels->nHeight)
+        return nullptr;
+    return m_pPixels->vctRows[static_cast<std::size_t>(y)] +
+           m_pPixels->vctColumnOffsets[static_cast<std::size_t>(x)];
+}
+
+void CImage::SetName(const std::wstring& name)
+{
+    m_strName = name;
+}
+
+const std::wstring& CImage::GetName() const
+{
+    return m_strName;
+}
+
+void CImage::SetFolder(const std::wstring& folder)
+{
+    m_strFolder = folder;
+}
+
+const std::wstring& CImage::GetFolder() const
+{
+    return m_strFolder;
+}
+
+} // namespace Vantor::Algorithms

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <Vantor/CVObject.h>
+#include <Vantor/Export.h>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+namespace Vantor::Geometry
+{
+template <class T> class CPoint;
+}
+
+namespace Vantor::Algorithms
+{
+
+/// How the samples lie in memory.
+enum class EImageType : int {
+    /// Interleaved bytes in the order grey | grey, alpha | R, G, B | R, G, B, A.
+    Interleaved = 0
+};
+
+/// What happens to the canvas of a rotated image.
+enum class ERotationMode : int {
+    KeepCanvas = 0, ///< same width and height, what leaves it is cut off
+    GrowCanvas = 1  ///< large enough to hold the whole rotated image
+};
+
+/// A raster image: a contiguous pixel buffer with a table of its rows, a name and a folder.
+///
+/// Images are held by std::shared_ptr. An image that has been handed to a model is never changed again;
+/// whoever wants to change it works on a copy (CopyFrom). No function throws; the int results are 0 on
+/// success and non-zero on failure, and a failure leaves the image as it was. Different images may be used
+/// on different threads at once; one image may be read by several.
+class VANTOR_EXPORT CImage : public CVObject
+{
+public:
+    CImage();
+    ~CImage() override;
+    CImage(const CImage&) = delete;
+    CImage& operator=(const CImage&) = delete;
+
+    /// Makes a zero-filled image and drops the old pixels; name and folder stay.
+    /// @param width, height   1 or more, in pixels
+    /// @param channels        1 to 4
+    /// @param bitDepth        bits per sample: 8 or 16
+    /// @param type            Interleaved
+    /// @param rowAlignment    rows start at multiples of this many bytes: 1 to 4096. With two channels the
+    ///                        stride is at least 3 bytes per pixel, so that a three-byte view of it is valid.
+    /// @return 0, or non-zero for bad sizes or lack of memory
+    int Create(int width, int height, int channels, int bitDepth, EImageType type, int rowAlignment);
+
+    /// Copies pixels, name and folder, not the identifier. Null: failure. Itself: nothing to do, 0.
+    int CopyFrom(const CImage* source);
+
+    int GetWidth() const;  ///< pixels, 0 for an empty image
+    int GetHeight() const; ///< rows, 0 for an empty image
+    int GetChannel() const;
+    int GetBitDepth() const; ///< bits per channel
+    EImageType GetImageType() const;
+    int GetStride() const; ///< bytes from one row to the next
+
+    /// The first byte of the buffer (GetStride() * GetHeight() bytes), null for an empty image.
+    unsigned char* GetData();
+    const unsigned char* GetData() const;
+    /// GetHeight() pointers, one to the start of each row; null for an empty image.
+    unsigned char** GetRows();
+    const unsigned char* const* GetRows() const;
+    /// GetWidth() byte offsets of the pixels from the start of their row; null for an empty image.
+    const std::size_t* GetColumnOffsets() const;
+    /// The first byte of the pixel (x, y), null outside the image.
+    unsigned char* GetPixel(int x, int y);
+    const unsigned char* GetPixel(int x, int y) const;
+
+    /// File name, without folder.
+    void SetName(const std::wstring& name);
+    const std::wstring& GetName() const;
+    /// Folder, without a trailing separator.
+    void SetFolder(const std::wstring& folder);
+    const std::wstring& GetFolder() const;
+
+    /// Loads the first page or frame of a BMP, JPEG, PNG, GIF or TIFF file as 1, 3 or 4 channels of 8 bits
+    /// and sets name and folder. Palettes become RGB(A), grey with alpha RGBA, CMYK RGB; 16-bit and float
+    /// samples are scaled to 8 bits; the EXIF orientation is applied. Only regular local files are opened;
+    /// what would decode to more than the limit of SetDecodeLimit is refused before memory is taken.
+    int Load(const std::wstring& path);
+    /// Saves by suffix: bmp, jpg, jpeg, png, tif, tiff, gif (any case); any other suffix fails. Atomic: after
+    /// a failure or a kill a file that stood there before is whole.
+    int Save(const std::wstring& path) const;
+
+    /// Rotates about a point.
+    /// @param centre  in pixels, (0, 0) being the top-left corner of the top-left pixel
+    /// @param angle   radians, positive is clockwise on the screen. Multiples of 90 degrees are exact; other
+    ///                angles are bilinear.
+    /// @param fill    value of every byte that the rotated image does not cover, 0 to 255
+    int Rotate(const Geometry::CPoint<double>& centre, double angle, double fill, ERotationMode mode);
+
+    /// The largest decoded size in bytes that Load accepts, for the whole process; 1 GiB at the start.
+    static void SetDecodeLimit(std::size_t bytes);
+    static std::size_t GetDecodeLimit();
+
+private:
+    struct SPixels;
+    std::unique_ptr<SPixels> m_pPixels;
+    std::wstring m_strName;
+    std::wstring m_strFolder;
+};
+
+} // namespace Vantor::Algorithms

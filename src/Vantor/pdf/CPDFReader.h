@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <Vantor/Export.h>
+
+#include <memory>
+#include <string>
+
+namespace Vantor::Algorithms
+{
+class CImage;
+}
+
+namespace Vantor::Utils
+{
+
+/// Renders the pages of a PDF document into images. One reader serves one document and one thread; several
+/// readers may work on several threads. Nothing throws. Passwords are neither stored nor logged.
+class VANTOR_EXPORT CPDFReader
+{
+public:
+    /// What Read returns.
+    enum EReadResult : int {
+        EReadResult_OK = 0,
+        EReadResult_CannotOpen = 1,       ///< missing, no regular file, or not readable
+        EReadResult_NotAPdf = 2,          ///< damaged beyond use, or something else
+        EReadResult_NoMemory = 3,
+        EReadResult_PasswordRequired = 4  ///< a password is needed, or the one given is wrong
+    };
+
+    CPDFReader();
+    ~CPDFReader();
+    CPDFReader(const CPDFReader&) = delete;
+    CPDFReader& operator=(const CPDFReader&) = delete;
+
+    /// Dots per inch, above 0; anything else is ignored. 72 at the start.
+    void SetResolutionX(double dpi);
+    /// The same along y. While it is unset, the resolution along x is used.
+    void SetResolutionY(double dpi);
+
+    /// Opens a document and drops the one before. The password (user's or owner's, tried as UTF-8 and as
+    /// Latin-1) may be empty.
+    /// @return an EReadResult
+    int Read(const std::wstring& path, const std::wstring& password);
+
+    /// The number of pages, 0 without a readable document.
+    int GetPageNumber() const;
+
+    /// Renders the page (0 is the first) on white into 3 channels of 8 bits. Name and folder of the image
+    /// stay. A page beyond the decode limit of CImage is refused before memory is taken.
+    /// @return 0, or non-zero for a page that does not exist or cannot be rendered (the image stays as it was)
+    int RenderPage(int page, Algorithms::CImage* image);
+
+private:
+    struct SDocument;
+    std::unique_ptr<SDocument> m_pDocument;
+};
+
+} // namespace Vantor::Utils

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+#include <QObject>
+
+/// Base of all controllers. A controller gets plain pointers to its model and views, connects them in its
+/// constructor and may register the triple with CMVCManager. GUI thread only.
+class VANTORCOMMON_EXPORT CBaseCtrl : public QObject
+{
+public:
+    explicit CBaseCtrl(QObject* parent = nullptr);
+    ~CBaseCtrl() override;
+
+    /// Takes back the newest step. True when this controller carried the request out, false when it ignored it.
+    virtual bool Undo() = 0;
+    /// Repeats the step taken back last. The same result.
+    virtual bool Redo() = 0;
+};

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+#include <QWidget>
+
+/// Stands in the place of the 3D view where it cannot be had: one label that says so.
+class VANTORCOMMON_EXPORT CImageView3DNotSupported : public QWidget
+{
+public:
+    explicit CImageView3DNotSupported(QWidget* parent = nullptr);
+};

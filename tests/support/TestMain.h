@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QtTest/QtTest>
+
+#ifdef __SANITIZE_ADDRESS__
+/// The leak checker names no frame of a library that has been unloaded; so nothing is unloaded.
+extern "C" int dlclose(void*) { return 0; }
+#endif
+
+/// main() of a test of the core library: no display, no widgets.
+#define VANTOR_CORE_TEST_MAIN(TestClass) QTEST_GUILESS_MAIN(TestClass)
+
+/// main() of a test of the components: a QApplication with a fixed font.
+#define VANTOR_TEST_MAIN(TestClass)                                                                          \
+    int main(int argc, char* argv[])                                                                         \
+    {                                                                                                        \
+        QApplication app(argc, argv);                                                                        \
+        app.setAttribute(Qt::AA_Use96Dpi, true);                                                             \
+        app.setFont(QFont(QStringLiteral("DejaVu Sans"), 9));                                                \
+        TestClass test;                                                                                      \
+        return QTest::qExec(&test, argc, argv);                                                              \
+    }

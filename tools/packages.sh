@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# packages.sh build|run|test ... : installs the Debian packages of the named groups that are missing.
+set -euo pipefail
+
+build="build-essential cmake ninja-build pkg-config qtbase5-dev libpoppler-qt5-dev libtiff-dev libgif-dev"
+run="libqt5widgets5 libqt5sql5-sqlite libgl1-mesa-dri fonts-liberation fonts-dejavu-core xvfb xauth openbox x11-utils"
+test="python3 qpdf xclip clang-14 libclang-rt-14-dev"
+bench="libbenchmark-dev libspdlog-dev libopencv-imgproc-dev libturbojpeg0-dev libpng-dev"
+
+wanted=""
+for group in "$@"; do wanted+=" ${!group}"; done
+missing=""
+for package in $wanted; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=" $package"
+done
+[ -n "$missing" ] || exit 0
+echo "Installing:$missing"
+sudo=""
+[ "$(id -u)" = 0 ] || sudo=sudo
+$sudo apt-get update -qq
+# shellcheck disable=SC2086
+$sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
