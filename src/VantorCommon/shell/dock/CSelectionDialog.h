@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+#include <QDialog>
+
+class QComboBox;
+
+/// Asks which image viewer to act on.
+class VANTORCOMMON_EXPORT CSelectionDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit CSelectionDialog(QWidget* parent = nullptr);
+
+    /// Appends an item at the end.
+    void AddSelectionItem(const QString& strItem);
+    /// The text of the chosen item, empty without items.
+    QString GetSelectedItem() const;
+
+private:
+    QComboBox* m_pComboBox;
+};

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+#include <QPointer>
+#include <QWidget>
+
+class CStatusBarModel;
+class QProgressBar;
+
+/// A progress bar that follows a model, which is not owned and may be null.
+/// Deliberate: the bar does not show the values that the model has at the start, only the changes.
+class VANTORCOMMON_EXPORT CStatusBarView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CStatusBarView(CStatusBarModel* pModel, QWidget* parent = nullptr);
+    ~CStatusBarView() override;
+
+public Q_SLOTS:
+    /// The bar goes from 0 to the model's maximum.
+    void slot_ChangeMaxRange();
+    void slot_ChangeValue();
+
+private:
+    QPointer<CStatusBarModel> m_pModel;
+    QPointer<QProgressBar> m_pProgressBar;
+};

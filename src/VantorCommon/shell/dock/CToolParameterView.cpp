@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/shell/dock/CToolParameterView.h>
+
+CToolParameterView::CToolParameterView(QWidget* parent) : QWidget(parent)
+{
+}

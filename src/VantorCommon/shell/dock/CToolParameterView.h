@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+#include <QWidget>
+
+/// An empty page for the parameters of a tool; whoever uses it fills it.
+class VANTORCOMMON_EXPORT CToolParameterView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CToolParameterView(QWidget* parent = nullptr);
+};
