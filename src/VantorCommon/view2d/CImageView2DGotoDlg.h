@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+#include <QDialog>
+#include <QPointer>
+
+class QSpinBox;
+
+/// Asks for an image position in whole pixels. Its user sets the ranges, runs it modally and takes the values
+/// only when it was accepted.
+class VANTORCOMMON_EXPORT CImageView2DGotoDlg : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit CImageView2DGotoDlg(QWidget* parent = nullptr);
+    ~CImageView2DGotoDlg() override;
+
+    /// Smallest and largest position that can be chosen, in pixels; 0 and 99 at the start.
+    void SetMinimumX(int nMinimum);
+    void SetMaximumX(int nMaximum);
+    void SetMinimumY(int nMinimum);
+    void SetMaximumY(int nMaximum);
+
+    /// The position; 0 if the spin box is gone.
+    int GetX() const;
+    int GetY() const;
+
+private:
+    QPointer<QSpinBox> m_pSpinX;
+    QPointer<QSpinBox> m_pSpinY;
+};

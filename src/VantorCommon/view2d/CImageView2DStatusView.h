@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+#include <QWidget>
+
+/// The status panel of a 2D view; it has no content.
+class VANTORCOMMON_EXPORT CImageView2DStatusView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CImageView2DStatusView(QWidget* parent = nullptr);
+};
