@@ -67,7 +67,8 @@ CLogModel::CLogModel()
     connect(m_pTimer, &QTimer::timeout, this, &CLogModel::slot_OnTimer);
     m_pTimer->setInterval(c_nDrainIntervalMs);
 
-    // Without a thread of its own the model can be moved to the application's from any other.
+    // Without a thread of its own the model can be taken over by the application's, from whatever thread this
+    // is.
     moveToThread(nullptr);
     g_pModel = this;
     // A timer started before there is an application never fires. So every application starts it, one that
@@ -90,17 +91,16 @@ CLogModel::~CLogModel()
 void CLogModel::StartWithApplication()
 {
     CLogModel* pModel = g_pModel;
-    if (pModel && QCoreApplication::instance())
-        pModel->StartOn(QCoreApplication::instance()->thread());
-}
-
-void CLogModel::StartOn(QThread* pThread)
-{
-    static QMutex mutex;
-    QMutexLocker lock(&mutex);
-    if (thread() != pThread)
-        moveToThread(pThread);
-    QMetaObject::invokeMethod(m_pTimer, qOverload<>(&QTimer::start), Qt::QueuedConnection);
+    QCoreApplication* pApplication = QCoreApplication::instance();
+    if (!pModel || !pApplication)
+        return;
+    if (pApplication->thread() != QThread::currentThread()) {
+        QMetaObject::invokeMethod(pApplication, &CLogModel::StartWithApplication, Qt::QueuedConnection);
+        return;
+    }
+    pModel->moveToThread(pApplication->thread());
+    // Queued, because the thread may not be ready for timers: the application is perhaps still being built.
+    QMetaObject::invokeMethod(pModel->m_pTimer, qOverload<>(&QTimer::start), Qt::QueuedConnection);
 }
 
 void CLogModel::AddMessage(ELogLevel eLevel, const QString& strMessage, const QDateTime& dtTime)

@@ -72,8 +72,8 @@ private:
     CLogModel();
     ~CLogModel() override;
 
+    /// Takes the model over to the thread of the application, if there are both, and starts its timer there.
     static void StartWithApplication();
-    void StartOn(QThread* pThread);
 
     std::unique_ptr<MessageQueue<SLogMessage>> m_pMessages;
     QMutex m_mutexAdd;  ///< the adding end of the queue

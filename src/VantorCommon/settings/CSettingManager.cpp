@@ -4,6 +4,8 @@
 
 #include <VantorCommon/settings/CSettingModel.h>
 
+#include <limits>
+
 bool CSettingManager::Set(const QString& strKey, const QVariant& value)
 {
     CSettingModel::GetInstance()->Set(strKey, value);
@@ -14,8 +16,10 @@ int CSettingManager::GetInt(const QString& strKey, int nDefault)
 {
     const QVariant value = CSettingModel::GetInstance()->Get(strKey);
     bool bOk = false;
-    const int nValue = value.toInt(&bOk);
-    return value.isNull() || !bOk ? nDefault : nValue;
+    const qlonglong nValue = value.toLongLong(&bOk); // toInt would wrap a larger number and call it converted
+    const bool bIsInt =
+        bOk && nValue >= std::numeric_limits<int>::min() && nValue <= std::numeric_limits<int>::max();
+    return value.isNull() || !bIsInt ? nDefault : static_cast<int>(nValue);
 }
 
 double CSettingManager::GetDouble(const QString& strKey, double dblDefault)
