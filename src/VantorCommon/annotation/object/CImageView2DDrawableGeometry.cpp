@@ -108,6 +108,12 @@ void CImageView2DDrawableGeometry::SetData(std::shared_ptr<CGeometry> pGeometry)
     m_pGeometry = std::move(pGeometry);
 }
 
+void CImageView2DDrawableGeometry::ChangeData(std::shared_ptr<CGeometry> pGeometry)
+{
+    SetData(std::move(pGeometry));
+    NotifyChange();
+}
+
 QString CImageView2DDrawableGeometry::GetName() const
 {
     return m_pGeometry ? NameOr(NamePrefix(m_pGeometry->GetType())) : QString();

@@ -25,6 +25,8 @@ public:
 
     /// Replaces the geometry, which stays shared with the caller. Emits nothing.
     void SetData(std::shared_ptr<Vantor::Geometry::CGeometry> pGeometry);
+    /// The same, and announces the change.
+    void ChangeData(std::shared_ptr<Vantor::Geometry::CGeometry> pGeometry);
     std::shared_ptr<Vantor::Geometry::CGeometry> GetData() const { return m_pGeometry; }
 
     /// Empty without a geometry, even when a name was given; otherwise the given name, or the kind and the
