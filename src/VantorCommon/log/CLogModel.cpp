@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/log/CLogModel.h>
+
+#include <VantorCommon/log/MessageQueue_p.h>
+#include <VantorCommon/settings/CSettingManager.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QMutexLocker>
+#include <QStandardPaths>
+#include <QTextStream>
+#include <QThread>
+#include <QTimer>
+#include <atomic>
+
+namespace
+{
+constexpr int c_nDrainIntervalMs = 10;
+
+/// The model between its construction and its end. It has no destructor, so it can be asked at any time.
+std::atomic<CLogModel*> g_pModel{nullptr};
+
+bool IsKnown(ELogLevel eLevel)
+{
+    return eLevel >= NORMAL && eLevel <= ERROR;
+}
+
+/// The text with everything that would break or garble its line made visible: \n, \r, \t, \x1b, \u2028.
+/// Backslashes stay as they are, for the sake of paths.
+QString EscapeControls(const QString& strText)
+{
+    QString strResult;
+    strResult.reserve(strText.size());
+    for (const QChar ch : strText) {
+        const ushort nCode = ch.unicode();
+        if (ch == QLatin1Char('\n'))
+            strResult += QLatin1String("\\n");
+        else if (ch == QLatin1Char('\r'))
+            strResult += QLatin1String("\\r");
+        else if (ch == QLatin1Char('\t'))
+            strResult += QLatin1String("\\t");
+        else if (ch.category() == QChar::Other_Control)
+            strResult += QStringLiteral("\\x%1").arg(nCode, 2, 16, QLatin1Char('0'));
+        else if (nCode == QChar::LineSeparator || nCode == QChar::ParagraphSeparator)
+            strResult += QStringLiteral("\\u%1").arg(nCode, 4, 16, QLatin1Char('0'));
+        else
+            strResult += ch;
+    }
+    return strResult;
+}
+} // namespace
+
+CLogModel* CLogModel::GetInstance()
+{
+    static CLogModel instance;
+    return g_pModel;
+}
+
+CLogModel::CLogModel()
+    : m_pMessages(std::make_unique<MessageQueue<SLogMessage>>()), m_pTimer(new QTimer(this))
+{
+    qRegisterMetaType<SLogMessage>();
+    qRegisterMetaType<SLogMessage>("SLogMessage&");
+    connect(this, &CLogModel::signal_NewMessage, this, &CLogModel::slot_NewMessage);
+    connect(this, &QObject::destroyed, this, &CLogModel::slot_Terminate);
+    connect(m_pTimer, &QTimer::timeout, this, &CLogModel::slot_OnTimer);
+    m_pTimer->setInterval(c_nDrainIntervalMs);
+
+    // Without a thread of its own the model can be moved to the application's from any other.
+    moveToThread(nullptr);
+    g_pModel = this;
+    // A timer started before there is an application never fires. So every application starts it, one that
+    // exists already at once; the second call is for one that another thread makes at this very moment.
+    qAddPreRoutine(&CLogModel::StartWithApplication);
+    if (!thread())
+        StartWithApplication();
+}
+
+CLogModel::~CLogModel()
+{
+    {
+        QMutexLocker lock(&m_mutexAdd);
+        g_pModel = nullptr;
+    }
+    m_pTimer->stop();
+    delete m_pTimer;
+}
+
+void CLogModel::StartWithApplication()
+{
+    CLogModel* pModel = g_pModel;
+    if (pModel && QCoreApplication::instance())
+        pModel->StartOn(QCoreApplication::instance()->thread());
+}
+
+void CLogModel::StartOn(QThread* pThread)
+{
+    static QMutex mutex;
+    QMutexLocker lock(&mutex);
+    if (thread() != pThread)
+        moveToThread(pThread);
+    QMetaObject::invokeMethod(m_pTimer, qOverload<>(&QTimer::start), Qt::QueuedConnection);
+}
+
+void CLogModel::AddMessage(ELogLevel eLevel, const QString& strMessage, const QDateTime& dtTime)
+{
+    QMutexLocker lock(&m_mutexAdd);
+    if (g_pModel)
+        m_pMessages->Push(SLogMessage{strMessage, eLevel, dtTime});
+}
+
+bool CLogModel::IsEmpty()
+{
+    QMutexLocker lock(&m_mutexTake);
+    return m_pMessages->IsEmpty();
+}
+
+QString CLogModel::ToString(const SLogMessage& sMessage) const
+{
+    const QString strTag = IsKnown(sMessage.eLevel)
+                               ? QLatin1Char('[') + ToString(sMessage.eLevel) + QLatin1Char(']')
+                               : QString();
+    return strTag + QLatin1Char('[') + sMessage.dtTime.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")) +
+           QStringLiteral("] ") + sMessage.strMessage;
+}
+
+QString CLogModel::ToString(const ELogLevel& eLevel) const
+{
+    switch (eLevel) {
+    case NORMAL:
+        return QStringLiteral("NORMAL");
+    case DEBUG:
+        return QStringLiteral("DEBUG");
+    case WARNING:
+        return QStringLiteral("WARNING");
+    case ERROR:
+        return QStringLiteral("ERROR");
+    }
+    return {};
+}
+
+bool CLogModel::OpenLogFileCurrentDate(const QString& strDir)
+{
+    if (strDir.isEmpty() || (!QDir(strDir).exists() && !QDir().mkpath(strDir)))
+        return false;
+    const QString strPath = strDir + QDir::separator() +
+                            QDate::currentDate().toString(QStringLiteral("yyyy_MM_dd")) +
+                            QStringLiteral(".txt");
+    if (m_file.isOpen() && m_file.fileName() == strPath && QFile::exists(strPath))
+        return true;
+    if (m_file.isOpen())
+        m_file.close();
+    m_file.setFileName(strPath);
+    return m_file.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::Text);
+}
+
+void CLogModel::slot_NewMessage(const SLogMessage& sMessage)
+{
+    const QString strDefault = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
+                               QDir::separator() + QStringLiteral("Vantor");
+    if (!OpenLogFileCurrentDate(CSettingManager::GetString(QStringLiteral("GENERAL_LOG_DIR"), strDefault)))
+        return;
+    QTextStream stream(&m_file);
+    stream.setCodec("UTF-8");
+    stream << EscapeControls(ToString(sMessage)) << QLatin1Char('\n');
+    stream.flush();
+}
+
+void CLogModel::slot_OnTimer()
+{
+    QMutexLocker lock(&m_mutexTake);
+    SLogMessage sMessage;
+    if (!m_pMessages->Take(sMessage))
+        return;
+    sMessage.dtTime = sMessage.dtTime.toLocalTime();
+    Q_EMIT signal_NewMessage(sMessage);
+}
+
+void CLogModel::slot_Terminate()
+{
+}
