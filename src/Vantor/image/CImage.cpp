@@ -4,6 +4,7 @@
 
 #include <Vantor/image/PixelBuffer_p.h>
 
+#include <atomic>
 #include <climits>
 #include <cstring>
 #include <new>
@@ -17,6 +18,9 @@ namespace
 constexpr int kMaxChannels = 4;
 constexpr int kMaxRowAlignment = 4096;
 constexpr long long kMinBytesPerPixelOfTwoChannels = 3;
+constexpr std::size_t kDefaultDecodeLimit = std::size_t(1) << 30;
+
+std::atomic<std::size_t> g_nDecodeLimit{kDefaultDecodeLimit};
 
 /// Bytes of one row, 0 when it does not fit an int.
 int StrideOf(int width, int channels, int bitDepth, int rowAlignment)
@@ -41,7 +45,10 @@ struct CImage::SPixels {
     std::vector<unsigned char*> vctRows;
     std::vector<std::size_t> vctColumnOffsets;
 
-    std::size_t Bytes() const { return static_cast<std::size_t>(nStride) * static_cast<std::size_t>(nHeight); }
+    std::size_t Bytes() const
+    {
+        return static_cast<std::size_t>(nStride) * static_cast<std::size_t>(nHeight);
+    }
     bool Allocate();
 };
 
@@ -60,7 +67,9 @@ bool CImage::SPixels::Allocate()
     return true;
 }
 
-CImage::CImage() : m_pPixels(std::make_unique<SPixels>()) {}
+CImage::CImage() : m_pPixels(std::make_unique<SPixels>())
+{
+}
 
 CImage::~CImage() = default;
 
@@ -207,6 +216,16 @@ void CImage::SetFolder(const std::wstring& folder)
 const std::wstring& CImage::GetFolder() const
 {
     return m_strFolder;
+}
+
+void CImage::SetDecodeLimit(std::size_t bytes)
+{
+    g_nDecodeLimit.store(bytes, std::memory_order_relaxed);
+}
+
+std::size_t CImage::GetDecodeLimit()
+{
+    return g_nDecodeLimit.load(std::memory_order_relaxed);
 }
 
 } // namespace Vantor::Algorithms
