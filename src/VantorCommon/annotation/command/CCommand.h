@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+/// One step of editing that can be done, taken back and done again. undo() leaves everything as it was before
+/// exec(), and exec() after undo() gives the same result again.
+class VANTORCOMMON_EXPORT CCommand
+{
+public:
+    CCommand() = default;
+    virtual ~CCommand();
+    CCommand(const CCommand&) = delete;
+    CCommand& operator=(const CCommand&) = delete;
+
+    virtual void exec() = 0;
+    virtual void undo() = 0;
+    /// Calls exec().
+    virtual void redo();
+};

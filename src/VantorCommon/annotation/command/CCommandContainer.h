@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+#include <QMutex>
+#include <deque>
+
+class CCommand;
+
+/// The undo and the redo history of one controller, each oldest first and without a limit.
+///
+/// It owns every command in either history and deletes them in its destructor, not before. Each history has a
+/// mutex, so that another thread may push; no mutex is held while a command runs, so that a command may push
+/// further ones.
+class VANTORCOMMON_EXPORT CCommandContainer
+{
+public:
+    CCommandContainer();
+    virtual ~CCommandContainer();
+    CCommandContainer(const CCommandContainer&) = delete;
+    CCommandContainer& operator=(const CCommandContainer&) = delete;
+
+    /// Records a command, which must stand in no history yet, and takes ownership. It is not executed: the
+    /// caller does so right after. Deliberate: a new step leaves what could be redone as it is.
+    virtual void PushUndo(CCommand* pCommand);
+    /// Moves the newest step to the redo history, then takes it back. A null command is dropped and nothing
+    /// else happens; nothing happens with an empty history.
+    virtual void Undo();
+    /// The mirror image.
+    virtual void Redo();
+
+private:
+    using History = std::deque<CCommand*>;
+
+    static void Push(History& history, QMutex& mutex, CCommand* pCommand);
+    static bool TakeNewest(History& history, QMutex& mutex, CCommand*& pCommand);
+    static void DeleteAll(History& history, QMutex& mutex);
+
+    History m_deqUndo;
+    History m_deqRedo;
+    QMutex m_mutexUndo;
+    QMutex m_mutexRedo;
+};

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/shell/mvc/CBaseModel.h>
+
+#include <QString>
+#include <memory>
+#include <vector>
+
+class CImageView2DDrawableObject;
+
+/// The annotations of one 2D image view: the finished objects, newest first, the objects of a drawing in
+/// progress, and the rubber segment of a polygon in progress (the waiting object).
+///
+/// An object stands at most once in each list; adding a null pointer or a present object changes nothing.
+/// Receivers of the signals may call the model: an object that leaves a list is kept alive until the signals
+/// about it have gone out. Objects in the list of finished ones have their property signal relayed, and only
+/// those. GUI thread only.
+class VANTORCOMMON_EXPORT CImageView2DGeometryModel : public CBaseModel
+{
+    Q_OBJECT
+
+public:
+    using ObjectPtr = std::shared_ptr<CImageView2DDrawableObject>;
+    using ObjectList = std::vector<ObjectPtr>;
+
+    explicit CImageView2DGeometryModel(QObject* parent = nullptr);
+    ~CImageView2DGeometryModel() override;
+
+    /// The number of finished objects.
+    int Size() const { return static_cast<int>(m_vctObjects.size()); }
+    /// The finished object at the index, 0 being the newest; null when the index is out of range.
+    ObjectPtr GetAt(int nIndex) const;
+    ObjectList GetObjects() const { return m_vctObjects; }
+    /// The finished object with the identifier, or null.
+    ObjectPtr FindObject(unsigned int nUID) const;
+
+    /// Puts an object first, selects it and sets its mouse offset to (0, 0); the others keep their selection.
+    /// Emits signal_AddDrawableObject.
+    void AddObject(ObjectPtr pObject);
+    /// Puts objects back that once were finished objects, newest first, ahead of those present. Unlike
+    /// AddObject it leaves selection and mouse offset alone. Null and present ones are skipped; each of the
+    /// others is logged and announced like an addition, the oldest first.
+    void RestoreObjects(const ObjectList& vctObjects);
+    /// Emits signal_BeforeDeleteDrawableObject, removes, emits signal_DeleteDrawableObject. False, and no
+    /// signal, when the object is not there.
+    bool DeleteObject(ObjectPtr pObject);
+    bool DeleteObject(unsigned int nUID);
+    /// Removes all finished objects with one signal_ClearObject, also when there are none.
+    void ClearObject();
+
+    void UnSelectedAll();
+    /// Selects or unselects the object and sets its mouse offset; nothing for an unknown identifier.
+    void SetSelectedObject(unsigned int nUID, bool bSelected, double dx, double dy);
+
+    /// Appends to the drawing.
+    void AddObjectDrawing(ObjectPtr pObject);
+    ObjectList GetObjectDrawing() const { return m_vctDrawing; }
+    /// Announced even when the drawing was empty.
+    void ClearObjectDrawing();
+
+    /// Replaces the waiting object and switches the display of its name off.
+    void AddObjectDrawingWaiting(ObjectPtr pObject);
+    ObjectPtr GetObjectDrawingWaiting() const { return m_pWaiting; }
+    /// Announced even when nothing was waiting.
+    void ClearObjectDrawingWaiting();
+
+Q_SIGNALS:
+    /// A finished object has changed.
+    void signal_ChangeDrawableObjectProperty(unsigned int nUID);
+    void signal_AddDrawableObject(unsigned int nUID, QString strName);
+    /// The object is still in the list.
+    void signal_BeforeDeleteDrawableObject(unsigned int nUID, QString strName);
+    void signal_DeleteDrawableObject(unsigned int nUID, QString strName);
+    /// The drawing or the waiting object has changed.
+    void signal_ChangeDrawingObject();
+    void signal_ClearObject();
+
+private:
+    bool Insert(const ObjectPtr& pObject);
+    void Announce(const CImageView2DDrawableObject& object);
+    void Disconnect(const CImageView2DDrawableObject& object);
+
+    ObjectList m_vctDrawing;
+    ObjectPtr m_pWaiting;
+    ObjectList m_vctObjects;
+};

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
+
+#include <memory>
+
+namespace Vantor::Geometry
+{
+class CGeometry;
+}
+
+/// A shape: a drawable object around a geometry of the core library.
+///
+/// Without a geometry the boundary is null, the name empty, and moving and resizing do nothing. A geometry of
+/// a kind that has no handles can only be moved.
+class VANTORCOMMON_EXPORT CImageView2DDrawableGeometry : public CImageView2DDrawableObject
+{
+    Q_OBJECT
+
+public:
+    CImageView2DDrawableGeometry();
+    ~CImageView2DDrawableGeometry() override;
+
+    /// Replaces the geometry, which stays shared with the caller. Emits nothing.
+    void SetData(std::shared_ptr<Vantor::Geometry::CGeometry> pGeometry);
+    /// The same, and announces the change.
+    void ChangeData(std::shared_ptr<Vantor::Geometry::CGeometry> pGeometry);
+    std::shared_ptr<Vantor::Geometry::CGeometry> GetData() const { return m_pGeometry; }
+
+    /// Empty without a geometry, even when a name was given; otherwise the given name, or the kind and the
+    /// identifier: a rectangle whose identifier is 12 is Rectangle_12.
+    QString GetName() const override;
+    QRectF GetBoundary() const override;
+    void MoveTopLeftTo(const QPointF& point) override;
+    bool FindResizePoint(double dblTolerance, const QPointF& point, QPointF& handle, double) const override;
+    /// Handles: a line's ends, the raw corners of a rectangle and of an ellipse's box, a polygon's vertices;
+    /// where two coincide the first of them moves. Deliberate: a circle has none, it keeps its size once
+    /// drawn.
+    void MoveResizePoint(const QPointF& handle, const QPointF& newPoint) override;
+
+protected:
+    explicit CImageView2DDrawableGeometry(EImageView2DDrawbleObjectType eType);
+
+private:
+    std::shared_ptr<Vantor::Geometry::CGeometry> m_pGeometry;
+};

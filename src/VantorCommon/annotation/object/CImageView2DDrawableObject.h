@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <Vantor/CVObject.h>
+#include <VantorCommon/Export.h>
+
+#include <QBrush>
+#include <QObject>
+#include <QPen>
+#include <QPointF>
+#include <QRectF>
+#include <QString>
+#include <QVariant>
+
+/// The kind of a drawable object. The values are part of the interface; 2 is used by no class.
+enum EImageView2DDrawbleObjectType : int {
+    EImageView2DDrawbleObjectType_Text = 0,
+    EImageView2DDrawbleObjectType_Geometry = 1,
+    EImageView2DDrawbleObjectType_Ruler = 3
+};
+
+/// One annotation on a 2D image view, with the editing state that the user interface needs.
+///
+/// Objects are always held by std::shared_ptr: the geometry model, the undo commands and the controller share
+/// them, and an object lives as long as any of them holds it. It has no parent object. Coordinates are image
+/// pixels. GUI thread only.
+class VANTORCOMMON_EXPORT CImageView2DDrawableObject : public QObject, public Vantor::CVObject
+{
+    Q_OBJECT
+
+public:
+    explicit CImageView2DDrawableObject(EImageView2DDrawbleObjectType eType);
+    ~CImageView2DDrawableObject() override;
+
+    /// The name given by SetName, otherwise "Object_" and the identifier.
+    virtual QString GetName() const;
+    /// The bounding rectangle; the null rectangle when there is nothing to bound.
+    virtual QRectF GetBoundary() const = 0;
+    /// Translates the object so that the top-left corner of its boundary lies on the point.
+    virtual void MoveTopLeftTo(const QPointF& point) = 0;
+    /// Looks for a resize handle within the tolerance (image pixels, the bound included) of the point.
+    /// @param handle receives the exact position of the first such handle; untouched when there is none.
+    /// The last argument is accepted and ignored; callers pass 0.0.
+    virtual bool FindResizePoint(double dblTolerance, const QPointF& point, QPointF& handle,
+                                 double) const = 0;
+    /// Moves a handle, given by the exact position that FindResizePoint told, to a new place. A point that is
+    /// no handle changes nothing.
+    virtual void MoveResizePoint(const QPointF& handle, const QPointF& newPoint) = 0;
+
+    EImageView2DDrawbleObjectType GetType() const { return m_eType; }
+
+    /// An equal value changes nothing and emits nothing.
+    void SetSelected(bool bSelected);
+    bool GetSelected() const { return m_bSelected; }
+
+    /// Whether the name is written beside the object. An equal value emits nothing.
+    void SetDisplayName(bool bDisplayName);
+    bool GetDisplayName() const { return m_bDisplayName; }
+
+    /// The vector from the top-left corner of the boundary to the mouse while the object is dragged. A point
+    /// that is equal by Qt's fuzzy comparison (1e-12) changes nothing and emits nothing.
+    void SetMouseOffset(const QPointF& offset);
+    QPointF GetMouseOffset() const { return m_ptMouseOffset; }
+
+    /// A free slot for callers; changing it emits nothing.
+    void SetExtraInfo(QVariant varInfo);
+    QVariant GetExtraInfo() const { return m_varExtraInfo; }
+
+    /// Deliberate: pen and brush are stored and announced even when they are equal to the present ones.
+    void SetPen(const QPen& pen);
+    QPen GetPen() const { return m_pen; }
+    void SetBrushFilled(const QBrush& brush);
+    QBrush GetBrushFilled() const { return m_brushFilled; }
+
+    /// Gives the object a name for good: from the first different name on, GetName returns what is stored. An
+    /// equal name changes nothing, so that the empty name on a new object leaves it named by its identifier.
+    void SetName(const QString& strName);
+
+    using Vantor::CVObject::CompareEqual;
+    /// Both coordinates equal by CVObject::CompareEqual.
+    static bool CompareEqual(const QPointF& a, const QPointF& b);
+    /// a equals b and c equals d by CVObject::CompareEqual.
+    static bool CompareEqual(double a, double b, double c, double d);
+
+Q_SIGNALS:
+    /// Something that the user can see has changed; carries the object's own identifier.
+    void signal_ChangeDrawableObjectProperty(unsigned int nUID);
+
+protected:
+    void NotifyChange();
+    /// The stored name while one was given, otherwise the prefix and the identifier.
+    QString NameOr(const QString& strPrefix) const;
+
+private:
+    const EImageView2DDrawbleObjectType m_eType;
+    QString m_strName;
+    bool m_bNameSet = false;
+    bool m_bSelected = false;
+    bool m_bDisplayName = true;
+    QVariant m_varExtraInfo;
+    QPointF m_ptMouseOffset;
+    QPen m_pen{Qt::NoPen};
+    QBrush m_brushFilled{Qt::NoBrush};
+};

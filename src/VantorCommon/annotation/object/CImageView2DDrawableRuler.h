@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+
+/// A measured line: a shape whose geometry is a CLine, beside which the widget writes the length.
+class VANTORCOMMON_EXPORT CImageView2DDrawableRuler : public CImageView2DDrawableGeometry
+{
+    Q_OBJECT
+
+public:
+    CImageView2DDrawableRuler();
+    ~CImageView2DDrawableRuler() override;
+
+    /// Where the length is written: the end of the line; (0, 0) when the geometry is missing or no line.
+    QPointF GetPointText() const;
+};
