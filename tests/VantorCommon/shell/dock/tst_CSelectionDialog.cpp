@@ -26,7 +26,9 @@ struct SFixture {
     {
         dialog.AddSelectionItem(QStringLiteral("Image View [0]"));
         dialog.AddSelectionItem(QStringLiteral("Image View [1]"));
-        dialog.open();
+        // Not modal: closing a modal dialog, Qt asks for a frame that the window manager just removed.
+        dialog.show();
+        dialog.activateWindow();
         return QTest::qWaitForWindowActive(&dialog);
     }
 };
@@ -91,7 +93,7 @@ private Q_SLOTS:
         QVERIFY(!f.dialog.isVisible());
     }
 
-    void returnAcceptsAndEscapeRejects()
+    void returnAccepts()
     {
         SFixture f;
         QVERIFY(f.Open());
@@ -99,7 +101,13 @@ private Q_SLOTS:
         QTest::keyClick(f.pCombo, Qt::Key_Return);
         QTRY_VERIFY(!f.dialog.isVisible());
         QCOMPARE(f.dialog.result(), int(QDialog::Accepted));
-        f.dialog.open();
+    }
+
+    void escapeRejects()
+    {
+        SFixture f;
+        QVERIFY(f.Open());
+        f.dialog.setResult(QDialog::Accepted);
         QTest::keyClick(&f.dialog, Qt::Key_Escape);
         QCOMPARE(f.dialog.result(), int(QDialog::Rejected));
     }
