@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include "tests/support/TestImages.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/TestPdf.h"
 
 #include <Vantor/image/CImage.h>
 #include <Vantor/pdf/CPDFReader.h>
@@ -40,24 +41,6 @@ std::wstring Wide(const QString& text)
 int ReadData(CPDFReader& reader, const QString& relative, const QString& password = QString())
 {
     return reader.Read(Wide(TestDataPath(relative)), Wide(password));
-}
-
-/// A document of one page with the given entries of the page and the given drawing.
-QByteArray OnePage(const QByteArray& pageEntries, const QByteArray& drawing = QByteArray())
-{
-    const QList<QByteArray> objects = {
-        "<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
-        "<< /Type /Page /Parent 2 0 R /Contents 4 0 R " + pageEntries + " >>",
-        "<< /Length " + QByteArray::number(drawing.size()) + " >>\nstream\n" + drawing + "\nendstream"};
-    QByteArray pdf = "%PDF-1.4\n";
-    QByteArray table = "xref\n0 5\n0000000000 65535 f \n";
-    for (int i = 0; i < objects.size(); ++i) {
-        table += QByteArray::number(pdf.size()).rightJustified(10, '0') + " 00000 n \n";
-        pdf += QByteArray::number(i + 1) + " 0 obj\n" + objects[i] + "\nendobj\n";
-    }
-    const int nTable = pdf.size();
-    return pdf + table + "trailer\n<< /Size 5 /Root 1 0 R >>\nstartxref\n" + QByteArray::number(nTable) +
-           "\n%%EOF\n";
 }
 
 bool WriteFile(const QString& path, const QByteArray& bytes)
@@ -449,7 +432,7 @@ private Q_SLOTS:
         const QByteArray path = folder + "/\xd0\xb4.pdf";
         FILE* pFile = std::fopen(path.constData(), "wb");
         QVERIFY(pFile);
-        const QByteArray pdf = OnePage("/MediaBox [0 0 10 10]");
+        const QByteArray pdf = MakeOnePagePdf("/MediaBox [0 0 10 10]");
         std::fwrite(pdf.constData(), 1, static_cast<std::size_t>(pdf.size()), pFile);
         std::fclose(pFile);
         const std::string before = std::setlocale(LC_ALL, nullptr);
@@ -563,7 +546,8 @@ private:
         const QString path = m_dir.filePath(QStringLiteral("page.pdf"));
         CPDFReader reader;
         reader.SetResolutionX(dpi);
-        if (!WriteFile(path, OnePage(pageEntries, drawing)) || reader.Read(Wide(path), std::wstring()) != 0)
+        if (!WriteFile(path, MakeOnePagePdf(pageEntries, drawing)) ||
+            reader.Read(Wide(path), std::wstring()) != 0)
             return -1;
         return reader.RenderPage(0, &image);
     }
