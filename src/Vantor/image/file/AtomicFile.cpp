@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <Vantor/image/file/AtomicFile_p.h>
+
+#include <atomic>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Vantor::Algorithms
+{
+
+namespace
+{
+constexpr int kMaxLinks = 40;
+constexpr int kMaxAttempts = 100;
+constexpr mode_t kNewFileMode = 0666; // less the umask
+constexpr mode_t kPermissionBits = 07777;
+
+/// The path up to and with its last separator.
+std::string FolderOf(const std::string& path)
+{
+    const std::size_t nSlash = path.rfind('/');
+    return nSlash == std::string::npos ? std::string() : path.substr(0, nSlash + 1);
+}
+
+/// Follows symbolic links, also to a file that does not exist yet; empty for a loop.
+std::string FollowLinks(std::string path)
+{
+    for (int i = 0; i < kMaxLinks; ++i) {
+        char target[PATH_MAX];
+        const ssize_t nBytes = ::readlink(path.c_str(), target, sizeof(target));
+        if (nBytes < 0 || nBytes == static_cast<ssize_t>(sizeof(target)))
+            return path;
+        const std::string strTarget(target, static_cast<std::size_t>(nBytes));
+        path = strTarget.front() == '/' ? strTarget : FolderOf(path) + strTarget;
+    }
+    return std::string();
+}
+
+/// A name in the folder that nobody else uses at the moment.
+std::string TemporaryName(const std::string& folder)
+{
+    static std::atomic<unsigned> nCounter{0};
+    return folder + ".vantor-" + std::to_string(::getpid()) + "-" + std::to_string(nCounter++) + ".tmp";
+}
+
+int CreateTemporary(const std::string& folder, std::string& path)
+{
+    for (int i = 0; i < kMaxAttempts; ++i) {
+        path = TemporaryName(folder);
+        const int nHandle = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode);
+        if (nHandle >= 0 || errno != EEXIST)
+            return nHandle;
+    }
+    return -1;
+}
+} // namespace
+
+AtomicFile::~AtomicFile()
+{
+    m_file.close();
+    if (!m_strTemporary.empty())
+        ::unlink(m_strTemporary.c_str());
+}
+
+bool AtomicFile::Open(const std::string& path)
+{
+    m_strTarget = FollowLinks(path);
+    if (m_strTarget.empty())
+        return false;
+    struct stat old = {};
+    const bool bExists = ::stat(m_strTarget.c_str(), &old) == 0;
+    if (bExists && (!S_ISREG(old.st_mode) || ::access(m_strTarget.c_str(), W_OK) != 0))
+        return false;
+    std::string strTemporary;
+    const int nHandle = CreateTemporary(FolderOf(m_strTarget), strTemporary);
+    if (nHandle < 0)
+        return false;
+    m_strTemporary = strTemporary;
+    if (bExists) {
+        // Another owner cannot be kept without rights; the file is then ours, with the old permissions.
+        [[maybe_unused]] const int nIgnored = ::fchown(nHandle, old.st_uid, old.st_gid);
+        ::fchmod(nHandle, old.st_mode & kPermissionBits);
+    }
+    if (m_file.open(nHandle, QIODevice::ReadWrite, QFileDevice::AutoCloseHandle))
+        return true;
+    ::close(nHandle);
+    return false;
+}
+
+bool AtomicFile::Commit()
+{
+    if (!m_file.flush() || m_file.error() != QFileDevice::NoError || ::fsync(m_file.handle()) != 0)
+        return false;
+    m_file.close();
+    if (m_file.error() != QFileDevice::NoError || ::rename(m_strTemporary.c_str(), m_strTarget.c_str()) != 0)
+        return false;
+    m_strTemporary.clear();
+    return true;
+}
+
+} // namespace Vantor::Algorithms

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QFile>
+
+#include <string>
+
+namespace Vantor::Algorithms
+{
+
+/// A file that replaces another one in a single step: written beside it under a name of its own, flushed to
+/// the disk, renamed. Until Commit has succeeded the old file is whole; without Commit nothing is left.
+class AtomicFile
+{
+public:
+    AtomicFile() = default;
+    ~AtomicFile();
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+
+    /// Begins the replacement. A symbolic link is followed, its target is replaced; the permissions of an old
+    /// file are kept. Fails for a target that is no regular file or may not be written.
+    bool Open(const std::string& path);
+    /// Where to write; random access, readable as well.
+    QFile& Device() { return m_file; }
+    /// Puts the new file in place. False when anything of it could not be written.
+    bool Commit();
+
+private:
+    std::string m_strTarget;
+    std::string m_strTemporary; ///< empty when there is none to remove
+    QFile m_file;
+};
+
+} // namespace Vantor::Algorithms

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QtGlobal>
+
+namespace Vantor::Algorithms
+{
+
+/// Sizes that a file claims are held against these bounds before any memory is taken.
+
+/// No side is longer than this; the tables of rows and columns of an image are 8 bytes per entry.
+constexpr qint64 kMaxSide = 1000000;
+/// Rows of loaded images start at multiples of this many bytes.
+constexpr int kRowAlignment = 4;
+
+/// True when an image of this size may be decoded: sides in 1 .. kMaxSide, the result (8 bits per channel,
+/// rows aligned) within CImage::GetDecodeLimit, and the decoder's own copy of it within twice that limit.
+/// @param decoderBytesPerPixel  what the decoder needs beside the result, 0 when it writes into the result
+bool FitsDecodeLimit(qint64 width, qint64 height, int channels, int decoderBytesPerPixel);
+
+} // namespace Vantor::Algorithms

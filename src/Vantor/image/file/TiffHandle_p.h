@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <memory>
+
+#include <tiffio.h>
+
+class QIODevice;
+
+namespace Vantor::Algorithms
+{
+
+struct STiffCloser {
+    void operator()(TIFF* pTiff) const { TIFFClose(pTiff); }
+};
+using TiffHandle = std::unique_ptr<TIFF, STiffCloser>;
+
+/// Opens a TIFF file on a device that outlives the handle. Errors and warnings of the codec stay silent,
+/// and no single piece of its memory is larger than the decode limit. Null when it is no TIFF file.
+TiffHandle OpenTiff(QIODevice& device, const char* mode);
+
+} // namespace Vantor::Algorithms

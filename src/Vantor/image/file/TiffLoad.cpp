@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <Vantor/image/CImage.h>
+#include <Vantor/image/file/DecodeBounds_p.h>
+#include <Vantor/image/file/ImageFormats_p.h>
+#include <Vantor/image/file/TiffColors_p.h>
+#include <Vantor/image/file/TiffHandle_p.h>
+#include <Vantor/image/file/TiffSamples_p.h>
+
+#include <QIODevice>
+
+#include <algorithm>
+#include <vector>
+
+namespace Vantor::Algorithms
+{
+
+namespace
+{
+/// Deliberate: a file of this format may claim more than its length accounts for (strips may be shared or
+/// left out, fax coding needs a bit a row), but not without end: this much for every file ...
+constexpr std::uint64_t kFreeBytes = 16U << 20;
+/// ... and this much for every byte of it, which is beyond the best ratio of its usual codecs.
+constexpr std::uint64_t kMaxRatio = 8192;
+constexpr int kMaxSamples = 64;
+
+struct SLayout {
+    std::uint32_t nWidth = 0;
+    std::uint32_t nHeight = 0;
+    SSampleFormat format;
+    ETiffColors eColors = ETiffColors::Plain;
+    int nOrientation = ORIENTATION_TOPLEFT;
+    bool bPlanar = false;
+    bool bTiled = false;
+    bool bDecodable = false; ///< by us; the rest goes to the codec's own converter
+};
+
+std::uint16_t Tag(TIFF* pTiff, std::uint32_t nTag, std::uint16_t nDefault)
+{
+    std::uint16_t nValue = nDefault;
+    return TIFFGetFieldDefaulted(pTiff, nTag, &nValue) == 1 ? nValue : nDefault;
+}
+
+/// What the sample behind the colours is.
+std::uint16_t ExtraSample(TIFF* pTiff)
+{
+    std::uint16_t nCount = 0;
+    std::uint16_t* pKinds = nullptr;
+    if (TIFFGetFieldDefaulted(pTiff, TIFFTAG_EXTRASAMPLES, &nCount, &pKinds) != 1 || nCount == 0)
+        return EXTRASAMPLE_UNSPECIFIED;
+    return pKinds[0];
+}
+
+ETiffColors WithAlpha(TIFF* pTiff, int nSpare, ETiffColors eNone, ETiffColors eStraight,
+                      ETiffColors ePremultiplied)
+{
+    if (nSpare <= 0)
+        return eNone;
+    const std::uint16_t nExtra = ExtraSample(pTiff);
+    return nExtra == EXTRASAMPLE_UNASSALPHA   ? eStraight
+           : nExtra == EXTRASAMPLE_ASSOCALPHA ? ePremultiplied
+                                              : eNone;
+}
+
+/// The meaning of the samples; false for those that are left to the codec's own converter.
+bool FindColors(TIFF* pTiff, int nPhotometric, SLayout& layout)
+{
+    const int nStored = layout.format.nStored;
+    switch (nPhotometric) {
+    case PHOTOMETRIC_MINISWHITE:
+        layout.eColors = ETiffColors::WhiteIsZero;
+        return true;
+    case PHOTOMETRIC_MINISBLACK:
+        layout.eColors = WithAlpha(pTiff, nStored - 1, ETiffColors::Plain, ETiffColors::GreyAlpha,
+                                   ETiffColors::GreyPremultiplied);
+        return true;
+    case PHOTOMETRIC_RGB:
+        layout.eColors = WithAlpha(pTiff, nStored - 3, ETiffColors::Rgb, ETiffColors::Rgba,
+                                   ETiffColors::RgbaPremultiplied);
+        return nStored >= 3;
+    case PHOTOMETRIC_PALETTE:
+        layout.eColors = ETiffColors::Palette;
+        layout.format.bIndex = true;
+        return true;
+    case PHOTOMETRIC_SEPARATED:
+        layout.eColors = ETiffColors::Cmyk;
+        return nStored >= 4 && Tag(pTiff, TIFFTAG_INKSET, INKSET_CMYK) == INKSET_CMYK;
+    default:
+        return false;
+    }
+}
+
+bool ReadLayout(TIFF* pTiff, SLayout& layout)
+{
+    if (TIFFGetField(pTiff, TIFFTAG_IMAGEWIDTH, &layout.nWidth) != 1 ||
+        TIFFGetField(pTiff, TIFFTAG_IMAGELENGTH, &layout.nHeight) != 1)
+        return false;
+    layout.bTiled = TIFFIsTiled(pTiff) != 0;
+    layout.bPlanar = Tag(pTiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG) == PLANARCONFIG_SEPARATE;
+    layout.nOrientation = Tag(pTiff, TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
+    layout.format.nBits = Tag(pTiff, TIFFTAG_BITSPERSAMPLE, 1);
+    layout.format.nStored = Tag(pTiff, TIFFTAG_SAMPLESPERPIXEL, 1);
+    if (layout.format.nStored < 1 || layout.format.nStored > kMaxSamples)
+        return false;
+    const int nSampleFormat = Tag(pTiff, TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT);
+    layout.format.bFloat = nSampleFormat == SAMPLEFORMAT_IEEEFP;
+    layout.format.bSigned = nSampleFormat == SAMPLEFORMAT_INT;
+    const int nCompression = Tag(pTiff, TIFFTAG_COMPRESSION, COMPRESSION_NONE);
+    int nPhotometric = Tag(pTiff, TIFFTAG_PHOTOMETRIC,
+                           layout.format.nStored >= 3 ? PHOTOMETRIC_RGB : PHOTOMETRIC_MINISBLACK);
+    if (nPhotometric == PHOTOMETRIC_YCBCR && nCompression == COMPRESSION_JPEG && !layout.bPlanar) {
+        TIFFSetField(pTiff, TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB);
+        nPhotometric = PHOTOMETRIC_RGB;
+    }
+    layout.bDecodable = FindColors(pTiff, nPhotometric, layout) && CanUnpack(layout.format) &&
+                        nSampleFormat <= SAMPLEFORMAT_VOID && nCompression != COMPRESSION_OJPEG;
+    layout.format.nWanted = StoredChannels(layout.eColors);
+    return true;
+}
+
+/// Whether the image, what is needed to decode it and the tables of both stay within the bounds.
+bool IsAffordable(TIFF* pTiff, const SLayout& layout, std::uint64_t nFileBytes)
+{
+    const int nResult = layout.bDecodable ? ResultChannels(layout.eColors) : 3;
+    const int nDecoder = !layout.bDecodable          ? static_cast<int>(sizeof(std::uint32_t))
+                         : IsInPlace(layout.eColors) ? 0
+                                                     : StoredChannels(layout.eColors);
+    if (!FitsDecodeLimit(layout.nWidth, layout.nHeight, nResult, nDecoder))
+        return false;
+    const std::uint64_t nPiece = layout.bTiled ? TIFFTileSize64(pTiff) : TIFFScanlineSize64(pTiff);
+    if (nPiece == 0 || nPiece > CImage::GetDecodeLimit())
+        return false;
+    const std::uint64_t nTables = (layout.nWidth + std::uint64_t(layout.nHeight)) * 2 * sizeof(void*);
+    const std::uint64_t nPixels = std::uint64_t(layout.nWidth) * layout.nHeight;
+    return nPixels * static_cast<std::uint64_t>(nResult + nDecoder) + nTables + nPiece <=
+           kFreeBytes + kMaxRatio * nFileBytes;
+}
+
+/// Where the samples of a plane go: all of a pixel at once, or one per plane.
+struct SPlane {
+    SSampleFormat format;
+    std::uint16_t nPlane = 0;
+};
+
+std::vector<SPlane> PlanesOf(const SLayout& layout)
+{
+    if (!layout.bPlanar)
+        return {SPlane{layout.format, 0}};
+    std::vector<SPlane> planes;
+    for (int i = 0; i < layout.format.nWanted; ++i) {
+        SPlane plane{layout.format, static_cast<std::uint16_t>(i)};
+        plane.format.nStored = 1;
+        plane.format.nWanted = 1;
+        planes.push_back(plane);
+    }
+    return planes;
+}
+
+bool ReadRows(TIFF* pTiff, const SLayout& layout, const SPlane& plane, CImage& samples)
+{
+    const int nTo = samples.GetChannel();
+    const bool bDirect = plane.format.nBits == 8 && !plane.format.bSigned && !plane.format.bFloat &&
+                         plane.format.nStored == nTo && plane.format.nWanted == nTo;
+    std::vector<unsigned char> vctLine;
+    if (!bDirect)
+        vctLine.resize(static_cast<std::size_t>(TIFFScanlineSize64(pTiff)));
+    for (std::uint32_t y = 0; y < layout.nHeight; ++y) {
+        unsigned char* pRow = samples.GetRows()[y];
+        if (TIFFReadScanline(pTiff, bDirect ? pRow : vctLine.data(), y, plane.nPlane) != 1)
+            return false;
+        if (!bDirect)
+            UnpackRow(plane.format, vctLine.data(), pRow + plane.nPlane, nTo,
+                      static_cast<int>(layout.nWidth));
+    }
+    return true;
+}
+
+bool ReadTiles(TIFF* pTiff, const SLayout& layout, const SPlane& plane, CImage& samples)
+{
+    std::uint32_t nTileWidth = 0;
+    std::uint32_t nTileHeight = 0;
+    if (TIFFGetField(pTiff, TIFFTAG_TILEWIDTH, &nTileWidth) != 1 ||
+        TIFFGetField(pTiff, TIFFTAG_TILELENGTH, &nTileHeight) != 1 || nTileWidth == 0 || nTileHeight == 0)
+        return false;
+    const tmsize_t nTileRow = TIFFTileRowSize(pTiff);
+    std::vector<unsigned char> vctTile(static_cast<std::size_t>(TIFFTileSize64(pTiff)));
+    for (std::uint64_t y = 0; y < layout.nHeight; y += nTileHeight) {
+        for (std::uint64_t x = 0; x < layout.nWidth; x += nTileWidth) {
+            const std::uint32_t nTile = TIFFComputeTile(pTiff, static_cast<std::uint32_t>(x),
+                                                        static_cast<std::uint32_t>(y), 0, plane.nPlane);
+            const auto nBytes = static_cast<tmsize_t>(vctTile.size());
+            if (TIFFReadEncodedTile(pTiff, nTile, vctTile.data(), nBytes) != nBytes)
+                return false;
+            const auto nColumns = static_cast<int>(std::min<std::uint64_t>(nTileWidth, layout.nWidth - x));
+            const std::uint64_t nEnd = std::min<std::uint64_t>(y + nTileHeight, layout.nHeight);
+            for (std::uint64_t row = y; row < nEnd; ++row)
+                UnpackRow(plane.format, vctTile.data() + static_cast<tmsize_t>(row - y) * nTileRow,
+                          samples.GetPixel(static_cast<int>(x), static_cast<int>(row)) + plane.nPlane,
+                          samples.GetChannel(), nColumns);
+        }
+    }
+    return true;
+}
+
+bool CreateFor(const SLayout& layout, int nChannels, CImage& image)
+{
+    return image.Create(static_cast<int>(layout.nWidth), static_cast<int>(layout.nHeight), nChannels, 8,
+                        EImageType::Interleaved, kRowAlignment) == 0;
+}
+
+/// The image of the stored samples, mended where that does not need another one.
+bool Decode(TIFF* pTiff, const SLayout& layout, CImage& samples)
+{
+    if (!CreateFor(layout, layout.format.nWanted, samples))
+        return false;
+    for (const SPlane& plane : PlanesOf(layout)) {
+        if (!(layout.bTiled ? ReadTiles : ReadRows)(pTiff, layout, plane, samples))
+            return false;
+    }
+    AdjustInPlace(layout.eColors, samples);
+    return true;
+}
+
+/// Rare kinds (L*a*b*, log luminance, subsampled colours outside JPEG) by the codec's own converter.
+bool DecodeByCodec(TIFF* pTiff, const SLayout& layout, CImage& image)
+{
+    // The orientation is applied by us.
+    TIFFSetField(pTiff, TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
+    std::vector<std::uint32_t> vctRaster(static_cast<std::size_t>(layout.nWidth) * layout.nHeight);
+    if (TIFFReadRGBAImageOriented(pTiff, layout.nWidth, layout.nHeight, vctRaster.data(), ORIENTATION_TOPLEFT,
+                                  1) != 1 ||
+        !CreateFor(layout, 3, image))
+        return false;
+    const std::uint32_t* pFrom = vctRaster.data();
+    for (std::uint32_t y = 0; y < layout.nHeight; ++y) {
+        unsigned char* pTo = image.GetRows()[y];
+        for (std::uint32_t x = 0; x < layout.nWidth; ++x, ++pFrom, pTo += 3) {
+            pTo[0] = static_cast<unsigned char>(TIFFGetR(*pFrom));
+            pTo[1] = static_cast<unsigned char>(TIFFGetG(*pFrom));
+            pTo[2] = static_cast<unsigned char>(TIFFGetB(*pFrom));
+        }
+    }
+    return true;
+}
+} // namespace
+
+bool LoadTiff(QIODevice& device, CImage& image)
+{
+    // "m": not mapped into memory, because a file may shrink under the mapping.
+    const TiffHandle tiff = OpenTiff(device, "rm");
+    SLayout layout;
+    if (!tiff || !ReadLayout(tiff.get(), layout) ||
+        !IsAffordable(tiff.get(), layout, static_cast<std::uint64_t>(device.size())))
+        return false;
+    // Each step that is needed has an image of its own, the last one writes into the result.
+    const bool bTurn =
+        layout.nOrientation > ORIENTATION_TOPLEFT && layout.nOrientation <= ORIENTATION_LEFTBOT;
+    const bool bExpand = layout.bDecodable && !IsInPlace(layout.eColors);
+    CImage samples;
+    CImage colors;
+    CImage& decoded = bTurn || bExpand ? samples : image;
+    CImage& expanded = !bExpand ? decoded : bTurn ? colors : image;
+    if (!(layout.bDecodable ? Decode : DecodeByCodec)(tiff.get(), layout, decoded))
+        return false;
+    if (bExpand && !ExpandColors(tiff.get(), layout.eColors, decoded, expanded))
+        return false;
+    return !bTurn || Reorient(expanded, layout.nOrientation, image);
+}
+
+} // namespace Vantor::Algorithms
