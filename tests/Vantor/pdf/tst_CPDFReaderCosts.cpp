@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// What reading and rendering a document costs: each in a process of its own, so that one crash or one greedy
+// document is seen for what it is. Prints a table.
+#include "tests/support/TestImages.h"
+#include "tests/support/TestMain.h"
+
+#include <Vantor/image/CImage.h>
+#include <Vantor/pdf/CPDFReader.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <algorithm>
+#include <cstdio>
+#include <string>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using Vantor::Algorithms::CImage;
+using Vantor::Utils::CPDFReader;
+
+namespace
+{
+constexpr double kDpi = 144.0;
+constexpr double kHangMs = 2000.0;
+constexpr double kMegabyte = 1024.0 * 1024.0;
+constexpr double kSlackMb = 64.0;
+constexpr qint64 kSmallFile = 1024;
+constexpr double kSmallFileMs = 50.0;
+constexpr double kSmallFileMb = 32.0;
+
+struct SCosts {
+    int nResult = -1;
+    int nPages = 0;
+    int nRendered = 0;
+    double dMs = 0.0; ///< processor time
+    double dMb = 0.0; ///< growth of the process
+};
+
+struct SUsage {
+    double dMs = 0.0;
+    double dPeakMb = 0.0;
+};
+
+SUsage UsageNow()
+{
+    rusage usage = {};
+    ::getrusage(RUSAGE_SELF, &usage);
+    const auto toMs = [](const timeval& t) {
+        return static_cast<double>(t.tv_sec) * 1e3 + static_cast<double>(t.tv_usec) / 1e3;
+    };
+    return {toMs(usage.ru_utime) + toMs(usage.ru_stime), static_cast<double>(usage.ru_maxrss) / 1024.0};
+}
+
+/// The first page only, or all pages into the same image.
+SCosts Measure(const std::wstring& path, bool bAllPages)
+{
+    const SUsage before = UsageNow();
+    SCosts costs;
+    CPDFReader reader;
+    reader.SetResolutionX(kDpi);
+    costs.nResult = reader.Read(path, L"view");
+    costs.nPages = reader.GetPageNumber();
+    CImage image;
+    const int nPages = bAllPages ? costs.nPages : std::min(costs.nPages, 1);
+    for (int i = 0; i < nPages; ++i)
+        costs.nRendered += reader.RenderPage(i, &image) == 0 ? 1 : 0;
+    const SUsage after = UsageNow();
+    costs.dMs = after.dMs - before.dMs;
+    costs.dMb = after.dPeakMb - before.dPeakMb;
+    return costs;
+}
+
+/// Measures in a child process. @return false when the child did not end well
+bool MeasureInChild(const QString& path, bool bAllPages, SCosts& costs)
+{
+    int ends[2];
+    if (::pipe(ends) != 0)
+        return false;
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const SCosts result = Measure(path.toStdWString(), bAllPages);
+        const bool bWritten = ::write(ends[1], &result, sizeof result) == ssize_t(sizeof result);
+        ::_exit(bWritten ? 0 : 1);
+    }
+    ::close(ends[1]);
+    const bool bRead = child > 0 && ::read(ends[0], &costs, sizeof costs) == ssize_t(sizeof costs);
+    ::close(ends[0]);
+    int nStatus = 0;
+    return child > 0 && ::waitpid(child, &nStatus, 0) == child && bRead && WIFEXITED(nStatus) &&
+           WEXITSTATUS(nStatus) == 0;
+}
+} // namespace
+
+class tst_CPDFReaderCosts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        // The fonts are searched once per process; that is not a document's doing.
+        const QString path = TestDataPath(QStringLiteral("pdf/pdfium_hello_world.pdf"));
+        QCOMPARE(Measure(path.toStdWString(), true).nRendered, 1);
+        std::printf(
+            "| document | bytes | result | pages | rendered | ms | MB |\n|---|---|---|---|---|---|---|\n");
+    }
+
+    void aDocumentCostsNoMoreThanItMay_data()
+    {
+        QTest::addColumn<QString>("path");
+        for (const char* folder : {"pdf", "broken"}) {
+            const QDir dir(TestDataPath(QString::fromLatin1(folder)));
+            const QStringList files = dir.entryList({QStringLiteral("*.pdf")}, QDir::Files);
+            QVERIFY(!files.isEmpty());
+            for (const QString& file : files)
+                QTest::newRow(qPrintable(dir.dirName() + QLatin1Char('/') + file)) << dir.filePath(file);
+        }
+    }
+
+    void aDocumentCostsNoMoreThanItMay()
+    {
+        QFETCH(QString, path);
+        const qint64 nBytes = QFileInfo(path).size();
+        SCosts costs;
+        QVERIFY(MeasureInChild(path, true, costs));
+        std::printf("| %s | %lld | %d | %d | %d | %.1f | %.1f |\n", QTest::currentDataTag(),
+                    static_cast<long long>(nBytes), costs.nResult, costs.nPages, costs.nRendered, costs.dMs,
+                    costs.dMb);
+        std::fflush(stdout);
+#ifndef __SANITIZE_ADDRESS__ // it multiplies both time and memory
+        QVERIFY(costs.dMs < kHangMs);
+        QVERIFY(costs.dMb < static_cast<double>(CImage::GetDecodeLimit()) / kMegabyte + kSlackMb);
+        if (nBytes <= kSmallFile) {
+            QVERIFY(MeasureInChild(path, false, costs));
+            QVERIFY2(costs.dMs < kSmallFileMs, qPrintable(QString::number(costs.dMs)));
+            QVERIFY2(costs.dMb < kSmallFileMb, qPrintable(QString::number(costs.dMb)));
+        }
+#endif
+    }
+};
+
+VANTOR_CORE_TEST_MAIN(tst_CPDFReaderCosts)
+#include "tst_CPDFReaderCosts.moc"
