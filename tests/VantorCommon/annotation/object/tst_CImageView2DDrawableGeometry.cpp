@@ -198,7 +198,8 @@ private Q_SLOTS:
         QFETCH(QRectF, expected);
         const auto pRect = std::make_shared<CRectangle>(10, 20, 30, 40);
         const auto pEllipse = std::make_shared<CEllipse>(10, 20, 30, 40);
-        const std::pair<GeometryPtr, const CBox*> arrCases[] = {{pRect, pRect.get()}, {pEllipse, pEllipse.get()}};
+        const std::pair<GeometryPtr, const CBox*> arrCases[] = {{pRect, pRect.get()},
+                                                                {pEllipse, pEllipse.get()}};
         for (const auto& [pGeometry, pBox] : arrCases) {
             Shape shape;
             shape.SetData(pGeometry);
