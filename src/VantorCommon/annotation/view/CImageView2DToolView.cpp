@@ -35,7 +35,7 @@ CImageView2DToolView::CImageView2DToolView(CImageView2DToolModel* pModel, QWidge
     pGrid->addWidget(pEllipse, 2, 0);
     pGrid->addWidget(pPolygon, 2, 1);
     auto* pLayout = new QVBoxLayout(this);
-    pLayout->addWidget(pGroup);
+    pLayout->addWidget(pGroup, 0, Qt::AlignTop);
 
     if (!m_pModel)
         return;

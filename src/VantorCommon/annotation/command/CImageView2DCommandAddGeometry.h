@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/annotation/command/CCommand.h>
+
+#include <memory>
+
+class CImageView2DCtrl;
+class CImageView2DDrawableObject;
+
+/// Puts an object into the geometry model; undo takes it out again. The command keeps the very object alive,
+/// so that identifier and name survive. Nothing happens without a controller or an object. The controller is
+/// not owned and outlives the command.
+class VANTORCOMMON_EXPORT CImageView2DCommandAddGeometry : public CCommand
+{
+public:
+    CImageView2DCommandAddGeometry(CImageView2DCtrl* pCtrl,
+                                   std::shared_ptr<CImageView2DDrawableObject> pObject);
+    ~CImageView2DCommandAddGeometry() override;
+
+    void exec() override;
+    void undo() override;
+
+private:
+    CImageView2DCtrl* m_pCtrl;
+    std::shared_ptr<CImageView2DDrawableObject> m_pObject;
+};

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/annotation/command/CCommand.h>
+
+#include <memory>
+#include <vector>
+
+class CImageView2DCtrl;
+class CImageView2DDrawableObject;
+class CImageView2DModel;
+
+namespace Vantor::Algorithms
+{
+class CImage;
+}
+
+/// Puts another image on the page that is current when the command is made, which drops the annotations.
+///
+/// Undo puts the old image back on its page, whichever page is current by then, and brings back the dropped
+/// annotations with their order and selection. When the page is gone meanwhile (closed, or another file was
+/// loaded) undo and redo do nothing. Nothing happens without a controller, its image model or a new image.
+/// The controller is not owned and outlives the command.
+class VANTORCOMMON_EXPORT CImageView2DCommandChangeCurrentImage : public CCommand
+{
+public:
+    using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
+
+    CImageView2DCommandChangeCurrentImage(CImageView2DCtrl* pCtrl, ImagePtr pNewImage);
+    ~CImageView2DCommandChangeCurrentImage() override;
+
+    void exec() override;
+    void undo() override;
+
+private:
+    struct SDropped {
+        std::shared_ptr<CImageView2DDrawableObject> pObject;
+        bool bSelected;
+    };
+
+    CImageView2DModel* Model() const;
+    void KeepAnnotations();
+    void RestoreAnnotations();
+
+    CImageView2DCtrl* m_pCtrl;
+    ImagePtr m_pNewImage;
+    ImagePtr m_pOldImage;
+    bool m_bHadPage = false;
+    bool m_bDone = false;
+    /// The list before, kept only when there was no current page.
+    std::vector<ImagePtr> m_vctPages;
+    std::vector<SDropped> m_vctDropped;
+};

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/annotation/command/CImageView2DCommandChangeShape.h>
+
+#include <Vantor/geometry/CPoint.h>
+#include <Vantor/geometry/CPointList.h>
+#include <Vantor/geometry/CRectangle.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+
+#include <utility>
+
+using namespace Vantor::Geometry;
+
+namespace
+{
+using ObjectPtr = CImageView2DCommandChangeShape::ObjectPtr;
+using GeometryPtr = CImageView2DCommandChangeShape::GeometryPtr;
+
+GeometryPtr CloneShape(const ObjectPtr& pObject)
+{
+    const auto pShape = std::dynamic_pointer_cast<CImageView2DDrawableGeometry>(pObject);
+    return pShape && pShape->GetData() ? pShape->GetData()->Clone() : nullptr;
+}
+
+void Show(const ObjectPtr& pObject, const GeometryPtr& pGeometry)
+{
+    if (const auto pShape = std::dynamic_pointer_cast<CImageView2DDrawableGeometry>(pObject))
+        pShape->ChangeData(pGeometry->Clone());
+}
+
+bool SameHandles(const CGeometry& a, const CGeometry& b)
+{
+    CPointList outline;
+    CPointList handlesA;
+    CPointList handlesB;
+    a.GetPoints(outline, handlesA);
+    b.GetPoints(outline, handlesB);
+    if (handlesA.Size() != handlesB.Size())
+        return false;
+    for (int i = 0; i < handlesA.Size(); ++i) {
+        const auto pA = std::dynamic_pointer_cast<CPoint<double>>(handlesA.At(i));
+        const auto pB = std::dynamic_pointer_cast<CPoint<double>>(handlesB.At(i));
+        if (!pA || !pB || *pA != *pB)
+            return false;
+    }
+    return true;
+}
+
+// Exactly the same place and form. The boundary tells circles and arrays apart, which have no handles.
+bool SameShape(const GeometryPtr& pA, const GeometryPtr& pB)
+{
+    if (!pA || !pB)
+        return false;
+    const CRectangle a = pA->GetBoundingRectangle();
+    const CRectangle b = pB->GetBoundingRectangle();
+    return pA->GetType() == pB->GetType() && a.topLeft() == b.topLeft() && a.width() == b.width() &&
+           a.height() == b.height() && SameHandles(*pA, *pB);
+}
+} // namespace
+
+CImageView2DCommandChangeShape::CImageView2DCommandChangeShape(CImageView2DCtrl* pCtrl, ObjectPtr pObject,
+                                                               const GeometryPtr& pBefore)
+    : m_pCtrl(pCtrl), m_pObject(std::move(pObject)), m_pBefore(pBefore ? pBefore->Clone() : nullptr),
+      m_pAfter(pBefore ? CloneShape(m_pObject) : nullptr), m_bDoneLive(pBefore != nullptr)
+{
+}
+
+CImageView2DCommandChangeShape::~CImageView2DCommandChangeShape() = default;
+
+void CImageView2DCommandChangeShape::exec()
+{
+    if (!m_pCtrl || !m_pObject || std::exchange(m_bDoneLive, false))
+        return;
+    const GeometryPtr pFormer = CloneShape(m_pObject);
+    if (m_pAfter && SameShape(pFormer, m_pBefore)) {
+        Show(m_pObject, m_pAfter);
+        return;
+    }
+    Do(*m_pCtrl, m_pObject);
+    m_pAfter = CloneShape(m_pObject);
+    // A step that changes nothing now was made live, so what was before it is not known here.
+    m_pBefore = SameShape(pFormer, m_pAfter) ? nullptr : pFormer;
+}
+
+void CImageView2DCommandChangeShape::undo()
+{
+    if (!m_pCtrl || !m_pObject)
+        return;
+    const GeometryPtr pFormer = CloneShape(m_pObject);
+    if (m_pBefore && SameShape(pFormer, m_pAfter)) {
+        Show(m_pObject, m_pBefore);
+        return;
+    }
+    Revert(*m_pCtrl, m_pObject);
+    m_pBefore = CloneShape(m_pObject);
+    m_pAfter = pFormer;
+}

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/annotation/command/CCommand.h>
+
+#include <memory>
+
+class CImageView2DCtrl;
+class CImageView2DDrawableObject;
+
+namespace Vantor::Geometry
+{
+class CGeometry;
+}
+
+/// What moving and resizing share: the step is made once by the controller, from points; from then on the
+/// shapes before and after it are kept, so that undo and redo are exact whatever the zoom is by then and
+/// however small the shape is.
+///
+/// A gesture that has already changed the object live hands over the shape from before the gesture: the
+/// present shape is then the result, and the first exec() leaves it alone. The kept shapes serve only while
+/// the object still has the shape that the step starts from; if another step came in between (redo on top of
+/// a new step), the points decide anew. Nothing happens without a controller or an object. The controller is
+/// not owned.
+class VANTORCOMMON_EXPORT CImageView2DCommandChangeShape : public CCommand
+{
+public:
+    using ObjectPtr = std::shared_ptr<CImageView2DDrawableObject>;
+    using GeometryPtr = std::shared_ptr<Vantor::Geometry::CGeometry>;
+
+    ~CImageView2DCommandChangeShape() override;
+
+    void exec() override;
+    void undo() override;
+
+protected:
+    /// @param pBefore the shape before a live gesture, or null; it is copied.
+    CImageView2DCommandChangeShape(CImageView2DCtrl* pCtrl, ObjectPtr pObject, const GeometryPtr& pBefore);
+
+    /// Make the step and take it back, from the points; called with a controller and an object only.
+    virtual void Do(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) = 0;
+    virtual void Revert(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) = 0;
+
+private:
+    CImageView2DCtrl* m_pCtrl;
+    ObjectPtr m_pObject;
+    GeometryPtr m_pBefore;
+    GeometryPtr m_pAfter;
+    bool m_bDoneLive;
+};

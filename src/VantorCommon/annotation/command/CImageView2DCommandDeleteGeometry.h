@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/annotation/command/CCommand.h>
+
+#include <memory>
+
+class CImageView2DCtrl;
+class CImageView2DDrawableObject;
+
+/// Takes an object out of the geometry model; undo puts the very same one back, first and selected.
+/// Nothing happens without a controller or an object. The controller is not owned and outlives the command.
+class VANTORCOMMON_EXPORT CImageView2DCommandDeleteGeometry : public CCommand
+{
+public:
+    CImageView2DCommandDeleteGeometry(CImageView2DCtrl* pCtrl,
+                                      std::shared_ptr<CImageView2DDrawableObject> pObject);
+    ~CImageView2DCommandDeleteGeometry() override;
+
+    void exec() override;
+    void undo() override;
+
+private:
+    CImageView2DCtrl* m_pCtrl;
+    std::shared_ptr<CImageView2DDrawableObject> m_pObject;
+};

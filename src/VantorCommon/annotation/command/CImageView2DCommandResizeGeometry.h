@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/annotation/command/CImageView2DCommandChangeShape.h>
+
+#include <QPointF>
+
+/// Drags a resize handle of an object to another place.
+class VANTORCOMMON_EXPORT CImageView2DCommandResizeGeometry : public CImageView2DCommandChangeShape
+{
+public:
+    /// @param p1, p2 where the handle was taken and where it was let go, in image coordinates
+    /// @param p3 carried along to the controller, without effect on the shape
+    /// @param pBefore the shape before the drag when the object was already reshaped live, otherwise null
+    CImageView2DCommandResizeGeometry(CImageView2DCtrl* pCtrl, ObjectPtr pObject, const QPointF& p1,
+                                      const QPointF& p2, const QPointF& p3,
+                                      const GeometryPtr& pBefore = nullptr);
+    ~CImageView2DCommandResizeGeometry() override;
+
+protected:
+    void Do(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) override;
+    void Revert(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) override;
+
+private:
+    QPointF m_p1;
+    QPointF m_p2;
+    QPointF m_p3;
+};
