@@ -1,0 +1,469 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/view2d/CImageView2D.h>
+
+#include <Vantor/image/CImage.h>
+#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+#include <VantorCommon/annotation/model/CImageView2DToolModel.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
+#include <VantorCommon/annotation/view/CImageView2DLayer.h>
+#include <VantorCommon/view2d/CImageView2DGotoDlg.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
+#include <VantorCommon/view2d/CUtilManager.h>
+#include <VantorCommon/view2d/Saturate_p.h>
+
+#include <QDragEnterEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QUrl>
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+constexpr double kZoomPerDelta = 0.001;
+constexpr double kMinZoom = 0.1;
+constexpr unsigned int kNoUID = 0xFFFFFFFFu;
+
+using OnePoint = void (CImageView2D::*)(QPointF&);
+using TwoPoints = void (CImageView2D::*)(QPointF&, QPointF&);
+
+/// The signals of one drag.
+struct SGesture {
+    OnePoint start;
+    TwoPoints doing;
+    TwoPoints end;
+};
+
+/// The drag that a mode stands for; null members where it has none (panning, unknown modes).
+SGesture GestureOf(int nMode)
+{
+    using V = CImageView2D;
+    switch (nMode) {
+    case EImageView2DMode_Selecting:
+        return {&V::signal_SelectMovingStart, &V::signal_SelectMovingDoing, &V::signal_SelectMovingEnd};
+    case EImageView2DMode_Drawing_Rectanlge:
+        return {&V::signal_DrawRectangleStart, &V::signal_DrawRectangleDoing, &V::signal_DrawRectangleEnd};
+    case EImageView2DMode_Drawing_Ellipse:
+        return {&V::signal_DrawEllipseStart, &V::signal_DrawEllipseDoing, &V::signal_DrawEllipseEnd};
+    case EImageView2DMode_Drawing_Circle:
+        return {&V::signal_DrawCircleStart, &V::signal_DrawCircleDoing, &V::signal_DrawCircleEnd};
+    case EImageView2DMode_Drawing_Polygon:
+        return {&V::signal_DrawPolygonStart, &V::signal_DrawPolygonDoing, &V::signal_DrawPolygonEnd};
+    case EImageView2DMode_Drawing_Line:
+        return {&V::signal_DrawLineStart, &V::signal_DrawLineDoing, &V::signal_DrawLineEnd};
+    default:
+        return {nullptr, nullptr, nullptr};
+    }
+}
+
+/// Emits with variables of its own: receivers get the points by reference and may change them.
+void Send(CImageView2D* pView, OnePoint pSignal, QPointF point)
+{
+    if (pSignal)
+        Q_EMIT(pView->*pSignal)(point);
+}
+
+void Send(CImageView2D* pView, TwoPoints pSignal, QPointF start, QPointF end)
+{
+    if (pSignal)
+        Q_EMIT(pView->*pSignal)(start, end);
+}
+
+/// An integer of which two can be added.
+int ClampCoordinate(double dblValue)
+{
+    constexpr int kMax = 1 << 30;
+    return std::clamp(TruncateToInt(dblValue), -kMax, kMax);
+}
+
+QPoint RoundedPosition(const QPointF& pos)
+{
+    return QPoint(RoundToInt(pos.x()), RoundToInt(pos.y()));
+}
+} // namespace
+
+CImageView2D::CImageView2D(CImageView2DModel* pModel, CImageView2DGeometryModel* pGeometryModel,
+                           CImageView2DToolModel* pToolModel, int nViewID, QWidget* pParent)
+    : CImageView2DDrawableWidget(pToolModel, pParent), m_pModel(pModel), m_pGeometryModel(pGeometryModel),
+      m_pZoom(std::make_unique<SZoomState>()), m_nViewID(nViewID)
+{
+    m_pLayer = new CImageView2DLayer(nViewID, pToolModel, this);
+    m_pLayer->SetGeometryModel(pGeometryModel);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(this, &QWidget::customContextMenuRequested, this, &CImageView2D::slot_ShowContextMenu);
+    CreateMenus();
+    ConnectModels();
+    setFocusPolicy(Qt::StrongFocus);
+    setAcceptDrops(true);
+}
+
+CImageView2D::~CImageView2D() = default;
+
+void CImageView2D::CreateMenus()
+{
+    const auto add = [this](QMenu* pMenu, const char* pIcon, const QString& strText, auto pTarget) {
+        connect(pMenu->addAction(QIcon(QStringLiteral(":/Image/") + QLatin1String(pIcon)), strText),
+                &QAction::triggered, this, pTarget);
+    };
+    m_pMenuImage = new QMenu(this);
+    add(m_pMenuImage, "photo.png", QStringLiteral("Load Image"), &CImageView2D::signal_LoadImage);
+    add(m_pMenuImage, "pdf.png", QStringLiteral("Load PDF"), &CImageView2D::signal_LoadPdf);
+    add(m_pMenuImage, "save_file.png", QStringLiteral("Save Image"), &CImageView2D::signal_SaveImage);
+    add(m_pMenuImage, "close.png", QStringLiteral("Close Image"), &CImageView2D::signal_CloseImage);
+    m_pMenuImage->addSeparator();
+    add(m_pMenuImage, "copy.png", QStringLiteral("Copy (C)"), &CImageView2D::signal_Copy);
+    add(m_pMenuImage, "paste.png", QStringLiteral("Paste (P)"), &CImageView2D::signal_Paste);
+    m_pMenuImage->addSeparator();
+    add(m_pMenuImage, "search.png", QStringLiteral("GoTo"), &CImageView2D::slot_Goto);
+    add(m_pMenuImage, "3D.png", QStringLiteral("Switch To 3D View"), &CImageView2D::signal_Switch2DTo3D);
+
+    m_pMenuObject = new QMenu(this);
+    add(m_pMenuObject, "clear.png", QStringLiteral("Delete"), &CImageView2D::signal_DeleteDrawableObject);
+}
+
+void CImageView2D::ConnectModels()
+{
+    if (m_pModel) {
+        connect(m_pModel.data(), &CImageView2DModel::signal_ChangeCurrentImage, this,
+                &CImageView2D::slot_ChangeCurrentImage);
+        connect(m_pModel.data(), &CImageView2DModel::signal_ChangeCurrentIndex, this,
+                &CImageView2D::slot_ChangeCurrentImage);
+    }
+    if (!m_pGeometryModel)
+        return;
+    for (auto pSignal : {&CImageView2DGeometryModel::signal_AddDrawableObject,
+                         &CImageView2DGeometryModel::signal_DeleteDrawableObject})
+        connect(m_pGeometryModel.data(), pSignal, this, &CImageView2D::slot_ChangeDrawableObjectProperty);
+    connect(m_pGeometryModel.data(), &CImageView2DGeometryModel::signal_ChangeDrawableObjectProperty, this,
+            &CImageView2D::slot_ChangeDrawableObjectProperty);
+    connect(m_pGeometryModel.data(), &CImageView2DGeometryModel::signal_ClearObject, this,
+            &CImageView2D::slot_ClearObject);
+}
+
+void CImageView2D::RegisterGeometryAction(const QString& strText, const QIcon& icon,
+                                          std::function<void(int, unsigned int)> func)
+{
+    if (!m_pMenuObject)
+        return;
+    auto* pAction = new QAction(icon, strText, m_pMenuObject);
+    m_pMenuObject->addAction(pAction);
+    connect(pAction, &QAction::triggered, this, &CImageView2D::slot_CallbackDrawableObject);
+    m_mapActions[pAction] = std::move(func);
+}
+
+void CImageView2D::slot_CallbackDrawableObject()
+{
+    const auto it = m_mapActions.find(qobject_cast<QAction*>(sender()));
+    if (it == m_mapActions.end() || !it->second)
+        return;
+    const auto func = it->second;
+    func(m_nViewID, m_nMenuUID);
+}
+
+void CImageView2D::slot_ShowContextMenu(const QPoint& pos)
+{
+    Send(this, &CImageView2D::signal_ShowContextMenu, MapToImage(QPointF(pos)));
+}
+
+void CImageView2D::ShowMenu(QMenu* pMenu, const QPointF& point)
+{
+    if (pMenu)
+        pMenu->popup(mapToGlobal(RoundedPosition(MapToWidget(point))));
+}
+
+void CImageView2D::ShowContextMenu(const QPointF& point)
+{
+    ShowMenu(m_pMenuImage, point);
+}
+
+void CImageView2D::ShowContextMenuDrawableObject(const QPointF& point, unsigned int nUID)
+{
+    m_nMenuUID = nUID;
+    ShowMenu(m_pMenuObject, point);
+}
+
+void CImageView2D::CalculateViewPort()
+{
+    const SZoomState& zoom = *m_pZoom;
+    const QSizeF fitted = QSizeF(m_image.size()).scaled(QSizeF(size()), Qt::KeepAspectRatio);
+    const double z = zoom.dblZoom;
+    const int x0 = TruncateToInt(width() * 0.5 - fitted.width() * 0.5 + zoom.dblPanX);
+    const int y0 = TruncateToInt(height() * 0.5 - fitted.height() * 0.5 + zoom.dblPanY);
+    const int dx = TruncateToInt(zoom.dblWheelX - (zoom.dblAnchorX - x0) * z - x0);
+    const int dy = TruncateToInt(zoom.dblWheelY - (zoom.dblAnchorY - y0) * z - y0);
+    const int nWidth = ClampCoordinate(fitted.width() * z + 0.5);
+    const int nHeight = ClampCoordinate(fitted.height() * z + 0.5);
+    SetViewPort(QRect(ClampCoordinate(double(x0) + dx), ClampCoordinate(double(y0) + dy), nWidth, nHeight));
+    if (m_image.width() != 0)
+        SetWindow(QRect(0, 0, m_image.width(), m_image.height()));
+    m_pLayer->SetWindow(Window());
+    m_pLayer->SetViewPort(ViewPort());
+}
+
+void CImageView2D::Repaint()
+{
+    CalculateViewPort();
+    update();
+}
+
+void CImageView2D::ZoomFit()
+{
+    *m_pZoom = SZoomState();
+    Repaint();
+}
+
+void CImageView2D::slot_ZoomFit()
+{
+    ZoomFit();
+}
+
+QRect CImageView2D::GetViewPort() const
+{
+    return ViewPort();
+}
+
+double CImageView2D::GetSizePixel() const
+{
+    return Window().width() == 0 ? 0.0 : double(ViewPort().width()) / Window().width();
+}
+
+CImageView2DLayer* CImageView2D::GetLayerDrawing() const
+{
+    return m_pLayer;
+}
+
+CImageView2DGeometryModel* CImageView2D::GetGeometryModel() const
+{
+    return m_pGeometryModel;
+}
+
+unsigned int CImageView2D::GetImageUID() const
+{
+    return m_pImage ? m_pImage->GetUID() : kNoUID;
+}
+
+void CImageView2D::slot_Goto()
+{
+    if (!m_pImage)
+        return;
+    CImageView2DGotoDlg dialog(this);
+    dialog.SetMinimumX(0);
+    dialog.SetMaximumX(m_pImage->GetWidth() - 1);
+    dialog.SetMinimumY(0);
+    dialog.SetMaximumY(m_pImage->GetHeight() - 1);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    // Deliberate: the position becomes the pan as it is, whatever the zoom.
+    m_pZoom->dblPanX = -dialog.GetX();
+    m_pZoom->dblPanY = -dialog.GetY();
+    Repaint();
+}
+
+void CImageView2D::slot_ChangeCurrentImage()
+{
+    {
+        QMutexLocker locker(&m_mutexImage);
+        m_pImage = m_pModel ? m_pModel->GetCurrentImage() : nullptr;
+        if (!m_pImage)
+            m_image = QImage();
+        else if (!CUtilManager::ConvertImage(m_pImage.get(), m_image, false))
+            return;
+    }
+    Repaint();
+    ZoomFit();
+}
+
+void CImageView2D::slot_ChangeDrawableObjectProperty(unsigned int)
+{
+    if (!m_pGeometryModel)
+        return;
+    m_bListIsOld = true;
+    update();
+}
+
+void CImageView2D::slot_DeleteDrawableObject(unsigned int, QString)
+{
+}
+
+void CImageView2D::slot_AddDrawableObject(unsigned int, QString)
+{
+}
+
+void CImageView2D::slot_ClearObject()
+{
+    Clear();
+}
+
+void CImageView2D::RebuildPaintList()
+{
+    if (!m_bListIsOld)
+        return;
+    m_bListIsOld = false;
+    if (m_pGeometryModel)
+        ReplaceDrawableObjects(m_pGeometryModel->GetObjects());
+}
+
+void CImageView2D::DrawObject(std::shared_ptr<CImageView2DDrawableObject> pObject)
+{
+    RebuildPaintList();
+    CImageView2DDrawableWidget::DrawObject(std::move(pObject));
+}
+
+void CImageView2D::Clear()
+{
+    m_bListIsOld = false;
+    CImageView2DDrawableWidget::Clear();
+}
+
+std::vector<std::shared_ptr<CImageView2DDrawableObject>> CImageView2D::GetDrawableObjects()
+{
+    RebuildPaintList();
+    return CImageView2DDrawableWidget::GetDrawableObjects();
+}
+
+void CImageView2D::setVisible(bool bVisible)
+{
+    CImageView2DDrawableWidget::setVisible(bVisible);
+    if (bVisible)
+        Q_EMIT signal_Active();
+}
+
+void CImageView2D::resizeEvent(QResizeEvent* pEvent)
+{
+    CImageView2DDrawableWidget::resizeEvent(pEvent);
+    m_pLayer->setGeometry(0, 0, width(), height());
+    Repaint();
+}
+
+bool CImageView2D::IsPanning() const
+{
+    return ToolModel() && ToolModel()->GetViewMode() == EImageView2DMode_Panning;
+}
+
+void CImageView2D::ShowCrosshair(const QPoint& pos)
+{
+    m_bDragging = true;
+    m_pZoom->dblCrossX = pos.x();
+    m_pZoom->dblCrossY = pos.y();
+    update();
+}
+
+void CImageView2D::mousePressEvent(QMouseEvent* pEvent)
+{
+    Q_EMIT signal_Active();
+    if (pEvent->button() == Qt::LeftButton)
+        m_bLeftDown = true;
+    else if (pEvent->button() == Qt::RightButton)
+        m_bRightDown = true;
+    const QPoint pos = RoundedPosition(pEvent->localPos());
+    if (m_bLeftDown && !IsPanning())
+        ShowCrosshair(pos);
+    m_nLastX = pos.x();
+    m_nLastY = pos.y();
+    if (m_bLeftDown && ToolModel())
+        Send(this, GestureOf(ToolModel()->GetViewMode()).start, MapToImage(QPointF(pos)));
+}
+
+void CImageView2D::mouseMoveEvent(QMouseEvent* pEvent)
+{
+    const QPoint pos = RoundedPosition(pEvent->localPos());
+    if (pos == QPoint(m_nLastX, m_nLastY)) {
+        CImageView2DDrawableWidget::mouseMoveEvent(pEvent);
+        return;
+    }
+    if (m_bLeftDown && !IsPanning())
+        ShowCrosshair(pos);
+    Send(this, &CImageView2D::signal_ChangeMousePosition, MapToImage(QPointF(pos)));
+    DoMove(pos);
+}
+
+/// The move by mode. The last position changes in panning alone, so elsewhere it is the press point.
+void CImageView2D::DoMove(const QPoint& pos)
+{
+    if (!ToolModel())
+        return;
+    const int nMode = ToolModel()->GetViewMode();
+    const QPointF start = MapToImage(QPointF(m_nLastX, m_nLastY));
+    const QPointF end = MapToImage(QPointF(pos));
+    if (m_bLeftDown && nMode == EImageView2DMode_Panning)
+        Pan(pos);
+    else if (m_bLeftDown)
+        Send(this, GestureOf(nMode).doing, start, end);
+    else if (nMode == EImageView2DMode_Selecting)
+        Send(this, &CImageView2D::signal_CheckResizeRotate, end);
+    else if (nMode == EImageView2DMode_Drawing_Polygon)
+        Send(this, &CImageView2D::signal_DrawPolygonWaiting, end);
+}
+
+void CImageView2D::Pan(const QPoint& pos)
+{
+    m_pZoom->dblPanX += (pos.x() - m_nLastX) / m_pZoom->dblZoom;
+    m_pZoom->dblPanY += (pos.y() - m_nLastY) / m_pZoom->dblZoom;
+    m_nLastX = pos.x();
+    m_nLastY = pos.y();
+    Repaint();
+}
+
+void CImageView2D::mouseReleaseEvent(QMouseEvent* pEvent)
+{
+    const QPointF start = MapToImage(QPointF(m_nLastX, m_nLastY));
+    const QPointF end = MapToImage(QPointF(RoundedPosition(pEvent->localPos())));
+    m_bDragging = false;
+    update();
+    const bool bLeftDown = m_bLeftDown;
+    m_bLeftDown = false;
+    m_bRightDown = false;
+    if (!bLeftDown || !ToolModel())
+        return;
+    const int nMode = ToolModel()->GetViewMode();
+    if (nMode != EImageView2DMode_Selecting || start != end)
+        Send(this, GestureOf(nMode).end, start, end);
+}
+
+void CImageView2D::wheelEvent(QWheelEvent* pEvent)
+{
+    SZoomState& zoom = *m_pZoom;
+    const double dblNew = zoom.dblZoom + zoom.dblZoom * pEvent->angleDelta().y() * kZoomPerDelta;
+    // Deliberate: there is no upper bound; only what is no number any more is refused.
+    if (!(dblNew > kMinZoom) || !std::isfinite(dblNew)) {
+        pEvent->ignore();
+        return;
+    }
+    const QPointF pos = pEvent->position();
+    zoom.dblAnchorX += (pos.x() - zoom.dblWheelX) / zoom.dblZoom;
+    zoom.dblAnchorY += (pos.y() - zoom.dblWheelY) / zoom.dblZoom;
+    zoom.dblWheelX = pos.x();
+    zoom.dblWheelY = pos.y();
+    zoom.dblZoom = dblNew;
+    Repaint();
+}
+
+void CImageView2D::keyPressEvent(QKeyEvent* pEvent)
+{
+    Q_EMIT signal_PressKey(pEvent->key());
+    if (pEvent->matches(QKeySequence::Undo))
+        Q_EMIT signal_Undo();
+    else if (pEvent->matches(QKeySequence::Redo))
+        Q_EMIT signal_Redo();
+    else if (pEvent->matches(QKeySequence::Copy))
+        Q_EMIT signal_Copy();
+    else if (pEvent->matches(QKeySequence::Paste))
+        Q_EMIT signal_Paste();
+    else
+        CImageView2DDrawableWidget::keyPressEvent(pEvent);
+}
+
+void CImageView2D::dragEnterEvent(QDragEnterEvent* pEvent)
+{
+    if (pEvent->mimeData()->hasUrls())
+        pEvent->acceptProposedAction();
+}
+
+void CImageView2D::dropEvent(QDropEvent* pEvent)
+{
+    const QList<QUrl> lstUrls = pEvent->mimeData()->urls();
+    for (const QUrl& url : lstUrls)
+        Q_EMIT signal_AddImage(url.toLocalFile());
+    pEvent->acceptProposedAction();
+}

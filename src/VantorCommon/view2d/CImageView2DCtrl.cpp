@@ -1,0 +1,408 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
+
+#include <Vantor/geometry/CPoint.h>
+#include <Vantor/image/CImage.h>
+#include <VantorCommon/annotation/command/CCommandContainer.h>
+#include <VantorCommon/annotation/command/CImageView2DCommandAddGeometry.h>
+#include <VantorCommon/annotation/command/CImageView2DCommandChangeCurrentImage.h>
+#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+#include <VantorCommon/annotation/model/CImageView2DToolModel.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/annotation/view/CImageView2DGeometryPropertyView.h>
+#include <VantorCommon/annotation/view/CImageView2DToolView.h>
+#include <VantorCommon/shell/dock/CPropertyDockView.h>
+#include <VantorCommon/shell/dock/CStatusBarDockView.h>
+#include <VantorCommon/shell/dock/CToolBoxDockView.h>
+#include <VantorCommon/shell/dock/CViewParameterView.h>
+#include <VantorCommon/shell/mvc/CMVCManager.h>
+#include <VantorCommon/view2d/CImageView2D.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
+#include <VantorCommon/view2d/CImageView2DPropertyView.h>
+#include <VantorCommon/view2d/CImageView2DStatusView.h>
+
+#include <QMainWindow>
+#include <QVBoxLayout>
+
+using Vantor::Algorithms::CImage;
+using Vantor::Algorithms::ERotationMode;
+
+namespace
+{
+constexpr double kQuarterTurn = 1.5707963267948966; // pi / 2
+constexpr double kHandleReach = 10.0;               // widget pixels
+
+} // namespace
+
+CImageView2DCtrl::CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeometryModel* pGeometryModel,
+                                   CImageView2DToolModel* pToolModel, CImageView2D* pView,
+                                   CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
+                                   CStatusBarDockView* pStatusBarDockView)
+    : m_pModel(pModel), m_pGeometryModel(pGeometryModel), m_pToolModel(pToolModel), m_pView(pView),
+      m_pToolBoxDockView(pToolBoxDockView), m_pPropertyDockView(pPropertyDockView),
+      m_pStatusBarDockView(pStatusBarDockView), m_pCommands(std::make_unique<CCommandContainer>())
+{
+    CreatePanels();
+    if (m_pView)
+        ConnectView();
+}
+
+CImageView2DCtrl::~CImageView2DCtrl()
+{
+    // A panel is in a dock or nowhere; in both cases it goes with its controller.
+    delete m_pToolPanel;
+    delete m_pPropertyPanel;
+    delete m_pStatusPanel;
+}
+
+void CImageView2DCtrl::CreatePanels()
+{
+    auto* pToolView = new CImageView2DToolView(m_pToolModel, nullptr);
+    m_pToolPanel = pToolView;
+    connect(pToolView, &CImageView2DToolView::signal_SelectMode, this,
+            &CImageView2DCtrl::slot_ChangeSelectMode);
+    connect(pToolView, &CImageView2DToolView::signal_PanningMode, this,
+            &CImageView2DCtrl::slot_ChangePanningMode);
+    connect(pToolView, &CImageView2DToolView::signal_ROIRectangleSelected, this,
+            &CImageView2DCtrl::slot_SelectROIRectangle);
+    connect(pToolView, &CImageView2DToolView::signal_ROICircleSelected, this,
+            &CImageView2DCtrl::slot_SelectROICircle);
+    connect(pToolView, &CImageView2DToolView::signal_ROIEllipseSelected, this,
+            &CImageView2DCtrl::slot_SelectROIEllipse);
+    connect(pToolView, &CImageView2DToolView::signal_ROIPolygonSelected, this,
+            &CImageView2DCtrl::slot_SelectROIPolygon);
+
+    auto* pPage = new CViewParameterView(nullptr);
+    m_pPropertyPanel = pPage;
+    auto* pLayout = new QVBoxLayout(pPage);
+    pLayout->addWidget(new CImageView2DPropertyView(m_pModel, pPage));
+    pLayout->addWidget(new CImageView2DGeometryPropertyView(m_pGeometryModel, pPage));
+    pLayout->addStretch();
+
+    m_pStatusPanel = new CImageView2DStatusView(nullptr);
+}
+
+void CImageView2DCtrl::ConnectView()
+{
+    const auto on = [this](auto pSignal, auto pSlot) { connect(m_pView.data(), pSignal, this, pSlot); };
+    using V = CImageView2D;
+    using C = CImageView2DCtrl;
+    on(&V::signal_Active, &C::slot_Active);
+    on(&V::signal_LoadImage, &C::slot_LoadImage);
+    on(&V::signal_LoadPdf, &C::slot_LoadPdf);
+    on(&V::signal_SaveImage, &C::slot_SaveImage);
+    on(&V::signal_CloseImage, &C::slot_CloseImage);
+    on(&V::signal_Copy, &C::slot_Copy);
+    on(&V::signal_Paste, &C::slot_Paste);
+    on(&V::signal_AddImage, &C::slot_AddImageDragDrop);
+    on(&V::signal_Undo, &C::slot_Undo);
+    on(&V::signal_Redo, &C::slot_Redo);
+    on(&V::signal_ChangeMousePosition, &C::slot_ChangeMousePosition);
+    on(&V::signal_ShowContextMenu, &C::slot_ShowContextMenu);
+}
+
+bool CImageView2DCtrl::Undo()
+{
+    if (!m_pView || !m_pView->hasFocus() || !m_pCommands)
+        return false;
+    m_pCommands->Undo();
+    return true;
+}
+
+bool CImageView2DCtrl::Redo()
+{
+    if (!m_pView || !m_pView->hasFocus() || !m_pCommands)
+        return false;
+    m_pCommands->Redo();
+    return true;
+}
+
+void CImageView2DCtrl::slot_Undo()
+{
+    Undo();
+}
+
+void CImageView2DCtrl::slot_Redo()
+{
+    Redo();
+}
+
+/// Push first, then execute: the order of every editing step.
+void CImageView2DCtrl::Execute(std::unique_ptr<CCommand> pCommand)
+{
+    CCommand* pStep = pCommand.release();
+    m_pCommands->PushUndo(pStep);
+    pStep->exec();
+}
+
+void CImageView2DCtrl::slot_Active()
+{
+    PutIntoDock(m_pToolBoxDockView, m_pToolPanel);
+    PutIntoDock(m_pPropertyDockView, m_pPropertyPanel);
+    PutIntoDock(m_pStatusBarDockView, m_pStatusPanel);
+}
+
+void CImageView2DCtrl::PutIntoDock(QScrollArea* pDock, QWidget* pPanel)
+{
+    if (!pDock || !pPanel || pDock->widget() == pPanel)
+        return;
+    // setWidget would delete the panel of another viewer.
+    pDock->takeWidget();
+    pDock->setWidget(pPanel);
+    pPanel->show();
+}
+
+void CImageView2DCtrl::CloseCurrentImage()
+{
+    if (!m_pModel)
+        return;
+    m_pModel->CloseCurrentImage();
+    if (m_pGeometryModel)
+        m_pGeometryModel->ClearObject();
+}
+
+void CImageView2DCtrl::slot_CloseImage()
+{
+    CloseCurrentImage();
+}
+
+void CImageView2DCtrl::ChangeImage(ImagePtr pImage, int nIndex)
+{
+    if (!m_pModel)
+        return;
+    m_pModel->SetImage(std::move(pImage), nIndex);
+    if (m_pGeometryModel)
+        m_pGeometryModel->ClearObject();
+}
+
+void CImageView2DCtrl::SetCurrentImage(ImagePtr pImage)
+{
+    if (!m_pModel)
+        return;
+    m_pModel->SetCurrentImage(std::move(pImage));
+    if (m_pGeometryModel)
+        m_pGeometryModel->ClearObject();
+}
+
+bool CImageView2DCtrl::PushImage(ImagePtr pImage)
+{
+    if (!m_pModel)
+        return false;
+    m_pModel->PushImage(std::move(pImage));
+    return true;
+}
+
+CImageView2DCtrl::ImagePtr CImageView2DCtrl::GetCurrentImgage() const
+{
+    return m_pModel ? m_pModel->GetCurrentImage() : nullptr;
+}
+
+void CImageView2DCtrl::ChangeCurrentImage(ImagePtr pImage)
+{
+    if (m_pCommands)
+        Execute(std::make_unique<CImageView2DCommandChangeCurrentImage>(this, std::move(pImage)));
+}
+
+void CImageView2DCtrl::slot_Previous()
+{
+    if (m_pModel)
+        m_pModel->Previous();
+}
+
+void CImageView2DCtrl::slot_Next()
+{
+    if (m_pModel)
+        m_pModel->Next();
+}
+
+void CImageView2DCtrl::slot_SelectImage(int nIndex)
+{
+    if (m_pModel)
+        m_pModel->SetCurrentIndex(nIndex);
+}
+
+void CImageView2DCtrl::slot_ClearImage()
+{
+    if (m_pModel)
+        m_pModel->Clear();
+}
+
+void CImageView2DCtrl::RotateLeft()
+{
+    Rotate(-kQuarterTurn);
+}
+
+void CImageView2DCtrl::RotateRight()
+{
+    Rotate(kQuarterTurn);
+}
+
+void CImageView2DCtrl::slot_RotateLeft()
+{
+    RotateLeft();
+}
+
+void CImageView2DCtrl::slot_RotateRight()
+{
+    RotateRight();
+}
+
+void CImageView2DCtrl::Rotate(double dblAngle)
+{
+    const ImagePtr pCurrent = GetCurrentImgage();
+    if (!pCurrent || !m_pView || !m_pCommands)
+        return;
+    const auto pRotated = std::make_shared<CImage>();
+    if (pRotated->CopyFrom(pCurrent.get()) != 0)
+        return;
+    const Vantor::Geometry::CPoint<double> centre(pRotated->GetWidth() * 0.5, pRotated->GetHeight() * 0.5);
+    if (pRotated->Rotate(centre, dblAngle, 0.0, ERotationMode::GrowCanvas) == 0)
+        ChangeCurrentImage(pRotated);
+}
+
+void CImageView2DCtrl::SetApplicationVisible(bool bVisible)
+{
+    const auto isMainWindow = [](const SMVC& item) {
+        return dynamic_cast<QMainWindow*>(item.pView) != nullptr;
+    };
+    const auto item = CMVCManager::FindFirst(isMainWindow);
+    if (!m_pView || !item)
+        return;
+    if (!bVisible) {
+        item->pView->showMinimized();
+        return;
+    }
+    item->pView->showMaximized();
+    item->pView->raise();
+    item->pView->activateWindow();
+}
+
+void CImageView2DCtrl::slot_OpenSnipTool()
+{
+    if (!m_pSnipTool)
+        return;
+    SetApplicationVisible(false);
+    m_pSnipTool->showMaximized();
+    m_pSnipTool->show();
+    m_pSnipTool->activateWindow();
+    m_pSnipTool->raise();
+}
+
+void CImageView2DCtrl::slot_ChangeMousePosition(QPointF& mousePos)
+{
+    if (m_pModel)
+        m_pModel->SetMousePosition(mousePos);
+}
+
+void CImageView2DCtrl::slot_ShowContextMenu(const QPointF& point)
+{
+    if (!m_pGeometryModel || !m_pView)
+        return;
+    for (const ObjectPtr& pObject : m_pGeometryModel->GetObjects()) {
+        if (!pObject->GetBoundary().contains(point))
+            continue;
+        pObject->SetSelected(true);
+        m_pView->ShowContextMenuDrawableObject(point, pObject->GetUID());
+        return;
+    }
+    m_pView->ShowContextMenu(point);
+}
+
+void CImageView2DCtrl::AddRectangle(std::shared_ptr<CImageView2DDrawableGeometry> pObject)
+{
+    if (pObject && m_pCommands)
+        Execute(std::make_unique<CImageView2DCommandAddGeometry>(this, std::move(pObject)));
+}
+
+void CImageView2DCtrl::AddDrawableObject(ObjectPtr pObject)
+{
+    if (!m_pGeometryModel)
+        return;
+    m_pGeometryModel->UnSelectedAll();
+    m_pGeometryModel->AddObject(std::move(pObject));
+}
+
+bool CImageView2DCtrl::DeleteDrawableObject(ObjectPtr pObject)
+{
+    return m_pGeometryModel && m_pGeometryModel->DeleteObject(std::move(pObject));
+}
+
+bool CImageView2DCtrl::DeleteDrawableObject(unsigned int nUID)
+{
+    return m_pGeometryModel && m_pGeometryModel->DeleteObject(nUID);
+}
+
+void CImageView2DCtrl::MoveDrawableObject(ObjectPtr pObject, double dx, double dy, QPointF& point)
+{
+    if (!pObject)
+        return;
+    pObject->MoveTopLeftTo(QPointF(point.x() - dx, point.y() - dy));
+    if (m_pView)
+        m_pView->update();
+}
+
+double CImageView2DCtrl::HandleTolerance() const
+{
+    const double dblSize = m_pView ? m_pView->GetSizePixel() : 0.0;
+    return dblSize > 0.0 ? kHandleReach / dblSize : 0.0;
+}
+
+void CImageView2DCtrl::ResizeDrawableObject(ObjectPtr pObject, const QPointF& from, const QPointF& to,
+                                            const QPointF&)
+{
+    QPointF handle;
+    if (pObject && pObject->FindResizePoint(HandleTolerance(), from, handle, 0.0))
+        pObject->MoveResizePoint(handle, to - m_ptResizeOffset);
+}
+
+CImageView2DModel* CImageView2DCtrl::GetImageModel() const
+{
+    return m_pModel;
+}
+
+CImageView2DGeometryModel* CImageView2DCtrl::GetGeometryModel() const
+{
+    return m_pGeometryModel;
+}
+
+void CImageView2DCtrl::SetMode(int nMode)
+{
+    if (m_pToolModel)
+        m_pToolModel->SetViewMode(static_cast<EImageView2DMode>(nMode));
+}
+
+void CImageView2DCtrl::slot_ChangeSelectMode()
+{
+    SetMode(EImageView2DMode_Selecting);
+}
+
+void CImageView2DCtrl::slot_ChangePanningMode()
+{
+    SetMode(EImageView2DMode_Panning);
+}
+
+void CImageView2DCtrl::slot_SelectROIRectangle()
+{
+    SetMode(EImageView2DMode_Drawing_Rectanlge);
+}
+
+void CImageView2DCtrl::slot_SelectROIEllipse()
+{
+    SetMode(EImageView2DMode_Drawing_Ellipse);
+}
+
+void CImageView2DCtrl::slot_SelectROICircle()
+{
+    SetMode(EImageView2DMode_Drawing_Circle);
+}
+
+void CImageView2DCtrl::slot_SelectROIPolygon()
+{
+    SetMode(EImageView2DMode_Drawing_Polygon);
+}
+
+void CImageView2DCtrl::slot_DrawRuler()
+{
+    SetMode(EImageView2DMode_Drawing_Line);
+}

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+#include <VantorCommon/shell/mvc/CBaseCtrl.h>
+
+#include <QPointF>
+#include <QPointer>
+#include <QString>
+#include <memory>
+#include <vector>
+
+class CCommand;
+class CCommandContainer;
+class CImageView2D;
+class CImageView2DDrawableGeometry;
+class CImageView2DDrawableObject;
+class CImageView2DGeometryModel;
+class CImageView2DModel;
+class CImageView2DToolModel;
+class CPropertyDockView;
+class CStatusBarDockView;
+class CToolBoxDockView;
+class QScrollArea;
+class QWidget;
+
+namespace Vantor::Algorithms
+{
+class CImage;
+}
+
+/// The controller of a 2D view: its image and file operations, the clipboard, undo and redo, and the slots
+/// behind the view's gestures.
+///
+/// Models, view and docks are not owned and any of them may be null or die first; an operation that misses
+/// its target does nothing. The controller owns its command container and its three panels (tools,
+/// properties, status), which it puts into the docks whenever its view becomes active. GUI thread only.
+class VANTORCOMMON_EXPORT CImageView2DCtrl : public CBaseCtrl
+{
+    Q_OBJECT
+
+public:
+    using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
+    using ObjectPtr = std::shared_ptr<CImageView2DDrawableObject>;
+
+    CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeometryModel* pGeometryModel,
+                     CImageView2DToolModel* pToolModel, CImageView2D* pView,
+                     CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
+                     CStatusBarDockView* pStatusBarDockView);
+    ~CImageView2DCtrl() override;
+
+    /// Act only while the view has the keyboard focus; true then.
+    bool Undo() override;
+    bool Redo() override;
+
+    /// Loads an image or the pages of a PDF document and shows them in place of the list; annotations go.
+    /// What cannot be loaded is logged and changes nothing. Deliberate: a document is told by "pdf" or "PDF"
+    /// behind any character anywhere in the path, a folder's name included.
+    void LoadFile(const QString& strPath);
+    /// The image in a list of one; empty and one log line when it cannot be loaded.
+    std::vector<ImagePtr> LoadImage(const QString& strPath);
+    /// One image per page, in page order, up to the first that cannot be rendered. Asks for a password when
+    /// the document wants one.
+    std::vector<ImagePtr> LoadPDF(const QString& strPath);
+    /// Appends an image or the pages of a document; the last one becomes current. Annotations stay.
+    void AddImage(const QString& strPath);
+    void SaveFile(const QString& strPath);
+
+    void CopyToClipBoard();
+    /// Shows (true) or minimises the first registered main window.
+    void SetApplicationVisible(bool bVisible);
+
+    void CloseCurrentImage();
+    void ChangeImage(ImagePtr pImage, int nIndex);
+    /// Replaces the current image and drops the annotations, without a way back; see ChangeCurrentImage.
+    void SetCurrentImage(ImagePtr pImage);
+    /// Appends an image. @return whether there was a model
+    bool PushImage(ImagePtr pImage);
+    ImagePtr GetCurrentImgage() const;
+    /// Replaces the current image as an undoable step.
+    void ChangeCurrentImage(ImagePtr pImage);
+    /// A quarter turn, counter-clockwise or clockwise, as an undoable step.
+    void RotateLeft();
+    void RotateRight();
+
+    /// Adds a shape as an undoable step.
+    void AddRectangle(std::shared_ptr<CImageView2DDrawableGeometry> pObject);
+    /// Adds an object and selects it alone. Called back by the commands, as are the next three.
+    void AddDrawableObject(ObjectPtr pObject);
+    /// @return whether the object was there
+    bool DeleteDrawableObject(ObjectPtr pObject);
+    bool DeleteDrawableObject(unsigned int nUID);
+    /// Moves the object so that the point is (dx, dy) from its top-left corner.
+    void MoveDrawableObject(ObjectPtr pObject, double dx, double dy, QPointF& point);
+    /// Moves the handle found within 10 widget pixels of `from` to `to`, less the resize offset. The third
+    /// point is not used.
+    void ResizeDrawableObject(ObjectPtr pObject, const QPointF& from, const QPointF& to,
+                              const QPointF& third);
+
+    CImageView2DModel* GetImageModel() const;
+    CImageView2DGeometryModel* GetGeometryModel() const;
+
+public Q_SLOTS:
+    /// Puts the controller's panels into the docks.
+    void slot_Active();
+    void slot_LoadFile();
+    void slot_LoadImage();
+    void slot_LoadPdf();
+    void slot_AddImage();
+    void slot_AddImageDragDrop(const QString& strPath);
+    void slot_SaveImage();
+    void slot_CloseImage();
+    void slot_Copy();
+    void slot_Paste();
+    void slot_Undo();
+    void slot_Redo();
+    void slot_Previous();
+    void slot_Next();
+    void slot_SelectImage(int nIndex);
+    void slot_ClearImage();
+    void slot_RotateLeft();
+    void slot_RotateRight();
+    void slot_OpenSnipTool();
+    void slot_ChangeMousePosition(QPointF& mousePos);
+    void slot_ShowContextMenu(const QPointF& point);
+
+    void slot_ChangeSelectMode();
+    void slot_ChangePanningMode();
+    void slot_SelectROIRectangle();
+    void slot_SelectROIEllipse();
+    void slot_SelectROICircle();
+    void slot_SelectROIPolygon();
+    void slot_DrawRuler();
+
+private:
+    void CreatePanels();
+    void ConnectView();
+    void ConnectToolView();
+    void PutIntoDock(QScrollArea* pDock, QWidget* pPanel);
+    void SetMode(int nMode);
+    std::vector<ImagePtr> LoadAny(const QString& strPath);
+    void ReplaceImages(const std::vector<ImagePtr>& vctImages);
+    void PasteUrls(const QList<QUrl>& lstUrls);
+    void Rotate(double dblAngle);
+    void Execute(std::unique_ptr<CCommand> pCommand);
+    double HandleTolerance() const;
+
+    QPointer<CImageView2DModel> m_pModel;
+    QPointer<CImageView2DGeometryModel> m_pGeometryModel;
+    QPointer<CImageView2DToolModel> m_pToolModel;
+    QPointer<CImageView2D> m_pView;
+    QPointer<CToolBoxDockView> m_pToolBoxDockView;
+    QPointer<CPropertyDockView> m_pPropertyDockView;
+    QPointer<CStatusBarDockView> m_pStatusBarDockView;
+    QPointer<QWidget> m_pToolPanel;
+    QPointer<QWidget> m_pPropertyPanel;
+    QPointer<QWidget> m_pStatusPanel;
+    QPointer<QWidget> m_pSnipTool;
+    std::unique_ptr<CCommandContainer> m_pCommands;
+    QPointF m_ptResizeOffset;
+};

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// The file and clipboard half of CImageView2DCtrl.
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
+
+#include <Vantor/image/CImage.h>
+#include <Vantor/pdf/CPDFReader.h>
+#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+#include <VantorCommon/log/CLogger.h>
+#include <VantorCommon/settings/CSettingManager.h>
+#include <VantorCommon/view2d/CImageView2D.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
+#include <VantorCommon/view2d/CUtilManager.h>
+#include <VantorCommon/view2d/ImageFileDialogs_p.h>
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QRegExp>
+#include <QUrl>
+
+using Vantor::Algorithms::CImage;
+using Vantor::Utils::CPDFReader;
+
+namespace
+{
+constexpr double kDefaultResolution = 144.0; // dots per inch
+
+/// Deliberate: any character followed by "pdf" or "PDF", anywhere in the path.
+bool LooksLikePdf(const QString& strPath)
+{
+    return strPath.contains(QRegExp(QStringLiteral(".pdf|.PDF"), Qt::CaseSensitive, QRegExp::RegExp));
+}
+
+void ReportUnreadablePdf(const QString& strPath, QWidget* pParent, bool bTell)
+{
+    const QByteArray path = strPath.toUtf8();
+    CLogger::Write(ERROR, "Cannot load pdf file %s", path.constData());
+    if (!bTell)
+        return;
+    auto* pBox =
+        new QMessageBox(QMessageBox::Critical, QString(),
+                        QStringLiteral("Cannot load pdf file %1").arg(strPath), QMessageBox::Ok, pParent);
+    pBox->setTextFormat(Qt::PlainText);
+    pBox->setAttribute(Qt::WA_DeleteOnClose);
+    pBox->open();
+}
+
+/// Opens the document, with a password from the user where it wants one. True when its pages can be had.
+bool ReadPdf(CPDFReader& reader, const QString& strPath, QWidget* pParent)
+{
+    int nResult = reader.Read(strPath.toStdWString(), std::wstring());
+    bool bPasswordGiven = false;
+    if (nResult == CPDFReader::EReadResult_PasswordRequired) {
+        const QString strPassword =
+            QInputDialog::getText(pParent, QStringLiteral("Input the password"), QStringLiteral("Password"),
+                                  QLineEdit::Password, QString(), &bPasswordGiven);
+        if (bPasswordGiven)
+            nResult = reader.Read(strPath.toStdWString(), strPassword.toStdWString());
+    }
+    if (nResult == CPDFReader::EReadResult_OK && reader.GetPageNumber() > 0)
+        return true;
+    ReportUnreadablePdf(strPath, pParent, bPasswordGiven);
+    return false;
+}
+} // namespace
+
+void CImageView2DCtrl::LoadFile(const QString& strPath)
+{
+    if (m_pModel && !strPath.isEmpty())
+        ReplaceImages(LoadAny(strPath));
+}
+
+std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadAny(const QString& strPath)
+{
+    return LooksLikePdf(strPath) ? LoadPDF(strPath) : LoadImage(strPath);
+}
+
+void CImageView2DCtrl::ReplaceImages(const std::vector<ImagePtr>& vctImages)
+{
+    if (!m_pModel || vctImages.empty())
+        return;
+    m_pModel->SetImages(vctImages);
+    if (m_pGeometryModel)
+        m_pGeometryModel->ClearObject();
+}
+
+std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadImage(const QString& strPath)
+{
+    auto pImage = std::make_shared<CImage>();
+    if (pImage->Load(strPath.toStdWString()) == 0)
+        return {std::move(pImage)};
+    const QByteArray path = strPath.toUtf8();
+    CLogger::Write(ERROR, "Cannot load image %s", path.constData());
+    return {};
+}
+
+std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadPDF(const QString& strPath)
+{
+    const int nSlash = strPath.lastIndexOf(QLatin1Char('/'));
+    const std::wstring strFolder = strPath.left(std::max(nSlash, 0)).toStdWString();
+    const std::wstring strName = strPath.mid(nSlash + 1).toStdWString();
+
+    CPDFReader reader;
+    reader.SetResolutionX(CSettingManager::GetDouble(QStringLiteral("PDF_RESOLUTION_X"), kDefaultResolution));
+    // Deliberate: the Y setting goes to X, too, and overwrites it; Y itself is never set.
+    reader.SetResolutionX(CSettingManager::GetDouble(QStringLiteral("PDF_RESOLUTION_Y"), kDefaultResolution));
+    if (!ReadPdf(reader, strPath, m_pView))
+        return {};
+
+    std::vector<ImagePtr> vctPages;
+    for (int i = 0; i < reader.GetPageNumber(); ++i) {
+        auto pPage = std::make_shared<CImage>();
+        if (reader.RenderPage(i, pPage.get()) != 0)
+            break;
+        pPage->SetName(strName);
+        pPage->SetFolder(strFolder);
+        vctPages.push_back(std::move(pPage));
+    }
+    return vctPages;
+}
+
+void CImageView2DCtrl::AddImage(const QString& strPath)
+{
+    if (!m_pModel || strPath.isEmpty())
+        return;
+    for (const ImagePtr& pImage : LoadAny(strPath))
+        PushImage(pImage);
+}
+
+void CImageView2DCtrl::SaveFile(const QString& strPath)
+{
+    const ImagePtr pImage = GetCurrentImgage();
+    if (!pImage || strPath.isEmpty() || pImage->Save(strPath.toStdWString()) == 0)
+        return;
+    const QByteArray path = strPath.toUtf8();
+    CLogger::Write(ERROR, "Cannot save image %s", path.constData());
+}
+
+void CImageView2DCtrl::slot_LoadFile()
+{
+    LoadFile(
+        ImageFileDialogs::ChooseFile(m_pView, QStringLiteral("Load File"), ImageFileDialogs::FilesFilter()));
+}
+
+void CImageView2DCtrl::slot_LoadImage()
+{
+    const QString strPath =
+        ImageFileDialogs::ChooseFile(m_pView, QStringLiteral("Load Image"), ImageFileDialogs::ImagesFilter());
+    if (!strPath.isEmpty())
+        ReplaceImages(LoadImage(strPath));
+}
+
+void CImageView2DCtrl::slot_LoadPdf()
+{
+    const QString strPath =
+        ImageFileDialogs::ChooseFile(m_pView, QStringLiteral("Load PDF File"), ImageFileDialogs::PdfFilter());
+    if (!strPath.isEmpty())
+        ReplaceImages(LoadPDF(strPath));
+}
+
+void CImageView2DCtrl::slot_AddImage()
+{
+    const QStringList lstPaths =
+        ImageFileDialogs::ChooseFiles(m_pView, QStringLiteral("Add Images"), ImageFileDialogs::FilesFilter());
+    for (const QString& strPath : lstPaths)
+        AddImage(strPath);
+}
+
+void CImageView2DCtrl::slot_AddImageDragDrop(const QString& strPath)
+{
+    AddImage(strPath);
+}
+
+void CImageView2DCtrl::slot_SaveImage()
+{
+    SaveFile(ImageFileDialogs::ChooseImageToSave(m_pView));
+}
+
+void CImageView2DCtrl::CopyToClipBoard()
+{
+    const ImagePtr pImage = GetCurrentImgage();
+    QImage image;
+    if (pImage && CUtilManager::ConvertImage(pImage.get(), image, true))
+        QGuiApplication::clipboard()->setImage(image);
+}
+
+void CImageView2DCtrl::slot_Copy()
+{
+    CopyToClipBoard();
+}
+
+void CImageView2DCtrl::slot_Paste()
+{
+    const QMimeData* pData = QGuiApplication::clipboard()->mimeData();
+    if (!pData)
+        return;
+    if (pData->hasUrls()) {
+        PasteUrls(pData->urls());
+        return;
+    }
+    // Deliberate: text wins over an image, and is ignored.
+    if (pData->hasText() || !pData->hasImage())
+        return;
+    const auto image = qvariant_cast<QImage>(pData->imageData());
+    const auto pImage = std::make_shared<CImage>();
+    if (CUtilManager::ConvertImage(image, pImage.get()))
+        PushImage(pImage);
+}
+
+/// Deliberate: every file is taken for an image, also a PDF document, and what does not load is not logged.
+void CImageView2DCtrl::PasteUrls(const QList<QUrl>& lstUrls)
+{
+    for (const QUrl& url : lstUrls) {
+        const auto pImage = std::make_shared<CImage>();
+        if (pImage->Load(url.toLocalFile().toStdWString()) == 0)
+            PushImage(pImage);
+    }
+}

@@ -1,0 +1,308 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/view2d/CImageView2DDrawableWidget.h>
+
+#include <Vantor/geometry/CEllipse.h>
+#include <Vantor/geometry/CLine.h>
+#include <Vantor/geometry/CPoint.h>
+#include <Vantor/geometry/CPointList.h>
+#include <Vantor/geometry/CRectangle.h>
+#include <VantorCommon/annotation/model/CImageView2DToolModel.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableRuler.h>
+
+#include <QPainter>
+#include <QPolygonF>
+
+using namespace Vantor::Geometry;
+
+namespace
+{
+constexpr double kHandleRadius = 3.0; // widget pixels
+/// What an outline, a handle or a dash may reach beyond the shape's box, in widget pixels.
+constexpr double kOutlineMargin = 8.0;
+/// More than the height of a label and than the width of any of its letters, in widget pixels.
+constexpr double kLabelHeight = 64.0;
+
+const QColor kSelectedColor(255, 0, 0, 255);
+const QColor kSelectedFill(255, 0, 0, 50);
+const QColor kColor(0, 255, 0, 255);
+const QColor kFill(0, 255, 0, 50);
+const QColor kBoxColor(100, 100, 100, 255);
+const QColor kLabelColor(255, 255, 255, 255);
+const QColor kLabelBackground(10, 10, 10, 255);
+
+QFont LabelFont()
+{
+    return QFont(QStringLiteral("Arial"), 16);
+}
+
+QPen OutlinePen(const QColor& color, double dblWidth, Qt::PenStyle style = Qt::SolidLine)
+{
+    return QPen(QBrush(color, Qt::SolidPattern), dblWidth, style, Qt::SquareCap, Qt::BevelJoin);
+}
+} // namespace
+
+CImageView2DDrawableWidget::CImageView2DDrawableWidget(CImageView2DToolModel* pToolModel, QWidget* pParent)
+    : QWidget(pParent), m_rectViewPort(0, 0, width(), height()), m_rectWindow(0, 0, width(), height()),
+      m_pToolModel(pToolModel)
+{
+    setAttribute(Qt::WA_MouseTracking);
+    if (m_pToolModel)
+        connect(m_pToolModel.data(), &CImageView2DToolModel::signal_ChangeViewMode, this,
+                &CImageView2DDrawableWidget::slot_ChangeViewMode);
+}
+
+CImageView2DDrawableWidget::~CImageView2DDrawableWidget() = default;
+
+void CImageView2DDrawableWidget::DrawObject(std::shared_ptr<CImageView2DDrawableObject> pObject)
+{
+    if (!pObject)
+        return;
+    m_vctObjects.push_back(std::move(pObject));
+    update();
+}
+
+void CImageView2DDrawableWidget::Clear()
+{
+    m_vctObjects.clear();
+    update();
+}
+
+void CImageView2DDrawableWidget::SetViewPort(const QRect& rect)
+{
+    m_rectViewPort = rect;
+    update();
+}
+
+void CImageView2DDrawableWidget::SetWindow(const QRect& rect)
+{
+    m_rectWindow = rect;
+    update();
+}
+
+std::vector<std::shared_ptr<CImageView2DDrawableObject>> CImageView2DDrawableWidget::GetDrawableObjects()
+{
+    return m_vctObjects;
+}
+
+void CImageView2DDrawableWidget::Paint(QPainter&)
+{
+}
+
+void CImageView2DDrawableWidget::ReplaceDrawableObjects(
+    std::vector<std::shared_ptr<CImageView2DDrawableObject>> vctObjects)
+{
+    m_vctObjects = std::move(vctObjects);
+}
+
+bool CImageView2DDrawableWidget::HasMapping() const
+{
+    return !m_rectViewPort.isEmpty() && !m_rectWindow.isEmpty();
+}
+
+QPointF CImageView2DDrawableWidget::MapToImage(const QPointF& point) const
+{
+    if (!HasMapping())
+        return QPointF();
+    const double dblWw = m_rectWindow.width();
+    const double dblWh = m_rectWindow.height();
+    return QPointF((point.x() - m_rectViewPort.left()) * dblWw / m_rectViewPort.width(),
+                   (point.y() - m_rectViewPort.top()) * dblWh / m_rectViewPort.height());
+}
+
+QRectF CImageView2DDrawableWidget::MapToImage(const QRectF& rect) const
+{
+    const QPointF topLeft = MapToImage(rect.topLeft());
+    const QPointF bottomRight = MapToImage(QPointF(rect.left() + rect.width(), rect.top() + rect.height()));
+    return QRectF(topLeft.x(), topLeft.y(), bottomRight.x() - topLeft.x(), bottomRight.y() - topLeft.y());
+}
+
+QPointF CImageView2DDrawableWidget::MapToWidget(const QPointF& point) const
+{
+    if (!HasMapping())
+        return QPointF();
+    const double dblVw = m_rectViewPort.width();
+    const double dblVh = m_rectViewPort.height();
+    return QPointF(dblVw / m_rectWindow.width() * point.x() + m_rectViewPort.left(),
+                   dblVh / m_rectWindow.height() * point.y() + m_rectViewPort.top());
+}
+
+QRectF CImageView2DDrawableWidget::MapToWidget(const QRectF& rect) const
+{
+    const QPointF topLeft = MapToWidget(rect.topLeft());
+    const QPointF bottomRight = MapToWidget(QPointF(rect.left() + rect.width(), rect.top() + rect.height()));
+    return QRectF(topLeft.x(), topLeft.y(), bottomRight.x() - topLeft.x(), bottomRight.y() - topLeft.y());
+}
+
+CImageView2DToolModel* CImageView2DDrawableWidget::ToolModel() const
+{
+    return m_pToolModel;
+}
+
+void CImageView2DDrawableWidget::slot_ChangeViewMode()
+{
+    if (!m_pToolModel)
+        return;
+    const int nMode = m_pToolModel->GetViewMode();
+    if (nMode == EImageView2DMode_Selecting)
+        setCursor(Qt::ArrowCursor);
+    else if (nMode == EImageView2DMode_Panning)
+        setCursor(Qt::SizeAllCursor);
+    else if (nMode >= EImageView2DMode_Drawing_Rectanlge && nMode <= EImageView2DMode_Drawing_Line)
+        setCursor(Qt::CrossCursor);
+}
+
+void CImageView2DDrawableWidget::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    Paint(painter);
+    if (!HasMapping())
+        return;
+    painter.setViewport(m_rectViewPort);
+    painter.setWindow(m_rectWindow);
+    for (const auto& pObject : m_vctObjects)
+        InternalDrawObject(&painter, pObject);
+}
+
+/// Whether any pixel of the object, its handles and its label may fall into the widget. It may say yes for
+/// nothing, never no for something.
+bool CImageView2DDrawableWidget::MayBeSeen(const CImageView2DDrawableGeometry& object) const
+{
+    // The window's origin moves what is painted, though not what is mapped.
+    if (!m_rectWindow.topLeft().isNull())
+        return true;
+    const QRectF box = MapToWidget(object.GetBoundary());
+    const double dblMargin = kOutlineMargin + kLabelHeight;
+    if (box.bottom() < -dblMargin || box.top() > height() + dblMargin || box.left() > width() + dblMargin)
+        return false;
+    // A label begins in the box and runs to the right.
+    return !(box.right() < -dblMargin) || box.right() + object.GetName().size() * kLabelHeight > 0.0 ||
+           object.GetType() == EImageView2DDrawbleObjectType_Ruler;
+}
+
+void CImageView2DDrawableWidget::InternalDrawObject(QPainter* pPainter,
+                                                    std::shared_ptr<CImageView2DDrawableObject> pObject)
+{
+    if (!pPainter || !pObject || !HasMapping())
+        return;
+    const auto eType = pObject->GetType();
+    if (eType != EImageView2DDrawbleObjectType_Geometry && eType != EImageView2DDrawbleObjectType_Ruler)
+        return;
+    auto* pGeometry = dynamic_cast<CImageView2DDrawableGeometry*>(pObject.get());
+    if (!pGeometry || !MayBeSeen(*pGeometry))
+        return;
+    const double s = double(m_rectWindow.width()) / m_rectViewPort.width();
+    if (eType == EImageView2DDrawbleObjectType_Geometry)
+        DrawGeometryObject(pPainter, *pGeometry, s);
+    else
+        DrawRuler(pPainter, *pGeometry, s);
+}
+
+/// Deliberate: the object's own pen and brush take no part; the colour tells the selection.
+void CImageView2DDrawableWidget::DrawGeometryObject(QPainter* pPainter, CImageView2DDrawableGeometry& object,
+                                                    double s)
+{
+    const bool bSelected = object.GetSelected();
+    pPainter->setPen(OutlinePen(bSelected ? kSelectedColor : kColor, s));
+    pPainter->setBrush(QBrush(bSelected ? kSelectedFill : kFill, Qt::SolidPattern));
+    InternalDrawCompositeGeometry(pPainter, object.GetData().get(), s);
+    if (object.GetDisplayName())
+        InternalDrawText(pPainter, object.GetName(), object.GetBoundary().topLeft(), QPen(kLabelColor),
+                         QBrush(kLabelBackground, Qt::SolidPattern), LabelFont());
+}
+
+/// Deliberate: the length is written whatever the display-name flag says.
+void CImageView2DDrawableWidget::DrawRuler(QPainter* pPainter, CImageView2DDrawableGeometry& object, double s)
+{
+    const auto* pRuler = dynamic_cast<CImageView2DDrawableRuler*>(&object);
+    const auto pGeometry = object.GetData();
+    pPainter->setPen(OutlinePen(object.GetSelected() ? kSelectedColor : kColor, s));
+    pPainter->setBrush(Qt::NoBrush);
+    InternalDrawCompositeGeometry(pPainter, pGeometry.get(), s);
+    const auto* pLine = dynamic_cast<CLine*>(pGeometry.get());
+    if (pRuler && pLine)
+        InternalDrawText(pPainter, QString::asprintf("%.03f pixel", pLine->GetLength()),
+                         pRuler->GetPointText(), OutlinePen(kLabelColor, s), QBrush(kLabelBackground),
+                         LabelFont());
+}
+
+void CImageView2DDrawableWidget::InternalDrawCompositeGeometry(QPainter* pPainter, CGeometry* pGeometry,
+                                                               double s)
+{
+    if (!pPainter || !pGeometry)
+        return;
+    CPointList outline;
+    CPointList handles;
+    if (pGeometry->GetPoints(outline, handles) != 0)
+        return;
+    const EGeometryType eType = pGeometry->GetType();
+    if (eType == EGeometryType_Polygon) {
+        QPolygonF polygon;
+        for (int i = 0; i < handles.Size(); ++i)
+            if (const auto* pPoint = dynamic_cast<CPoint<double>*>(handles.At(i).get()))
+                polygon << QPointF(pPoint->x(), pPoint->y());
+        pPainter->drawPolygon(polygon, Qt::OddEvenFill);
+    } else {
+        InternalDrawElementGeometry(pPainter, pGeometry, s);
+    }
+    for (int i = 0; i < handles.Size(); ++i)
+        InternalDrawElementGeometry(pPainter, handles.At(i).get(), kHandleRadius * s);
+    pPainter->setBrush(Qt::NoBrush);
+    if (eType == EGeometryType_Line || eType == EGeometryType_GeometryArray)
+        return;
+    const CRectangle box = pGeometry->GetBoundingRectangle();
+    pPainter->setPen(OutlinePen(kBoxColor, s, Qt::DashLine));
+    pPainter->drawRect(QRectF(box.x(), box.y(), box.width(), box.height()));
+}
+
+void CImageView2DDrawableWidget::InternalDrawElementGeometry(QPainter* pPainter, CGeometry* pGeometry,
+                                                             double r)
+{
+    if (!pPainter || !pGeometry)
+        return;
+    switch (pGeometry->GetType()) {
+    case EGeometryType_Point:
+        if (const auto* pPoint = dynamic_cast<CPoint<double>*>(pGeometry))
+            pPainter->drawEllipse(QRectF(pPoint->x() - r, pPoint->y() - r, 2 * r, 2 * r));
+        break;
+    case EGeometryType_Line:
+        if (const auto* pLine = dynamic_cast<CLine*>(pGeometry)) {
+            const QLineF line(pLine->start().x(), pLine->start().y(), pLine->end().x(), pLine->end().y());
+            pPainter->drawLines(&line, 1);
+        }
+        break;
+    case EGeometryType_Rectangle:
+        if (const auto* pRectangle = dynamic_cast<CRectangle*>(pGeometry)) {
+            const QRectF rect(pRectangle->x(), pRectangle->y(), pRectangle->width(), pRectangle->height());
+            pPainter->drawRects(&rect, 1);
+        }
+        break;
+    case EGeometryType_Ellipse:
+        if (const auto* pEllipse = dynamic_cast<CEllipse*>(pGeometry))
+            pPainter->drawEllipse(QRectF(pEllipse->centerX() - pEllipse->radiusA(),
+                                         pEllipse->centerY() - pEllipse->radiusB(), 2 * pEllipse->radiusA(),
+                                         2 * pEllipse->radiusB()));
+        break;
+    default:
+        break;
+    }
+}
+
+void CImageView2DDrawableWidget::InternalDrawText(QPainter* pPainter, QString strText, QPointF anchor,
+                                                  const QPen& pen, const QBrush& background,
+                                                  const QFont& font)
+{
+    if (!pPainter)
+        return;
+    pPainter->save();
+    const QRect rect(0, 0, width(), height());
+    pPainter->setViewport(rect);
+    pPainter->setWindow(rect);
+    pPainter->setPen(pen);
+    pPainter->setFont(font);
+    pPainter->setBackground(background);
+    pPainter->setBackgroundMode(Qt::OpaqueMode);
+    pPainter->drawText(MapToWidget(anchor), strText);
+    pPainter->restore();
+}

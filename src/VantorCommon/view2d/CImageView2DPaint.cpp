@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// The painting half of CImageView2D: the image, the crosshair, the grid and the pixel values.
+#include <VantorCommon/view2d/CImageView2D.h>
+
+#include <Vantor/image/CImage.h>
+
+#include <QFontMetrics>
+#include <QPainter>
+#include <algorithm>
+
+namespace
+{
+const QColor kBackground(120, 120, 120, 255);
+const QColor kLineColor(0, 100, 255, 255);
+constexpr double kSourceMargin = 4.0; // image pixels
+constexpr double kGridScale = 50.0;   // widget pixels per image pixel
+constexpr double kValueMargin = 5.0;  // widget pixels
+const QColor kRed(255, 0, 0);
+const QColor kGreen(0, 255, 0);
+const QColor kBlue(0, 0, 255);
+const QColor kWhite(255, 255, 255);
+
+QPen LinePen()
+{
+    return QPen(QBrush(kLineColor), 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
+}
+
+/// Cuts one side of a rectangle to 0 .. dblLimit.
+void ClampSide(double& dblBegin, double& dblSize, double dblLimit)
+{
+    if (dblBegin < 0.0) {
+        dblSize += dblBegin;
+        dblBegin = 0.0;
+    }
+    if (dblBegin + dblSize >= dblLimit)
+        dblSize = dblLimit - dblBegin;
+}
+
+void UseWidgetPixels(QPainter& painter, const QRect& rect)
+{
+    painter.setViewport(rect);
+    painter.setWindow(rect);
+}
+} // namespace
+
+void CImageView2D::Paint(QPainter& painter)
+{
+    RebuildPaintList();
+    QMutexLocker locker(&m_mutexImage);
+    UseWidgetPixels(painter, rect());
+    painter.fillRect(rect(), kBackground);
+    const bool bImage = m_pImage && m_image.width() != 0 && !ViewPort().isEmpty();
+    double dblScaleX = 0.0;
+    double dblScaleY = 0.0;
+    QRectF source;
+    if (bImage) {
+        dblScaleX = double(ViewPort().width()) / m_image.width();
+        dblScaleY = double(ViewPort().height()) / m_image.height();
+        source = VisibleImageRect(dblScaleX, dblScaleY);
+        if (!source.isEmpty()) {
+            painter.setViewport(ViewPort());
+            painter.setWindow(Window());
+            painter.drawImage(source, m_image, source);
+        }
+    }
+    UseWidgetPixels(painter, rect());
+    if (m_bDragging)
+        DrawCrosshair(painter);
+    if (bImage && dblScaleX >= kGridScale && dblScaleY >= kGridScale) {
+        DrawGrid(painter, source);
+        DrawPixelValues(painter, source, dblScaleX, dblScaleY);
+    }
+}
+
+/// The part of the image that the widget shows, with a margin, cut to the image.
+QRectF CImageView2D::VisibleImageRect(double dblScaleX, double dblScaleY) const
+{
+    double dblLeft = (ViewPort().left() < 0 ? -double(ViewPort().left()) : 0.0) / dblScaleX - kSourceMargin;
+    double dblTop = (ViewPort().top() < 0 ? -double(ViewPort().top()) : 0.0) / dblScaleY - kSourceMargin;
+    double dblWidth = width() / dblScaleX + 2 * kSourceMargin;
+    double dblHeight = height() / dblScaleY + 2 * kSourceMargin;
+    ClampSide(dblLeft, dblWidth, m_image.width());
+    ClampSide(dblTop, dblHeight, m_image.height());
+    return QRectF(dblLeft, dblTop, dblWidth, dblHeight);
+}
+
+void CImageView2D::DrawCrosshair(QPainter& painter)
+{
+    painter.setPen(LinePen());
+    painter.drawLine(QPointF(0.0, m_pZoom->dblCrossY), QPointF(width(), m_pZoom->dblCrossY));
+    painter.drawLine(QPointF(m_pZoom->dblCrossX, 0.0), QPointF(m_pZoom->dblCrossX, height()));
+}
+
+void CImageView2D::DrawGrid(QPainter& painter, const QRectF& source)
+{
+    painter.setPen(LinePen());
+    const double dblRight = source.left() + source.width();
+    const double dblBottom = source.top() + source.height();
+    for (int y = static_cast<int>(source.top()); y <= dblBottom; ++y)
+        painter.drawLine(MapToWidget(QPointF(source.left(), y)), MapToWidget(QPointF(dblRight, y)));
+    for (int x = static_cast<int>(source.left()); x <= dblRight; ++x)
+        painter.drawLine(MapToWidget(QPointF(x, source.top())), MapToWidget(QPointF(x, dblBottom)));
+}
+
+void CImageView2D::DrawPixelValues(QPainter& painter, const QRectF& source, double dblScaleX,
+                                   double dblScaleY)
+{
+    const unsigned char* const* pRows = std::as_const(*m_pImage).GetRows();
+    const std::size_t* pOffsets = m_pImage->GetColumnOffsets();
+    const double dblRight = source.left() + source.width();
+    const double dblBottom = source.top() + source.height();
+    for (int y = static_cast<int>(source.top()); y < dblBottom; ++y)
+        for (int x = static_cast<int>(source.left()); x < dblRight; ++x)
+            DrawPixelValue(painter, pRows[y] + pOffsets[x], m_pImage->GetChannel(), x, y, dblScaleX,
+                           dblScaleY);
+}
+
+void CImageView2D::DrawPixelValue(QPainter& painter, const unsigned char* pPixel, int nChannels, int x, int y,
+                                  double, double dblScaleY)
+{
+    const QFont font(QStringLiteral("Arial"), 15);
+    const int nLine = QFontMetrics(font, this).height();
+    const double dblBlock = double(nLine) * nChannels;
+    if (!pPixel || dblBlock + kValueMargin > dblScaleY)
+        return;
+    const double f = dblBlock / dblScaleY;
+    const QRectF box = MapToWidget(QRectF(x + 0.25, y + (1 - f) * 0.5, 0.5, f));
+    painter.setFont(font);
+    painter.setBackground(QColor(0, 0, 0, 255));
+    painter.setBackgroundMode(Qt::OpaqueMode);
+    const auto write = [&](const QRectF& where, int nFlags, const QColor& color, int nChannel) {
+        painter.setPen(color);
+        painter.drawText(where, nFlags, QString::asprintf("%d", pPixel[nChannel]));
+    };
+    if (nChannels == 1) {
+        write(box, Qt::AlignCenter, kWhite, 0);
+    } else if (nChannels == 3) {
+        write(box, Qt::AlignHCenter | Qt::AlignTop, kRed, 0);
+        write(box, Qt::AlignCenter, kGreen, 1);
+        write(box, Qt::AlignHCenter | Qt::AlignBottom, kBlue, 2);
+    } else if (nChannels == 4) {
+        const QColor colors[] = {kRed, kGreen, kBlue, kWhite};
+        for (int k = 0; k < nChannels; ++k)
+            write(QRectF(box.left(), box.top() + k * nLine, box.width(), nLine), Qt::AlignHCenter, colors[k],
+                  k);
+    }
+    painter.setBackgroundMode(Qt::TransparentMode);
+}

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QStringList>
+
+class QWidget;
+
+/// The modal file dialogs of the viewers and of the centre.
+namespace ImageFileDialogs
+{
+/// "Files (...)" of all image formats and PDF, then all files.
+QString FilesFilter();
+/// "Images (...)" of all image formats, then all files.
+QString ImagesFilter();
+/// "PDF (...)", then all files.
+QString PdfFilter();
+
+/// One existing file, empty when cancelled.
+QString ChooseFile(QWidget* pParent, const QString& strTitle, const QString& strFilter);
+/// Any number of existing files.
+QStringList ChooseFiles(QWidget* pParent, const QString& strTitle, const QString& strFilter);
+/// Where to save an image: titled "Save Image", the default suffix is "bmp". Empty when cancelled.
+QString ChooseImageToSave(QWidget* pParent);
+} // namespace ImageFileDialogs
