@@ -2,6 +2,8 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/shell/mvc/CBaseCtrl.h>
 
-CBaseCtrl::CBaseCtrl(QObject* parent) : QObject(parent) {}
+CBaseCtrl::CBaseCtrl(QObject* parent) : QObject(parent)
+{
+}
 
 CBaseCtrl::~CBaseCtrl() = default;

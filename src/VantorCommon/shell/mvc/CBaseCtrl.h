@@ -14,7 +14,8 @@ public:
     explicit CBaseCtrl(QObject* parent = nullptr);
     ~CBaseCtrl() override;
 
-    /// Takes back the newest step. True when this controller carried the request out, false when it ignored it.
+    /// Takes back the newest step. True when this controller carried the request out, false when it ignored
+    /// it.
     virtual bool Undo() = 0;
     /// Repeats the step taken back last. The same result.
     virtual bool Redo() = 0;

@@ -13,7 +13,8 @@ std::vector<SMVC> CMVCManager::m_vctItems;
 void CMVCManager::PushMVC(CBaseModel* pModel, QWidget* pView, CBaseCtrl* pCtrl)
 {
     m_vctItems.push_back(SMVC{pModel, pCtrl, pView});
-    for (QObject* pObject : {static_cast<QObject*>(pModel), static_cast<QObject*>(pView), static_cast<QObject*>(pCtrl)})
+    for (QObject* pObject :
+         {static_cast<QObject*>(pModel), static_cast<QObject*>(pView), static_cast<QObject*>(pCtrl)})
         if (pObject)
             QObject::connect(pObject, &QObject::destroyed, pObject, [pObject] { RemoveWith(pObject); });
 }

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+#include <vector>
+
+class CCenterModel;
+class CImageViewer;
+
+/// The main work surface: shows one, two or four of its viewers in a grid and passes their announcements on.
+/// It owns the viewers; the model is not owned. GUI thread only.
+class VANTORCOMMON_EXPORT CCenterView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    CCenterView(CCenterModel* pModel, QWidget* pParent);
+    ~CCenterView() override;
+
+    /// Takes a viewer over as a hidden child; null is ignored. The two numbers are not used.
+    void AddImageView(CImageViewer* pViewer, int, int);
+    /// Shows as many viewers as the grid has cells and hides the rest. A grid of no cells hides all; one of
+    /// more cells than viewers changes nothing. Deliberate: the place of viewer i is (i mod 2, i div 2),
+    /// whatever the column count; that serves the layouts 1x1, 2x1 and 2x2.
+    void UpdateLayout();
+
+Q_SIGNALS:
+    /// Sent by the host.
+    void signal_ChangeLayout1x1();
+    void signal_ChangeLayout2x1();
+    void signal_ChangeLayout2x2();
+    /// Deliberate: nobody in the library emits it.
+    void signal_Active();
+    void signal_AddDrawableObjectWithViewID(int nViewID, unsigned int nImageUID, unsigned int nGeometryUID,
+                                            QString strName);
+    void signal_DeleteDrawableObjectWithViewID(int nViewID, unsigned int nImageUID,
+                                               unsigned int nGeometryUID);
+    void signal_BeforeDeleteDrawableObjectWithViewID(int nViewID, unsigned int nImageUID,
+                                                     unsigned int nGeometryUID);
+    void signal_ChangeDrawableObjectPropertyWithViewID(int nViewID, unsigned int nImageUID,
+                                                       unsigned int nGeometryUID);
+
+public Q_SLOTS:
+    void slot_Update();
+
+protected:
+    void resizeEvent(QResizeEvent* pEvent) override;
+
+private:
+    QPointer<CCenterModel> m_pModel;
+    std::vector<QPointer<CImageViewer>> m_vctImageViewer;
+};

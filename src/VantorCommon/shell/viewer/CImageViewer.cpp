@@ -1,0 +1,444 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/shell/viewer/CImageViewer.h>
+
+#include <Vantor/image/CImage.h>
+#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+#include <VantorCommon/annotation/model/CImageView2DToolModel.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
+#include <VantorCommon/log/CLogger.h>
+#include <VantorCommon/shell/dock/CStatusBarView.h>
+#include <VantorCommon/shell/viewer/CImageViewerModel.h>
+#include <VantorCommon/shell/viewer/ModelStateButton_p.h>
+#include <VantorCommon/view2d/CImageView2D.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
+#include <VantorCommon/view2d/CUtilManager.h>
+#include <VantorCommon/view2d/Saturate_p.h>
+
+#include <QButtonGroup>
+#include <QFocusEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListView>
+#include <QSplitter>
+#include <QStandardItemModel>
+
+using Vantor::Algorithms::CImage;
+
+namespace
+{
+constexpr unsigned int kNoUID = 0xFFFFFFFFu;
+constexpr int kIconSize = 20;
+constexpr int kMinButtonWidth = 16;
+constexpr int kButtonSize = 28;
+constexpr int kSideListWidth = 90;
+constexpr int kViewWidth = 400;
+/// A thumbnail is first picked from the image at this many times its size, then smoothed: quick and fine.
+constexpr int kThumbnailOversampling = 4;
+
+QString TitleOf(int nViewID, const CImage* pImage)
+{
+    if (!pImage)
+        return QString::asprintf("[View-%d]", nViewID);
+    return QString::asprintf("[View-%d][%dx%dx%dx%d]", nViewID, pImage->GetWidth(), pImage->GetHeight(),
+                             pImage->GetChannel(), pImage->GetBitDepth());
+}
+
+/// The readout; empty for other channel counts than 1, 3 and 4 and outside the image.
+QString PixelText(const CImage& image, int x, int y)
+{
+    const unsigned char* p = image.GetPixel(x, y);
+    if (!p)
+        return QString();
+    switch (image.GetChannel()) {
+    case 1:
+        return QString::asprintf("[X=%d; Y=%d] [V=%d]", x, y, p[0]);
+    case 3:
+        return QString::asprintf("[X=%d; Y=%d] [V=%d;%d;%d]", x, y, p[0], p[1], p[2]);
+    case 4:
+        return QString::asprintf("[X=%d; Y=%d] [V=%d;%d;%d;%d]", x, y, p[0], p[1], p[2], p[3]);
+    default:
+        return QString();
+    }
+}
+
+/// The image scaled to a width, with pixels of its own. Null when it cannot be shown.
+QImage MakeThumbnail(CImage* pImage, int nWidth)
+{
+    QImage view;
+    if (nWidth < 1 || !CUtilManager::ConvertImage(pImage, view, false))
+        return QImage();
+    const int nCoarse = nWidth * kThumbnailOversampling;
+    const QImage coarse = view.width() > nCoarse ? view.scaledToWidth(nCoarse) : view;
+    const QImage scaled = coarse.isNull() ? view : coarse;
+    const QSize size(nWidth, std::max(1, TruncateToInt(double(view.height()) * nWidth / view.width() + 0.5)));
+    return scaled.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).copy();
+}
+} // namespace
+
+CImageViewer::CImageViewer(CImageViewerModel* pModel, int nViewID, QWidget* pParent)
+    : QFrame(pParent), m_pModel(pModel), m_nViewID(nViewID),
+      m_strObjectName(QString::asprintf("CImageViewer_%d", nViewID))
+{
+    m_pMainLayout = new QVBoxLayout(this);
+    m_pMainLayout->setSpacing(0);
+    m_pMainLayout->setContentsMargins(0, 0, 0, 0);
+    auto* pSplitter = new QSplitter(Qt::Horizontal, this);
+    m_pMainLayout->addWidget(pSplitter, 1);
+
+    CreateSideList();
+    pSplitter->addWidget(m_pSideList);
+    auto* pRight = new QWidget(pSplitter);
+    auto* pRightLayout = new QVBoxLayout(pRight);
+    pRightLayout->setSpacing(0);
+    pRightLayout->setContentsMargins(0, 0, 0, 0);
+    pRightLayout->addWidget(CreateButtons());
+    auto* pViewHost = new QWidget(pRight);
+    m_pViewLayout = new QHBoxLayout(pViewHost);
+    m_pViewLayout->setContentsMargins(0, 0, 0, 0);
+    m_pViewLayout->setSpacing(0);
+    pRightLayout->addWidget(pViewHost, 1);
+    pSplitter->addWidget(pRight);
+    pSplitter->setStretchFactor(1, 1);
+    pSplitter->setSizes({kSideListWidth, kViewWidth});
+    m_pMainLayout->addWidget(CreateBottomLine());
+
+    connect(pSplitter, &QSplitter::splitterMoved, this, &CImageViewer::slot_SplitterMoved);
+    setFrameShape(QFrame::Box);
+    setObjectName(m_strObjectName);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+CImageViewer::~CImageViewer() = default;
+
+void CImageViewer::CreateSideList()
+{
+    m_pSideModel = new QStandardItemModel(this);
+    m_pSideList = new QListView(this);
+    m_pSideList->setModel(m_pSideModel);
+    m_pSideList->setViewMode(QListView::IconMode);
+    m_pSideList->setFlow(QListView::TopToBottom);
+    m_pSideList->setWrapping(false);
+    m_pSideList->setMovement(QListView::Static);
+    m_pSideList->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_pSideList->setFocusPolicy(Qt::NoFocus);
+    m_pSideList->setMinimumWidth(0);
+    connect(m_pSideList->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &CImageViewer::slot_CurrentChanged);
+}
+
+QPushButton* CImageViewer::AddButton(QHBoxLayout* pLayout, QPushButton* pButton, const char* pIcon,
+                                     const QString& strName)
+{
+    pButton->setIcon(QIcon(QStringLiteral(":/Image/") + QLatin1String(pIcon)));
+    pButton->setIconSize(QSize(kIconSize, kIconSize));
+    pButton->setFlat(true);
+    pButton->setFocusPolicy(Qt::NoFocus);
+    pButton->setMinimumSize(kMinButtonWidth, kButtonSize);
+    pButton->setMaximumSize(kButtonSize, kButtonSize);
+    pButton->setToolTip(strName);
+    pButton->setAccessibleName(strName);
+    pLayout->addWidget(pButton);
+    return pButton;
+}
+
+QWidget* CImageViewer::CreateButtons()
+{
+    auto* pRow = new QWidget(this);
+    auto* pLayout = new QHBoxLayout(pRow);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->setSpacing(0);
+    const auto add = [&](QPushButton* pButton, const char* pIcon, const QString& strName, auto pTarget) {
+        AddButton(pLayout, pButton, pIcon, strName);
+        connect(pButton, &QPushButton::pressed, this, pTarget);
+        // The visible view keeps the keyboard: undo acts only where the focus is.
+        connect(pButton, &QPushButton::pressed, this, &CImageViewer::FocusVisibleView);
+        return pButton;
+    };
+    const auto plain = [&](const char* pIcon, const QString& strName, auto pTarget) {
+        add(new QPushButton(pRow), pIcon, strName, pTarget);
+    };
+    const auto state = [&](const char* pIcon, const QString& strName, auto pTarget) {
+        return add(new CModelStateButton(pRow), pIcon, strName, pTarget);
+    };
+    m_pButton2D = state("2D.png", QStringLiteral("2D view"), &CImageViewer::slot_Press2D);
+    m_pButton3D = state("3D.png", QStringLiteral("3D view"), &CImageViewer::slot_Press3D);
+    m_pButtonSelect = state("selection.png", QStringLiteral("Select"), &CImageViewer::signal_SelectMode);
+    m_pButtonPanning = state("move.png", QStringLiteral("Pan"), &CImageViewer::signal_PanningMode);
+    plain("zoomfit.png", QStringLiteral("Fit to view"), &CImageViewer::signal_ZoomFit);
+    plain("rotate-left.png", QStringLiteral("Rotate left"), &CImageViewer::signal_RotateLeft);
+    plain("rotate-right.png", QStringLiteral("Rotate right"), &CImageViewer::signal_RotateRight);
+    plain("previous.png", QStringLiteral("Previous image"), &CImageViewer::signal_Previous);
+    plain("next.png", QStringLiteral("Next image"), &CImageViewer::signal_Next);
+    plain("capture.png", QStringLiteral("Capture the screen"), &CImageViewer::signal_OpenSnipTool);
+    plain("ruler.png", QStringLiteral("Ruler"), &CImageViewer::signal_Ruler);
+    plain("clear.png", QStringLiteral("Clear the images"), &CImageViewer::signal_ClearImage);
+    plain("add.png", QStringLiteral("Add images"), &CImageViewer::signal_AddImage);
+    plain("open-folder.png", QStringLiteral("Open a file"), &CImageViewer::signal_OpenFile);
+    plain("save_file.png", QStringLiteral("Save the image"), &CImageViewer::signal_SaveFile);
+    pLayout->addStretch(1);
+
+    auto* pGroup = new QButtonGroup(this);
+    pGroup->addButton(m_pButton2D);
+    pGroup->addButton(m_pButton3D);
+    return pRow;
+}
+
+QWidget* CImageViewer::CreateBottomLine()
+{
+    auto* pLine = new QWidget(this);
+    auto* pLayout = new QHBoxLayout(pLine);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->setSpacing(0);
+    pLayout->setAlignment(Qt::AlignLeft);
+    m_pTitle = new QLabel(TitleOf(m_nViewID, nullptr), pLine);
+    m_pTitle->setStyleSheet(QStringLiteral("QLabel{color: green;}"));
+    m_pStatus = new QLabel(pLine);
+    pLayout->addWidget(m_pTitle);
+    pLayout->addWidget(m_pStatus);
+    return pLine;
+}
+
+void CImageViewer::SetImageView(QWidget* pView2D, QWidget* pView3D, CStatusBarView* pStatusBar,
+                                CImageView2DModel* pImageModel, CImageView2DToolModel* pToolModel)
+{
+    m_pView2D = pView2D;
+    m_pView3D = pView3D;
+    m_pImageModel = pImageModel;
+    m_pToolModel = pToolModel;
+    for (QWidget* pView : {pView2D, pView3D})
+        if (pView) {
+            m_pViewLayout->addWidget(pView);
+            pView->installEventFilter(this);
+        }
+    ShowView(true);
+    if (pStatusBar) {
+        m_pMainLayout->addWidget(pStatusBar);
+        pStatusBar->hide();
+    }
+    if (auto* pImageView = dynamic_cast<CImageView2D*>(pView2D))
+        connect(pImageView, &CImageView2D::signal_Switch2DTo3D, this, &CImageViewer::slot_Press3D);
+    if (!m_pToolModel)
+        return;
+    connect(m_pToolModel.data(), &CImageView2DToolModel::signal_ChangeViewMode, this,
+            &CImageViewer::slot_ChangeViewMode);
+    connect(m_pToolModel.data(), &CImageView2DToolModel::signal_ChangeViewType, this,
+            &CImageViewer::slot_ChangeViewType);
+    slot_ChangeViewMode();
+}
+
+unsigned int CImageViewer::GetCurrentImageUID() const
+{
+    const auto* pView = dynamic_cast<const CImageView2D*>(m_pView2D.data());
+    return pView ? pView->GetImageUID() : kNoUID;
+}
+
+std::vector<std::shared_ptr<CImageView2DDrawableObject>> CImageViewer::Get2DDrawableObjects() const
+{
+    const auto* pView = dynamic_cast<const CImageView2D*>(m_pView2D.data());
+    const auto* pModel = pView ? pView->GetGeometryModel() : nullptr;
+    return pModel ? pModel->GetObjects() : std::vector<std::shared_ptr<CImageView2DDrawableObject>>();
+}
+
+void CImageViewer::slot_Press2D()
+{
+    ShowView(true);
+}
+
+void CImageViewer::slot_Press3D()
+{
+    ShowView(false);
+}
+
+void CImageViewer::ShowView(bool b2D)
+{
+    if (m_pView2D)
+        m_pView2D->setVisible(b2D);
+    if (m_pView3D)
+        m_pView3D->setVisible(!b2D);
+    (b2D ? m_pButton2D : m_pButton3D)->setChecked(true);
+}
+
+void CImageViewer::FocusVisibleView()
+{
+    QWidget* pView = m_pView2D && !m_pView2D->isHidden() ? m_pView2D : m_pView3D;
+    if (pView)
+        pView->setFocus(Qt::OtherFocusReason);
+}
+
+void CImageViewer::slot_ChangeViewMode()
+{
+    m_pButtonSelect->setChecked(false);
+    m_pButtonPanning->setChecked(false);
+    if (!m_pToolModel)
+        return;
+    if (m_pToolModel->GetViewMode() == EImageView2DMode_Selecting)
+        m_pButtonSelect->setChecked(true);
+    else if (m_pToolModel->GetViewMode() == EImageView2DMode_Panning)
+        m_pButtonPanning->setChecked(true);
+}
+
+void CImageViewer::slot_ChangeViewType()
+{
+    if (!m_pToolModel)
+        return;
+    if (m_pToolModel->GetViewType() == EImageView2DType_2D)
+        m_pButton2D->setChecked(true);
+    else if (m_pToolModel->GetViewType() == EImageView2DType_3D)
+        m_pButton3D->setChecked(true);
+}
+
+void CImageViewer::slot_ChangeMousePosition()
+{
+    const auto pImage = m_pImageModel ? m_pImageModel->GetCurrentImage() : nullptr;
+    if (!pImage)
+        return;
+    const QPointF pos = m_pImageModel->GetMousePosition();
+    m_pStatus->setText(PixelText(*pImage, TruncateToInt(pos.x()), TruncateToInt(pos.y())));
+}
+
+void CImageViewer::slot_ChangeCurrentImage()
+{
+    const auto pImage = m_pImageModel ? m_pImageModel->GetCurrentImage() : nullptr;
+    m_pTitle->setText(TitleOf(m_nViewID, pImage.get()));
+    if (!pImage) {
+        m_pStatus->clear();
+        return;
+    }
+    if (QStandardItem* pItem = m_pSideModel->item(m_pImageModel->GetCurrentIndex()))
+        SetThumbnail(pItem, pImage.get());
+    Q_EMIT m_pSideModel->layoutChanged();
+}
+
+bool CImageViewer::SetThumbnail(QStandardItem* pItem, CImage* pImage)
+{
+    const QImage thumbnail = MakeThumbnail(pImage, m_pSideList->viewport()->rect().width());
+    if (thumbnail.isNull())
+        return false;
+    pItem->setData(QPixmap::fromImage(thumbnail), Qt::DecorationRole);
+    return true;
+}
+
+/// The item of an image, null when it cannot be shown.
+QStandardItem* CImageViewer::CreateSideItem(int nIndex)
+{
+    const auto pImage = m_pImageModel->GetImage(nIndex);
+    auto pItem = std::make_unique<QStandardItem>();
+    if (!pImage || !SetThumbnail(pItem.get(), pImage.get()))
+        return nullptr;
+    pItem->setText(QString::asprintf("%d. ", nIndex + 1) + QString::fromStdWString(pImage->GetName()));
+    return pItem.release();
+}
+
+void CImageViewer::UpdateSideView()
+{
+    m_pSideModel->clear();
+    if (!m_pImageModel)
+        return;
+    for (int i = 0; i < m_pImageModel->GetImageCount(); ++i)
+        if (QStandardItem* pItem = CreateSideItem(i))
+            m_pSideModel->appendRow(pItem);
+    slot_ChangeCurrentIndex();
+}
+
+void CImageViewer::ResizeSideView()
+{
+    if (!m_pImageModel)
+        return;
+    for (int i = 0; i < m_pSideModel->rowCount(); ++i)
+        if (const auto pImage = m_pImageModel->GetImage(i))
+            SetThumbnail(m_pSideModel->item(i), pImage.get());
+}
+
+void CImageViewer::slot_ChangeImageList()
+{
+    UpdateSideView();
+}
+
+void CImageViewer::slot_ChangeCurrentIndex()
+{
+    if (m_pImageModel)
+        m_pSideList->setCurrentIndex(m_pSideModel->index(m_pImageModel->GetCurrentIndex(), 0));
+}
+
+void CImageViewer::slot_CurrentChanged(const QModelIndex& current, const QModelIndex&)
+{
+    Q_EMIT signal_SelectImage(current.row());
+}
+
+void CImageViewer::slot_SplitterMoved(int, int)
+{
+    ResizeSideView();
+}
+
+void CImageViewer::slot_AddDrawableObject(unsigned int nUID, QString strName)
+{
+    if (!strName.isEmpty())
+        Q_EMIT signal_AddDrawableObjectWithViewID(m_nViewID, GetCurrentImageUID(), nUID, strName);
+}
+
+void CImageViewer::slot_DeleteDrawableObject(unsigned int nUID, QString strName)
+{
+    if (!strName.isEmpty())
+        Q_EMIT signal_DeleteDrawableObjectWithViewID(m_nViewID, GetCurrentImageUID(), nUID, strName);
+}
+
+void CImageViewer::slot_BeforeDeleteDrawableObject(unsigned int nUID, QString strName)
+{
+    if (!strName.isEmpty())
+        Q_EMIT signal_BeforeDeleteDrawableObjectWithViewID(m_nViewID, GetCurrentImageUID(), nUID, strName);
+}
+
+void CImageViewer::slot_ChangeDrawableObjectProperty(unsigned int nUID)
+{
+    Q_EMIT signal_ChangeDrawableObjectProperty(nUID);
+    Q_EMIT signal_ChangeDrawableObjectPropertyWithViewID(m_nViewID, GetCurrentImageUID(), nUID);
+}
+
+void CImageViewer::ShowFocus(bool bFocus)
+{
+    const QString strBorder = bFocus ? QStringLiteral("rgb(0, 100, 200)") : QStringLiteral("none");
+    const QString strStyle =
+        QStringLiteral("#%1 { border: 0.5px solid %2; }").arg(m_strObjectName, strBorder);
+    if (strStyle != styleSheet())
+        setStyleSheet(strStyle);
+}
+
+void CImageViewer::focusInEvent(QFocusEvent* pEvent)
+{
+    CLogger::Write(DEBUG, "Focus In  %d", m_nViewID);
+    ShowFocus(true);
+    QFrame::focusInEvent(pEvent);
+    // A click beside the view (on a button, a thumbnail, the labels) means the view.
+    if (pEvent->reason() == Qt::MouseFocusReason)
+        FocusVisibleView();
+}
+
+void CImageViewer::focusOutEvent(QFocusEvent* pEvent)
+{
+    CLogger::Write(DEBUG, "Focus Out  %d", m_nViewID);
+    ShowFocus(false);
+    QFrame::focusOutEvent(pEvent);
+}
+
+void CImageViewer::mousePressEvent(QMouseEvent* pEvent)
+{
+    CLogger::Write(DEBUG, "mousePressEvent %d", m_nViewID);
+    ShowFocus(true);
+    QFrame::mousePressEvent(pEvent);
+}
+
+void CImageViewer::resizeEvent(QResizeEvent* pEvent)
+{
+    QFrame::resizeEvent(pEvent);
+    ResizeSideView();
+}
+
+bool CImageViewer::eventFilter(QObject* pWatched, QEvent* pEvent)
+{
+    if (pEvent->type() == QEvent::FocusIn)
+        ShowFocus(true);
+    else if (pEvent->type() == QEvent::FocusOut)
+        ShowFocus(false);
+    return QFrame::eventFilter(pWatched, pEvent);
+}

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+#include <VantorCommon/shell/mvc/CBaseCtrl.h>
+
+#include <QPointer>
+#include <QString>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class CImageView2D;
+class CImageView2DCtrl;
+class CImageView2DDrawableGeometry;
+class CImageView2DDrawableObject;
+class CImageView2DGeometryModel;
+class CImageView2DModel;
+class CImageView2DToolModel;
+class CImageView3DNotSupported;
+class CImageViewer;
+class CImageViewerModel;
+class CPropertyDockView;
+class CStatusBarDockView;
+class CStatusBarModel;
+class CStatusBarView;
+class CToolBoxDockView;
+class QIcon;
+
+namespace Vantor::Algorithms
+{
+class CImage;
+}
+
+/// The controller of one viewer: makes the models, views and controllers inside it and wires the viewer's
+/// buttons to them. It owns the models and controllers; the widgets belong to the viewer. An operation that
+/// misses its target does nothing or returns the empty value. GUI thread only.
+class VANTORCOMMON_EXPORT CImageViewerCtrl : public CBaseCtrl
+{
+    Q_OBJECT
+
+public:
+    using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
+
+    CImageViewerCtrl(CImageViewer* pViewer, CImageViewerModel* pModel, CImageView2DToolModel* pToolModel,
+                     CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
+                     CStatusBarDockView* pStatusBarDockView);
+    ~CImageViewerCtrl() override;
+
+    /// Asked of the 2D controller; false always.
+    bool Undo() override;
+    bool Redo() override;
+
+    void LoadFile(const QString& strPath);
+    /// Appends an image or the pages of a document to the viewer's list.
+    void AddImage(const QString& strPath);
+    void SaveFile(const QString& strPath);
+    /// Deliberate: nothing. The place of a conversion that a host may ask of all viewers.
+    void Convert();
+    ImagePtr GetImage() const;
+    /// 0xFFFFFFFF without an image.
+    unsigned int GetImageID() const;
+    /// -1 without a viewer.
+    int GetViewID() const;
+    std::vector<std::shared_ptr<CImageView2DDrawableObject>> Get2DDrawableObjects() const;
+    bool Delete2DDrawableObject(unsigned int nUID);
+    void CloseCurrentImage();
+    void ChangeCurrentImage(ImagePtr pImage);
+    /// An undoable step.
+    void AddRectangle(std::shared_ptr<CImageView2DDrawableGeometry> pObject);
+    /// Adds an entry to the menu of annotations; the function gets view identifier and annotation identifier.
+    void RegisterGeometryAction(const QString& strText, const QIcon& icon,
+                                std::function<void(int, unsigned int)> func);
+
+public Q_SLOTS:
+    void slot_ChangeProgressMaxRange(int nMaxRange);
+    void slot_ChangeProgressValue(int nValue);
+
+private:
+    void Create2D(CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
+                  CStatusBarDockView* pStatusBarDockView);
+    void ConnectButtons();
+    void ConnectModels();
+    /// Progress is shown while it lies strictly between 0 and its maximum.
+    void UpdateStatusBar();
+
+    QPointer<CImageViewer> m_pViewer;
+    QPointer<CImageViewerModel> m_pModel;
+    QPointer<CImageView2DToolModel> m_pToolModel;
+    std::unique_ptr<CImageView2DModel> m_pImageModel;
+    std::unique_ptr<CImageView2DGeometryModel> m_pGeometryModel;
+    QPointer<CImageView2D> m_pView2D;
+    std::unique_ptr<CImageView2DCtrl> m_pCtrl2D;
+    std::unique_ptr<CStatusBarModel> m_pStatusBarModel;
+    QPointer<CStatusBarView> m_pStatusBarView;
+};

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/shell/mvc/CBaseModel.h>
+
+/// Completes the triple of a viewer; it holds nothing.
+class VANTORCOMMON_EXPORT CImageViewerModel : public CBaseModel
+{
+    Q_OBJECT
+
+public:
+    explicit CImageViewerModel(QObject* parent = nullptr);
+    ~CImageViewerModel() override;
+};
