@@ -31,9 +31,13 @@ template <class T> bool NearlyEqual(T a, T b, T tolerance)
 }
 } // namespace
 
-CVObject::CVObject() : m_nUID(NextUID()) {}
+CVObject::CVObject() : m_nUID(NextUID())
+{
+}
 
-CVObject::CVObject(const CVObject&) : m_nUID(NextUID()) {}
+CVObject::CVObject(const CVObject&) : m_nUID(NextUID())
+{
+}
 
 CVObject& CVObject::operator=(const CVObject&)
 {

@@ -18,7 +18,8 @@ public:
     /// Stores the value under the key, for everybody; always true.
     static bool Set(const QString& strKey, const QVariant& value);
 
-    /// The default if the key was never set, holds a null value, or one that is no number in the range of int.
+    /// The default if the key was never set, holds a null value, or one that is no number in the range of
+    /// int.
     static int GetInt(const QString& strKey, int nDefault);
 
     /// The default if the key was never set, holds a null value, or one that does not convert to a double.
