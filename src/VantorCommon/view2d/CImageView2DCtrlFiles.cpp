@@ -50,7 +50,8 @@ void ReportUnreadablePdf(const QString& strPath, QWidget* pParent, bool bTell)
 }
 
 /// Opens the document, with a password from the user where it wants one. True when its pages can be had.
-bool ReadPdf(CPDFReader& reader, const QString& strPath, QWidget* pParent)
+/// The parent may go while the user is asked.
+bool ReadPdf(CPDFReader& reader, const QString& strPath, const QPointer<CImageView2D> pParent)
 {
     int nResult = reader.Read(strPath.toStdWString(), std::wstring());
     bool bPasswordGiven = false;

@@ -308,6 +308,17 @@ private Q_SLOTS:
         QVERIFY(!VisibleBox());
     }
 
+    void theViewMayGoWhileThePasswordIsAskedFor()
+    {
+        SFixture f;
+        QObject context;
+        AnswerNext<QInputDialog>(&context, [&](QInputDialog*) { delete f.pView; });
+        f.ctrl.LoadFile(TestDataPath(kLocked));
+        QCOMPARE(f.model.GetImageCount(), 0);
+        QCOMPARE(f.log.Take(),
+                 QStringList{QStringLiteral("3:Cannot load pdf file ") + TestDataPath(kLocked)});
+    }
+
     void addImageAppendsAndKeepsTheDrawableObjects()
     {
         SFixture f;

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// Painting 1,000 and 10,000 annotations, all of them or one in a hundred visible, and unselecting 10,000 with
+// the paint that follows. The peer paints the same with a plain QPainter, object by object, without leaving
+// out what lies off the screen.
+#include "bench/BenchSupport.h"
+
+#include "tests/support/ViewReference.h"
+
+#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+#include <VantorCommon/annotation/model/CImageView2DToolModel.h>
+#include <VantorCommon/view2d/CImageView2D.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
+
+#include <QApplication>
+
+namespace
+{
+constexpr int kWidth = 1920;
+constexpr int kHeight = 1080;
+
+/// A view without an image over which objects lie: of each hundred, the first so many on the screen.
+struct SScene {
+    CImageView2DModel model;
+    CImageView2DGeometryModel geometry;
+    CImageView2DToolModel tools;
+    CImageView2D view{&model, &geometry, &tools, 0, nullptr};
+    QImage target{kWidth, kHeight, QImage::Format_RGB32};
+
+    SScene(int nCount, int nVisiblePercent, bool bNames)
+    {
+        view.resize(kWidth, kHeight);
+        auto pImage = std::make_shared<Vantor::Algorithms::CImage>();
+        pImage->Create(kWidth, kHeight, 1, 8, Vantor::Algorithms::EImageType::Interleaved, 4);
+        view.render(&target);
+        model.SetImages({pImage});
+        CImageView2DGeometryModel::ObjectList objects;
+        for (int i = 0; i < nCount; ++i) {
+            const double dblAway = i % 100 < nVisiblePercent ? 0.0 : 5000.0;
+            auto pObject = std::make_shared<CImageView2DDrawableGeometry>();
+            const double x = 20 + (i * 37) % 1800, y = 40 + (i * 53) % 980 + dblAway;
+            if (i % 2)
+                pObject->SetData(std::make_shared<Vantor::Geometry::CRectangle>(x, y, 60, 40));
+            else
+                pObject->SetData(std::make_shared<Vantor::Geometry::CEllipse>(x, y, 60, 40));
+            pObject->SetDisplayName(bNames);
+            objects.push_back(std::move(pObject));
+        }
+        geometry.RestoreObjects(objects);
+    }
+
+    void Paint()
+    {
+        QPainter painter(&target);
+        view.render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
+    }
+};
+
+void Annotations(benchmark::State& state)
+{
+    const auto nCount = static_cast<int>(state.range(0));
+    SScene scene(nCount, static_cast<int>(state.range(1)), state.range(2) != 0);
+    const ViewReference reference(scene.view.size(), scene.view.GetViewPort(), QRect(0, 0, kWidth, kHeight));
+    const auto objects = scene.geometry.GetObjects();
+    VantorBench::Compare(
+        state, [&] { scene.Paint(); },
+        [&] {
+            scene.target.fill(QColor(120, 120, 120));
+            reference.PaintObjects(scene.target, objects);
+        });
+    state.counters["us_each"] = state.counters["ours_ms"] * 1e3 / nCount;
+}
+
+void UnSelectAll(benchmark::State& state)
+{
+    SScene scene(10000, 0, false);
+    const auto objects = scene.geometry.GetObjects();
+    std::vector<double> vctSeconds;
+    for (auto _ : state) {
+        for (const auto& pObject : objects)
+            pObject->SetSelected(true);
+        scene.Paint();
+        vctSeconds.push_back(VantorBench::SecondsOf([&] {
+            scene.geometry.UnSelectedAll();
+            scene.Paint();
+        }));
+        state.SetIterationTime(vctSeconds.back());
+    }
+    const double dblPaint = VantorBench::SecondsOf([&] { scene.Paint(); });
+    state.counters["ours_ms"] = VantorBench::MedianOf(vctSeconds) * 1e3;
+    state.counters["paint_ms"] = dblPaint * 1e3;
+}
+} // namespace
+
+BENCHMARK(Annotations)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->ArgNames({"count", "visible", "names"})
+    ->ArgsProduct({{1000, 10000}, {1, 100}, {0, 1}})
+    ->Iterations(5);
+BENCHMARK(UnSelectAll)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
