@@ -157,6 +157,7 @@ private:
     void CreateMenus();
     void ConnectModels();
     QRectF VisibleImageRect(double dblScaleX, double dblScaleY) const;
+    void DrawImage(QPainter& painter, const QRectF& source);
     void DrawCrosshair(QPainter& painter);
     void DrawGrid(QPainter& painter, const QRectF& source);
     void DrawPixelValues(QPainter& painter, const QRectF& source, double dblScaleX, double dblScaleY);

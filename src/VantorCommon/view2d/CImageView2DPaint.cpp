@@ -5,6 +5,7 @@
 #include <VantorCommon/view2d/CImageView2D.h>
 
 #include <Vantor/image/CImage.h>
+#include <VantorCommon/view2d/ImageBlit_p.h>
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -50,21 +51,11 @@ void CImageView2D::Paint(QPainter& painter)
     RebuildPaintList();
     QMutexLocker locker(&m_mutexImage);
     UseWidgetPixels(painter, rect());
-    painter.fillRect(rect(), kBackground);
     const bool bImage = m_pImage && m_image.width() != 0 && !ViewPort().isEmpty();
-    double dblScaleX = 0.0;
-    double dblScaleY = 0.0;
-    QRectF source;
-    if (bImage) {
-        dblScaleX = double(ViewPort().width()) / m_image.width();
-        dblScaleY = double(ViewPort().height()) / m_image.height();
-        source = VisibleImageRect(dblScaleX, dblScaleY);
-        if (!source.isEmpty()) {
-            painter.setViewport(ViewPort());
-            painter.setWindow(Window());
-            painter.drawImage(source, m_image, source);
-        }
-    }
+    const double dblScaleX = bImage ? double(ViewPort().width()) / m_image.width() : 0.0;
+    const double dblScaleY = bImage ? double(ViewPort().height()) / m_image.height() : 0.0;
+    const QRectF source = bImage ? VisibleImageRect(dblScaleX, dblScaleY) : QRectF();
+    DrawImage(painter, source);
     UseWidgetPixels(painter, rect());
     if (m_bDragging)
         DrawCrosshair(painter);
@@ -72,6 +63,19 @@ void CImageView2D::Paint(QPainter& painter)
         DrawGrid(painter, source);
         DrawPixelValues(painter, source, dblScaleX, dblScaleY);
     }
+}
+
+/// The background and the given part of the image.
+void CImageView2D::DrawImage(QPainter& painter, const QRectF& source)
+{
+    if (ImageBlit::Paint(painter, m_image, {rect(), ViewPort(), Window(), source}, kBackground))
+        return;
+    painter.fillRect(rect(), kBackground);
+    if (source.isEmpty())
+        return;
+    painter.setViewport(ViewPort());
+    painter.setWindow(Window());
+    painter.drawImage(source, m_image, source);
 }
 
 /// The part of the image that the widget shows, with a margin, cut to the image.

@@ -18,6 +18,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QSpinBox>
 #include <QTimer>
 #include <random>
@@ -414,6 +415,59 @@ private Q_SLOTS:
                 Drag(*f.pView, QPointF(50, 50), QPointF(number(-100, 200), number(-100, 200)));
             }
         }
+    }
+
+    void imagesOfUnusualShapeArePaintedExactly()
+    {
+        for (const QSize& size : {QSize(1, 1), QSize(1, 90), QSize(90, 1), QSize(2, 2), QSize(40000, 40),
+                                  QSize(40, 40000), QSize(32767, 30), QSize(32768, 30)})
+            for (const int nChannels : {1, 3, 4}) {
+                const ImagePtr pImage = MakeTestImage(size.width(), size.height(), nChannels);
+                SFixture f(QSize(400, 300), pImage);
+                for (int i = 0; i < 12; ++i) {
+                    if (!f.pView->GetViewPort().isEmpty())
+                        QCOMPARE(f.Grab(), f.Expected(pImage));
+                    ViewInput::Wheel(*f.pView, QPointF(200 + 5 * i, 149 - i), 960);
+                }
+            }
+    }
+
+    void aPartOfTheViewIsPaintedAsInTheWhole()
+    {
+        for (const int nChannels : {1, 3, 4}) {
+            SFixture f(QSize(400, 300), MakeTestImage(90, 80, nChannels));
+            ViewInput::Wheel(*f.pView, QPointF(100, 80), 300);
+            const QImage whole = f.Grab();
+            const QRegion region =
+                QRegion(30, 20, 111, 50) + QRegion(200, 40, 31, 222) + QRegion(0, 290, 400, 5);
+            QImage part(whole.size(), whole.format());
+            part.fill(Qt::magenta);
+            f.pView->render(&part, region.boundingRect().topLeft(), region);
+            for (int y = 0; y < whole.height(); ++y)
+                for (int x = 0; x < whole.width(); ++x)
+                    QCOMPARE(part.pixel(x, y),
+                             region.contains(QPoint(x, y)) ? whole.pixel(x, y) : qRgb(255, 0, 255));
+        }
+    }
+
+    void theScreenShowsWhatIsPainted()
+    {
+        const ImagePtr pImage = MakeTestImage(300, 200, 3);
+        SFixture f(QSize(400, 300), pImage);
+        f.pView->move(37, 53);
+        QVERIFY(f.Show());
+        ViewInput::Wheel(*f.pView, QPointF(100, 80), 240);
+        const auto screen = [&] {
+            const QPoint pos = f.pView->mapTo(&f.window, QPoint(0, 0));
+            return f.window.screen()
+                ->grabWindow(f.window.winId(), pos.x(), pos.y(), 400, 300)
+                .toImage()
+                .convertToFormat(QImage::Format_RGB32);
+        };
+        QTRY_COMPARE(screen(), f.Expected(pImage));
+        f.pView->update(QRect(50, 60, 33, 44));
+        QApplication::processEvents();
+        QCOMPARE(screen(), f.Expected(pImage));
     }
 
     void theGridAppearsAtFiftyWidgetPixelsInBothDirections()
