@@ -28,22 +28,26 @@ struct SScene {
     CImageView2D view{&model, &geometry, &tools, 0, nullptr};
     QImage target{kWidth, kHeight, QImage::Format_RGB32};
 
-    SScene(int nCount, int nVisiblePercent, bool bNames)
+    /// The image's width decides the scale, and with it whether pens of one widget pixel are thin to Qt.
+    SScene(int nCount, int nVisiblePercent, bool bNames, int nImageWidth = kWidth)
     {
         view.resize(kWidth, kHeight);
         auto pImage = std::make_shared<Vantor::Algorithms::CImage>();
-        pImage->Create(kWidth, kHeight, 1, 8, Vantor::Algorithms::EImageType::Interleaved, 4);
+        pImage->Create(nImageWidth, nImageWidth * 9 / 16, 1, 8, Vantor::Algorithms::EImageType::Interleaved,
+                       4);
         view.render(&target);
         model.SetImages({pImage});
         CImageView2DGeometryModel::ObjectList objects;
         for (int i = 0; i < nCount; ++i) {
             const double dblAway = i % 100 < nVisiblePercent ? 0.0 : 5000.0;
             auto pObject = std::make_shared<CImageView2DDrawableGeometry>();
-            const double x = 20 + (i * 37) % 1800, y = 40 + (i * 53) % 980 + dblAway;
+            const double k = double(nImageWidth) / kWidth;
+            const double x = k * (20 + (i * 37) % 1800), y = k * (40 + (i * 53) % 980 + dblAway);
+            const double w = k * 60, h = k * 40;
             if (i % 2)
-                pObject->SetData(std::make_shared<Vantor::Geometry::CRectangle>(x, y, 60, 40));
+                pObject->SetData(std::make_shared<Vantor::Geometry::CRectangle>(x, y, w, h));
             else
-                pObject->SetData(std::make_shared<Vantor::Geometry::CEllipse>(x, y, 60, 40));
+                pObject->SetData(std::make_shared<Vantor::Geometry::CEllipse>(x, y, w, h));
             pObject->SetDisplayName(bNames);
             objects.push_back(std::move(pObject));
         }
@@ -60,8 +64,10 @@ struct SScene {
 void Annotations(benchmark::State& state)
 {
     const auto nCount = static_cast<int>(state.range(0));
-    SScene scene(nCount, static_cast<int>(state.range(1)), state.range(2) != 0);
-    const ViewReference reference(scene.view.size(), scene.view.GetViewPort(), QRect(0, 0, kWidth, kHeight));
+    const auto nWidth = static_cast<int>(state.range(3));
+    SScene scene(nCount, static_cast<int>(state.range(1)), state.range(2) != 0, nWidth);
+    const ViewReference reference(scene.view.size(), scene.view.GetViewPort(),
+                                  QRect(0, 0, nWidth, nWidth * 9 / 16));
     const auto objects = scene.geometry.GetObjects();
     VantorBench::Compare(
         state, [&] { scene.Paint(); },
@@ -96,8 +102,8 @@ void UnSelectAll(benchmark::State& state)
 BENCHMARK(Annotations)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond)
-    ->ArgNames({"count", "visible", "names"})
-    ->ArgsProduct({{1000, 10000}, {1, 100}, {0, 1}})
+    ->ArgNames({"count", "visible", "names", "width"})
+    ->ArgsProduct({{1000, 10000}, {1, 100}, {0, 1}, {kWidth, 3000}})
     ->Iterations(5);
 BENCHMARK(UnSelectAll)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
 
