@@ -15,7 +15,6 @@
 #include <VantorCommon/view2d/CUtilManager.h>
 #include <VantorCommon/view2d/Saturate_p.h>
 
-#include <QButtonGroup>
 #include <QFocusEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -191,10 +190,6 @@ QWidget* CImageViewer::CreateButtons()
     plain("open-folder.png", QStringLiteral("Open a file"), &CImageViewer::signal_OpenFile);
     plain("save_file.png", QStringLiteral("Save the image"), &CImageViewer::signal_SaveFile);
     pLayout->addStretch(1);
-
-    auto* pGroup = new QButtonGroup(this);
-    pGroup->addButton(m_pButton2D);
-    pGroup->addButton(m_pButton3D);
     return pRow;
 }
 
@@ -271,7 +266,14 @@ void CImageViewer::ShowView(bool b2D)
         m_pView2D->setVisible(b2D);
     if (m_pView3D)
         m_pView3D->setVisible(!b2D);
-    (b2D ? m_pButton2D : m_pButton3D)->setChecked(true);
+    CheckView(b2D);
+}
+
+/// By hand: a button group would uncheck the other one by nextCheckState, which does nothing here.
+void CImageViewer::CheckView(bool b2D)
+{
+    m_pButton2D->setChecked(b2D);
+    m_pButton3D->setChecked(!b2D);
 }
 
 void CImageViewer::FocusVisibleView()
@@ -297,10 +299,9 @@ void CImageViewer::slot_ChangeViewType()
 {
     if (!m_pToolModel)
         return;
-    if (m_pToolModel->GetViewType() == EImageView2DType_2D)
-        m_pButton2D->setChecked(true);
-    else if (m_pToolModel->GetViewType() == EImageView2DType_3D)
-        m_pButton3D->setChecked(true);
+    const EImageView2DType eType = m_pToolModel->GetViewType();
+    if (eType == EImageView2DType_2D || eType == EImageView2DType_3D)
+        CheckView(eType == EImageView2DType_2D);
 }
 
 void CImageViewer::slot_ChangeMousePosition()

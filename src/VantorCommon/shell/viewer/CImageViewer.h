@@ -117,6 +117,7 @@ private:
     QWidget* CreateBottomLine();
     void CreateSideList();
     void ShowView(bool b2D);
+    void CheckView(bool b2D);
     void FocusVisibleView();
     void ShowFocus(bool bFocus);
     QStandardItem* CreateSideItem(int nIndex);
