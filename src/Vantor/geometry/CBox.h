@@ -19,9 +19,9 @@ public:
     double height() const { return m_dblHeight; }
 
     CPoint<double> topLeft() const { return {m_dblX, m_dblY}; }
-    CPoint<double> topRight() const { return {m_dblX + m_dblWidth, m_dblY}; }
-    CPoint<double> bottomRight() const { return {m_dblX + m_dblWidth, m_dblY + m_dblHeight}; }
-    CPoint<double> bottomLeft() const { return {m_dblX, m_dblY + m_dblHeight}; }
+    CPoint<double> topRight() const { return {m_dblOtherX, m_dblY}; }
+    CPoint<double> bottomRight() const { return {m_dblOtherX, m_dblOtherY}; }
+    CPoint<double> bottomLeft() const { return {m_dblX, m_dblOtherY}; }
 
     void SetTopLeft(const CPoint<double>& point);
     void SetTopRight(const CPoint<double>& point);
@@ -35,15 +35,22 @@ public:
 protected:
     CBox() = default;
     CBox(double x, double y, double width, double height)
-        : m_dblX(x), m_dblY(y), m_dblWidth(width), m_dblHeight(height)
+        : m_dblX(x), m_dblY(y), m_dblWidth(width), m_dblHeight(height), m_dblOtherX(x + width),
+          m_dblOtherY(y + height)
     {
     }
 
 private:
+    void SetCorners(double x, double y, double otherX, double otherY);
+
+    // The opposite corner is kept beside the size, although one follows from the other: neither is ever
+    // rounded, so a corner that was set is found again by exact equality.
     double m_dblX = 0.0;
     double m_dblY = 0.0;
     double m_dblWidth = 0.0;
     double m_dblHeight = 0.0;
+    double m_dblOtherX = 0.0;
+    double m_dblOtherY = 0.0;
 };
 
 } // namespace Vantor::Geometry

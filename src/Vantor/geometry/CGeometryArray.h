@@ -11,7 +11,8 @@ namespace Vantor::Geometry
 class VANTOR_EXPORT CGeometryArray : public CGeometry
 {
 public:
-    /// Appends a member. A null pointer, and the array itself, are ignored.
+    /// Appends a member. Ignored are a null pointer, the array itself and an array that holds it at any
+    /// depth: arrays never form a ring.
     void Add(std::shared_ptr<CGeometry> geometry);
     int Size() const { return static_cast<int>(m_vctMembers.size()); }
     /// The member at the index, null when it is out of range.
@@ -26,6 +27,8 @@ public:
     std::shared_ptr<CGeometry> Clone() const override;
 
 private:
+    bool Holds(const CGeometry* geometry) const;
+
     std::vector<std::shared_ptr<CGeometry>> m_vctMembers;
 };
 

@@ -4,6 +4,7 @@
 
 #include <Vantor/image/PixelBuffer_p.h>
 
+#include <atomic>
 #include <climits>
 #include <cstring>
 #include <new>
@@ -17,6 +18,9 @@ namespace
 constexpr int kMaxChannels = 4;
 constexpr int kMaxRowAlignment = 4096;
 constexpr long long kMinBytesPerPixelOfTwoChannels = 3;
+constexpr std::size_t kDefaultDecodeLimit = std::size_t(1) << 30;
+
+std::atomic<std::size_t> g_nDecodeLimit{kDefaultDecodeLimit};
 
 /// Bytes of one row, 0 when it does not fit an int.
 int StrideOf(int width, int channels, int bitDepth, int rowAlignment)
@@ -36,17 +40,26 @@ struct CImage::SPixels {
     int nChannels = 0;
     int nBitDepth = 0;
     EImageType eType = EImageType::Interleaved;
+    int nRowAlignment = 1;
     int nStride = 0;
     PixelBuffer pData;
     std::vector<unsigned char*> vctRows;
     std::vector<std::size_t> vctColumnOffsets;
 
-    std::size_t Bytes() const { return static_cast<std::size_t>(nStride) * static_cast<std::size_t>(nHeight); }
+    std::size_t Bytes() const
+    {
+        return static_cast<std::size_t>(nStride) * static_cast<std::size_t>(nHeight);
+    }
+    /// Makes the buffer and the tables for the sizes above; the content of the buffer is undefined.
     bool Allocate();
 };
 
 bool CImage::SPixels::Allocate()
 {
+    nStride = StrideOf(nWidth, nChannels, nBitDepth, nRowAlignment);
+    const std::size_t nTableEntries = static_cast<std::size_t>(nWidth) + static_cast<std::size_t>(nHeight);
+    if (nStride == 0 || nTableEntries > GetPhysicalMemory() / sizeof(void*))
+        return false;
     pData = AllocatePixels(Bytes());
     if (!pData)
         return false;
@@ -60,7 +73,9 @@ bool CImage::SPixels::Allocate()
     return true;
 }
 
-CImage::CImage() : m_pPixels(std::make_unique<SPixels>()) {}
+CImage::CImage() : m_pPixels(std::make_unique<SPixels>())
+{
+}
 
 CImage::~CImage() = default;
 
@@ -79,10 +94,30 @@ int CImage::Create(int width, int height, int channels, int bitDepth, EImageType
         pPixels->nChannels = channels;
         pPixels->nBitDepth = bitDepth;
         pPixels->eType = type;
-        pPixels->nStride = StrideOf(width, channels, bitDepth, rowAlignment);
-        if (pPixels->nStride == 0 || !pPixels->Allocate())
+        pPixels->nRowAlignment = rowAlignment;
+        if (!pPixels->Allocate())
             return 1;
         std::memset(pPixels->pData.get(), 0, pPixels->Bytes());
+        m_pPixels = std::move(pPixels);
+        return 0;
+    } catch (const std::bad_alloc&) {
+        return 1;
+    }
+}
+
+int CImage::CreateLike(const CImage& model, int width, int height)
+{
+    try {
+        const SPixels& from = *model.m_pPixels;
+        auto pPixels = std::make_unique<SPixels>();
+        pPixels->nWidth = width;
+        pPixels->nHeight = height;
+        pPixels->nChannels = from.nChannels;
+        pPixels->nBitDepth = from.nBitDepth;
+        pPixels->eType = from.eType;
+        pPixels->nRowAlignment = from.nRowAlignment;
+        if (from.pData && !pPixels->Allocate())
+            return 1;
         m_pPixels = std::move(pPixels);
         return 0;
     } catch (const std::bad_alloc&) {
@@ -97,24 +132,15 @@ int CImage::CopyFrom(const CImage* source)
     if (source == this)
         return 0;
     try {
-        auto pPixels = std::make_unique<SPixels>();
-        const SPixels& from = *source->m_pPixels;
-        pPixels->nWidth = from.nWidth;
-        pPixels->nHeight = from.nHeight;
-        pPixels->nChannels = from.nChannels;
-        pPixels->nBitDepth = from.nBitDepth;
-        pPixels->eType = from.eType;
-        pPixels->nStride = from.nStride;
-        if (from.pData) {
-            if (!pPixels->Allocate())
-                return 1;
-            std::memcpy(pPixels->pData.get(), from.pData.get(), from.Bytes());
-        }
         std::wstring strName = source->m_strName;
         std::wstring strFolder = source->m_strFolder;
+        const SPixels& from = *source->m_pPixels;
+        if (CreateLike(*source, from.nWidth, from.nHeight) != 0)
+            return 1;
+        if (from.pData)
+            std::memcpy(m_pPixels->pData.get(), from.pData.get(), from.Bytes());
         m_strName.swap(strName);
         m_strFolder.swap(strFolder);
-        m_pPixels = std::move(pPixels);
         return 0;
     } catch (const std::bad_alloc&) {
         return 1;
@@ -207,6 +233,16 @@ void CImage::SetFolder(const std::wstring& folder)
 const std::wstring& CImage::GetFolder() const
 {
     return m_strFolder;
+}
+
+void CImage::SetDecodeLimit(std::size_t bytes)
+{
+    g_nDecodeLimit.store(bytes, std::memory_order_relaxed);
+}
+
+std::size_t CImage::GetDecodeLimit()
+{
+    return g_nDecodeLimit.load(std::memory_order_relaxed);
 }
 
 } // namespace Vantor::Algorithms
