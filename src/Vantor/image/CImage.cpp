@@ -40,6 +40,7 @@ struct CImage::SPixels {
     int nChannels = 0;
     int nBitDepth = 0;
     EImageType eType = EImageType::Interleaved;
+    int nRowAlignment = 1;
     int nStride = 0;
     PixelBuffer pData;
     std::vector<unsigned char*> vctRows;
@@ -49,11 +50,16 @@ struct CImage::SPixels {
     {
         return static_cast<std::size_t>(nStride) * static_cast<std::size_t>(nHeight);
     }
+    /// Makes the buffer and the tables for the sizes above; the content of the buffer is undefined.
     bool Allocate();
 };
 
 bool CImage::SPixels::Allocate()
 {
+    nStride = StrideOf(nWidth, nChannels, nBitDepth, nRowAlignment);
+    const std::size_t nTableEntries = static_cast<std::size_t>(nWidth) + static_cast<std::size_t>(nHeight);
+    if (nStride == 0 || nTableEntries > GetPhysicalMemory() / sizeof(void*))
+        return false;
     pData = AllocatePixels(Bytes());
     if (!pData)
         return false;
@@ -88,10 +94,30 @@ int CImage::Create(int width, int height, int channels, int bitDepth, EImageType
         pPixels->nChannels = channels;
         pPixels->nBitDepth = bitDepth;
         pPixels->eType = type;
-        pPixels->nStride = StrideOf(width, channels, bitDepth, rowAlignment);
-        if (pPixels->nStride == 0 || !pPixels->Allocate())
+        pPixels->nRowAlignment = rowAlignment;
+        if (!pPixels->Allocate())
             return 1;
         std::memset(pPixels->pData.get(), 0, pPixels->Bytes());
+        m_pPixels = std::move(pPixels);
+        return 0;
+    } catch (const std::bad_alloc&) {
+        return 1;
+    }
+}
+
+int CImage::CreateLike(const CImage& model, int width, int height)
+{
+    try {
+        const SPixels& from = *model.m_pPixels;
+        auto pPixels = std::make_unique<SPixels>();
+        pPixels->nWidth = width;
+        pPixels->nHeight = height;
+        pPixels->nChannels = from.nChannels;
+        pPixels->nBitDepth = from.nBitDepth;
+        pPixels->eType = from.eType;
+        pPixels->nRowAlignment = from.nRowAlignment;
+        if (from.pData && !pPixels->Allocate())
+            return 1;
         m_pPixels = std::move(pPixels);
         return 0;
     } catch (const std::bad_alloc&) {
@@ -106,24 +132,15 @@ int CImage::CopyFrom(const CImage* source)
     if (source == this)
         return 0;
     try {
-        auto pPixels = std::make_unique<SPixels>();
-        const SPixels& from = *source->m_pPixels;
-        pPixels->nWidth = from.nWidth;
-        pPixels->nHeight = from.nHeight;
-        pPixels->nChannels = from.nChannels;
-        pPixels->nBitDepth = from.nBitDepth;
-        pPixels->eType = from.eType;
-        pPixels->nStride = from.nStride;
-        if (from.pData) {
-            if (!pPixels->Allocate())
-                return 1;
-            std::memcpy(pPixels->pData.get(), from.pData.get(), from.Bytes());
-        }
         std::wstring strName = source->m_strName;
         std::wstring strFolder = source->m_strFolder;
+        const SPixels& from = *source->m_pPixels;
+        if (CreateLike(*source, from.nWidth, from.nHeight) != 0)
+            return 1;
+        if (from.pData)
+            std::memcpy(m_pPixels->pData.get(), from.pData.get(), from.Bytes());
         m_strName.swap(strName);
         m_strFolder.swap(strFolder);
-        m_pPixels = std::move(pPixels);
         return 0;
     } catch (const std::bad_alloc&) {
         return 1;

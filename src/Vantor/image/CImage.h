@@ -92,17 +92,26 @@ public:
     int Save(const std::wstring& path) const;
 
     /// Rotates about a point.
-    /// @param centre  in pixels, (0, 0) being the top-left corner of the top-left pixel
-    /// @param angle   radians, positive is clockwise on the screen. Multiples of 90 degrees are exact; other
-    ///                angles are bilinear.
-    /// @param fill    value of every byte that the rotated image does not cover, 0 to 255
+    /// @param centre  in pixels, (0, 0) being the top-left corner of the top-left pixel; at most 2^31 away.
+    ///                A canvas that grows fits closely around the rotated image wherever the centre lies.
+    /// @param angle   radians, positive is clockwise on the screen. Multiples of 90 degrees (within 1e-9) are
+    ///                exact: the pixels only change places, on a kept canvas to the nearest whole pixel.
+    ///                Other angles are bilinear; the pixels whose centre lies in the rotated image are
+    ///                covered.
+    /// @param fill    value of every byte that the rotated image does not cover, 0 to 255 (rounded, clamped)
+    /// @return 0, or non-zero for an empty image, a value that is not finite, an unknown mode, a lack of
+    ///         memory, or a result that is larger than both the decode limit and the image itself
     int Rotate(const Geometry::CPoint<double>& centre, double angle, double fill, ERotationMode mode);
 
-    /// The largest decoded size in bytes that Load accepts, for the whole process; 1 GiB at the start.
+    /// The largest decoded size in bytes that Load accepts, and that Rotate lets an image grow to, for the
+    /// whole process; 1 GiB at the start.
     static void SetDecodeLimit(std::size_t bytes);
     static std::size_t GetDecodeLimit();
 
 private:
+    /// Gives this image the channels, depth and row alignment of another one, and pixels of undefined value.
+    int CreateLike(const CImage& model, int width, int height);
+
     struct SPixels;
     std::unique_ptr<SPixels> m_pPixels;
     std::wstring m_strName;

@@ -1,0 +1,293 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <Vantor/image/CImage.h>
+
+#include <Vantor/geometry/CPoint.h>
+#include <Vantor/image/Transpose_p.h>
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+namespace Vantor::Algorithms
+{
+
+namespace
+{
+constexpr double kHalfPi = 1.57079632679489661923;
+constexpr double kAngleTolerance = 1e-9; // radians; well below a pixel at the rim of the largest image
+constexpr double kSizeTolerance = 1e-6;  // pixels; a canvas does not grow for a rounding error
+constexpr double kMaxByte = 255.0;
+constexpr double kMaxCoordinate = INT_MAX;
+
+struct SSize {
+    int nWidth;
+    int nHeight;
+};
+
+/// Where a turned image lies on its canvas, in whole pixels; outside is cut off.
+struct SPlace {
+    long long nX;
+    long long nY;
+};
+
+std::size_t BytesPerPixel(const CImage& image)
+{
+    return static_cast<std::size_t>(image.GetChannel() * (image.GetBitDepth() / CHAR_BIT));
+}
+
+bool IsUsable(double value)
+{
+    return std::abs(value) <= kMaxCoordinate;
+}
+
+/// Quarter turns clockwise, 0 to 3, or -1 for any other angle.
+int QuarterTurns(double angle)
+{
+    const double rest = std::remainder(angle, 4.0 * kHalfPi);
+    const double turns = std::round(rest / kHalfPi);
+    if (std::abs(rest - turns * kHalfPi) > kAngleTolerance)
+        return -1;
+    return (static_cast<int>(turns) + 4) % 4;
+}
+
+/// The size of the canvas that holds a rotated image, zeros when it is no size at all.
+SSize GrownSize(const CImage& image, double angle, int quarters)
+{
+    if (quarters >= 0)
+        return quarters % 2 == 0 ? SSize{image.GetWidth(), image.GetHeight()}
+                                 : SSize{image.GetHeight(), image.GetWidth()};
+    const double c = std::abs(std::cos(angle));
+    const double s = std::abs(std::sin(angle));
+    const double width = std::ceil(image.GetWidth() * c + image.GetHeight() * s - kSizeTolerance);
+    const double height = std::ceil(image.GetWidth() * s + image.GetHeight() * c - kSizeTolerance);
+    if (width > INT_MAX || height > INT_MAX)
+        return {0, 0};
+    return {std::max(static_cast<int>(width), 1), std::max(static_cast<int>(height), 1)};
+}
+
+/// Whether an image of that size may be made out of the other one.
+bool IsAllowed(const CImage& image, const SSize& size)
+{
+    if (size.nWidth < 1 || size.nHeight < 1)
+        return false;
+    const double has = static_cast<double>(image.GetStride()) * image.GetHeight();
+    const double wants = static_cast<double>(BytesPerPixel(image)) * size.nWidth * size.nHeight;
+    return wants <= std::max(has, static_cast<double>(CImage::GetDecodeLimit()));
+}
+
+/// On a kept canvas a turn about (x, y) moves the turned image, which would begin at (0, 0), to this place.
+/// Three quarters are the inverse of one, so that right and left give back what was not cut off, whichever
+/// way a half pixel is rounded.
+SPlace KeptPlace(const CImage& image, const Geometry::CPoint<double>& centre, int quarters)
+{
+    const auto whole = [](double value) { return static_cast<long long>(std::floor(value + 0.5)); };
+    const long long nHeight = image.GetHeight();
+    const long long nWidth = image.GetWidth();
+    if (quarters == 2)
+        return {whole(2.0 * centre.x()) - nWidth, whole(2.0 * centre.y()) - nHeight};
+    const long long nSum = whole(centre.x() + centre.y());
+    const long long nDifference = whole(centre.y() - centre.x());
+    return quarters == 1 ? SPlace{nSum - nHeight, nDifference} : SPlace{-nDifference, nSum - nWidth};
+}
+
+/// The part of a source axis that lands on the canvas: cells begin to end - 1 (in the order of the canvas)
+/// of an axis of that length, placed at an offset.
+struct SSpan {
+    int nBegin;
+    int nEnd;
+};
+
+SSpan Visible(long long offset, int length, int canvas)
+{
+    const long long nBegin = std::clamp<long long>(-offset, 0, length);
+    const long long nEnd = std::clamp<long long>(canvas - offset, nBegin, length);
+    return {static_cast<int>(nBegin), static_cast<int>(nEnd)};
+}
+
+/// Half a turn: rows and pixels in reverse order. Spans and place as for the canvas.
+void TurnHalf(const CImage& from, CImage& to, SSpan columns, SSpan rows, const SPlace& place)
+{
+    const std::size_t nBytes = BytesPerPixel(from);
+    for (int y = rows.nBegin; y < rows.nEnd; ++y) {
+        const unsigned char* pFrom =
+            from.GetPixel(from.GetWidth() - 1 - columns.nBegin, from.GetHeight() - 1 - y);
+        unsigned char* pTo =
+            to.GetPixel(static_cast<int>(columns.nBegin + place.nX), static_cast<int>(y + place.nY));
+        for (int x = columns.nBegin; x < columns.nEnd; ++x, pFrom -= nBytes, pTo += nBytes)
+            std::memcpy(pTo, pFrom, nBytes);
+    }
+}
+
+/// One or three quarters clockwise: a transposition that reads the rows of the source, or writes those of
+/// the target, from the last to the first.
+void TurnQuarter(const CImage& from, CImage& to, SSpan columns, SSpan rows, const SPlace& place, int quarters)
+{
+    const int nPixelBytes = static_cast<int>(BytesPerPixel(from));
+    const int nLength = columns.nEnd - columns.nBegin; // along the rows of the canvas: rows of the source
+    const int nLines = rows.nEnd - rows.nBegin;
+    const int nToX = static_cast<int>(columns.nBegin + place.nX);
+    const int nToY = static_cast<int>(rows.nBegin + place.nY);
+    if (quarters == 1) {
+        TransposePixels(from.GetPixel(rows.nBegin, from.GetHeight() - 1 - columns.nBegin), -from.GetStride(),
+                        to.GetPixel(nToX, nToY), to.GetStride(), nLines, nLength, nPixelBytes);
+    } else {
+        TransposePixels(from.GetPixel(from.GetWidth() - rows.nEnd, columns.nBegin), from.GetStride(),
+                        to.GetPixel(nToX, nToY + nLines - 1), -to.GetStride(), nLines, nLength, nPixelBytes);
+    }
+}
+
+void Turn(const CImage& from, CImage& to, const SPlace& place, int quarters)
+{
+    const SSize turned = GrownSize(from, 0.0, quarters);
+    const SSpan columns = Visible(place.nX, turned.nWidth, to.GetWidth());
+    const SSpan rows = Visible(place.nY, turned.nHeight, to.GetHeight());
+    if (columns.nBegin >= columns.nEnd || rows.nBegin >= rows.nEnd)
+        return;
+    if (quarters == 2)
+        TurnHalf(from, to, columns, rows, place);
+    else
+        TurnQuarter(from, to, columns, rows, place, quarters);
+}
+
+/// Maps points of the canvas back into the source image.
+struct SInverse {
+    double c; ///< cosine and sine of the angle
+    double s;
+    double fromX, fromY; ///< the point of the source that the rotation is about
+    double toX, toY;     ///< the same point on the canvas
+
+    double X(double x, double y) const { return fromX + c * (x - toX) + s * (y - toY); }
+    double Y(double x, double y) const { return fromY - s * (x - toX) + c * (y - toY); }
+};
+
+/// The two neighbours of a coordinate along an axis and the weight of the second; at the rim both are equal.
+struct SNeighbours {
+    std::ptrdiff_t nFirst;
+    std::ptrdiff_t nSecond;
+    float weight;
+
+    SNeighbours(double coordinate, int length)
+    {
+        const double centre = std::clamp(coordinate - 0.5, 0.0, length - 1.0);
+        nFirst = static_cast<std::ptrdiff_t>(centre);
+        nSecond = std::min<std::ptrdiff_t>(nFirst + 1, length - 1);
+        weight = static_cast<float>(centre - static_cast<double>(nFirst));
+    }
+};
+
+/// A sample as a number; rows of 16-bit samples may begin at odd addresses.
+template <class T> float Sample(const unsigned char* pRow, std::ptrdiff_t index)
+{
+    T value;
+    std::memcpy(&value, pRow + index * static_cast<std::ptrdiff_t>(sizeof(T)), sizeof value);
+    return static_cast<float>(value);
+}
+
+/// Bilinear interpolation between the centres of the four nearest pixels, T being the type of a sample.
+template <class T>
+void Interpolate(const CImage& from, const SNeighbours& columns, const SNeighbours& rows, unsigned char* pTo)
+{
+    const int nChannels = from.GetChannel();
+    const unsigned char* pUpper = from.GetRows()[rows.nFirst];
+    const unsigned char* pLower = from.GetRows()[rows.nSecond];
+    for (int c = 0; c < nChannels; ++c) {
+        const std::ptrdiff_t nLeft = columns.nFirst * nChannels + c;
+        const std::ptrdiff_t nRight = columns.nSecond * nChannels + c;
+        const float a = Sample<T>(pUpper, nLeft);
+        const float b = Sample<T>(pLower, nLeft);
+        const float upper = a + columns.weight * (Sample<T>(pUpper, nRight) - a);
+        const float lower = b + columns.weight * (Sample<T>(pLower, nRight) - b);
+        const T value = static_cast<T>(upper + rows.weight * (lower - upper) + 0.5f);
+        std::memcpy(pTo + c * static_cast<int>(sizeof value), &value, sizeof value);
+    }
+}
+
+/// Any angle: every pixel of the canvas whose centre lies in the rotated image is interpolated.
+template <class T> void Resample(const CImage& from, CImage& to, const SInverse& inverse)
+{
+    const double width = from.GetWidth();
+    const double height = from.GetHeight();
+    const std::size_t nBytes = BytesPerPixel(from);
+    for (int y = 0; y < to.GetHeight(); ++y) {
+        unsigned char* pTo = to.GetRows()[y];
+        for (int x = 0; x < to.GetWidth(); ++x, pTo += nBytes) {
+            const double fromX = inverse.X(x + 0.5, y + 0.5);
+            const double fromY = inverse.Y(x + 0.5, y + 0.5);
+            if (fromX >= 0.0 && fromY >= 0.0 && fromX <= width && fromY <= height)
+                Interpolate<T>(from, SNeighbours(fromX, from.GetWidth()),
+                               SNeighbours(fromY, from.GetHeight()), pTo);
+        }
+    }
+}
+
+/// Fills the canvas.
+void Fill(CImage& image, double value)
+{
+    const std::size_t nRow = static_cast<std::size_t>(image.GetWidth()) * BytesPerPixel(image);
+    for (int y = 0; y < image.GetHeight(); ++y)
+        std::memset(image.GetRows()[y], static_cast<int>(std::lround(value)), nRow);
+}
+
+/// Zeroes what lies between the end of each row and the next one.
+void ClearRowEnds(CImage& image)
+{
+    const std::size_t nRow = static_cast<std::size_t>(image.GetWidth()) * BytesPerPixel(image);
+    const std::size_t nRest = static_cast<std::size_t>(image.GetStride()) - nRow;
+    for (int y = 0; nRest > 0 && y < image.GetHeight(); ++y)
+        std::memset(image.GetRows()[y] + nRow, 0, nRest);
+}
+
+Geometry::CPoint<double> MiddleOf(const CImage& image)
+{
+    return {image.GetWidth() * 0.5, image.GetHeight() * 0.5};
+}
+
+/// Rotates so that the point `pivot` of the source comes to lie on the point `place` of the canvas.
+void RotateFreely(const CImage& from, CImage& to, const Geometry::CPoint<double>& pivot,
+                  const Geometry::CPoint<double>& place, double angle)
+{
+    const SInverse inverse{std::cos(angle), std::sin(angle), pivot.x(), pivot.y(), place.x(), place.y()};
+    if (from.GetBitDepth() == CHAR_BIT)
+        Resample<std::uint8_t>(from, to, inverse);
+    else
+        Resample<std::uint16_t>(from, to, inverse);
+}
+} // namespace
+
+int CImage::Rotate(const Geometry::CPoint<double>& centre, double angle, double fill, ERotationMode mode)
+{
+    if (!GetData() || !std::isfinite(angle) || !std::isfinite(fill))
+        return 1;
+    if (!IsUsable(centre.x()) || !IsUsable(centre.y()))
+        return 1;
+    if (mode != ERotationMode::KeepCanvas && mode != ERotationMode::GrowCanvas)
+        return 1;
+    const bool bGrow = mode == ERotationMode::GrowCanvas;
+    const int nQuarters = QuarterTurns(angle);
+    const SSize size = bGrow ? GrownSize(*this, angle, nQuarters) : SSize{GetWidth(), GetHeight()};
+    if (!IsAllowed(*this, size))
+        return 1;
+    if (nQuarters == 0)
+        return 0;
+    CImage result;
+    if (result.CreateLike(*this, size.nWidth, size.nHeight) != 0)
+        return 1;
+    ClearRowEnds(result);
+    if (nQuarters > 0 && bGrow) {
+        Turn(*this, result, {0, 0}, nQuarters); // covers every pixel
+    } else {
+        Fill(result, std::clamp(fill, 0.0, kMaxByte));
+        if (nQuarters > 0)
+            Turn(*this, result, KeptPlace(*this, centre, nQuarters), nQuarters);
+        else
+            RotateFreely(*this, result, bGrow ? MiddleOf(*this) : centre, bGrow ? MiddleOf(result) : centre,
+                         angle);
+    }
+    m_pPixels.swap(result.m_pPixels);
+    return 0;
+}
+
+} // namespace Vantor::Algorithms

@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <Vantor/image/Transpose_p.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+namespace Vantor::Algorithms
+{
+
+namespace
+{
+/// Pixels on each side of the square that is turned in registers.
+constexpr int kBlock = 8;
+/// Rows of the source, and columns of it, that are turned before going on: their cache lines, and those of
+/// the target, stay in the nearest caches meanwhile.
+constexpr int kTileRows = 64;
+constexpr int kTileColumns = 64;
+
+struct SGrids {
+    const unsigned char* pFrom;
+    std::ptrdiff_t nFromStride;
+    unsigned char* pTo;
+    std::ptrdiff_t nToStride;
+};
+
+template <int N> const unsigned char* Source(const SGrids& grids, int x, int y)
+{
+    return grids.pFrom + y * grids.nFromStride + static_cast<std::ptrdiff_t>(x) * N;
+}
+
+template <int N> unsigned char* Target(const SGrids& grids, int x, int y)
+{
+    return grids.pTo + x * grids.nToStride + static_cast<std::ptrdiff_t>(y) * N;
+}
+
+template <class T> T Load(const unsigned char* pFrom)
+{
+    T value;
+    std::memcpy(&value, pFrom, sizeof value);
+    return value;
+}
+
+template <class T> void Store(unsigned char* pTo, T value)
+{
+    std::memcpy(pTo, &value, sizeof value);
+}
+
+/// Any rectangle, pixel by pixel.
+template <int N> void TransposeAny(const SGrids& grids, int x0, int x1, int y0, int y1)
+{
+    for (int x = x0; x < x1; ++x)
+        for (int y = y0; y < y1; ++y)
+            std::memcpy(Target<N>(grids, x, y), Source<N>(grids, x, y), N);
+}
+
+/// Swaps the two halves of every pair of rows that lie `distance` apart: lanes of `shift` bits, the lower
+/// ones of each pair selected by the mask.
+inline void SwapLanes(std::uint64_t (&rows)[kBlock], int distance, int shift, std::uint64_t mask)
+{
+    for (int i = 0; i < kBlock; ++i) {
+        if (i & distance)
+            continue;
+        const std::uint64_t difference = ((rows[i] >> shift) ^ rows[i + distance]) & mask;
+        rows[i + distance] ^= difference;
+        rows[i] ^= difference << shift;
+    }
+}
+
+/// A block of 8 x 8 pixels.
+template <int N> void TransposeBlock(const SGrids& grids, int x, int y)
+{
+    TransposeAny<N>(grids, x, x + kBlock, y, y + kBlock);
+}
+
+/// Bytes: three rounds of exchanges between eight registers, halves, quarters, then single bytes.
+template <> void TransposeBlock<1>(const SGrids& grids, int x, int y)
+{
+    std::uint64_t rows[kBlock];
+    for (int i = 0; i < kBlock; ++i)
+        rows[i] = Load<std::uint64_t>(Source<1>(grids, x, y + i));
+    SwapLanes(rows, 4, 32, 0x00000000FFFFFFFFu);
+    SwapLanes(rows, 2, 16, 0x0000FFFF0000FFFFu);
+    SwapLanes(rows, 1, 8, 0x00FF00FF00FF00FFu);
+    for (int i = 0; i < kBlock; ++i)
+        Store(Target<1>(grids, x + i, y), rows[i]);
+}
+
+/// Three bytes: eight pixels of a column are packed into three words. Every pixel but the last of the row
+/// is read with the byte behind it, which is dropped.
+template <> void TransposeBlock<3>(const SGrids& grids, int x, int y)
+{
+    constexpr std::uint64_t kPixel = 0xFFFFFF;
+    for (int i = 0; i < kBlock; ++i) {
+        std::uint64_t p[kBlock];
+        for (int j = 0; j < kBlock; ++j)
+            p[j] = Load<std::uint32_t>(Source<3>(grids, x + i, y + j)) & kPixel;
+        unsigned char* pTo = Target<3>(grids, x + i, y);
+        Store(pTo, p[0] | p[1] << 24 | p[2] << 48);
+        Store(pTo + 8, p[2] >> 16 | p[3] << 8 | p[4] << 32 | p[5] << 56);
+        Store(pTo + 16, p[5] >> 8 | p[6] << 16 | p[7] << 40);
+    }
+}
+
+template <int N> void TransposeTile(const SGrids& grids, int x0, int x1, int y0, int y1)
+{
+    // Blocks of three bytes read one byte too far to the right.
+    const int nBlocksEnd = x0 + (x1 - x0 - (N == 3 ? 1 : 0)) / kBlock * kBlock;
+    int y = y0;
+    for (; y + kBlock <= y1; y += kBlock) {
+        for (int x = x0; x < nBlocksEnd; x += kBlock)
+            TransposeBlock<N>(grids, x, y);
+        TransposeAny<N>(grids, nBlocksEnd, x1, y, y + kBlock);
+    }
+    TransposeAny<N>(grids, x0, x1, y, y1);
+}
+
+template <int N> void TransposeTiles(const SGrids& grids, int width, int height)
+{
+    for (int x = 0; x < width; x += kTileColumns)
+        for (int y = 0; y < height; y += kTileRows)
+            TransposeTile<N>(grids, x, std::min(x + kTileColumns, width), y, std::min(y + kTileRows, height));
+}
+} // namespace
+
+void TransposePixels(const unsigned char* from, std::ptrdiff_t fromStride, unsigned char* to,
+                     std::ptrdiff_t toStride, int width, int height, int pixelBytes)
+{
+    const SGrids grids{from, fromStride, to, toStride};
+    switch (pixelBytes) {
+    case 1:
+        return TransposeTiles<1>(grids, width, height);
+    case 2:
+        return TransposeTiles<2>(grids, width, height);
+    case 3:
+        return TransposeTiles<3>(grids, width, height);
+    case 4:
+        return TransposeTiles<4>(grids, width, height);
+    case 6:
+        return TransposeTiles<6>(grids, width, height);
+    case 8:
+        return TransposeTiles<8>(grids, width, height);
+    default:
+        return;
+    }
+}
+
+} // namespace Vantor::Algorithms
