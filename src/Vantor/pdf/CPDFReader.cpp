@@ -6,6 +6,7 @@
 #include <Vantor/image/file/DecodeBounds_p.h>
 #include <Vantor/image/file/OpenFile_p.h>
 #include <Vantor/image/file/QtImage_p.h>
+#include <Vantor/pdf/PdfClaims_p.h>
 
 #include <QByteArray>
 #include <QFile>
@@ -133,6 +134,8 @@ try {
     const int nResult = ReadFile(path, bytes);
     if (nResult != EReadResult_OK)
         return nResult;
+    if (ClaimsTooManyObjects(bytes))
+        return EReadResult_NotAPdf;
     DocumentPtr pDocument(Poppler::Document::loadFromData(bytes));
     if (!pDocument)
         return EReadResult_NotAPdf;
