@@ -11,6 +11,7 @@
 #include <QRgba64>
 
 #include <array>
+#include <cstdlib>
 #include <cstring>
 
 namespace Vantor::Algorithms
@@ -138,7 +139,8 @@ bool ReadWithQt(QIODevice& device, const char* format, const SExpectedImage& exp
     QImageReader reader(&device, QByteArray(format));
     reader.setAutoDetectImageFormat(false);
     reader.setAutoTransform(true);
-    if (reader.size() != QSize(expected.nWidth, expected.nHeight))
+    const QSize size = reader.size(); // the height of a picture that is stored top down comes negative
+    if (size.width() != expected.nWidth || std::abs(static_cast<qint64>(size.height())) != expected.nHeight)
         return false;
 
     // Qt decodes into an image of the right size and format instead of making its own: grey goes straight

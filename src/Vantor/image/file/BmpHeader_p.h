@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QByteArray>
+#include <QtGlobal>
+
+#include <array>
+
+namespace Vantor::Algorithms
+{
+
+constexpr int kBmpFileHeaderBytes = 14;
+constexpr int kBmpCoreHeaderBytes = 12;
+constexpr int kBmpInfoHeaderBytes = 40;
+constexpr int kBmpV4HeaderBytes = 108;
+constexpr int kBmpPaletteEntries = 256;
+constexpr int kBmpPaletteBytes = 4 * kBmpPaletteEntries;
+constexpr quint32 kBmpRedMask = 0x00ff0000;
+constexpr quint32 kBmpGreenMask = 0x0000ff00;
+constexpr quint32 kBmpBlueMask = 0x000000ff;
+constexpr quint32 kBmpAlphaMask = 0xff000000;
+
+enum class EBmpCompression : quint32 {
+    None = 0,
+    RunLength8 = 1,
+    RunLength4 = 2,
+    BitFields = 3,
+    Jpeg = 4,
+    Png = 5
+};
+
+/// What the headers of a BMP file say; nothing in it has been believed yet.
+struct SBmpHeader {
+    qint64 nWidth = 0;
+    qint64 nHeight = 0;
+    bool bTopDown = false;
+    int nBits = 0; ///< per pixel
+    EBmpCompression eCompression = EBmpCompression::None;
+    quint32 nAlphaMask = 0;
+    bool bUsualMasks = false;                        ///< bytes in the order B, G, R, A
+    std::array<quint32, kBmpPaletteEntries> palette; ///< 0xRRGGBB, black where the file has no entry
+    bool bGreyPalette = false; ///< 256 entries, entry i is the grey i: how grey is written in this format
+    qint64 nPixels = 0;        ///< offset of the pixels in the file
+};
+
+/// Reads the headers from the first bytes of a file (kBmpHeadBytes, or all that there are).
+constexpr int kBmpHeadBytes = kBmpFileHeaderBytes + 2 * kBmpV4HeaderBytes + kBmpPaletteBytes;
+bool ParseBmpHeader(const QByteArray& head, SBmpHeader& header);
+
+/// Bytes of a row in the file.
+qint64 BmpStride(qint64 nWidth, int nBits);
+
+/// Whether so many bytes behind the headers can hold the pixels that they claim.
+bool CanHoldBmpPixels(const SBmpHeader& header, qint64 nBytes);
+
+/// Turns a row of B, G, R (and a fourth byte) into R, G, B (and A) or back; pFrom may be pTo.
+void ReorderBmpRow(const unsigned char* pFrom, int nFromBytes, unsigned char* pTo, int nToBytes, int nWidth);
+
+} // namespace Vantor::Algorithms
