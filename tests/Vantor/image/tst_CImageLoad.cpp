@@ -120,6 +120,8 @@ private Q_SLOTS:
     void theSamePictureIsEqualInEveryFormat_data();
     void theSamePictureIsEqualInEveryFormat();
     void theEightOrientationsShowTheSamePicture();
+    void anOrientationIsExact_data();
+    void anOrientationIsExact();
     void theOrientationTagOfTiffIsApplied();
     void nameAndFolderComeFromThePath();
     void aFailureLeavesTheImageAsItWas();
@@ -204,6 +206,48 @@ void tst_CImageLoad::theEightOrientationsShowTheSamePicture()
         QCOMPARE(LoadData(turned, name.constData()), 0);
         const double dDifference = MeanDifference(upright, turned);
         QVERIFY2(dDifference < kCompressionNoise, (name + QByteArray::number(dDifference)).constData());
+    }
+}
+
+void tst_CImageLoad::anOrientationIsExact_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("grey") << QStringLiteral("jpeg/bricks-gray.jpeg");
+    QTest::newRow("colour") << QStringLiteral("jpeg/bricks-color.jpeg");
+}
+
+void tst_CImageLoad::anOrientationIsExact()
+{
+    QFETCH(QString, name);
+    CImage stored;
+    QCOMPARE(LoadFile(stored, TestDataPath(name)), 0);
+    QFile file(TestDataPath(name));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray content = file.readAll();
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("turned.jpg"));
+    const int nLastX = stored.GetWidth() - 1;
+    const int nLastY = stored.GetHeight() - 1;
+    for (int i = 1; i <= 8; ++i) {
+        const QByteArray exif("\xff\xe1\0\x22"
+                              "Exif\0\0II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0_\0\0\0\0\0\0\0",
+                              36);
+        QByteArray turned = content;
+        turned.insert(2, QByteArray(exif).replace(exif.indexOf('_'), 1, QByteArray(1, static_cast<char>(i))));
+        WriteFile(path, turned);
+        CImage image;
+        QCOMPARE(LoadFile(image, path), 0);
+        QCOMPARE(image.GetWidth(), i < 5 ? nLastX + 1 : nLastY + 1);
+        // Where the pixel (u, v) of the file is shown.
+        for (int v = 0; v <= nLastY; ++v) {
+            for (int u = 0; u <= nLastX; ++u) {
+                const int nX[] = {u, nLastX - u, nLastX - u, u, v, nLastY - v, nLastY - v, v};
+                const int nY[] = {v, v, nLastY - v, nLastY - v, u, u, nLastX - u, nLastX - u};
+                if (std::memcmp(image.GetPixel(nX[i - 1], nY[i - 1]), stored.GetPixel(u, v),
+                                static_cast<std::size_t>(stored.GetChannel())) != 0)
+                    QFAIL(qPrintable(QStringLiteral("orientation %1 at %2, %3").arg(i).arg(u).arg(v)));
+            }
+        }
     }
 }
 
