@@ -154,6 +154,7 @@ private Q_SLOTS:
     void aPathWithANulFails();
     void theContentDecidesNotTheSuffix();
     void sixteenBitsAreRoundedToEight();
+    void fewBitsPerChannelReachWhite();
     void floatsAreClampedToZeroAndOne();
     void signedSamplesBeginAtBlack();
     void straightAlphaStaysAndPremultipliedBecomesStraight();
@@ -402,6 +403,26 @@ void tst_CImageLoad::sixteenBitsAreRoundedToEight()
     QCOMPARE(image.GetChannel(), 1);
     QCOMPARE(int(*image.GetPixel(0, 0)), 0);
     QCOMPARE(int(*image.GetPixel(1, 0)), 1);
+}
+
+void tst_CImageLoad::fewBitsPerChannelReachWhite()
+{
+    for (const char* pName :
+         {"bmp/g_rgb16.bmp", "bmp/g_rgb16-565.bmp", "bmp/q_rgb32-111110.bmp", "bmp/q_rgba16-4444.bmp"}) {
+        CImage image;
+        CImage full;
+        QCOMPARE(LoadData(image, pName), 0);
+        QCOMPARE(LoadData(full, "bmp/g_rgb24.bmp"), 0);
+        int nMost = 0;
+        for (int x = 0; x < 127; ++x) {
+            for (int y = 0; y < 64; ++y) {
+                for (int c = 0; c < 3; ++c)
+                    nMost = std::max(nMost, int(image.GetPixel(x, y)[c]));
+            }
+        }
+        QVERIFY2(nMost == 255, pName);
+        QVERIFY2(std::abs(image.GetPixel(60, 30)[0] - full.GetPixel(60, 30)[0]) <= 17, pName);
+    }
 }
 
 void tst_CImageLoad::floatsAreClampedToZeroAndOne()
