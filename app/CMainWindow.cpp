@@ -20,7 +20,8 @@
 namespace
 {
 constexpr int kViewerCount = 4;
-constexpr int kDockWidth = 210;
+constexpr int kToolDockWidth = 200;
+constexpr int kPropertyDockWidth = 240;
 
 CImageViewerCtrl* FindViewer(int nIndex)
 {
@@ -75,7 +76,7 @@ void CMainWindow::CreateDocks()
     QDockWidget* pTools = AddDock(QStringLiteral("Tools"), m_pToolBox, Qt::LeftDockWidgetArea);
     QDockWidget* pStatus = AddDock(QStringLiteral("Status"), m_pStatus, Qt::LeftDockWidgetArea);
     QDockWidget* pProperties = AddDock(QStringLiteral("Properties"), m_pProperties, Qt::RightDockWidgetArea);
-    resizeDocks({pTools, pProperties}, {kDockWidth, kDockWidth}, Qt::Horizontal);
+    resizeDocks({pTools, pProperties}, {kToolDockWidth, kPropertyDockWidth}, Qt::Horizontal);
     pStatus->hide();
 }
 
@@ -130,7 +131,10 @@ int CMainWindow::OpenFiles(const QStringList& lstFiles)
 bool CMainWindow::OpenIn(CImageViewerCtrl& viewer, const QString& strFile)
 {
     const unsigned int nBefore = viewer.GetImageID();
-    viewer.AddImage(strFile);
+    if (viewer.GetImage())
+        viewer.AddImage(strFile);
+    else
+        viewer.LoadFile(strFile);
     return viewer.GetImageID() != nBefore;
 }
 

@@ -7,6 +7,8 @@
 #include <VantorCommon/annotation/command/CCommandContainer.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandAddGeometry.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandChangeCurrentImage.h>
+#include <VantorCommon/annotation/edit/DrawHandler_p.h>
+#include <VantorCommon/annotation/edit/SelectHandler_p.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
@@ -43,9 +45,16 @@ CImageView2DCtrl::CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeomet
       m_pToolBoxDockView(pToolBoxDockView), m_pPropertyDockView(pPropertyDockView),
       m_pStatusBarDockView(pStatusBarDockView), m_pCommands(std::make_unique<CCommandContainer>())
 {
+    m_pEdit = std::make_unique<SEditContext>(
+        SEditContext{this, pView, pGeometryModel, pToolModel,
+                     [this](std::unique_ptr<CCommand> pCommand) { Execute(std::move(pCommand)); }});
+    m_pDraw = std::make_unique<CDrawHandler>(*m_pEdit);
+    m_pSelect = std::make_unique<CSelectHandler>(*m_pEdit);
     CreatePanels();
-    if (m_pView)
+    if (m_pView) {
         ConnectView();
+        ConnectGestures();
+    }
 }
 
 CImageView2DCtrl::~CImageView2DCtrl()
@@ -353,7 +362,7 @@ void CImageView2DCtrl::ResizeDrawableObject(ObjectPtr pObject, const QPointF& fr
 {
     QPointF handle;
     if (pObject && pObject->FindResizePoint(HandleTolerance(), from, handle, 0.0))
-        pObject->MoveResizePoint(handle, to - m_ptResizeOffset);
+        pObject->MoveResizePoint(handle, to - m_pSelect->ResizeOffset());
 }
 
 CImageView2DModel* CImageView2DCtrl::GetImageModel() const

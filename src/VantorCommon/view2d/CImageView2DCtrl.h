@@ -13,6 +13,7 @@
 
 class CCommand;
 class CCommandContainer;
+class CDrawHandler;
 class CImageView2D;
 class CImageView2DDrawableGeometry;
 class CImageView2DDrawableObject;
@@ -20,10 +21,12 @@ class CImageView2DGeometryModel;
 class CImageView2DModel;
 class CImageView2DToolModel;
 class CPropertyDockView;
+class CSelectHandler;
 class CStatusBarDockView;
 class CToolBoxDockView;
 class QScrollArea;
 class QWidget;
+struct SEditContext;
 
 namespace Vantor::Algorithms
 {
@@ -98,6 +101,11 @@ public:
     void ResizeDrawableObject(ObjectPtr pObject, const QPointF& from, const QPointF& to,
                               const QPointF& third);
 
+    /// Deletes what is selected, as one undoable step; nothing when nothing is.
+    void DeleteSelectedObjects();
+    /// How near to a handle counts as on it: 10 widget pixels, in image pixels. 0.0 without a view.
+    double HandleTolerance() const;
+
     CImageView2DModel* GetImageModel() const;
     CImageView2DGeometryModel* GetGeometryModel() const;
 
@@ -133,10 +141,40 @@ public Q_SLOTS:
     void slot_SelectROIPolygon();
     void slot_DrawRuler();
 
+    void slot_DrawRectangleStart(QPointF& pointStart);
+    void slot_DrawRectangleDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawRectangleEnd(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawEllipseStart(QPointF& pointStart);
+    void slot_DrawEllipseDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawEllipseEnd(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawCircleStart(QPointF& pointStart);
+    void slot_DrawCircleDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawCircleEnd(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawLineStart(QPointF& pointStart);
+    void slot_DrawLineDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawLineEnd(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawPolygonStart(QPointF& pointStart);
+    void slot_DrawPolygonDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawPolygonWaiting(QPointF& point);
+    void slot_DrawPolygonEnd(QPointF& pointStart, QPointF& pointEnd);
+
+    void slot_CheckResizeRotate(QPointF& point);
+    void slot_SelectMovingStart(QPointF& pointStart);
+    void slot_SelectMovingDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_SelectMovingEnd(QPointF& pointStart, QPointF& pointEnd);
+    /// Deliberate: nothing; resizing is part of the SelectMoving slots.
+    void slot_SelectResizeStart(QPointF& pointStart);
+    void slot_SelectResizeDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_SelectResizeEnd(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DeleteDrawableObject();
+    /// Delete and Backspace delete the selection, Escape leaves a drawing mode while the view is visible.
+    void slot_PressKey(int nKey);
+
 private:
     void CreatePanels();
     void ConnectView();
-    void ConnectToolView();
+    void ConnectGestures();
+    void StartDrawing();
     void PutIntoDock(QScrollArea* pDock, QWidget* pPanel);
     void SetMode(int nMode);
     std::vector<ImagePtr> LoadAny(const QString& strPath);
@@ -144,7 +182,6 @@ private:
     void PasteUrls(const QList<QUrl>& lstUrls);
     void Rotate(double dblAngle);
     void Execute(std::unique_ptr<CCommand> pCommand);
-    double HandleTolerance() const;
 
     QPointer<CImageView2DModel> m_pModel;
     QPointer<CImageView2DGeometryModel> m_pGeometryModel;
@@ -158,5 +195,7 @@ private:
     QPointer<QWidget> m_pStatusPanel;
     QPointer<QWidget> m_pSnipTool;
     std::unique_ptr<CCommandContainer> m_pCommands;
-    QPointF m_ptResizeOffset;
+    std::unique_ptr<SEditContext> m_pEdit;
+    std::unique_ptr<CDrawHandler> m_pDraw;
+    std::unique_ptr<CSelectHandler> m_pSelect;
 };
