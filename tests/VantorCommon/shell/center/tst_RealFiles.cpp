@@ -17,6 +17,7 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
 using Vantor::Algorithms::CImage;
@@ -100,6 +101,15 @@ QStringList FilesBelow(const QString& strFolder)
         lstFiles << it.next();
     lstFiles.sort();
     return lstFiles;
+}
+
+QtMessageHandler g_pPreviousHandler = nullptr;
+
+/// What the decoders say about a broken file is no warning about us.
+void DropDecoderWarnings(QtMsgType eType, const QMessageLogContext& context, const QString& strText)
+{
+    if (!strText.startsWith(QStringLiteral("libpng warning")) && !strText.startsWith(QStringLiteral("Corrupt JPEG")))
+        g_pPreviousHandler(eType, context, strText);
 }
 
 void Click(const SCentre& c, const char* pIcon)
@@ -283,6 +293,8 @@ private Q_SLOTS:
         const QStringList lstFiles = FilesBelow(QStringLiteral("broken"));
         QVERIFY(!lstFiles.isEmpty());
         const DialogDriver driver({});
+        g_pPreviousHandler = qInstallMessageHandler(DropDecoderWarnings);
+        const auto restore = qScopeGuard([] { qInstallMessageHandler(g_pPreviousHandler); });
         int nOpened = 0;
         qint64 nSlowest = 0;
         QString strSlowest;
@@ -306,11 +318,7 @@ private Q_SLOTS:
             }
             QCOMPARE(c.Parts(0).List()->model()->rowCount(), nRows);
             const QStringList lstErrors = Errors(log);
-            QVERIFY2(lstErrors.size() <= 1, qPrintable(strFile));
-            if (lstErrors.isEmpty())
-                qInfo("no line for %s", qPrintable(strFile));
-            else
-                QVERIFY2(lstErrors.front().endsWith(strFile), qPrintable(lstErrors.front()));
+            QVERIFY2(lstErrors.size() == 1 && lstErrors.front().endsWith(strFile), qPrintable(strFile));
         }
         qInfo("%d broken files, %d show something; slowest %lld ms: %s", lstFiles.size(), nOpened, nSlowest,
               qPrintable(strSlowest));
