@@ -417,7 +417,8 @@ private Q_SLOTS:
         c.pCtrl->AddRectangle(2, pObject);
         QCOMPARE(c.pCtrl->Get2DDrawableObject(2, nUID), std::shared_ptr<CImageView2DDrawableObject>(pObject));
         QVERIFY(!c.pCtrl->Get2DDrawableObject(2, nUID + 1));
-        for (const int nIndex : {-1, 0, 1, 3, 4, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+        for (const int nIndex :
+             {-1, 0, 1, 3, 4, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
             QVERIFY(!c.pCtrl->Get2DDrawableObject(nIndex, nUID));
             QVERIFY(!c.pCtrl->Delete2DDrawableObject(nIndex, nUID));
         }
@@ -476,8 +477,9 @@ private Q_SLOTS:
         QVERIFY(c.Show());
         c.pCtrl->slot_ChangeLayout2x2();
         QList<QPair<int, unsigned int>> lstCalls;
-        c.pCtrl->RegisterGeometryAction(QStringLiteral("Measure"), QIcon(),
-                                        [&](int nView, unsigned int nUID) { lstCalls << qMakePair(nView, nUID); });
+        c.pCtrl->RegisterGeometryAction(
+            QStringLiteral("Measure"), QIcon(),
+            [&](int nView, unsigned int nUID) { lstCalls << qMakePair(nView, nUID); });
         for (int i = 0; i < 4; ++i) {
             c.View2D(i)->ShowContextMenuDrawableObject(QPointF(), 10u + static_cast<unsigned int>(i));
             QTRY_VERIFY(QApplication::activePopupWidget());

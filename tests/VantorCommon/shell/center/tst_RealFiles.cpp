@@ -71,7 +71,8 @@ double MeanDifference(const QImage& a, const QImage& b)
         for (int x = 0; x < a.width(); ++x) {
             const QRgb p = a.pixel(x, y);
             const QRgb q = b.pixel(x, y);
-            dblSum += std::abs(qRed(p) - qRed(q)) + std::abs(qGreen(p) - qGreen(q)) + std::abs(qBlue(p) - qBlue(q));
+            dblSum +=
+                std::abs(qRed(p) - qRed(q)) + std::abs(qGreen(p) - qGreen(q)) + std::abs(qBlue(p) - qBlue(q));
         }
     return dblSum / (3.0 * a.width() * a.height());
 }
@@ -108,7 +109,8 @@ QtMessageHandler g_pPreviousHandler = nullptr;
 /// What the decoders say about a broken file is no warning about us.
 void DropDecoderWarnings(QtMsgType eType, const QMessageLogContext& context, const QString& strText)
 {
-    if (!strText.startsWith(QStringLiteral("libpng warning")) && !strText.startsWith(QStringLiteral("Corrupt JPEG")))
+    if (!strText.startsWith(QStringLiteral("libpng warning")) &&
+        !strText.startsWith(QStringLiteral("Corrupt JPEG")))
         g_pPreviousHandler(eType, context, strText);
 }
 
@@ -157,7 +159,8 @@ private Q_SLOTS:
             }
             ++nOpened;
             QCOMPARE(Errors(log), QStringList());
-            const QString strExpected = QStringLiteral("[View-0][%1x%2x%3x8]").arg(file.nWidth).arg(file.nHeight).arg(file.nChannels);
+            const QString strExpected =
+                QStringLiteral("[View-0][%1x%2x%3x8]").arg(file.nWidth).arg(file.nHeight).arg(file.nChannels);
             QVERIFY2(c.Parts(0).Title()->text() == strExpected,
                      qPrintable(strName + QLatin1Char(' ') + c.Parts(0).Title()->text()));
             QCOMPARE(c.Parts(0).List()->model()->rowCount(), 1);
@@ -181,7 +184,8 @@ private Q_SLOTS:
             if (document.pPassword)
                 vctSteps.push_back(TypePassword(QString::fromUtf8(document.pPassword)));
             const DialogDriver driver(vctSteps);
-            c.pCtrl->slot_OpenFilePath(TestDataPath(QStringLiteral("pdf/")) + QString::fromUtf8(document.pName));
+            c.pCtrl->slot_OpenFilePath(TestDataPath(QStringLiteral("pdf/")) +
+                                       QString::fromUtf8(document.pName));
             QVERIFY2(driver.Count() == (document.pPassword ? 1 : 0), document.pName);
             QCOMPARE(Errors(log), QStringList());
             nAsked += driver.Count();
@@ -190,10 +194,12 @@ private Q_SLOTS:
             nPages += nRows;
             const auto pImage = c.Ctrl(0)->GetImage();
             QCOMPARE(pImage->GetChannel(), 3);
-            QCOMPARE(QSize(pImage->GetWidth(), pImage->GetHeight()), QSize(document.nWidth, document.nHeight));
+            QCOMPARE(QSize(pImage->GetWidth(), pImage->GetHeight()),
+                     QSize(document.nWidth, document.nHeight));
             QCOMPARE(QString::fromStdWString(pImage->GetName()), QString::fromUtf8(document.pName));
         }
-        qInfo("%d documents opened, %d pages, %d passwords asked for", int(std::size(kDocuments)), nPages, nAsked);
+        qInfo("%d documents opened, %d pages, %d passwords asked for", int(std::size(kDocuments)), nPages,
+              nAsked);
     }
 
     void aWrongPasswordLeavesEverythingAsItWas()
@@ -339,7 +345,10 @@ private:
         }
     }
 
-    static int GreyOf(const CImage& image) { return image.GetPixel(image.GetWidth() / 2, image.GetHeight() / 2)[0]; }
+    static int GreyOf(const CImage& image)
+    {
+        return image.GetPixel(image.GetWidth() / 2, image.GetHeight() / 2)[0];
+    }
 };
 
 VANTOR_TEST_MAIN(tst_RealFiles)
