@@ -136,6 +136,8 @@ void CImageViewer::CreateSideList()
     m_pSideList->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     m_pSideList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_pSideList->viewport()->installEventFilter(this);
+    // White pages stand out from it.
+    m_pSideList->viewport()->setBackgroundRole(QPalette::Mid);
     connect(m_pSideList->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &CImageViewer::slot_CurrentChanged);
 }
