@@ -6,15 +6,9 @@
 
 #ifdef __SANITIZE_ADDRESS__
 /// The leak checker names no frame of a library that has been unloaded; so nothing is unloaded.
-extern "C" int dlclose(void*)
-{
-    return 0;
-}
+extern "C" int dlclose(void*) { return 0; }
 /// fontconfig keeps offsets instead of pointers: what it still holds at the end looks lost.
-extern "C" const char* __lsan_default_suppressions()
-{
-    return "leak:libfontconfig\n";
-}
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
 #endif
 
 /// main() of a test of the core library: no display, no widgets.

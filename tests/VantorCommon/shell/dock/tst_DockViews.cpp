@@ -18,8 +18,7 @@ namespace
 {
 template <class T> void AddRow(const char* pName)
 {
-    QTest::newRow(pName) << MakeWidget([](QWidget* pParent) { return new T(pParent); })
-                         << QString::fromLatin1(pName);
+    QTest::newRow(pName) << MakeWidget([](QWidget* pParent) { return new T(pParent); }) << QString::fromLatin1(pName);
 }
 } // namespace
 
