@@ -250,8 +250,8 @@ private Q_SLOTS:
         f.Press({20, 20});
         f.Move({30, 20});
         f.Move({40, 20});
-        f.Release({50, 20});
-        const QVector<QPointF> expected{{20, 20}, {30, 20}, {20, 20}, {40, 20}, {20, 20}, {50, 20}, {50, 60}};
+        f.Release({40, 20});
+        const QVector<QPointF> expected{{20, 20}, {30, 20}, {20, 20}, {40, 20}, {20, 20}, {40, 20}, {50, 60}};
         QCOMPARE(f.geometry.GetObjectDrawing().size(), std::size_t(3));
         f.Click({50, 60});
         f.Click({20, 20});
