@@ -116,6 +116,7 @@ bool CImageView2DCtrl::Undo()
 {
     if (!m_pView || !m_pView->hasFocus() || !m_pCommands)
         return false;
+    Interrupt();
     m_pCommands->Undo();
     return true;
 }
@@ -124,6 +125,7 @@ bool CImageView2DCtrl::Redo()
 {
     if (!m_pView || !m_pView->hasFocus() || !m_pCommands)
         return false;
+    Interrupt();
     m_pCommands->Redo();
     return true;
 }
@@ -138,9 +140,11 @@ void CImageView2DCtrl::slot_Redo()
     Redo();
 }
 
-/// Push first, then execute: the order of every editing step.
+/// Push first, then execute: the order of every editing step. A step that comes in the middle of a drag must
+/// not find the drag's unfinished shapes.
 void CImageView2DCtrl::Execute(std::unique_ptr<CCommand> pCommand)
 {
+    Interrupt();
     CCommand* pStep = pCommand.release();
     m_pCommands->PushUndo(pStep);
     pStep->exec();
