@@ -85,6 +85,7 @@ void CImageView2DCtrl::CreatePanels()
     auto* pPage = new CViewParameterView(nullptr);
     m_pPropertyPanel = pPage;
     auto* pLayout = new QVBoxLayout(pPage);
+    pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(new CImageView2DPropertyView(m_pModel, pPage));
     pLayout->addWidget(new CImageView2DGeometryPropertyView(m_pGeometryModel, pPage));
     pLayout->addStretch();
@@ -115,6 +116,7 @@ bool CImageView2DCtrl::Undo()
 {
     if (!m_pView || !m_pView->hasFocus() || !m_pCommands)
         return false;
+    Interrupt();
     m_pCommands->Undo();
     return true;
 }
@@ -123,6 +125,7 @@ bool CImageView2DCtrl::Redo()
 {
     if (!m_pView || !m_pView->hasFocus() || !m_pCommands)
         return false;
+    Interrupt();
     m_pCommands->Redo();
     return true;
 }
@@ -137,9 +140,11 @@ void CImageView2DCtrl::slot_Redo()
     Redo();
 }
 
-/// Push first, then execute: the order of every editing step.
+/// Push first, then execute: the order of every editing step. A step that comes in the middle of a drag must
+/// not find the drag's unfinished shapes.
 void CImageView2DCtrl::Execute(std::unique_ptr<CCommand> pCommand)
 {
+    Interrupt();
     CCommand* pStep = pCommand.release();
     m_pCommands->PushUndo(pStep);
     pStep->exec();

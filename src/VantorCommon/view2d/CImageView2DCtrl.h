@@ -170,11 +170,17 @@ public Q_SLOTS:
     /// Delete and Backspace delete the selection, Escape leaves a drawing mode while the view is visible.
     void slot_PressKey(int nKey);
 
+protected:
+    /// Watches the view for what ends a gesture without a release.
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
 private:
     void CreatePanels();
     void ConnectView();
     void ConnectGestures();
     void StartDrawing();
+    /// Ends a drag in progress and takes back what it has changed; a polygon in progress stays.
+    void Interrupt();
     void PutIntoDock(QScrollArea* pDock, QWidget* pPanel);
     void SetMode(int nMode);
     std::vector<ImagePtr> LoadAny(const QString& strPath);

@@ -9,6 +9,8 @@
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 
+#include <QMouseEvent>
+
 void CImageView2DCtrl::ConnectGestures()
 {
     const auto on = [this](auto pSignal, auto pSlot) { connect(m_pView.data(), pSignal, this, pSlot); };
@@ -39,6 +41,26 @@ void CImageView2DCtrl::ConnectGestures()
     on(&V::signal_SelectResizeEnd, &C::slot_SelectResizeEnd);
     on(&V::signal_DeleteDrawableObject, &C::slot_DeleteDrawableObject);
     on(&V::signal_PressKey, &C::slot_PressKey);
+    m_pView->installEventFilter(this);
+    if (m_pToolModel)
+        connect(m_pToolModel.data(), &CImageView2DToolModel::signal_ChangeViewMode, this, &C::Interrupt);
+}
+
+bool CImageView2DCtrl::eventFilter(QObject* pWatched, QEvent* pEvent)
+{
+    const bool bLostRelease = pEvent->type() == QEvent::MouseMove &&
+                              !static_cast<QMouseEvent*>(pEvent)->buttons().testFlag(Qt::LeftButton);
+    if (pWatched == m_pView && (bLostRelease || pEvent->type() == QEvent::Hide) && m_pView->CancelDrag())
+        Interrupt();
+    return CBaseCtrl::eventFilter(pWatched, pEvent);
+}
+
+void CImageView2DCtrl::Interrupt()
+{
+    if (m_pView)
+        m_pView->CancelDrag();
+    m_pSelect->Abandon();
+    m_pDraw->AbandonDrag();
 }
 
 void CImageView2DCtrl::slot_DrawRectangleStart(QPointF&)
@@ -103,13 +125,13 @@ void CImageView2DCtrl::slot_DrawLineEnd(QPointF& pointStart, QPointF& pointEnd)
 
 void CImageView2DCtrl::StartDrawing()
 {
-    m_pSelect->Abandon();
+    m_pSelect->Leave();
     m_pDraw->Start();
 }
 
 void CImageView2DCtrl::slot_DrawPolygonStart(QPointF& pointStart)
 {
-    m_pSelect->Abandon();
+    m_pSelect->Leave();
     m_pDraw->PolygonStart(pointStart);
 }
 
@@ -135,7 +157,7 @@ void CImageView2DCtrl::slot_CheckResizeRotate(QPointF& point)
 
 void CImageView2DCtrl::slot_SelectMovingStart(QPointF& pointStart)
 {
-    m_pDraw->DropPolygon();
+    m_pDraw->AbandonPolygon();
     m_pSelect->Press(pointStart);
 }
 
@@ -177,6 +199,8 @@ void CImageView2DCtrl::slot_PressKey(int nKey)
         return;
     if (nKey == Qt::Key_Delete || nKey == Qt::Key_Backspace)
         DeleteSelectedObjects();
-    else if (nKey == Qt::Key_Escape && m_pView->isVisible())
+    else if (nKey == Qt::Key_Escape && m_pView->isVisible() && m_pToolModel) {
+        Interrupt();
         slot_ChangeSelectMode();
+    }
 }

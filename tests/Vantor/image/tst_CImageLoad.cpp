@@ -164,6 +164,7 @@ private Q_SLOTS:
     void theDecodeLimitIsKept();
     void aHugeClaimIsRefusedBeforeMemoryIsTaken_data();
     void aHugeClaimIsRefusedBeforeMemoryIsTaken();
+    void aTiffWithoutItsStripsIsRefused();
     void truncatedFilesLoadPartlyOrNotAtAll_data();
     void truncatedFilesLoadPartlyOrNotAtAll();
 };
@@ -576,6 +577,26 @@ void tst_CImageLoad::aHugeClaimIsRefusedBeforeMemoryIsTaken()
     QVERIFY(LoadFile(image, path) != 0);
     QVERIFY2(PeakMegabytes() - nBefore < kMostMegabytes,
              QByteArray::number(int(PeakMegabytes() - nBefore)).constData());
+}
+
+void tst_CImageLoad::aTiffWithoutItsStripsIsRefused()
+{
+    // 30000 rows of 30000 pixels, not one of them in the file.
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("sparse.tif"));
+    TIFF* pTiff = TIFFOpen(path.toUtf8().constData(), "w");
+    QVERIFY(pTiff);
+    constexpr int kSide = 30000;
+    TIFFSetField(pTiff, TIFFTAG_IMAGEWIDTH, kSide);
+    TIFFSetField(pTiff, TIFFTAG_IMAGELENGTH, kSide);
+    TIFFSetField(pTiff, TIFFTAG_ROWSPERSTRIP, kSide);
+    TIFFSetField(pTiff, TIFFTAG_BITSPERSAMPLE, 8);
+    TIFFSetField(pTiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK);
+    TIFFSetField(pTiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
+    TIFFWriteDirectory(pTiff);
+    TIFFClose(pTiff);
+    CImage image;
+    QVERIFY(LoadFile(image, path) != 0);
 }
 
 void tst_CImageLoad::truncatedFilesLoadPartlyOrNotAtAll_data()

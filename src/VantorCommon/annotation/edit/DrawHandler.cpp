@@ -14,6 +14,7 @@
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
 #include <cmath>
+#include <utility>
 
 using namespace Vantor::Geometry;
 
@@ -79,8 +80,11 @@ void CDrawHandler::Start()
 {
     if (!m_context.IsComplete())
         return;
-    DropPolygon();
+    m_bPreview = false;
+    m_bPolygon = false;
     m_context.ClearDrawing();
+    if (m_context.pModel->GetObjectDrawingWaiting())
+        m_context.pModel->ClearObjectDrawingWaiting();
 }
 
 void CDrawHandler::Doing(Maker make, const QPointF& start, const QPointF& current)
@@ -90,6 +94,7 @@ void CDrawHandler::Doing(Maker make, const QPointF& start, const QPointF& curren
     m_context.ClearDrawing();
     const auto pPreview = make(start, current);
     pPreview->SetDisplayName(false);
+    m_bPreview = true;
     m_context.pModel->AddObjectDrawing(pPreview);
 }
 
@@ -97,24 +102,31 @@ void CDrawHandler::End(Maker make, const QPointF& start, const QPointF& end)
 {
     if (!m_context.IsComplete())
         return;
+    m_bPreview = false;
     m_context.execute(std::make_unique<CImageView2DCommandAddGeometry>(m_context.pCtrl, make(start, end)));
     m_context.ClearDrawing();
     ReturnToSelecting();
 }
 
-void CDrawHandler::DropPolygon()
+void CDrawHandler::AbandonDrag()
 {
-    m_bPolygon = false;
-    if (m_context.pModel && m_context.pModel->GetObjectDrawingWaiting())
-        m_context.pModel->ClearObjectDrawingWaiting();
+    if (std::exchange(m_bPreview, false) && m_context.IsComplete())
+        m_context.ClearDrawing();
+}
+
+void CDrawHandler::AbandonPolygon()
+{
+    if (m_bPolygon)
+        Start();
 }
 
 void CDrawHandler::PolygonStart(const QPointF& point)
 {
     if (!m_context.IsComplete() || m_bPolygon)
         return;
-    DropPolygon();
+    m_bPreview = false;
     m_context.ClearDrawing();
+    m_context.pModel->ClearObjectDrawingWaiting();
     m_bPolygon = true;
     m_ptLast = point;
 }
@@ -164,11 +176,11 @@ void CDrawHandler::ClosePolygon()
     for (const auto& pEdge : m_context.pModel->GetObjectDrawing())
         if (const CLine* pLine = LineOf(pEdge))
             pPolygon->AddEdge(*pLine);
+    m_bPolygon = false;
     m_context.execute(
         std::make_unique<CImageView2DCommandAddGeometry>(m_context.pCtrl, Wrap(std::move(pPolygon))));
     m_context.pModel->ClearObjectDrawing();
     m_context.pModel->ClearObjectDrawingWaiting();
-    m_bPolygon = false;
     ReturnToSelecting();
 }
 

@@ -38,8 +38,11 @@ public:
     void PolygonWaiting(const QPointF& point);
     void PolygonDoing(const QPointF& current);
     void PolygonEnd(const QPointF& end);
-    /// Gives up a polygon in progress: its edges are about to go.
-    void DropPolygon();
+
+    /// Gives up a drag whose release will not come; a polygon in progress stays.
+    void AbandonDrag();
+    /// Gives up a polygon in progress, if there is one.
+    void AbandonPolygon();
 
 private:
     void AddEdge(const QPointF& end);
@@ -48,6 +51,7 @@ private:
     void ReturnToSelecting();
 
     const SEditContext& m_context;
+    bool m_bPreview = false; ///< a drag has put its shape into the drawing list
     bool m_bPolygon = false;
     QPointF m_ptLast;
 };

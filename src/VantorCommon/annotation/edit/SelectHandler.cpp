@@ -16,6 +16,7 @@
 #include <QGuiApplication>
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 using Vantor::Geometry::CGeometry;
 using Vantor::Geometry::CPoint;
@@ -41,17 +42,12 @@ std::shared_ptr<CGeometry> CloneShape(const ObjectPtr& pObject)
     return pShape && pShape->GetData() ? pShape->GetData()->Clone() : nullptr;
 }
 
-/// Finds a handle near a point. Handles lie on the boundary, so most objects are ruled out by it.
-bool FindHandle(const ObjectPtr& pObject, double dblTolerance, const QPointF& point, QPointF& handle)
+/// Texts have no place that could be caught.
+bool IsCaught(const CRectangle& band, const ObjectPtr& pObject)
 {
+    if (pObject->GetType() == EImageView2DDrawbleObjectType_Text)
+        return false;
     const QRectF box = pObject->GetBoundary();
-    const bool bNear = point.x() >= box.left() - dblTolerance && point.x() <= box.right() + dblTolerance &&
-                       point.y() >= box.top() - dblTolerance && point.y() <= box.bottom() + dblTolerance;
-    return bNear && pObject->FindResizePoint(dblTolerance, point, handle, 0.0);
-}
-
-bool HasCornerIn(const CRectangle& band, const QRectF& box)
-{
     const QPointF corners[] = {box.topLeft(), box.topRight(), box.bottomRight(), box.bottomLeft()};
     return std::any_of(std::begin(corners), std::end(corners), [&](const QPointF& corner) {
         return band.Contains(CPoint<double>(corner.x(), corner.y()));
@@ -64,12 +60,11 @@ void CSelectHandler::Hover(const QPointF& point)
     if (!m_context.IsComplete())
         return;
     Abandon();
-    m_bResize = false;
-    for (const ObjectPtr& pObject : m_context.pModel->GetObjects())
-        if (FindHandle(pObject, m_context.pCtrl->HandleTolerance(), point, m_ptHandle)) {
-            m_bResize = true;
-            break;
-        }
+    const double dblTolerance = m_context.pCtrl->HandleTolerance();
+    const auto vctObjects = m_context.pModel->GetObjects();
+    m_bResize = std::any_of(vctObjects.begin(), vctObjects.end(), [&](const ObjectPtr& pObject) {
+        return pObject->FindResizePoint(dblTolerance, point, m_ptHandle, 0.0);
+    });
     m_context.pView->setCursor(m_bResize ? Qt::CrossCursor : Qt::ArrowCursor);
 }
 
@@ -128,7 +123,7 @@ bool CSelectHandler::TakeHandle(const QPointF& point)
 {
     for (const ObjectPtr& pObject : m_context.pModel->GetObjects()) {
         QPointF handle;
-        if (!FindHandle(pObject, m_context.pCtrl->HandleTolerance(), point, handle))
+        if (!pObject->FindResizePoint(m_context.pCtrl->HandleTolerance(), point, handle, 0.0))
             continue;
         pObject->SetSelected(true);
         m_ptResizeOffset = point - handle;
@@ -169,11 +164,12 @@ void CSelectHandler::Band(const QPointF& start, const QPointF& current)
 {
     const auto pBand = CDrawHandler::MakeRectangle(start, current);
     pBand->SetDisplayName(false);
+    m_bBand = true;
     m_context.pModel->ClearObjectDrawing();
     m_context.pModel->AddObjectDrawing(pBand);
     const auto pRectangle = std::dynamic_pointer_cast<CRectangle>(pBand->GetData());
     for (const ObjectPtr& pObject : m_context.pModel->GetObjects())
-        if (!pObject->GetSelected() && HasCornerIn(*pRectangle, pObject->GetBoundary())) {
+        if (!pObject->GetSelected() && IsCaught(*pRectangle, pObject)) {
             pObject->SetSelected(true);
             RefreshOffset(pObject, current);
         }
@@ -187,32 +183,39 @@ void CSelectHandler::Release(const QPointF& start, const QPointF& end)
         CommitResize(start, end);
     else if (m_bPressHitSelected)
         CommitMove(start, end);
-    m_vctDragged.clear();
     m_bPressHitSelected = false;
+    m_bBand = false;
     m_context.ClearDrawing();
 }
 
 void CSelectHandler::CommitResize(const QPointF& start, const QPointF& end)
 {
-    if (m_vctDragged.empty() || !m_context.pModel->FindObject(m_vctDragged.front().pObject->GetUID()))
+    if (m_vctDragged.empty())
         return;
     PullHandle(end);
-    const SDragged dragged = m_vctDragged.front();
-    m_context.execute(std::make_unique<CImageView2DCommandResizeGeometry>(
-        m_context.pCtrl, dragged.pObject, start, end, m_ptResizeOffset, dragged.pBefore));
+    const SDragged dragged = std::exchange(m_vctDragged, {}).front();
+    if (m_context.pModel->FindObject(dragged.pObject->GetUID()))
+        m_context.execute(std::make_unique<CImageView2DCommandResizeGeometry>(
+            m_context.pCtrl, dragged.pObject, start, end, m_ptResizeOffset, dragged.pBefore));
+    else
+        TakeBack(dragged);
     m_ptResizeOffset = QPointF();
 }
 
+/// What has left the model in mid-drag gets its shape back and takes no part in the step.
 void CSelectHandler::CommitMove(const QPointF& start, const QPointF& end)
 {
     MoveSelected(end);
+    const auto vctDragged = std::exchange(m_vctDragged, {});
     const auto vctObjects = m_context.pModel->GetObjects();
     const std::unordered_set<ObjectPtr> present(vctObjects.begin(), vctObjects.end());
     auto pSteps = std::make_unique<CCommandArray>();
     bool bAny = false;
-    for (const SDragged& dragged : m_vctDragged) {
-        if (present.count(dragged.pObject) == 0)
+    for (const SDragged& dragged : vctDragged) {
+        if (present.count(dragged.pObject) == 0) {
+            TakeBack(dragged);
             continue;
+        }
         const QPointF offset = dragged.pObject->GetMouseOffset();
         pSteps->addCommand(new CImageView2DCommandMoveGeometry(m_context.pCtrl, dragged.pObject, start, end,
                                                                offset.x(), offset.y(), dragged.pBefore));
@@ -240,12 +243,24 @@ void CSelectHandler::DeleteSelected()
 
 void CSelectHandler::Abandon()
 {
-    const auto vctDragged = std::move(m_vctDragged);
-    m_vctDragged.clear();
+    const auto vctDragged = std::exchange(m_vctDragged, {});
+    m_bPressHitSelected = false;
     m_ptResizeOffset = QPointF();
-    for (const SDragged& dragged : vctDragged) {
-        const auto pShape = std::dynamic_pointer_cast<CImageView2DDrawableGeometry>(dragged.pObject);
-        if (pShape && dragged.pBefore)
-            pShape->ChangeData(dragged.pBefore);
-    }
+    for (const SDragged& dragged : vctDragged)
+        TakeBack(dragged);
+    if (std::exchange(m_bBand, false) && m_context.IsComplete())
+        m_context.ClearDrawing();
+}
+
+void CSelectHandler::Leave()
+{
+    Abandon();
+    m_bResize = false;
+}
+
+void CSelectHandler::TakeBack(const SDragged& dragged)
+{
+    const auto pShape = std::dynamic_pointer_cast<CImageView2DDrawableGeometry>(dragged.pObject);
+    if (pShape && dragged.pBefore)
+        pShape->ChangeData(dragged.pBefore);
 }

@@ -35,6 +35,8 @@ public:
     void DeleteSelected();
     /// Takes back a drag that is still open.
     void Abandon();
+    /// The same, and forgets the handle under the mouse: another mode takes over.
+    void Leave();
 
     /// From the handle to the mouse, while a handle is pulled.
     const QPointF& ResizeOffset() const { return m_ptResizeOffset; }
@@ -48,6 +50,8 @@ private:
         std::shared_ptr<Vantor::Geometry::CGeometry> pBefore;
     };
 
+    static void TakeBack(const SDragged& dragged);
+
     void SelectAt(const QPointF& point, bool bAdd);
     void KeepSelected();
     bool TakeHandle(const QPointF& point);
@@ -60,6 +64,7 @@ private:
     const SEditContext& m_context;
     bool m_bResize = false;
     bool m_bPressHitSelected = false;
+    bool m_bBand = false; ///< a rubber band is in the drawing list
     QPointF m_ptHandle;
     QPointF m_ptResizeOffset;
     std::vector<SDragged> m_vctDragged;
