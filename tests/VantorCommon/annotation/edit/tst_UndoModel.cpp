@@ -458,11 +458,18 @@ private:
     void TakeShapesOver()
     {
         const auto vctObjects = m_f.geometry.GetObjects();
-        for (std::size_t i = 0; i < vctObjects.size(); ++i)
+        for (std::size_t i = 0; i < vctObjects.size(); ++i) {
             m_editor.objects[i]->shape = ShapeOf(vctObjects[i]);
-        const auto takeOver = [](Reference::ShapeStep& step) {
-            for (auto& change : step.changes)
+            m_real[vctObjects[i]->GetUID()] = vctObjects[i];
+        }
+        // A step may also have changed what is not among the finished objects at present.
+        const auto takeOver = [this](Reference::ShapeStep& step) {
+            for (auto& change : step.changes) {
+                const Shape shape = ShapeOf(m_real.at(change.object->uid));
+                if (IsClose(shape, change.object->shape))
+                    change.object->shape = shape;
                 change.after = change.object->shape;
+            }
         };
         if (const auto pFresh = std::exchange(m_pFresh, nullptr))
             takeOver(*pFresh);
@@ -478,6 +485,7 @@ private:
     EditFixture m_f;
     Reference::Editor m_editor;
     std::shared_ptr<Reference::ShapeStep> m_pFresh;
+    std::map<unsigned int, EditFixture::ObjectPtr> m_real; ///< every object that there has been
     QString m_strStep;
     bool m_bRounds = true; ///< the step before worked shapes out, so that the last digits may differ
 };
