@@ -20,8 +20,8 @@
 namespace
 {
 constexpr int kViewerCount = 4;
-constexpr int kToolDockWidth = 200;
-constexpr int kPropertyDockWidth = 240;
+constexpr int kToolDockWidth = 220;
+constexpr int kPropertyDockWidth = 250;
 
 CImageViewerCtrl* FindViewer(int nIndex)
 {

@@ -82,13 +82,23 @@ public:
     void SetFolder(const std::wstring& folder);
     const std::wstring& GetFolder() const;
 
-    /// Loads the first page or frame of a BMP, JPEG, PNG, GIF or TIFF file as 1, 3 or 4 channels of 8 bits
-    /// and sets name and folder. Palettes become RGB(A), grey with alpha RGBA, CMYK RGB; 16-bit and float
-    /// samples are scaled to 8 bits; the EXIF orientation is applied. Only regular local files are opened;
-    /// what would decode to more than the limit of SetDecodeLimit is refused before memory is taken.
+    /// Loads the first page or frame of a BMP, JPEG, PNG, GIF or TIFF file (its content decides, not its
+    /// suffix) as 8 bits per channel and sets name and folder.
+    /// - Channels: 1 for grey, 3 for RGB, palettes and CMYK, 4 for whatever has transparency, grey included.
+    ///   A BMP file of 256 palette entries of which each is its own grey is grey; other palettes are colours.
+    /// - Samples: unsigned v of n bits becomes round(v 255 / (2^n - 1)), signed ones are shifted so that the
+    ///   most negative is 0, floats become round(255 v) of v clamped to 0 .. 1, not a number is 0.
+    /// - Alpha is straight, premultiplied samples are divided by it. EXIF and TIFF orientations are applied.
+    /// - The path is UTF-8 for the system, whatever the locale. Only regular files are opened.
+    /// - What would decode to more than the limit of SetDecodeLimit, to a side beyond 1,000,000, or to more
+    ///   than the length of the file can account for is refused before memory is taken. The decoder may
+    ///   need twice the limit for itself beside the image.
+    /// - A file cut short loads partly as JPEG and GIF and fails as BMP, PNG and TIFF.
     int Load(const std::wstring& path);
-    /// Saves by suffix: bmp, jpg, jpeg, png, tif, tiff, gif (any case); any other suffix fails. Atomic: after
-    /// a failure or a kill a file that stood there before is whole.
+    /// Saves by suffix: bmp, jpg, jpeg (quality 95), png, tif, tiff (LZW), gif (256 colours, exact when there
+    /// are no more), in any case; any other suffix fails. 8 bits per channel only; 2 channels are saved as
+    /// RGBA; JPEG and GIF drop the alpha. Atomic: after a failure or a kill a file that stood there before is
+    /// whole. A symbolic link is followed, the permissions of an old file are kept.
     int Save(const std::wstring& path) const;
 
     /// Rotates about a point.

@@ -85,6 +85,7 @@ void CImageView2DCtrl::CreatePanels()
     auto* pPage = new CViewParameterView(nullptr);
     m_pPropertyPanel = pPage;
     auto* pLayout = new QVBoxLayout(pPage);
+    pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(new CImageView2DPropertyView(m_pModel, pPage));
     pLayout->addWidget(new CImageView2DGeometryPropertyView(m_pGeometryModel, pPage));
     pLayout->addStretch();

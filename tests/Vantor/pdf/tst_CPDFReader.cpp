@@ -519,6 +519,10 @@ private Q_SLOTS:
     {
         QFETCH(QString, path);
         CStandardError standardError;
+        static int nMessages = 0;
+        nMessages = 0;
+        const auto pHandler =
+            qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) { ++nMessages; });
         QElapsedTimer timer;
         timer.start();
         CPDFReader reader;
@@ -529,7 +533,9 @@ private Q_SLOTS:
         for (int i = 0; i < nPages; ++i)
             nRendered += reader.RenderPage(i, image.get()) == 0 ? 1 : 0;
         const qint64 nMs = timer.elapsed();
+        qInstallMessageHandler(pHandler);
         QCOMPARE(standardError.Restore(), QByteArray());
+        QCOMPARE(nMessages, 0);
         QVERIFY2(nMs < kHangMs, qPrintable(QString::number(nMs)));
         QCOMPARE(nPages > 0, nResult == 0);
         if (nRendered == 0)

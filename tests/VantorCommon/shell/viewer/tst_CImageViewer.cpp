@@ -227,7 +227,8 @@ private Q_SLOTS:
         int nSpy = 0;
         for (const SButtonRow& row : kButtons)
             if (row.pSignal)
-                QCOMPARE(vctSpies[static_cast<std::size_t>(nSpy++)]->count(), strSignal == row.pSignal ? 1 : 0);
+                QCOMPARE(vctSpies[static_cast<std::size_t>(nSpy++)]->count(),
+                         strSignal == row.pSignal ? 1 : 0);
         QTest::mouseRelease(pButton, Qt::LeftButton);
         for (const auto& pSpy : vctSpies)
             QVERIFY(pSpy->count() <= 1);
@@ -275,7 +276,8 @@ private Q_SLOTS:
     void drawingModesLeaveSelectAndPanningUnchecked()
     {
         SFixture f;
-        for (int nMode = EImageView2DMode_Drawing_Rectanlge; nMode <= EImageView2DMode_Drawing_Line; ++nMode) {
+        for (int nMode = EImageView2DMode_Drawing_Rectanlge; nMode <= EImageView2DMode_Drawing_Line;
+             ++nMode) {
             f.tool.SetViewMode(static_cast<EImageView2DMode>(nMode));
             QVERIFY(!f.parts.Button(QStringLiteral("selection.png"))->isChecked());
             QVERIFY(!f.parts.Button(QStringLiteral("move.png"))->isChecked());
@@ -457,7 +459,8 @@ private Q_SLOTS:
         auto pImage = MakeTestImage(f.ListWidth(), 4, 3);
         f.images.SetImages({pImage});
         const QImage before = f.parts.Thumbnail(0).toImage().copy();
-        std::fill_n(pImage->GetData(), pImage->GetStride() * pImage->GetHeight(), static_cast<unsigned char>(9));
+        std::fill_n(pImage->GetData(), pImage->GetStride() * pImage->GetHeight(),
+                    static_cast<unsigned char>(9));
         QCOMPARE(f.parts.Thumbnail(0).toImage(), before);
     }
 
@@ -469,8 +472,7 @@ private Q_SLOTS:
         const QImage first = f.parts.Thumbnail(0).toImage();
         f.images.SetCurrentIndex(1);
         int nLayoutChanges = 0;
-        connect(f.parts.List()->model(), &QAbstractItemModel::layoutChanged, this,
-                [&] { ++nLayoutChanges; });
+        connect(f.parts.List()->model(), &QAbstractItemModel::layoutChanged, this, [&] { ++nLayoutChanges; });
         f.images.SetCurrentImage(MakeTestImage(40, 20, 1));
         QCOMPARE(f.parts.Thumbnail(1).height(), qRound(f.ListWidth() / 2.0));
         QCOMPARE(f.parts.Thumbnail(0).toImage(), first);
@@ -514,7 +516,8 @@ private Q_SLOTS:
         QTRY_COMPARE(f.pViewer->styleSheet(), kBlue);
         f.pOther->setFocus();
         QTRY_COMPARE(f.pViewer->styleSheet(), kNone);
-        QCOMPARE(log.Take(), QStringList({QStringLiteral("1:Focus In  7"), QStringLiteral("1:Focus Out  7")}));
+        QCOMPARE(log.Take(),
+                 QStringList({QStringLiteral("1:Focus In  7"), QStringLiteral("1:Focus Out  7")}));
     }
 
     void theBlueBorderFollowsTheFocusOfTheViews()
