@@ -322,8 +322,8 @@ private Q_SLOTS:
         QCOMPARE(log.Take(), QStringList{QStringLiteral("0:Clear Object")});
         f.Move({40, 40});
         const unsigned int nUID = f.geometry.GetObjectDrawing().at(0)->GetUID();
-        QCOMPARE(log.Take(), (QStringList{QStringLiteral("0:Clear Object"),
-                                          QString::asprintf("0:Add Object %u", nUID)}));
+        QCOMPARE(log.Take(),
+                 (QStringList{QStringLiteral("0:Clear Object"), QString::asprintf("0:Add Object %u", nUID)}));
         f.Release({40, 40});
         const QStringList lines = log.Take();
         QCOMPARE(lines.first(), QString::asprintf("0:AddObject(%u)", f.geometry.GetAt(0)->GetUID()));
