@@ -16,6 +16,7 @@
 #include <VantorCommon/view2d/Saturate_p.h>
 
 #include <QFocusEvent>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListView>
@@ -136,6 +137,8 @@ void CImageViewer::CreateSideList()
     m_pSideList->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     m_pSideList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_pSideList->viewport()->installEventFilter(this);
+    // White pages stand out from it.
+    m_pSideList->viewport()->setBackgroundRole(QPalette::Mid);
     connect(m_pSideList->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &CImageViewer::slot_CurrentChanged);
 }
@@ -164,8 +167,7 @@ QWidget* CImageViewer::CreateButtons()
     const auto add = [&](QPushButton* pButton, const char* pIcon, const QString& strName, auto pTarget) {
         AddButton(pLayout, pButton, pIcon, strName);
         connect(pButton, &QPushButton::pressed, this, pTarget);
-        // The visible view keeps the keyboard: undo acts only where the focus is.
-        connect(pButton, &QPushButton::pressed, this, &CImageViewer::FocusVisibleView);
+        connect(pButton, &QPushButton::pressed, this, [this, pButton] { AfterPress(pButton); });
         return pButton;
     };
     const auto plain = [&](const char* pIcon, const QString& strName, auto pTarget) {
@@ -274,6 +276,15 @@ void CImageViewer::CheckView(bool b2D)
 {
     m_pButton2D->setChecked(b2D);
     m_pButton3D->setChecked(!b2D);
+}
+
+void CImageViewer::AfterPress(QPushButton* pButton)
+{
+    // The visible view keeps the keyboard: undo acts only where the focus is.
+    FocusVisibleView();
+    // A dialog that the press opened has swallowed the release.
+    if (QGuiApplication::mouseButtons() == Qt::NoButton)
+        pButton->setDown(false);
 }
 
 void CImageViewer::FocusVisibleView()

@@ -118,6 +118,7 @@ private:
     void CreateSideList();
     void ShowView(bool b2D);
     void CheckView(bool b2D);
+    void AfterPress(QPushButton* pButton);
     void FocusVisibleView();
     void ShowFocus(bool bFocus);
     QStandardItem* CreateSideItem(int nIndex);

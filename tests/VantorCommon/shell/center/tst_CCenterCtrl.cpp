@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QTemporaryDir>
+#include <QWindow>
 #include <limits>
 
 using Vantor::Algorithms::CImage;
@@ -320,6 +321,31 @@ private Q_SLOTS:
         c.pCtrl->slot_OpenFile();
         QCOMPARE(driver.Count(), 1);
         QCOMPARE(SizeOf(c.Ctrl(0)->GetImage()), QSize(160, 120));
+    }
+
+    void aButtonIsDownWhileItIsHeldAndUpAfterTheDialogThatItOpened()
+    {
+        SCentre c;
+        QVERIFY(c.Show());
+        QWindow* pWindow = c.window.windowHandle();
+        const auto press = [&](const char* pIcon) {
+            QPushButton* pButton = c.Parts(0).Button(QString::fromLatin1(pIcon));
+            QTest::mousePress(pWindow, Qt::LeftButton, Qt::NoModifier,
+                              pButton->mapTo(&c.window, pButton->rect().center()));
+            return pButton;
+        };
+        QPushButton* pPlain = press("zoomfit.png");
+        QVERIFY(pPlain->isDown());
+        QTest::mouseRelease(pWindow, Qt::LeftButton, Qt::NoModifier, pPlain->mapTo(&c.window, QPoint(3, 3)));
+        QVERIFY(!pPlain->isDown());
+        const DialogDriver driver({[&](QDialog* pDialog) {
+            QTest::mouseRelease(pWindow, Qt::LeftButton, Qt::NoModifier, QPoint(3, 3));
+            Cancel(pDialog);
+        }});
+        const QPushButton* pOpen = press("open-folder.png");
+        QCOMPARE(driver.Count(), 1);
+        QVERIFY(!pOpen->isDown());
+        QTRY_VERIFY(c.View2D(0)->hasFocus());
     }
 
     void aCancelledOpenDialogAsksNothingMore()

@@ -452,6 +452,17 @@ private Q_SLOTS:
         QTRY_COMPARE(f.parts.Thumbnail(0).width(), f.ListWidth());
     }
 
+    void thumbnailsFollowTheListHoweverItsWidthChanges()
+    {
+        SFixture f;
+        QVERIFY(f.Show());
+        f.images.SetImages({MakeTestImage(40, 30, 3)});
+        const int nBefore = f.ListWidth();
+        f.parts.Splitter()->setSizes({250, 400}); // announces no move
+        QTRY_VERIFY(f.ListWidth() > nBefore);
+        QTRY_COMPARE(f.parts.Thumbnail(0).width(), f.ListWidth());
+    }
+
     void thumbnailsOwnTheirPixels()
     {
         SFixture f;
