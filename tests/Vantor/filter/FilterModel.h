@@ -188,18 +188,37 @@ inline Mask RegionOf(const CImage& image, const ShapeMaker& make, ERegionMode mo
     return region;
 }
 
-inline ImagePtr Filtered(const CImage& image, const Mask& region, const Value& value)
+/// The image with the pixels of the region taken from another one, but for alpha.
+inline ImagePtr Merged(const CImage& image, const CImage& filtered, const Mask& region)
 {
     ImagePtr result = CopyOf(image);
     const int nChannels = image.GetChannel();
-    const int nColors = nChannels % 2 == 0 ? nChannels - 1 : nChannels;
+    const std::size_t nColors = static_cast<std::size_t>(nChannels % 2 == 0 ? nChannels - 1 : nChannels);
     for (int y = 0; y < region.nHeight; ++y) {
         for (int x = 0; x < region.nWidth; ++x) {
-            for (int c = 0; c < nColors && region.IsSet(x, y); ++c)
+            if (region.IsSet(x, y))
+                std::memcpy(result->GetPixel(x, y), filtered.GetPixel(x, y), nColors);
+        }
+    }
+    return result;
+}
+
+/// Every byte of every pixel as the model has it.
+inline ImagePtr Modelled(const CImage& image, const Value& value)
+{
+    ImagePtr result = CopyOf(image);
+    for (int y = 0; y < image.GetHeight(); ++y) {
+        for (int x = 0; x < image.GetWidth(); ++x) {
+            for (int c = 0; c < image.GetChannel(); ++c)
                 result->GetPixel(x, y)[c] = value(image, x, y, c);
         }
     }
     return result;
+}
+
+inline ImagePtr Filtered(const CImage& image, const Mask& region, const Value& value)
+{
+    return Merged(image, *Modelled(image, value), region);
 }
 
 struct NamedShape {
@@ -294,11 +313,12 @@ inline QString FirstDifference(const CImage& image, const Filter& filter, const 
                                const std::vector<double>& tolerances)
 {
     QString strDifference;
+    const ImagePtr modelled = Modelled(image, value);
     for (const NamedShape& shape : Shapes(image.GetWidth(), image.GetHeight())) {
         for (const ERegionMode mode : {ERegionMode::All, ERegionMode::Inside, ERegionMode::Outside}) {
             for (const double tolerance : tolerances) {
                 const Mask region = RegionOf(image, shape.make, mode, tolerance);
-                const ImagePtr expected = Filtered(image, region, value);
+                const ImagePtr expected = Merged(image, *modelled, region);
                 const ShapePtr pShape = shape.make(0.0);
                 ForEachInstructionSet([&](const char* pName) {
                     const ImagePtr result = CopyOf(image);
