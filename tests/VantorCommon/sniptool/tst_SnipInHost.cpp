@@ -5,6 +5,7 @@
 #include "tests/VantorCommon/sniptool/ScreenParts.h"
 #include "tests/support/TestMain.h"
 
+#include <QFile>
 #include <QIcon>
 
 using namespace ScreenParts;
@@ -52,16 +53,27 @@ class tst_SnipInHost : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void cleanup();
     void theCameraButtonCapturesARegionAndTheApplicationEndsWithItsWindow();
+
+private:
+    QProcess m_other;
+    QProcess m_host;
 };
+
+void tst_SnipInHost::cleanup()
+{
+    Stop(m_host);
+    Stop(m_other);
+}
 
 void tst_SnipInHost::theCameraButtonCapturesARegionAndTheApplicationEndsWithItsWindow()
 {
-    QProcess other;
-    QVERIFY(Show(other, 0));
-    QProcess host;
-    host.setProcessChannelMode(QProcess::ForwardedChannels);
-    host.start(QStringLiteral(HOST), QStringList());
+    QVERIFY(!VisibleTool()); // of this process; it also links the library, for the icon
+    QVERIFY(QFile::exists(QStringLiteral(":/Image/capture.png")));
+    QVERIFY(Show(m_other, 0));
+    m_host.setProcessChannelMode(QProcess::ForwardedChannels);
+    m_host.start(QStringLiteral(HOST), QStringList());
     QTRY_VERIFY_WITH_TIMEOUT(!FindCamera().isNull(), kPatience);
 
     QVERIFY(Mouse(MoveTo(FindCamera()) + QStringLiteral(" click 1")));
@@ -84,10 +96,9 @@ void tst_SnipInHost::theCameraButtonCapturesARegionAndTheApplicationEndsWithItsW
         GrabScreen().save(qEnvironmentVariable("VANTOR_PICTURES") + QStringLiteral("/snip-host.png"));
 
     QVERIFY(Run(QStringLiteral("wmctrl"), {QStringLiteral("-c"), QStringLiteral("Vantor")}));
-    QTRY_COMPARE_WITH_TIMEOUT(host.state(), QProcess::NotRunning, kPatience);
-    QCOMPARE(host.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(host.exitCode(), 0);
-    Stop(other);
+    QTRY_COMPARE_WITH_TIMEOUT(m_host.state(), QProcess::NotRunning, kPatience);
+    QCOMPARE(m_host.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_host.exitCode(), 0);
 }
 
 VANTOR_TEST_MAIN(tst_SnipInHost)
