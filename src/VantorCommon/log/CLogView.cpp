@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QStandardItemModel>
 #include <QTableView>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <optional>
 
@@ -89,4 +90,11 @@ void CLogView::slot_NewMessage(const SLogMessage& sMessage)
     }
     m_pItemModel->appendRow(row);
     m_pTableView->scrollToBottom();
+}
+
+void CLogView::showEvent(QShowEvent* pEvent)
+{
+    QWidget::showEvent(pEvent);
+    if (m_pTableView) // later, when it has its size
+        QTimer::singleShot(0, m_pTableView, &QTableView::scrollToBottom);
 }

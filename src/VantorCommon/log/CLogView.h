@@ -25,6 +25,10 @@ public Q_SLOTS:
     /// Adds a row. Deliberate: its time has doubled colons, "2016-05-01 14::03::07", unlike the log file's.
     void slot_NewMessage(const SLogMessage& sMessage);
 
+protected:
+    /// A hidden table does not scroll: it catches up.
+    void showEvent(QShowEvent* pEvent) override;
+
 private:
     /// The header's labels and widths, which go with every clearing.
     void SetUpHeader();
