@@ -41,6 +41,7 @@ function(vantor_add_library target)
         CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
         VERSION ${PROJECT_VERSION} SOVERSION 1
         VERIFY_INTERFACE_HEADER_SETS ON
+        INSTALL_RPATH "$ORIGIN" # the libraries find each other below any prefix
         LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
     add_library(Vantor::${target} ALIAS ${target})
 endfunction()

@@ -44,10 +44,11 @@ bool ExpandTwoChannels(const CImage& from, CImage& image)
 {
     if (image.Create(from.GetWidth(), from.GetHeight(), 4, 8, EImageType::Interleaved, 1) != 0)
         return false;
+    const int nWidth = from.GetWidth();
     for (int y = 0; y < from.GetHeight(); ++y) {
         const unsigned char* pFrom = from.GetRows()[y];
         unsigned char* pTo = image.GetRows()[y];
-        for (int x = 0; x < from.GetWidth(); ++x, pFrom += 2, pTo += 4) {
+        for (int x = 0; x < nWidth; ++x, pFrom += 2, pTo += 4) {
             std::memset(pTo, pFrom[0], 3);
             pTo[3] = pFrom[1];
         }

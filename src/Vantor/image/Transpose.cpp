@@ -13,10 +13,11 @@ namespace
 {
 /// Pixels on each side of the square that is turned in registers.
 constexpr int kBlock = 8;
-/// Rows of the source, and columns of it, that are turned before going on: their cache lines, and those of
-/// the target, stay in the nearest caches meanwhile.
+/// A tile of the source is turned in a buffer and then written in whole rows. The buffer stays in the nearest
+/// cache, and rows that lie a power of two apart do not drive each other out of it.
 constexpr int kTileRows = 64;
-constexpr int kTileColumns = 64;
+constexpr int kTileColumns = 128;
+constexpr int kCacheLine = 64;
 
 struct SGrids {
     const unsigned char* pFrom;
@@ -103,24 +104,45 @@ template <> void TransposeBlock<3>(const SGrids& grids, int x, int y)
     }
 }
 
-template <int N> void TransposeTile(const SGrids& grids, int x0, int x1, int y0, int y1)
+/// Asks for a block of rows of the tile to the right, which comes next.
+template <int N> void PrefetchNextTile(const SGrids& tile, int y)
 {
-    // Blocks of three bytes read one byte too far to the right.
-    const int nBlocksEnd = x0 + (x1 - x0 - (N == 3 ? 1 : 0)) / kBlock * kBlock;
-    int y = y0;
-    for (; y + kBlock <= y1; y += kBlock) {
-        for (int x = x0; x < nBlocksEnd; x += kBlock)
-            TransposeBlock<N>(grids, x, y);
-        TransposeAny<N>(grids, nBlocksEnd, x1, y, y + kBlock);
+    for (int i = 0; i < kBlock; ++i)
+        for (int nByte = 0; nByte < kTileColumns * N; nByte += kCacheLine)
+            __builtin_prefetch(Source<N>(tile, kTileColumns, y + i) + nByte);
+}
+
+/// A tile of width x height pixels, of which the first `blockWidth` columns may be turned in blocks.
+template <int N> void TransposeTile(const SGrids& tile, int width, int height, int blockWidth)
+{
+    const int nBlocksEnd = blockWidth / kBlock * kBlock;
+    int y = 0;
+    for (; y + kBlock <= height; y += kBlock) {
+        PrefetchNextTile<N>(tile, y);
+        for (int x = 0; x < nBlocksEnd; x += kBlock)
+            TransposeBlock<N>(tile, x, y);
+        TransposeAny<N>(tile, nBlocksEnd, width, y, y + kBlock);
     }
-    TransposeAny<N>(grids, x0, x1, y, y1);
+    TransposeAny<N>(tile, 0, width, y, height);
 }
 
 template <int N> void TransposeTiles(const SGrids& grids, int width, int height)
 {
-    for (int x = 0; x < width; x += kTileColumns)
-        for (int y = 0; y < height; y += kTileRows)
-            TransposeTile<N>(grids, x, std::min(x + kTileColumns, width), y, std::min(y + kTileRows, height));
+    constexpr std::size_t kBufferStride = static_cast<std::size_t>(kTileRows) * N;
+    alignas(kCacheLine) unsigned char buffer[kTileColumns * kBufferStride];
+    for (int y = 0; y < height; y += kTileRows) {
+        const int nRows = std::min(kTileRows, height - y);
+        for (int x = 0; x < width; x += kTileColumns) {
+            const int nColumns = std::min(kTileColumns, width - x);
+            // Blocks of three bytes read one byte too far to the right.
+            const int nBlockColumns = std::min(nColumns, width - x - (N == 3 ? 1 : 0));
+            TransposeTile<N>({Source<N>(grids, x, y), grids.nFromStride, buffer, kBufferStride}, nColumns,
+                             nRows, nBlockColumns);
+            for (int i = 0; i < nColumns; ++i)
+                std::memcpy(Target<N>(grids, x + i, y), buffer + static_cast<std::size_t>(i) * kBufferStride,
+                            static_cast<std::size_t>(nRows) * N);
+        }
+    }
 }
 } // namespace
 

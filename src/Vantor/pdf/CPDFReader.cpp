@@ -3,27 +3,30 @@
 #include <Vantor/pdf/CPDFReader.h>
 
 #include <Vantor/image/CImage.h>
+#include <Vantor/image/file/DecodeBounds_p.h>
+#include <Vantor/image/file/OpenFile_p.h>
+#include <Vantor/image/file/QtImage_p.h>
+#include <Vantor/pdf/PdfClaims_p.h>
 
 #include <QByteArray>
+#include <QFile>
 #include <QImage>
 #include <QString>
 #include <QVariant>
 
 #include <algorithm>
-#include <cerrno>
 #include <climits>
 #include <cmath>
 #include <cstddef>
 #include <exception>
 #include <new>
 
-#include <fcntl.h>
 #include <poppler-qt5.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 using Vantor::Algorithms::CImage;
-using Vantor::Algorithms::EImageType;
+using Vantor::Algorithms::ConvertToCore;
+using Vantor::Algorithms::kMaxSide;
+using Vantor::Algorithms::OpenRegularFile;
 
 namespace Vantor::Utils
 {
@@ -33,11 +36,8 @@ namespace
 constexpr double kPointsPerInch = 72.0;
 /// A page box of 200.00000000000003 points, made by a subtraction, is not worth one more column.
 constexpr double kRoundingSlack = 1e-6;
-/// Larger pages are refused whatever the decode limit: the renderer counts the bytes of a row in an int.
-constexpr double kMaxSide = INT_MAX / 8;
 constexpr std::size_t kRenderedBytesPerPixel = 4;
-constexpr std::size_t kImageBytesPerPixel = 3;
-constexpr int kRowAlignment = 4;
+constexpr int kChannels = 3;
 constexpr int kFailed = 1;
 
 using DocumentPtr = std::unique_ptr<Poppler::Document>;
@@ -46,24 +46,6 @@ using PagePtr = std::unique_ptr<Poppler::Page>;
 struct SPixelSize {
     int nWidth = 0;
     int nHeight = 0;
-};
-
-/// A descriptor that is closed at the end of its scope.
-class CDescriptor
-{
-public:
-    explicit CDescriptor(int fd) : m_fd(fd) {}
-    ~CDescriptor()
-    {
-        if (m_fd >= 0)
-            ::close(m_fd);
-    }
-    CDescriptor(const CDescriptor&) = delete;
-    CDescriptor& operator=(const CDescriptor&) = delete;
-    int Get() const { return m_fd; }
-
-private:
-    int m_fd;
 };
 
 /// The renderer's complaints about damaged documents go nowhere instead of to standard error. The setting
@@ -77,41 +59,19 @@ void SilenceRenderer()
     Q_UNUSED(bDone)
 }
 
-/// Fills the array from the descriptor; a file that ends early shortens it.
-bool ReadAll(int fd, QByteArray& bytes)
-{
-    int nDone = 0;
-    while (nDone < bytes.size()) {
-        const ssize_t n = ::read(fd, bytes.data() + nDone, static_cast<std::size_t>(bytes.size() - nDone));
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n < 0)
-            return false;
-        if (n == 0)
-            break;
-        nDone += static_cast<int>(n);
-    }
-    bytes.truncate(nDone);
-    return true;
-}
-
-/// Reads a regular file into memory. The path is UTF-8 on disk whatever the locale says.
+/// Reads a regular file into memory.
 /// @return an EReadResult
 int ReadFile(const std::wstring& path, QByteArray& bytes)
 {
-    const QByteArray strPath = QString::fromStdWString(path).toUtf8();
-    if (strPath.isEmpty() || strPath.contains('\0'))
-        return CPDFReader::EReadResult_CannotOpen;
-    // Without O_NONBLOCK a FIFO without a writer would hold the caller for ever.
-    const CDescriptor file(::open(strPath.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
-    struct stat status = {};
-    if (file.Get() < 0 || ::fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode))
+    QFile file;
+    if (!OpenRegularFile(path, file))
         return CPDFReader::EReadResult_CannotOpen;
     const std::size_t nMax = std::min<std::size_t>(CImage::GetDecodeLimit(), INT_MAX / 2);
-    if (static_cast<std::size_t>(status.st_size) > nMax)
+    if (static_cast<std::size_t>(file.size()) > nMax)
         return CPDFReader::EReadResult_NoMemory;
-    bytes.resize(static_cast<int>(status.st_size));
-    return ReadAll(file.Get(), bytes) ? CPDFReader::EReadResult_OK : CPDFReader::EReadResult_CannotOpen;
+    bytes = file.read(file.size());
+    return file.error() == QFileDevice::NoError ? CPDFReader::EReadResult_OK
+                                                : CPDFReader::EReadResult_CannotOpen;
 }
 
 /// Old documents hold the password as Latin-1, new ones as UTF-8; it may be the user's or the owner's.
@@ -126,11 +86,11 @@ bool Unlock(Poppler::Document& document, const std::wstring& password)
     return bExact && latin1 != utf8 && !document.unlock(latin1, latin1);
 }
 
-/// One side of a page in pixels, 0 when it cannot be drawn.
+/// One side of a page in pixels, 0 when it cannot be drawn (or is NaN).
 int PixelsOf(double points, double dpi)
 {
     const double pixels = std::ceil(points * dpi / kPointsPerInch - kRoundingSlack);
-    return pixels >= 1.0 && pixels <= kMaxSide ? static_cast<int>(pixels) : 0; // NaN fails both
+    return pixels >= 1.0 && pixels <= static_cast<double>(kMaxSide) ? static_cast<int>(pixels) : 0;
 }
 
 /// Whether the rendered page and the image made of it fit the limit together.
@@ -138,26 +98,7 @@ bool FitsDecodeLimit(const SPixelSize& size)
 {
     const std::size_t nPixels =
         static_cast<std::size_t>(size.nWidth) * static_cast<std::size_t>(size.nHeight);
-    return nPixels <= CImage::GetDecodeLimit() / (kRenderedBytesPerPixel + kImageBytesPerPixel);
-}
-
-/// Copies a 32-bit rendering of the given size into the image.
-bool CopyPixels(const QImage& rendered, const SPixelSize& size, CImage& image)
-{
-    if (rendered.width() != size.nWidth || rendered.height() != size.nHeight || rendered.depth() != 32)
-        return false;
-    if (image.Create(size.nWidth, size.nHeight, 3, 8, EImageType::Interleaved, kRowAlignment) != 0)
-        return false;
-    for (int y = 0; y < size.nHeight; ++y) {
-        const QRgb* pFrom = reinterpret_cast<const QRgb*>(rendered.constScanLine(y));
-        unsigned char* pTo = image.GetRows()[y];
-        for (int x = 0; x < size.nWidth; ++x, pTo += 3) {
-            pTo[0] = static_cast<unsigned char>(qRed(pFrom[x]));
-            pTo[1] = static_cast<unsigned char>(qGreen(pFrom[x]));
-            pTo[2] = static_cast<unsigned char>(qBlue(pFrom[x]));
-        }
-    }
-    return true;
+    return nPixels <= CImage::GetDecodeLimit() / (kRenderedBytesPerPixel + kChannels);
 }
 } // namespace
 
@@ -193,6 +134,8 @@ try {
     const int nResult = ReadFile(path, bytes);
     if (nResult != EReadResult_OK)
         return nResult;
+    if (ClaimsTooManyObjects(bytes))
+        return EReadResult_NotAPdf;
     DocumentPtr pDocument(Poppler::Document::loadFromData(bytes));
     if (!pDocument)
         return EReadResult_NotAPdf;
@@ -229,7 +172,9 @@ try {
     if (size.nWidth == 0 || size.nHeight == 0 || !FitsDecodeLimit(size))
         return kFailed;
     const QImage rendered = pPage->renderToImage(dResolutionX, dResolutionY, 0, 0, size.nWidth, size.nHeight);
-    return CopyPixels(rendered, size, *image) ? 0 : kFailed;
+    if (rendered.width() != size.nWidth || rendered.height() != size.nHeight)
+        return kFailed;
+    return ConvertToCore(rendered, kChannels, *image) ? 0 : kFailed;
 } catch (const std::exception&) {
     return kFailed;
 }

@@ -23,9 +23,9 @@ public:
     /// What Read returns.
     enum EReadResult : int {
         EReadResult_OK = 0,
-        EReadResult_CannotOpen = 1, ///< missing, no regular file, or not readable
-        EReadResult_NotAPdf = 2,    ///< damaged beyond use, or something else
-        EReadResult_NoMemory = 3,
+        EReadResult_CannotOpen = 1,      ///< missing, no regular file, or not readable
+        EReadResult_NotAPdf = 2,         ///< damaged beyond use, without pages, or something else
+        EReadResult_NoMemory = 3,        ///< or the file is larger than the decode limit of CImage
         EReadResult_PasswordRequired = 4 ///< a password is needed, or the one given is wrong
     };
 
@@ -48,9 +48,10 @@ public:
     int GetPageNumber() const;
 
     /// Renders the page (0 is the first) on white into 3 channels of 8 bits. Name and folder of the image
-    /// stay. A page beyond the decode limit of CImage is refused before memory is taken.
-    /// @return 0, or non-zero for a page that does not exist or cannot be rendered (the image stays as it
-    /// was)
+    /// stay. A page of w x h points has ceil(w dpi / 72) x ceil(h dpi / 72) pixels. A page whose rendering
+    /// (4 bytes a pixel) and image (3) together exceed the decode limit of CImage, or with a side above
+    /// 1,000,000 pixels, is refused before memory is taken.
+    /// @return 0, or non-zero for a page that does not exist or cannot be rendered; the image then stays
     int RenderPage(int page, Algorithms::CImage* image);
 
 private:

@@ -84,6 +84,8 @@ CLogModel::~CLogModel()
         QMutexLocker lock(&m_mutexAdd);
         g_pModel = nullptr;
     }
+    // Its own slot must not be reached when only the QObject is left of it.
+    disconnect(this, &QObject::destroyed, this, nullptr);
     m_pTimer->stop();
     delete m_pTimer;
 }

@@ -65,8 +65,9 @@ public Q_SLOTS:
     void slot_NewMessage(const SLogMessage& sMessage);
     /// Takes one message, if there is any, and announces it.
     void slot_OnTimer();
-    /// Does nothing.
-    void slot_Terminate();
+    /// Does nothing. Static, because it answers the model's own `destroyed`, which comes when the model is
+    /// gone.
+    static void slot_Terminate();
 
 private:
     CLogModel();

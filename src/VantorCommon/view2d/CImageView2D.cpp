@@ -349,9 +349,28 @@ void CImageView2D::ShowCrosshair(const QPoint& pos)
     update();
 }
 
+bool CImageView2D::CancelDrag()
+{
+    if (!m_bLeftDown)
+        return false;
+    m_bLeftDown = false;
+    m_bDragging = false;
+    update();
+    return true;
+}
+
+/// A release can go elsewhere: to a menu that popped up, or nowhere, while the view was hidden.
+void CImageView2D::NoticeLostRelease(Qt::MouseButtons buttons)
+{
+    if (!buttons.testFlag(Qt::LeftButton))
+        CancelDrag();
+}
+
 void CImageView2D::mousePressEvent(QMouseEvent* pEvent)
 {
     Q_EMIT signal_Active();
+    NoticeLostRelease(pEvent->buttons());
+    m_bMoved = false;
     if (pEvent->button() == Qt::LeftButton)
         m_bLeftDown = true;
     else if (pEvent->button() == Qt::RightButton)
@@ -367,6 +386,7 @@ void CImageView2D::mousePressEvent(QMouseEvent* pEvent)
 
 void CImageView2D::mouseMoveEvent(QMouseEvent* pEvent)
 {
+    NoticeLostRelease(pEvent->buttons());
     const QPoint pos = RoundedPosition(pEvent->localPos());
     if (pos == QPoint(m_nLastX, m_nLastY)) {
         CImageView2DDrawableWidget::mouseMoveEvent(pEvent);
@@ -388,9 +408,10 @@ void CImageView2D::DoMove(const QPoint& pos)
     const QPointF end = MapToImage(QPointF(pos));
     if (m_bLeftDown && nMode == EImageView2DMode_Panning)
         Pan(pos);
-    else if (m_bLeftDown)
+    else if (m_bLeftDown) {
+        m_bMoved = true;
         Send(this, GestureOf(nMode).doing, start, end);
-    else if (nMode == EImageView2DMode_Selecting)
+    } else if (nMode == EImageView2DMode_Selecting)
         Send(this, &CImageView2D::signal_CheckResizeRotate, end);
     else if (nMode == EImageView2DMode_Drawing_Polygon)
         Send(this, &CImageView2D::signal_DrawPolygonWaiting, end);
@@ -409,6 +430,8 @@ void CImageView2D::mouseReleaseEvent(QMouseEvent* pEvent)
 {
     const QPointF start = MapToImage(QPointF(m_nLastX, m_nLastY));
     const QPointF end = MapToImage(QPointF(RoundedPosition(pEvent->localPos())));
+    if (pEvent->button() != Qt::LeftButton)
+        NoticeLostRelease(pEvent->buttons());
     m_bDragging = false;
     update();
     const bool bLeftDown = m_bLeftDown;
@@ -419,6 +442,8 @@ void CImageView2D::mouseReleaseEvent(QMouseEvent* pEvent)
     const int nMode = ToolModel()->GetViewMode();
     if (nMode != EImageView2DMode_Selecting || start != end)
         Send(this, GestureOf(nMode).end, start, end);
+    else if (m_bMoved) // A drag that came back has no End; the hover tells that it is over.
+        Send(this, &CImageView2D::signal_CheckResizeRotate, end);
 }
 
 void CImageView2D::wheelEvent(QWheelEvent* pEvent)

@@ -53,6 +53,9 @@ public:
     void Repaint();
     /// The whole image, centred.
     void ZoomFit();
+    /// Ends the drag in progress without its End signal; until the next press the mouse merely hovers.
+    /// @return whether there was one
+    bool CancelDrag();
 
     QRect GetViewPort() const;
     /// Widget pixels per image pixel along x, 0.0 for an empty window.
@@ -167,6 +170,7 @@ private:
     void ShowCrosshair(const QPoint& pos);
     void Pan(const QPoint& pos);
     void DoMove(const QPoint& pos);
+    void NoticeLostRelease(Qt::MouseButtons buttons);
 
     QPointer<CImageView2DModel> m_pModel;
     QPointer<CImageView2DGeometryModel> m_pGeometryModel;
@@ -177,6 +181,7 @@ private:
     CImageView2DLayer* m_pLayer = nullptr;
     std::map<QAction*, std::function<void(int, unsigned int)>> m_mapActions;
     bool m_bLeftDown = false;
+    bool m_bMoved = false; ///< the drag has sent a Doing signal
     bool m_bRightDown = false;
     int m_nLastX = 0;
     int m_nLastY = 0;

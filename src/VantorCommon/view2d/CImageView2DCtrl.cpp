@@ -7,6 +7,8 @@
 #include <VantorCommon/annotation/command/CCommandContainer.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandAddGeometry.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandChangeCurrentImage.h>
+#include <VantorCommon/annotation/edit/DrawHandler_p.h>
+#include <VantorCommon/annotation/edit/SelectHandler_p.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
@@ -17,12 +19,16 @@
 #include <VantorCommon/shell/dock/CToolBoxDockView.h>
 #include <VantorCommon/shell/dock/CViewParameterView.h>
 #include <VantorCommon/shell/mvc/CMVCManager.h>
+#include <VantorCommon/sniptool/CSnipTool.h>
+#include <VantorCommon/sniptool/CSnipToolCtrl.h>
+#include <VantorCommon/sniptool/CSnipToolModel.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view2d/CImageView2DPropertyView.h>
 #include <VantorCommon/view2d/CImageView2DStatusView.h>
 
 #include <QMainWindow>
+#include <QScreen>
 #include <QVBoxLayout>
 
 using Vantor::Algorithms::CImage;
@@ -33,6 +39,13 @@ namespace
 constexpr double kQuarterTurn = 1.5707963267948966; // pi / 2
 constexpr double kHandleReach = 10.0;               // widget pixels
 
+/// The first registered main window; null when there is none.
+QWidget* FindMainWindow()
+{
+    const auto item = CMVCManager::FindFirst(
+        [](const SMVC& mvc) { return dynamic_cast<QMainWindow*>(mvc.pView) != nullptr; });
+    return item ? item->pView : nullptr;
+}
 } // namespace
 
 CImageView2DCtrl::CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeometryModel* pGeometryModel,
@@ -43,9 +56,17 @@ CImageView2DCtrl::CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeomet
       m_pToolBoxDockView(pToolBoxDockView), m_pPropertyDockView(pPropertyDockView),
       m_pStatusBarDockView(pStatusBarDockView), m_pCommands(std::make_unique<CCommandContainer>())
 {
+    m_pEdit = std::make_unique<SEditContext>(
+        SEditContext{this, pView, pGeometryModel, pToolModel,
+                     [this](std::unique_ptr<CCommand> pCommand) { Execute(std::move(pCommand)); }});
+    m_pDraw = std::make_unique<CDrawHandler>(*m_pEdit);
+    m_pSelect = std::make_unique<CSelectHandler>(*m_pEdit);
     CreatePanels();
-    if (m_pView)
+    CreateSnipTool();
+    if (m_pView) {
         ConnectView();
+        ConnectGestures();
+    }
 }
 
 CImageView2DCtrl::~CImageView2DCtrl()
@@ -54,6 +75,16 @@ CImageView2DCtrl::~CImageView2DCtrl()
     delete m_pToolPanel;
     delete m_pPropertyPanel;
     delete m_pStatusPanel;
+    delete m_pSnipTool;
+}
+
+/// The tool has no parent: a child would be minimised together with the main window.
+void CImageView2DCtrl::CreateSnipTool()
+{
+    m_pSnipToolModel = std::make_unique<CSnipToolModel>();
+    auto* pSnipTool = new CSnipTool(m_pSnipToolModel.get(), nullptr);
+    m_pSnipTool = pSnipTool;
+    m_pSnipToolCtrl = std::make_unique<CSnipToolCtrl>(m_pSnipToolModel.get(), pSnipTool, this);
 }
 
 void CImageView2DCtrl::CreatePanels()
@@ -76,6 +107,7 @@ void CImageView2DCtrl::CreatePanels()
     auto* pPage = new CViewParameterView(nullptr);
     m_pPropertyPanel = pPage;
     auto* pLayout = new QVBoxLayout(pPage);
+    pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(new CImageView2DPropertyView(m_pModel, pPage));
     pLayout->addWidget(new CImageView2DGeometryPropertyView(m_pGeometryModel, pPage));
     pLayout->addStretch();
@@ -106,6 +138,7 @@ bool CImageView2DCtrl::Undo()
 {
     if (!m_pView || !m_pView->hasFocus() || !m_pCommands)
         return false;
+    Interrupt();
     m_pCommands->Undo();
     return true;
 }
@@ -114,6 +147,7 @@ bool CImageView2DCtrl::Redo()
 {
     if (!m_pView || !m_pView->hasFocus() || !m_pCommands)
         return false;
+    Interrupt();
     m_pCommands->Redo();
     return true;
 }
@@ -128,9 +162,11 @@ void CImageView2DCtrl::slot_Redo()
     Redo();
 }
 
-/// Push first, then execute: the order of every editing step.
+/// Push first, then execute: the order of every editing step. A step that comes in the middle of a drag must
+/// not find the drag's unfinished shapes.
 void CImageView2DCtrl::Execute(std::unique_ptr<CCommand> pCommand)
 {
+    Interrupt();
     CCommand* pStep = pCommand.release();
     m_pCommands->PushUndo(pStep);
     pStep->exec();
@@ -263,19 +299,16 @@ void CImageView2DCtrl::Rotate(double dblAngle)
 
 void CImageView2DCtrl::SetApplicationVisible(bool bVisible)
 {
-    const auto isMainWindow = [](const SMVC& item) {
-        return dynamic_cast<QMainWindow*>(item.pView) != nullptr;
-    };
-    const auto item = CMVCManager::FindFirst(isMainWindow);
-    if (!m_pView || !item)
+    QWidget* pWindow = FindMainWindow();
+    if (!m_pView || !pWindow)
         return;
     if (!bVisible) {
-        item->pView->showMinimized();
+        pWindow->showMinimized();
         return;
     }
-    item->pView->showMaximized();
-    item->pView->raise();
-    item->pView->activateWindow();
+    pWindow->showMaximized();
+    pWindow->raise();
+    pWindow->activateWindow();
 }
 
 void CImageView2DCtrl::slot_OpenSnipTool()
@@ -283,6 +316,8 @@ void CImageView2DCtrl::slot_OpenSnipTool()
     if (!m_pSnipTool)
         return;
     SetApplicationVisible(false);
+    if (const QWidget* pWindow = FindMainWindow())
+        m_pSnipTool->setGeometry(pWindow->screen()->geometry());
     m_pSnipTool->showMaximized();
     m_pSnipTool->show();
     m_pSnipTool->activateWindow();
@@ -353,7 +388,7 @@ void CImageView2DCtrl::ResizeDrawableObject(ObjectPtr pObject, const QPointF& fr
 {
     QPointF handle;
     if (pObject && pObject->FindResizePoint(HandleTolerance(), from, handle, 0.0))
-        pObject->MoveResizePoint(handle, to - m_ptResizeOffset);
+        pObject->MoveResizePoint(handle, to - m_pSelect->ResizeOffset());
 }
 
 CImageView2DModel* CImageView2DCtrl::GetImageModel() const

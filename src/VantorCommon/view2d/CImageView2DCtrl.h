@@ -13,6 +13,7 @@
 
 class CCommand;
 class CCommandContainer;
+class CDrawHandler;
 class CImageView2D;
 class CImageView2DDrawableGeometry;
 class CImageView2DDrawableObject;
@@ -20,10 +21,14 @@ class CImageView2DGeometryModel;
 class CImageView2DModel;
 class CImageView2DToolModel;
 class CPropertyDockView;
+class CSelectHandler;
+class CSnipToolCtrl;
+class CSnipToolModel;
 class CStatusBarDockView;
 class CToolBoxDockView;
 class QScrollArea;
 class QWidget;
+struct SEditContext;
 
 namespace Vantor::Algorithms
 {
@@ -35,7 +40,8 @@ class CImage;
 ///
 /// Models, view and docks are not owned and any of them may be null or die first; an operation that misses
 /// its target does nothing. The controller owns its command container and its three panels (tools,
-/// properties, status), which it puts into the docks whenever its view becomes active. GUI thread only.
+/// properties, status), which it puts into the docks whenever its view becomes active, and its snip tool with
+/// model and controller. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DCtrl : public CBaseCtrl
 {
     Q_OBJECT
@@ -98,6 +104,11 @@ public:
     void ResizeDrawableObject(ObjectPtr pObject, const QPointF& from, const QPointF& to,
                               const QPointF& third);
 
+    /// Deletes what is selected, as one undoable step; nothing when nothing is.
+    void DeleteSelectedObjects();
+    /// How near to a handle counts as on it: 10 widget pixels, in image pixels. 0.0 without a view.
+    double HandleTolerance() const;
+
     CImageView2DModel* GetImageModel() const;
     CImageView2DGeometryModel* GetGeometryModel() const;
 
@@ -121,6 +132,7 @@ public Q_SLOTS:
     void slot_ClearImage();
     void slot_RotateLeft();
     void slot_RotateRight();
+    /// Minimises the main window and lays the snip tool over the screen that it was on.
     void slot_OpenSnipTool();
     void slot_ChangeMousePosition(QPointF& mousePos);
     void slot_ShowContextMenu(const QPointF& point);
@@ -133,10 +145,47 @@ public Q_SLOTS:
     void slot_SelectROIPolygon();
     void slot_DrawRuler();
 
+    void slot_DrawRectangleStart(QPointF& pointStart);
+    void slot_DrawRectangleDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawRectangleEnd(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawEllipseStart(QPointF& pointStart);
+    void slot_DrawEllipseDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawEllipseEnd(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawCircleStart(QPointF& pointStart);
+    void slot_DrawCircleDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawCircleEnd(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawLineStart(QPointF& pointStart);
+    void slot_DrawLineDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawLineEnd(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawPolygonStart(QPointF& pointStart);
+    void slot_DrawPolygonDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawPolygonWaiting(QPointF& point);
+    void slot_DrawPolygonEnd(QPointF& pointStart, QPointF& pointEnd);
+
+    void slot_CheckResizeRotate(QPointF& point);
+    void slot_SelectMovingStart(QPointF& pointStart);
+    void slot_SelectMovingDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_SelectMovingEnd(QPointF& pointStart, QPointF& pointEnd);
+    /// Deliberate: nothing; resizing is part of the SelectMoving slots.
+    void slot_SelectResizeStart(QPointF& pointStart);
+    void slot_SelectResizeDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_SelectResizeEnd(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DeleteDrawableObject();
+    /// Delete and Backspace delete the selection, Escape leaves a drawing mode while the view is visible.
+    void slot_PressKey(int nKey);
+
+protected:
+    /// Watches the view for what ends a gesture without a release.
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
 private:
     void CreatePanels();
+    void CreateSnipTool();
     void ConnectView();
-    void ConnectToolView();
+    void ConnectGestures();
+    void StartDrawing();
+    /// Ends a drag in progress and takes back what it has changed; a polygon in progress stays.
+    void Interrupt();
     void PutIntoDock(QScrollArea* pDock, QWidget* pPanel);
     void SetMode(int nMode);
     std::vector<ImagePtr> LoadAny(const QString& strPath);
@@ -144,7 +193,6 @@ private:
     void PasteUrls(const QList<QUrl>& lstUrls);
     void Rotate(double dblAngle);
     void Execute(std::unique_ptr<CCommand> pCommand);
-    double HandleTolerance() const;
 
     QPointer<CImageView2DModel> m_pModel;
     QPointer<CImageView2DGeometryModel> m_pGeometryModel;
@@ -157,6 +205,10 @@ private:
     QPointer<QWidget> m_pPropertyPanel;
     QPointer<QWidget> m_pStatusPanel;
     QPointer<QWidget> m_pSnipTool;
+    std::unique_ptr<CSnipToolModel> m_pSnipToolModel;
+    std::unique_ptr<CSnipToolCtrl> m_pSnipToolCtrl;
     std::unique_ptr<CCommandContainer> m_pCommands;
-    QPointF m_ptResizeOffset;
+    std::unique_ptr<SEditContext> m_pEdit;
+    std::unique_ptr<CDrawHandler> m_pDraw;
+    std::unique_ptr<CSelectHandler> m_pSelect;
 };

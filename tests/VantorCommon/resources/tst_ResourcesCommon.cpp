@@ -2,9 +2,8 @@
 // Copyright (c) The Vantor authors
 #include "tests/support/TestMain.h"
 
-#include <VantorCommon/view3d/CImageView3DNotSupported.h>
+#include <VantorCommon/shell/mvc/CMVCManager.h>
 
-#include <QApplication>
 #include <QImage>
 #include <QString>
 #include <utility>
@@ -17,7 +16,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         // The linker leaves out a library of which nothing is used, and its resources with it.
-        const CImageView3DNotSupported placeholder(nullptr);
+        QVERIFY(CMVCManager::m_vctItems.empty());
     }
 
     void everyIconIsThereInBothSizesAndDrawn_data()
@@ -48,5 +47,5 @@ private Q_SLOTS:
     }
 };
 
-VANTOR_TEST_MAIN(tst_ResourcesCommon)
+VANTOR_CORE_TEST_MAIN(tst_ResourcesCommon)
 #include "tst_ResourcesCommon.moc"

@@ -88,7 +88,8 @@ bool AtomicFile::Open(const std::string& path)
         [[maybe_unused]] const int nIgnored = ::fchown(nHandle, old.st_uid, old.st_gid);
         ::fchmod(nHandle, old.st_mode & kPermissionBits);
     }
-    if (m_file.open(nHandle, QIODevice::ReadWrite, QFileDevice::AutoCloseHandle))
+    // Unbuffered, so that every write passes the check.
+    if (m_file.open(nHandle, QIODevice::ReadWrite | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
         return true;
     ::close(nHandle);
     return false;
@@ -96,10 +97,10 @@ bool AtomicFile::Open(const std::string& path)
 
 bool AtomicFile::Commit()
 {
-    if (!m_file.flush() || m_file.error() != QFileDevice::NoError || ::fsync(m_file.handle()) != 0)
+    if (m_file.HasFailed() || ::fsync(m_file.handle()) != 0)
         return false;
     m_file.close();
-    if (m_file.error() != QFileDevice::NoError || ::rename(m_strTemporary.c_str(), m_strTarget.c_str()) != 0)
+    if (::rename(m_strTemporary.c_str(), m_strTarget.c_str()) != 0)
         return false;
     m_strTemporary.clear();
     return true;

@@ -9,6 +9,24 @@
 namespace Vantor::Algorithms
 {
 
+/// A file that remembers that a write came out short, which not every encoder notices.
+class CheckedFile : public QFile
+{
+public:
+    bool HasFailed() const { return m_bFailed; }
+
+protected:
+    qint64 writeData(const char* data, qint64 len) override
+    {
+        const qint64 nWritten = QFile::writeData(data, len);
+        m_bFailed |= nWritten != len;
+        return nWritten;
+    }
+
+private:
+    bool m_bFailed = false;
+};
+
 /// A file that replaces another one in a single step: written beside it under a name of its own, flushed to
 /// the disk, renamed. Until Commit has succeeded the old file is whole; without Commit nothing is left.
 class AtomicFile
@@ -30,7 +48,7 @@ public:
 private:
     std::string m_strTarget;
     std::string m_strTemporary; ///< empty when there is none to remove
-    QFile m_file;
+    CheckedFile m_file;
 };
 
 } // namespace Vantor::Algorithms

@@ -40,13 +40,22 @@ void ParsePalette(const QByteArray& head, qint64 nStart, int nEntryBytes, qint64
     }
 }
 
+/// The masks of the file, or those that 16 and 32 bits have without any.
 void ParseMasks(const QByteArray& head, quint32 nHeaderBytes, SBmpHeader& header)
 {
-    if (nHeaderBytes >= kBmpV4HeaderBytes)
-        header.nAlphaMask = LongAt(head, 66);
-    header.bUsualMasks = LongAt(head, 54) == kBmpRedMask && LongAt(head, 58) == kBmpGreenMask &&
-                         LongAt(head, 62) == kBmpBlueMask &&
-                         (header.nAlphaMask == 0 || header.nAlphaMask == kBmpAlphaMask);
+    if (header.eCompression == EBmpCompression::BitFields) {
+        for (std::size_t i = 0; i < 3; ++i)
+            header.masks[i] = LongAt(head, 54 + 4 * static_cast<qint64>(i));
+        if (nHeaderBytes >= kBmpV3HeaderBytes)
+            header.masks[3] = LongAt(head, 66);
+    } else {
+        header.masks = header.nBits == 16
+                           ? std::array<quint32, 4>{0x7c00, 0x03e0, 0x001f, 0}
+                           : std::array<quint32, 4>{kBmpRedMask, kBmpGreenMask, kBmpBlueMask, 0};
+    }
+    header.bUsualMasks = header.masks[0] == kBmpRedMask && header.masks[1] == kBmpGreenMask &&
+                         header.masks[2] == kBmpBlueMask &&
+                         (header.masks[3] == 0 || header.masks[3] == kBmpAlphaMask);
 }
 } // namespace
 
@@ -64,6 +73,8 @@ bool ParseBmpHeader(const QByteArray& head, SBmpHeader& header)
         header.nBits = WordAt(head, 24);
         if (header.nBits <= 8)
             ParsePalette(head, nPalette, 3, 1LL << header.nBits, header);
+        else
+            ParseMasks(head, nHeaderBytes, header);
         return true;
     }
     if (nHeaderBytes < kBmpInfoHeaderBytes || head.size() < kBytesUpToMasks)
@@ -75,9 +86,9 @@ bool ParseBmpHeader(const QByteArray& head, SBmpHeader& header)
     header.nBits = WordAt(head, 28);
     header.eCompression = static_cast<EBmpCompression>(LongAt(head, 30));
     const qint64 nColorsUsed = LongAt(head, 46);
-    if (header.eCompression == EBmpCompression::BitFields)
+    if (header.nBits > 8)
         ParseMasks(head, nHeaderBytes, header);
-    else if (header.nBits <= 8)
+    else
         ParsePalette(head, nPalette, 4, nColorsUsed == 0 ? 1LL << header.nBits : nColorsUsed, header);
     return true;
 }

@@ -13,6 +13,7 @@ namespace Vantor::Algorithms
 constexpr int kBmpFileHeaderBytes = 14;
 constexpr int kBmpCoreHeaderBytes = 12;
 constexpr int kBmpInfoHeaderBytes = 40;
+constexpr int kBmpV3HeaderBytes = 56; // the first with an alpha mask
 constexpr int kBmpV4HeaderBytes = 108;
 constexpr int kBmpPaletteEntries = 256;
 constexpr int kBmpPaletteBytes = 4 * kBmpPaletteEntries;
@@ -37,7 +38,7 @@ struct SBmpHeader {
     bool bTopDown = false;
     int nBits = 0; ///< per pixel
     EBmpCompression eCompression = EBmpCompression::None;
-    quint32 nAlphaMask = 0;
+    std::array<quint32, 4> masks{};                  ///< red, green, blue, alpha (0: none) of 16 and 32 bits
     bool bUsualMasks = false;                        ///< bytes in the order B, G, R, A
     std::array<quint32, kBmpPaletteEntries> palette; ///< 0xRRGGBB, black where the file has no entry
     bool bGreyPalette = false; ///< 256 entries, entry i is the grey i: how grey is written in this format

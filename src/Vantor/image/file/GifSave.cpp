@@ -34,10 +34,12 @@ GifColorType ColorAt(const unsigned char* pPixel, int nChannels)
 
 template <class TVisit> bool VisitPixels(const CImage& image, TVisit visit)
 {
+    const int nWidth = image.GetWidth();
+    const int nChannels = image.GetChannel();
     for (int y = 0; y < image.GetHeight(); ++y) {
         const unsigned char* pPixel = image.GetRows()[y];
-        for (int x = 0; x < image.GetWidth(); ++x, pPixel += image.GetChannel()) {
-            if (!visit(ColorAt(pPixel, image.GetChannel())))
+        for (int x = 0; x < nWidth; ++x, pPixel += nChannels) {
+            if (!visit(ColorAt(pPixel, nChannels)))
                 return false;
         }
     }

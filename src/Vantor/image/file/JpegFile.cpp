@@ -20,7 +20,7 @@ constexpr int kQuality = 95;
 constexpr int kBlockSide = 8;
 /// Every scan of a file with several walks over all blocks; encoders make about ten.
 constexpr int kMaxScans = 100;
-constexpr qint64 kBytesPerCoefficient = 2;
+constexpr qint64 kBytesPerBlock = 128; // of coefficients, which several scans need all at once
 
 enum EMarker : unsigned char {
     Sof0 = 0xC0,
@@ -168,7 +168,9 @@ bool LoadJpeg(QIODevice& device, CImage& image)
     expected.eFormat = frame.nComponents == 1 ? QImage::Format_Grayscale8 : QImage::Format_RGB32;
     int nDecoderBytes = frame.nComponents == 1 ? 0 : static_cast<int>(sizeof(QRgb));
     if (bSeveralScans)
-        nDecoderBytes += static_cast<int>(kBytesPerCoefficient) * frame.nComponents;
+        nDecoderBytes += static_cast<int>(
+            DivideUp(frame.nBlocks * kBytesPerBlock,
+                     std::max<qint64>(1, static_cast<qint64>(frame.nWidth) * frame.nHeight)));
     if (!FitsDecodeLimit(frame.nWidth, frame.nHeight, expected.nChannels, nDecoderBytes))
         return false;
     return device.seek(0) && ReadWithQt(device, "jpeg", expected, image);

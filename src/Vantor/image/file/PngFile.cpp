@@ -10,6 +10,9 @@
 #include <QImageWriter>
 #include <QtEndian>
 
+#include <algorithm>
+#include <limits>
+
 namespace Vantor::Algorithms
 {
 
@@ -21,6 +24,8 @@ constexpr int kChunkCrcBytes = 4;
 constexpr quint32 kHeaderBytes = 13;
 /// Deflate never makes more than this many bytes of one.
 constexpr qint64 kMaxDeflateRatio = 1032;
+
+constexpr qint64 kMaxContentBytes = std::numeric_limits<int>::max() - 64; // of a byte array
 
 enum EColorType { Grey = 0, Rgb = 2, Palette = 3, GreyAlpha = 4, Rgba = 6 };
 
@@ -38,35 +43,46 @@ bool IsNeeded(const QByteArray& type)
     return type == "IHDR" || type == "PLTE" || type == "IDAT" || type == "IEND" || type == "tRNS";
 }
 
+/// Appends so many bytes of the device; false when there are fewer, or more than an array holds.
+bool Append(QIODevice& device, qint64 nBytes, QByteArray& content)
+{
+    const int nOld = content.size();
+    if (nBytes > device.size() - device.pos() || nOld + nBytes > kMaxContentBytes)
+        return false;
+    content.resize(nOld + static_cast<int>(nBytes));
+    return device.read(content.data() + nOld, nBytes) == nBytes;
+}
+
 /// Copies the chunks up to IEND. False for a chunk that reaches past the end of the file.
 bool ReadChunks(QIODevice& device, SPng& png)
 {
-    png.content = device.read(kSignatureBytes);
+    png.content.reserve(static_cast<int>(std::min(device.size(), kMaxContentBytes)));
+    if (!Append(device, kSignatureBytes, png.content))
+        return false;
     for (;;) {
         const QByteArray head = device.read(kChunkHeadBytes);
         if (head.size() != kChunkHeadBytes)
             return false;
         const qint64 nBytes = qFromBigEndian<quint32>(head.constData());
         const QByteArray type = head.mid(4);
-        if (nBytes + kChunkCrcBytes > device.size() - device.pos())
-            return false;
         if (!IsNeeded(type)) {
-            if (!device.seek(device.pos() + nBytes + kChunkCrcBytes))
+            const qint64 nNext = device.pos() + nBytes + kChunkCrcBytes;
+            if (nNext > device.size() || !device.seek(nNext))
                 return false;
             continue;
         }
-        const QByteArray body = device.read(nBytes + kChunkCrcBytes);
-        if (body.size() != nBytes + kChunkCrcBytes)
+        png.content += head;
+        const int nBody = png.content.size();
+        if (!Append(device, nBytes + kChunkCrcBytes, png.content))
             return false;
         if (png.header.isEmpty()) {
             if (type != "IHDR" || nBytes != kHeaderBytes)
                 return false;
-            png.header = body;
+            png.header = png.content.mid(nBody, kHeaderBytes);
         }
         if (type == "IDAT")
             png.nDataBytes += nBytes;
         png.bTransparent |= type == "tRNS";
-        png.content += head + body;
         if (type == "IEND")
             return true;
     }

@@ -161,10 +161,9 @@ bool ReadWithQt(QIODevice& device, const char* format, const SExpectedImage& exp
         decoded = QImage(pScratch.get(), expected.nWidth, expected.nHeight, static_cast<int>(nRow),
                          expected.eFormat);
     }
-    const bool bTurned = reader.transformation() != QImageIOHandler::TransformationNone;
     if (!reader.read(&decoded))
         return false;
-    if (expected.eFormat == QImage::Format_Grayscale8 && !bTurned && decoded.constBits() == image.GetData())
+    if (image.GetData() && decoded.constBits() == image.GetData()) // also when it was flipped in place
         return true;
     return ConvertToCore(decoded, expected.nChannels, image);
 }

@@ -25,10 +25,13 @@ using Palette = std::array<SRgb, 256>;
 /// Calls convert(from, to) for every pixel of two images of the same size.
 template <class TConvert> void ForPixels(const CImage& from, CImage& to, TConvert convert)
 {
+    const int nWidth = from.GetWidth();
+    const int nFrom = from.GetChannel();
+    const int nTo = to.GetChannel();
     for (int y = 0; y < from.GetHeight(); ++y) {
         const unsigned char* pFrom = from.GetRows()[y];
         unsigned char* pTo = to.GetRows()[y];
-        for (int x = 0; x < from.GetWidth(); ++x, pFrom += from.GetChannel(), pTo += to.GetChannel())
+        for (int x = 0; x < nWidth; ++x, pFrom += nFrom, pTo += nTo)
             convert(pFrom, pTo);
     }
 }
@@ -164,14 +167,16 @@ bool Reorient(const CImage& from, int nOrientation, CImage& image)
     if (image.Create(bSwap ? nLastY + 1 : nLastX + 1, bSwap ? nLastX + 1 : nLastY + 1, nChannels, 8,
                      EImageType::Interleaved, kRowAlignment) != 0)
         return false;
+    const unsigned char* const* pRows = from.GetRows();
+    const int nWidth = image.GetWidth();
     for (int y = 0; y < image.GetHeight(); ++y) {
         unsigned char* pTo = image.GetRows()[y];
-        for (int x = 0; x < image.GetWidth(); ++x, pTo += nChannels) {
+        for (int x = 0; x < nWidth; ++x, pTo += nChannels) {
             const int nFromX = bSwap ? y : x;
             const int nFromY = bSwap ? x : y;
-            std::memcpy(pTo,
-                        from.GetPixel(bFlipX ? nLastX - nFromX : nFromX, bFlipY ? nLastY - nFromY : nFromY),
-                        static_cast<std::size_t>(nChannels));
+            const unsigned char* pFrom =
+                pRows[bFlipY ? nLastY - nFromY : nFromY] + (bFlipX ? nLastX - nFromX : nFromX) * nChannels;
+            std::memcpy(pTo, pFrom, static_cast<std::size_t>(nChannels));
         }
     }
     return true;

@@ -19,7 +19,7 @@ namespace
 {
 /// Deliberate: a file of this format may claim more than its length accounts for (strips may be shared or
 /// left out, fax coding needs a bit a row), but not without end: this much for every file ...
-constexpr std::uint64_t kFreeBytes = 16U << 20;
+constexpr std::uint64_t kFreeBytes = 8U << 20;
 /// ... and this much for every byte of it, which is beyond the best ratio of its usual codecs.
 constexpr std::uint64_t kMaxRatio = 8192;
 constexpr int kMaxSamples = 64;

@@ -56,6 +56,27 @@ void UnpackIntegers(const SSampleFormat& format, const unsigned char* pFrom, uns
     });
 }
 
+/// Eight grey pixels for every byte of one bit per pixel.
+struct SBitTable {
+    unsigned char pixels[256][8] = {};
+    constexpr SBitTable()
+    {
+        for (int nByte = 0; nByte < 256; ++nByte) {
+            for (int i = 0; i < 8; ++i)
+                pixels[nByte][i] = (nByte >> (7 - i) & 1) != 0 ? 255 : 0;
+        }
+    }
+};
+
+void UnpackBlackAndWhite(const unsigned char* pFrom, unsigned char* pTo, int nWidth)
+{
+    static constexpr SBitTable kTable;
+    for (; nWidth >= 8; nWidth -= 8, pTo += 8)
+        std::memcpy(pTo, kTable.pixels[*pFrom++], 8);
+    if (nWidth > 0)
+        std::memcpy(pTo, kTable.pixels[*pFrom], static_cast<std::size_t>(nWidth));
+}
+
 /// Samples that are packed without regard to bytes, highest bit first.
 void UnpackBits(const SSampleFormat& format, const unsigned char* pFrom, unsigned char* pTo, int nTo,
                 int nWidth)
@@ -94,6 +115,8 @@ void UnpackRow(const SSampleFormat& format, const unsigned char* pFrom, unsigned
         UnpackFloats<float>(format, pFrom, pTo, nTo, nWidth);
     else if (format.bFloat)
         UnpackFloats<double>(format, pFrom, pTo, nTo, nWidth);
+    else if (format.nBits == 1 && !format.bSigned && !format.bIndex && format.nStored == 1 && nTo == 1)
+        UnpackBlackAndWhite(pFrom, pTo, nWidth);
     else if (format.nBits == 8 && !format.bSigned && format.nStored == 1 && nTo == 1)
         std::memcpy(pTo, pFrom, static_cast<std::size_t>(nWidth));
     else if (format.nBits == 8)

@@ -76,10 +76,11 @@ void CImageView2DCommandChangeShape::exec()
         Show(m_pObject, m_pAfter);
         return;
     }
+    const bool bFirst = !m_pAfter;
     Do(*m_pCtrl, m_pObject);
     m_pAfter = CloneShape(m_pObject);
-    // A step that changes nothing now was made live, so what was before it is not known here.
-    m_pBefore = SameShape(pFormer, m_pAfter) ? nullptr : pFormer;
+    // A first time that changes nothing was made live, so what was before it is not known here.
+    m_pBefore = bFirst && SameShape(pFormer, m_pAfter) ? nullptr : pFormer;
 }
 
 void CImageView2DCommandChangeShape::undo()

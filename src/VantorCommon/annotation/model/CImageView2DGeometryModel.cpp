@@ -111,8 +111,12 @@ void CImageView2DGeometryModel::ClearObject()
 
 void CImageView2DGeometryModel::UnSelectedAll()
 {
-    const ObjectList vctCopy = m_vctObjects;
-    for (const ObjectPtr& pObject : vctCopy)
+    // Few are selected as a rule, and only those are held while the signals go out.
+    ObjectList vctSelected;
+    for (const ObjectPtr& pObject : m_vctObjects)
+        if (pObject->GetSelected())
+            vctSelected.push_back(pObject);
+    for (const ObjectPtr& pObject : vctSelected)
         pObject->SetSelected(false);
 }
 

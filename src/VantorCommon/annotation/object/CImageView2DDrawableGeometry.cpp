@@ -135,12 +135,22 @@ void CImageView2DDrawableGeometry::MoveTopLeftTo(const QPointF& point)
     NotifyChange();
 }
 
+/// All handles lie in the bounding box, so most objects are ruled out by it without a list of points. The
+/// doubled tolerance swallows the box's rounding.
+bool CImageView2DDrawableGeometry::IsFarFrom(const QPointF& point, double dblTolerance) const
+{
+    const QRectF box = GetBoundary();
+    const double dblReach = 2.0 * dblTolerance;
+    return point.x() < box.left() - dblReach || point.x() > box.right() + dblReach ||
+           point.y() < box.top() - dblReach || point.y() > box.bottom() + dblReach;
+}
+
 bool CImageView2DDrawableGeometry::FindResizePoint(double dblTolerance, const QPointF& point, QPointF& handle,
                                                    double) const
 {
     CPointList outline;
     CPointList handles;
-    if (!m_pGeometry || m_pGeometry->GetPoints(outline, handles) != 0)
+    if (!m_pGeometry || IsFarFrom(point, dblTolerance) || m_pGeometry->GetPoints(outline, handles) != 0)
         return false;
     const Point mouse(point.x(), point.y());
     for (int i = 0; i < handles.Size(); ++i) {

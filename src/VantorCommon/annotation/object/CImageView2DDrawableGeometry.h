@@ -44,5 +44,7 @@ protected:
     explicit CImageView2DDrawableGeometry(EImageView2DDrawbleObjectType eType);
 
 private:
+    bool IsFarFrom(const QPointF& point, double dblTolerance) const;
+
     std::shared_ptr<Vantor::Geometry::CGeometry> m_pGeometry;
 };

@@ -69,8 +69,11 @@ void CCenterCtrl::CreateViewer(int nIndex, CToolBoxDockView* pToolBoxDockView,
     auto* pCtrl = new CImageViewerCtrl(pViewer, pModel, m_pToolModel.get(), pToolBoxDockView,
                                        pPropertyDockView, pStatusBarDockView);
     m_vctMVC.push_back(SMVCItem{pModel, pCtrl, pViewer});
-    if (!m_pView)
+    if (!m_pView) {
+        // There is no centre view to own the viewer: it goes with its controller.
+        connect(pCtrl, &QObject::destroyed, pViewer, [pViewer] { delete pViewer; });
         return;
+    }
     m_pView->AddImageView(pViewer, 0, 0);
     using V = CImageViewer;
     using C = CCenterView;
@@ -130,8 +133,9 @@ void CCenterCtrl::slot_ChangeLayout2x2()
 
 int CCenterCtrl::ShownCount() const
 {
-    const long long nCells = static_cast<long long>(m_pModel->GetRow()) * m_pModel->GetColumn();
-    return static_cast<int>(std::clamp<long long>(nCells, 0, static_cast<long long>(m_vctMVC.size())));
+    const long long nRows = std::max(m_pModel->GetRow(), 0);
+    const long long nColumns = std::max(m_pModel->GetColumn(), 0);
+    return static_cast<int>(std::min(nRows * nColumns, static_cast<long long>(m_vctMVC.size())));
 }
 
 SMVCItem CCenterCtrl::FindByName(const QString& strName, int nCount) const

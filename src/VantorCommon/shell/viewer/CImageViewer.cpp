@@ -15,8 +15,8 @@
 #include <VantorCommon/view2d/CUtilManager.h>
 #include <VantorCommon/view2d/Saturate_p.h>
 
-#include <QButtonGroup>
 #include <QFocusEvent>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListView>
@@ -35,6 +35,10 @@ constexpr int kSideListWidth = 90;
 constexpr int kViewWidth = 400;
 /// A thumbnail is first picked from the image at this many times its size, then smoothed: quick and fine.
 constexpr int kThumbnailOversampling = 4;
+/// A very tall image is shown narrower than the list instead of filling the memory.
+constexpr int kMaxThumbnailHeight = 4096;
+/// The image's index, beside which row it stands in: images that cannot be shown have no row.
+constexpr int kImageIndexRole = Qt::UserRole + 1;
 
 QString TitleOf(int nViewID, const CImage* pImage)
 {
@@ -68,11 +72,17 @@ QImage MakeThumbnail(CImage* pImage, int nWidth)
     QImage view;
     if (nWidth < 1 || !CUtilManager::ConvertImage(pImage, view, false))
         return QImage();
-    const int nCoarse = nWidth * kThumbnailOversampling;
-    const QImage coarse = view.width() > nCoarse ? view.scaledToWidth(nCoarse) : view;
-    const QImage scaled = coarse.isNull() ? view : coarse;
-    const QSize size(nWidth, std::max(1, TruncateToInt(double(view.height()) * nWidth / view.width() + 0.5)));
-    return scaled.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).copy();
+    double dblHeight = double(view.height()) * nWidth / view.width();
+    double dblWidth = nWidth;
+    if (dblHeight > kMaxThumbnailHeight) {
+        dblWidth *= kMaxThumbnailHeight / dblHeight;
+        dblHeight = kMaxThumbnailHeight;
+    }
+    const QSize size(std::max(1, RoundToInt(dblWidth)), std::max(1, RoundToInt(dblHeight)));
+    const QSize coarse = size * kThumbnailOversampling;
+    if (view.width() > coarse.width() && view.height() > coarse.height())
+        view = view.scaled(coarse);
+    return view.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).copy();
 }
 } // namespace
 
@@ -123,6 +133,12 @@ void CImageViewer::CreateSideList()
     m_pSideList->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_pSideList->setFocusPolicy(Qt::NoFocus);
     m_pSideList->setMinimumWidth(0);
+    // A bar that came and went with the height of the thumbnails would change their width each time.
+    m_pSideList->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    m_pSideList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_pSideList->viewport()->installEventFilter(this);
+    // White pages stand out from it.
+    m_pSideList->viewport()->setBackgroundRole(QPalette::Mid);
     connect(m_pSideList->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &CImageViewer::slot_CurrentChanged);
 }
@@ -151,8 +167,7 @@ QWidget* CImageViewer::CreateButtons()
     const auto add = [&](QPushButton* pButton, const char* pIcon, const QString& strName, auto pTarget) {
         AddButton(pLayout, pButton, pIcon, strName);
         connect(pButton, &QPushButton::pressed, this, pTarget);
-        // The visible view keeps the keyboard: undo acts only where the focus is.
-        connect(pButton, &QPushButton::pressed, this, &CImageViewer::FocusVisibleView);
+        connect(pButton, &QPushButton::pressed, this, [this, pButton] { AfterPress(pButton); });
         return pButton;
     };
     const auto plain = [&](const char* pIcon, const QString& strName, auto pTarget) {
@@ -177,10 +192,6 @@ QWidget* CImageViewer::CreateButtons()
     plain("open-folder.png", QStringLiteral("Open a file"), &CImageViewer::signal_OpenFile);
     plain("save_file.png", QStringLiteral("Save the image"), &CImageViewer::signal_SaveFile);
     pLayout->addStretch(1);
-
-    auto* pGroup = new QButtonGroup(this);
-    pGroup->addButton(m_pButton2D);
-    pGroup->addButton(m_pButton3D);
     return pRow;
 }
 
@@ -225,6 +236,7 @@ void CImageViewer::SetImageView(QWidget* pView2D, QWidget* pView3D, CStatusBarVi
     connect(m_pToolModel.data(), &CImageView2DToolModel::signal_ChangeViewType, this,
             &CImageViewer::slot_ChangeViewType);
     slot_ChangeViewMode();
+    slot_ChangeViewType();
 }
 
 unsigned int CImageViewer::GetCurrentImageUID() const
@@ -256,7 +268,23 @@ void CImageViewer::ShowView(bool b2D)
         m_pView2D->setVisible(b2D);
     if (m_pView3D)
         m_pView3D->setVisible(!b2D);
-    (b2D ? m_pButton2D : m_pButton3D)->setChecked(true);
+    CheckView(b2D);
+}
+
+/// By hand: a button group would uncheck the other one by nextCheckState, which does nothing here.
+void CImageViewer::CheckView(bool b2D)
+{
+    m_pButton2D->setChecked(b2D);
+    m_pButton3D->setChecked(!b2D);
+}
+
+void CImageViewer::AfterPress(QPushButton* pButton)
+{
+    // The visible view keeps the keyboard: undo acts only where the focus is.
+    FocusVisibleView();
+    // A dialog that the press opened has swallowed the release.
+    if (QGuiApplication::mouseButtons() == Qt::NoButton)
+        pButton->setDown(false);
 }
 
 void CImageViewer::FocusVisibleView()
@@ -282,10 +310,9 @@ void CImageViewer::slot_ChangeViewType()
 {
     if (!m_pToolModel)
         return;
-    if (m_pToolModel->GetViewType() == EImageView2DType_2D)
-        m_pButton2D->setChecked(true);
-    else if (m_pToolModel->GetViewType() == EImageView2DType_3D)
-        m_pButton3D->setChecked(true);
+    const EImageView2DType eType = m_pToolModel->GetViewType();
+    if (eType == EImageView2DType_2D || eType == EImageView2DType_3D)
+        CheckView(eType == EImageView2DType_2D);
 }
 
 void CImageViewer::slot_ChangeMousePosition()
@@ -305,8 +332,10 @@ void CImageViewer::slot_ChangeCurrentImage()
         m_pStatus->clear();
         return;
     }
-    if (QStandardItem* pItem = m_pSideModel->item(m_pImageModel->GetCurrentIndex()))
-        SetThumbnail(pItem, pImage.get());
+    const int nCurrent = m_pImageModel->GetCurrentIndex();
+    for (int i = 0; i < m_pSideModel->rowCount(); ++i)
+        if (m_pSideModel->item(i)->data(kImageIndexRole) == nCurrent)
+            SetThumbnail(m_pSideModel->item(i), pImage.get());
     Q_EMIT m_pSideModel->layoutChanged();
 }
 
@@ -327,6 +356,7 @@ QStandardItem* CImageViewer::CreateSideItem(int nIndex)
     if (!pImage || !SetThumbnail(pItem.get(), pImage.get()))
         return nullptr;
     pItem->setText(QString::asprintf("%d. ", nIndex + 1) + QString::fromStdWString(pImage->GetName()));
+    pItem->setData(nIndex, kImageIndexRole);
     return pItem.release();
 }
 
@@ -345,9 +375,13 @@ void CImageViewer::ResizeSideView()
 {
     if (!m_pImageModel)
         return;
-    for (int i = 0; i < m_pSideModel->rowCount(); ++i)
-        if (const auto pImage = m_pImageModel->GetImage(i))
-            SetThumbnail(m_pSideModel->item(i), pImage.get());
+    for (int i = 0; i < m_pSideModel->rowCount(); ++i) {
+        QStandardItem* pItem = m_pSideModel->item(i);
+        const auto pImage = m_pImageModel->GetImage(pItem->data(kImageIndexRole).toInt());
+        const auto thumbnail = pItem->data(Qt::DecorationRole).value<QPixmap>();
+        if (pImage && thumbnail.width() != m_pSideList->viewport()->width())
+            SetThumbnail(pItem, pImage.get());
+    }
 }
 
 void CImageViewer::slot_ChangeImageList()
@@ -440,5 +474,7 @@ bool CImageViewer::eventFilter(QObject* pWatched, QEvent* pEvent)
         ShowFocus(true);
     else if (pEvent->type() == QEvent::FocusOut)
         ShowFocus(false);
+    else if (pEvent->type() == QEvent::Resize && pWatched == m_pSideList->viewport())
+        ResizeSideView();
     return QFrame::eventFilter(pWatched, pEvent);
 }

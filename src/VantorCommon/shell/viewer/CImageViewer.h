@@ -107,7 +107,7 @@ protected:
     void focusOutEvent(QFocusEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
-    /// Watches the focus of the two views.
+    /// Watches the focus of the two views and the width of the thumbnail list.
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
 private:
@@ -117,6 +117,8 @@ private:
     QWidget* CreateBottomLine();
     void CreateSideList();
     void ShowView(bool b2D);
+    void CheckView(bool b2D);
+    void AfterPress(QPushButton* pButton);
     void FocusVisibleView();
     void ShowFocus(bool bFocus);
     QStandardItem* CreateSideItem(int nIndex);

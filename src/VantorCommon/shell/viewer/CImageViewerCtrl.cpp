@@ -16,6 +16,7 @@
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view3d/CImageView3DNotSupported.h>
 
+#include <QEvent>
 #include <QIcon>
 
 namespace
@@ -46,7 +47,21 @@ CImageViewerCtrl::CImageViewerCtrl(CImageViewer* pViewer, CImageViewerModel* pMo
     CMVCManager::PushMVC(pModel, pViewer, this);
 }
 
-CImageViewerCtrl::~CImageViewerCtrl() = default;
+CImageViewerCtrl::~CImageViewerCtrl()
+{
+    if (m_pViewer)
+        return;
+    // Without a viewer nobody else owns them.
+    delete m_pView2D;
+    delete m_pStatusBarView;
+}
+
+bool CImageViewerCtrl::eventFilter(QObject* pWatched, QEvent* pEvent)
+{
+    if (pEvent->type() == QEvent::FocusIn && m_pCtrl2D)
+        m_pCtrl2D->slot_Active();
+    return CBaseCtrl::eventFilter(pWatched, pEvent);
+}
 
 void CImageViewerCtrl::Create2D(CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                                 CStatusBarDockView* pStatusBarDockView)
@@ -58,6 +73,7 @@ void CImageViewerCtrl::Create2D(CToolBoxDockView* pToolBoxDockView, CPropertyDoc
     m_pCtrl2D = std::make_unique<CImageView2DCtrl>(m_pImageModel.get(), m_pGeometryModel.get(), m_pToolModel,
                                                    m_pView2D, pToolBoxDockView, pPropertyDockView,
                                                    pStatusBarDockView);
+    m_pView2D->installEventFilter(this);
 }
 
 void CImageViewerCtrl::ConnectButtons()

@@ -77,6 +77,10 @@ public Q_SLOTS:
     void slot_ChangeProgressMaxRange(int nMaxRange);
     void slot_ChangeProgressValue(int nValue);
 
+protected:
+    /// Makes the panels in the docks those of the viewer that gets the focus, however it gets it.
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
 private:
     void Create2D(CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                   CStatusBarDockView* pStatusBarDockView);

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QPointer>
+#include <functional>
+#include <memory>
+
+class CCommand;
+class CImageView2D;
+class CImageView2DCtrl;
+class CImageView2DGeometryModel;
+class CImageView2DToolModel;
+
+/// What the gestures of one 2D controller work on. Models and view may die first.
+struct SEditContext {
+    CImageView2DCtrl* pCtrl = nullptr;
+    QPointer<CImageView2D> pView;
+    QPointer<CImageView2DGeometryModel> pModel;
+    QPointer<CImageView2DToolModel> pToolModel;
+    /// Records a step and carries it out.
+    std::function<void(std::unique_ptr<CCommand>)> execute;
+
+    /// Whether view, drawing layer and geometry model are there.
+    bool IsComplete() const;
+    /// Empties the drawing list and what the layer paints.
+    void ClearDrawing() const;
+};

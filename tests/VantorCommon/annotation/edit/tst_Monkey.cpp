@@ -1,0 +1,331 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// Random input on four viewers. VANTOR_MONKEY_EVENTS and VANTOR_MONKEY_SEED choose length and seed.
+#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+#include <VantorCommon/log/CLogModel.h>
+#include <tests/support/CenterFixture.h>
+#include <tests/support/TestMain.h>
+
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QLoggingCategory>
+#include <QMenu>
+#include <QTimer>
+#include <random>
+#include <set>
+
+namespace
+{
+int FromEnvironment(const char* szName, int nDefault)
+{
+    bool bOk = false;
+    const int nValue = qEnvironmentVariableIntValue(szName, &bOk);
+    return bOk ? nValue : nDefault;
+}
+
+class Monkey
+{
+public:
+    explicit Monkey(unsigned int nSeed) : m_random(nSeed)
+    {
+        auto* pLog = CLogModel::GetInstance();
+        QObject::disconnect(pLog, &CLogModel::signal_NewMessage, pLog, &CLogModel::slot_NewMessage);
+        for (int i = 0; i < 4; ++i) {
+            m_f.Ctrl(i)->AddImage(m_f.folder.filePath(QStringLiteral("%1.png").arg((i + 1) % 4)));
+            m_f.Ctrl(i)->AddImage(m_f.folder.filePath(QStringLiteral("%1.png").arg((i + 2) % 4)));
+        }
+        // Whatever opens a dialog of its own loop gets it closed again.
+        QObject::connect(&m_closer, &QTimer::timeout, &m_closer, [] {
+            if (auto* pDialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+                pDialog->reject();
+        });
+        m_closer.start(5);
+        const auto* pCentre = m_f.centerView.get();
+        QObject::connect(pCentre, &CCenterView::signal_AddDrawableObjectWithViewID, &m_closer,
+                         [this] { ++m_nAdded; });
+        QObject::connect(pCentre, &CCenterView::signal_ChangeDrawableObjectPropertyWithViewID, &m_closer,
+                         [this] { ++m_nChanged; });
+    }
+
+    void Event()
+    {
+        // Left to chance alone, menus and 3D views would soon be all there is.
+        if (Pick(10) == 0)
+            CloseMenus();
+        if (Pick(40) == 0)
+            m_f.Viewer(Pick(4))->slot_Press2D();
+        if (Pick(12) == 0)
+            Drag();
+        const int n = Pick(100);
+        if (n < 40)
+            Move();
+        else if (n < 66)
+            PressOrRelease();
+        else if (n < 73)
+            Key();
+        else if (n < 78)
+            Wheel();
+        else if (n < 92)
+            PressButton();
+        else if (n < 96)
+            TouchMenu();
+        else
+            ActAsHost();
+    }
+
+    /// Empty, or what is wrong.
+    QString Check() const
+    {
+        for (int i = 0; i < 4; ++i) {
+            const auto* pModel = m_f.View(i)->GetGeometryModel();
+            std::set<unsigned int> identifiers;
+            for (const auto& pObject : pModel->GetObjects()) {
+                if (!pObject || !identifiers.insert(pObject->GetUID()).second)
+                    return QString::asprintf("viewer %d: an object stands twice or is none", i);
+                if (pObject->GetName().isEmpty())
+                    return QString::asprintf("viewer %d: an object without a name", i);
+            }
+            if (m_f.View(i)->GetDrawableObjects() != pModel->GetObjects())
+                return QString::asprintf("viewer %d paints other objects than it has", i);
+            if (m_f.View(i)->GetImageUID() != m_f.Ctrl(i)->GetImageID())
+                return QString::asprintf("viewer %d shows another image than the current one", i);
+        }
+        return {};
+    }
+
+    /// Lets go of everything and clears up, then draws in every viewer as a person would.
+    QString FinishByDrawing()
+    {
+        CloseMenus();
+        LetGo();
+        m_f.center->ChangeLayout(2, 2);
+        m_f.window.activateWindow();
+        for (int i = 0; i < 4; ++i) {
+            m_f.LoadInto(i, 3);
+            m_f.PressFrameButton(i, "2D view");
+            m_f.PressFrameButton(i, "Fit to view");
+            m_f.DrawRectangle(i, {20, 20}, {60, 60});
+            if (m_f.Counts()[i] != 1)
+                return QString::asprintf("viewer %d does not draw any more", i);
+            m_f.Key(Qt::Key_Delete);
+            if (m_f.Counts()[i] != 0)
+                return QString::asprintf("viewer %d does not delete any more", i);
+        }
+        return Check();
+    }
+
+    /// What came of it: a monkey that does nothing proves nothing.
+    int Added() const { return m_nAdded; }
+    int Changed() const { return m_nChanged; }
+
+    void Breathe()
+    {
+        QCoreApplication::processEvents();
+        while (!CLogModel::GetInstance()->IsEmpty())
+            CLogModel::GetInstance()->slot_OnTimer();
+        KeepSmall();
+    }
+
+private:
+    int Pick(int nCount) { return std::uniform_int_distribution<int>(0, nCount - 1)(m_random); }
+
+    /// Mostly inside one of the views; short steps, so that drags happen.
+    void Move()
+    {
+        if (Pick(8) == 0) {
+            const auto* pView = m_f.View(Pick(4));
+            m_pos = pView->mapTo(
+                &m_f.window, QPoint(Pick(std::max(1, pView->width())), Pick(std::max(1, pView->height()))));
+        } else {
+            m_pos += QPoint(Pick(61) - 30, Pick(61) - 30);
+        }
+        m_pos = QPoint(std::clamp(m_pos.x(), 0, m_f.window.width() - 1),
+                       std::clamp(m_pos.y(), 0, m_f.window.height() - 1));
+        QTest::mouseMove(m_f.Window(), m_pos);
+    }
+    void PressOrRelease()
+    {
+        const int n = Pick(20);
+        const Qt::MouseButton button = n < 18 ? Qt::LeftButton : n < 19 ? Qt::RightButton : Qt::MiddleButton;
+        const auto modifiers = Pick(6) == 0 ? Qt::ControlModifier : Qt::NoModifier;
+        if (m_held.testFlag(button)) {
+            m_held &= ~Qt::MouseButtons(button);
+            QTest::mouseRelease(m_f.Window(), button, modifiers, m_pos);
+        } else if (IsInView()) {
+            m_held |= button;
+            QTest::mousePress(m_f.Window(), button, modifiers, m_pos);
+        }
+    }
+    /// A whole drag over a view, mostly undisturbed, so that there is something to disturb.
+    void Drag()
+    {
+        CloseMenus();
+        LetGo();
+        static const char* const tools[] = {"Rect", "Circle", "Ellipse", "Select", "Select", "Select"};
+        m_f.PressToolButton(tools[Pick(int(std::size(tools)))]);
+        const auto* pView = m_f.View(ShownViewer());
+        m_pos = pView->mapTo(&m_f.window, pView->rect().center()) + QPoint(Pick(201) - 100, Pick(201) - 100);
+        QTest::mouseMove(m_f.Window(), m_pos);
+        m_held = Qt::LeftButton;
+        QTest::mousePress(m_f.Window(), Qt::LeftButton, Qt::NoModifier, m_pos);
+        for (int i = Pick(4); i >= 0; --i)
+            Pick(12) == 0 ? Key() : Move();
+        LetGo();
+    }
+    void LetGo()
+    {
+        for (Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
+            if (m_held.testFlag(button))
+                QTest::mouseRelease(m_f.Window(), button, Qt::NoModifier, m_pos);
+        m_held = Qt::NoButton;
+    }
+    bool IsInView() const { return qobject_cast<CImageView2D*>(m_f.window.childAt(m_pos)) != nullptr; }
+    void Key()
+    {
+        static const std::pair<Qt::Key, Qt::KeyboardModifiers> keys[] = {
+            {Qt::Key_Delete, Qt::NoModifier}, {Qt::Key_Backspace, Qt::NoModifier},
+            {Qt::Key_Escape, Qt::NoModifier}, {Qt::Key_Z, Qt::ControlModifier},
+            {Qt::Key_Z, Qt::ControlModifier}, {Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier},
+            {Qt::Key_C, Qt::ControlModifier}, {Qt::Key_V, Qt::ControlModifier},
+            {Qt::Key_A, Qt::NoModifier},      {Qt::Key_Tab, Qt::NoModifier},
+            {Qt::Key_Down, Qt::NoModifier}};
+        const auto& [key, modifiers] = keys[Pick(int(std::size(keys)))];
+        m_f.Key(key, modifiers);
+    }
+    void Wheel()
+    {
+        auto* pView = m_f.View(Pick(4));
+        const QPoint pixel(Pick(std::max(1, pView->width())), Pick(std::max(1, pView->height())));
+        QWheelEvent wheel(pixel, pView->mapToGlobal(pixel), QPoint(), QPoint(0, Pick(2) == 0 ? 120 : -120),
+                          m_held, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(pView, &wheel);
+        if (pView->GetSizePixel() > 30)
+            pView->slot_ZoomFit();
+    }
+    void PressButton()
+    {
+        static const char* const tools[] = {"Rect", "Circle", "Ellipse", "Polygon", "Select", "Panning"};
+        static const char* const names[] = {"2D view",     "3D view",     "Select",       "Pan",
+                                            "Fit to view", "Rotate left", "Rotate right", "Previous image",
+                                            "Next image",  "Ruler"};
+        if (!m_held && Pick(3) > 0 && !QApplication::activePopupWidget())
+            m_f.PressToolButton(tools[Pick(int(std::size(tools)))]);
+        else if (!m_held && !QApplication::activePopupWidget())
+            m_f.PressFrameButton(ShownViewer(), names[Pick(int(std::size(names)))]);
+    }
+    int ShownViewer()
+    {
+        for (int i = Pick(4);; i = (i + 1) % 4)
+            if (m_f.Viewer(i)->isVisible())
+                return i;
+    }
+    /// Opens a context menu, chooses a harmless entry of an open one, or closes it.
+    void TouchMenu()
+    {
+        auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!pMenu) {
+            auto* pView = m_f.View(ShownViewer());
+            pView->slot_ShowContextMenu(QPoint(Pick(std::max(1, pView->width())), Pick(300)));
+            return;
+        }
+        static const QStringList harmless{QStringLiteral("Delete"), QStringLiteral("Copy (C)"),
+                                          QStringLiteral("Paste (P)"), QStringLiteral("GoTo"),
+                                          QStringLiteral("Switch To 3D View")};
+        QAction* pAction = pMenu->actions().at(Pick(pMenu->actions().size()));
+        CloseMenus();
+        if (harmless.contains(pAction->text()))
+            pAction->trigger();
+    }
+    void CloseMenus()
+    {
+        while (QWidget* pPopup = QApplication::activePopupWidget())
+            pPopup->close();
+    }
+    void ActAsHost()
+    {
+        const int nView = Pick(4);
+        const auto vctObjects = m_f.Viewer(nView)->Get2DDrawableObjects();
+        switch (Pick(6)) {
+        case 0:
+            m_f.center->ChangeLayout(1 + Pick(2), 2);
+            break;
+        case 1:
+            m_f.center->ChangeLayout(2, 2);
+            break;
+        case 2:
+            if (!vctObjects.empty())
+                m_f.Ctrl(nView)->Delete2DDrawableObject(
+                    vctObjects[std::size_t(Pick(int(vctObjects.size())))]->GetUID());
+            break;
+        case 3:
+            m_f.Ctrl(nView)->AddImage(m_f.folder.filePath(QStringLiteral("%1.png").arg(Pick(4))));
+            break;
+        case 4:
+            m_f.Ctrl(nView)->ChangeCurrentImage(MakeTestImage(20 + Pick(200), 20 + Pick(200), 3));
+            break;
+        default:
+            m_f.Ctrl(nView)->CloseCurrentImage();
+            if (!m_f.Ctrl(nView)->GetImage())
+                m_f.LoadInto(nView, 1 + 2 * Pick(2));
+        }
+    }
+    /// A long run must not drown in its own pages and shapes.
+    void KeepSmall()
+    {
+        for (int i = 0; i < 4; ++i) {
+            auto* pList = m_f.View(i)->GetGeometryModel();
+            if (pList->Size() > 60 || m_nBreaths % 40 == 0)
+                m_f.LoadInto(i, 3);
+        }
+        ++m_nBreaths;
+    }
+
+    std::mt19937 m_random;
+    CenterFixture m_f{2, 2};
+    QTimer m_closer;
+    QPoint m_pos{300, 300};
+    Qt::MouseButtons m_held = Qt::NoButton;
+    int m_nBreaths = 0;
+    int m_nAdded = 0;
+    int m_nChanged = 0;
+};
+} // namespace
+
+class tst_Monkey : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    /// The X server may complain about a window that a menu or a dialog has just taken away.
+    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.xcb.warning=false")); }
+
+    void nothingCrashesAndTheModelsStayConsistent()
+    {
+        const int nEvents = FromEnvironment("VANTOR_MONKEY_EVENTS", 3000);
+        const int nSeed = FromEnvironment("VANTOR_MONKEY_SEED", int(std::random_device()() >> 1));
+        qInfo("seed %d, %d events", nSeed, nEvents);
+        QElapsedTimer timer;
+        timer.start();
+        Monkey monkey{unsigned(nSeed)};
+        for (int i = 0; i < nEvents; ++i) {
+            monkey.Event();
+            if (i % 10 == 0) {
+                const QString strWrong = monkey.Check();
+                QVERIFY2(strWrong.isEmpty(),
+                         qPrintable(QString::asprintf("seed %d, event %d: ", nSeed, i) + strWrong));
+            }
+            if (i % 100 == 0)
+                monkey.Breathe();
+        }
+        qInfo("%d events in %.1f s; %d additions, %d changes", nEvents, double(timer.elapsed()) / 1000.0,
+              monkey.Added(), monkey.Changed());
+        QVERIFY(monkey.Added() > nEvents / 100);
+        QVERIFY(monkey.Changed() > nEvents / 50);
+        const QString strWrong = monkey.FinishByDrawing();
+        QVERIFY2(strWrong.isEmpty(), qPrintable(QString::asprintf("seed %d: ", nSeed) + strWrong));
+    }
+};
+
+VANTOR_TEST_MAIN(tst_Monkey)
+#include "tst_Monkey.moc"
