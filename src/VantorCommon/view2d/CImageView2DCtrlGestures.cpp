@@ -50,7 +50,9 @@ bool CImageView2DCtrl::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
     const bool bLostRelease = pEvent->type() == QEvent::MouseMove &&
                               !static_cast<QMouseEvent*>(pEvent)->buttons().testFlag(Qt::LeftButton);
-    if (pWatched == m_pView && (bLostRelease || pEvent->type() == QEvent::Hide) && m_pView->CancelDrag())
+    // Null for the last events of a view, which come when only the QWidget in it is left.
+    auto* pView = qobject_cast<CImageView2D*>(pWatched);
+    if (pView && (bLostRelease || pEvent->type() == QEvent::Hide) && pView->CancelDrag())
         Interrupt();
     return CBaseCtrl::eventFilter(pWatched, pEvent);
 }
