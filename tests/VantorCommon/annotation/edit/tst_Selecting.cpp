@@ -312,6 +312,7 @@ private Q_SLOTS:
         f.Press({40, 40});
         f.Move({50, 50});
         QCOMPARE(nDrags, 1);
+        nHovers = 0;
         QMouseEvent lost(QEvent::MouseMove, QPointF(120, 120), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(f.view, &lost);
         QCOMPARE(nDrags, 1);
