@@ -287,6 +287,39 @@ private Q_SLOTS:
         QCOMPARE(nSignals, 2); // selected, and its mouse offset
     }
 
+    void aBandWithCtrlHeldAddsToTheSelectionAndMovesNothing()
+    {
+        EditFixture f;
+        const auto pA = f.AddRectangle(20, 20, 20, 20);
+        const auto pB = f.AddRectangle(100, 100, 20, 20);
+        pA->SetSelected(true);
+        f.Move({80, 80});
+        f.Press({80, 80}, Qt::LeftButton, Qt::ControlModifier);
+        f.Move({130, 130});
+        f.Release({130, 130});
+        QCOMPARE(f.Selected(), (Objects{pB, pA}));
+        QCOMPARE(f.BoxOf(pA), QRectF(20, 20, 20, 20));
+    }
+
+    void aMoveWithoutTheButtonIsNoDragEvenIfTheReleaseGotLost()
+    {
+        EditFixture f;
+        f.ctrl.reset(); // the view alone
+        int nDrags = 0;
+        int nHovers = 0;
+        connect(f.view, &CImageView2D::signal_SelectMovingDoing, this, [&] { ++nDrags; });
+        connect(f.view, &CImageView2D::signal_CheckResizeRotate, this, [&] { ++nHovers; });
+        f.Press({40, 40});
+        f.Move({50, 50});
+        QCOMPARE(nDrags, 1);
+        nHovers = 0;
+        QMouseEvent lost(QEvent::MouseMove, QPointF(120, 120), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(f.view, &lost);
+        QCOMPARE(nDrags, 1);
+        QCOMPARE(nHovers, 1);
+        f.Release({60, 60});
+    }
+
     void aBandDrawnUpwardsSelectsToo()
     {
         EditFixture f;
