@@ -7,11 +7,15 @@
 
 #include <tesseract/baseapi.h>
 
-#include <omp.h>
-
 #include <exception>
 #include <filesystem>
 #include <sstream>
+#include <system_error>
+#include <vector>
+
+/// Of the OpenMP runtime of GNU, which the engine uses: its header comes with one compiler only.
+extern "C" void omp_set_max_active_levels(int levels);
+extern "C" int omp_get_max_active_levels();
 
 namespace Vantor::Algorithms
 {
