@@ -70,10 +70,10 @@ public:
         const unsigned char* pSample = row + static_cast<std::size_t>(m_nFirst) * pitch;
         for (std::size_t i = 0; i < m_nColumns; ++i, pSample += pitch) {
             const std::size_t nCoarse = *pSample / kBins;
-            Count& coarse = m_vctCoarse[i][nCoarse];
-            Count& fine = m_vctFine[nCoarse * m_nColumns + i][*pSample % kBins];
-            coarse = static_cast<Count>(coarse + weight);
-            fine = static_cast<Count>(fine + weight);
+            Bins<Count>& coarse = m_vctCoarse[i];
+            Bins<Count>& fine = m_vctFine[nCoarse * m_nColumns + i];
+            coarse[nCoarse] = static_cast<Count>(coarse[nCoarse] + weight);
+            fine[*pSample % kBins] = static_cast<Count>(fine[*pSample % kBins] + weight);
         }
     }
     const Bins<Count>& Coarse(std::int64_t column) const { return m_vctCoarse[Index(column)]; }
