@@ -4,6 +4,7 @@
 
 #include <mutex>
 #include <string>
+#include <utility>
 
 namespace Vantor
 {
@@ -13,23 +14,24 @@ class CFailureReason
 {
 public:
     /// Notes how an operation ended.
-    /// @param reason  a literal in English, null for success, which empties the text
+    /// @param reason  a sentence in English; null or empty for success, which empties the text
     /// @return the operation's result: 0 for success, 1 for a failure
-    int Note(const char* reason)
+    int Note(const char* reason) { return Note(std::string(reason ? reason : "")); }
+    int Note(std::string reason)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_pReason = reason;
-        return reason ? 1 : 0;
+        m_strReason = std::move(reason);
+        return m_strReason.empty() ? 0 : 1;
     }
     std::string GetText() const
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_pReason ? m_pReason : "";
+        return m_strReason;
     }
 
 private:
     mutable std::mutex m_mutex;
-    const char* m_pReason = nullptr;
+    std::string m_strReason;
 };
 
 } // namespace Vantor

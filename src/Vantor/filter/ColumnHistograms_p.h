@@ -6,7 +6,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <type_traits>
 #include <vector>
 
 namespace Vantor::Algorithms
@@ -14,25 +13,14 @@ namespace Vantor::Algorithms
 
 constexpr std::size_t kBins = 16; ///< coarse bins, and fine bins in each coarse one
 
-/// A histogram's bins: all coarse ones, or the fine ones of one of them.
-template <class Count> using Bins = std::array<Count, kBins>;
-
-template <class Count> inline void AddBins(Bins<Count>& to, const Bins<Count>& bins, Count weight)
-{
-    const std::common_type_t<Count, unsigned> nWeight = weight;
-    for (std::size_t i = 0; i < kBins; ++i)
-        to[i] = static_cast<Count>(to[i] + nWeight * bins[i]);
-}
-
-template <class Count>
-inline void MoveBins(Bins<Count>& to, const Bins<Count>& enters, const Bins<Count>& leaves)
-{
-    for (std::size_t i = 0; i < kBins; ++i)
-        to[i] = static_cast<Count>(to[i] + enters[i] - leaves[i]);
-}
+template <class Count> struct SBins {
+    typedef Count Vector __attribute__((vector_size(kBins * sizeof(Count))));
+};
+/// A histogram's bins, all coarse ones or the fine ones of one of them, added and taken away all at once.
+template <class Count> using Bins = typename SBins<Count>::Vector;
 
 /// The bin in which the sample of that rank (from 0) lies; the rank becomes the one within the bin.
-template <class Count> inline std::size_t FindBin(const Bins<Count>& bins, Count& rank)
+template <class Count, class Vector> inline std::size_t FindBin(const Vector& bins, Count& rank)
 {
     std::size_t i = 0;
     while (rank >= bins[i])
@@ -82,10 +70,10 @@ public:
         const unsigned char* pSample = row + static_cast<std::size_t>(m_nFirst) * pitch;
         for (std::size_t i = 0; i < m_nColumns; ++i, pSample += pitch) {
             const std::size_t nCoarse = *pSample / kBins;
-            Count& coarse = m_vctCoarse[i][nCoarse];
-            Count& fine = m_vctFine[nCoarse * m_nColumns + i][*pSample % kBins];
-            coarse = static_cast<Count>(coarse + weight);
-            fine = static_cast<Count>(fine + weight);
+            Bins<Count>& coarse = m_vctCoarse[i];
+            Bins<Count>& fine = m_vctFine[nCoarse * m_nColumns + i];
+            coarse[nCoarse] = static_cast<Count>(coarse[nCoarse] + weight);
+            fine[*pSample % kBins] = static_cast<Count>(fine[*pSample % kBins] + weight);
         }
     }
     const Bins<Count>& Coarse(std::int64_t column) const { return m_vctCoarse[Index(column)]; }
@@ -117,14 +105,14 @@ public:
     {
         // To move from far away costs more than to start afresh.
         if (m_nX < 0 || x - m_nX > radius) {
-            m_sum.fill(0);
+            m_sum = Bins<Count>{};
             const SWindow window(x, radius, width);
             for (std::int64_t i = window.nFirst; i <= window.nLast; ++i)
-                AddBins(m_sum, binsOf(i), static_cast<Count>(window.WeightOf(i)));
+                m_sum += binsOf(i) * static_cast<Count>(window.WeightOf(i));
         } else {
             for (std::int64_t i = m_nX + 1; i <= x; ++i)
-                MoveBins(m_sum, binsOf(std::min(i + radius, width - 1)),
-                         binsOf(std::max<std::int64_t>(i - 1 - radius, 0)));
+                m_sum += binsOf(std::min(i + radius, width - 1)) -
+                         binsOf(std::max<std::int64_t>(i - 1 - radius, 0));
         }
         m_nX = x;
         return m_sum;
