@@ -54,7 +54,9 @@ public:
                         QStringLiteral("--port=3306"), QStringLiteral("--bind-address=127.0.0.1"),
                         QStringLiteral("--skip-log-bin"), QStringLiteral("--innodb-buffer-pool-size=32M"),
                         QStringLiteral("--innodb-flush-log-at-trx-commit=0"),
-                        QStringLiteral("--skip-name-resolve"), QStringLiteral("--log-error=") + ErrorLog()});
+                        QStringLiteral("--skip-name-resolve"), QStringLiteral("--general-log=1"),
+                        QStringLiteral("--general-log-file=") + GeneralLog(),
+                        QStringLiteral("--log-error=") + ErrorLog()});
         if (!WaitUntilItAnswers())
             return QStringLiteral("mariadbd: ") + m_strError;
         const QString strSql = QStringLiteral("CREATE DATABASE testdb CHARACTER SET utf8mb4;"
@@ -64,10 +66,25 @@ public:
                                                                                       : m_strError;
     }
 
+    /// The statements that the server has got so far, without the blanks at their ends.
+    QStringList Statements() const
+    {
+        const QString strMark = QStringLiteral(" Query\t");
+        QFile log(GeneralLog());
+        QStringList statements;
+        if (!log.open(QIODevice::ReadOnly))
+            return statements;
+        for (const QString& strLine : QString::fromUtf8(log.readAll()).split(QLatin1Char('\n')))
+            if (strLine.contains(strMark))
+                statements << strLine.mid(strLine.indexOf(strMark) + strMark.size()).trimmed();
+        return statements;
+    }
+
 private:
     static constexpr int c_nPatienceMs = 60000;
 
     QString Socket() const { return QStringLiteral("--socket=") + m_dir.filePath(QStringLiteral("s.sock")); }
+    QString GeneralLog() const { return m_dir.filePath(QStringLiteral("general.log")); }
     QString ErrorLog() const { return m_dir.filePath(QStringLiteral("error.log")); }
     QStringList Client(const QStringList& arguments) const
     {

@@ -46,6 +46,7 @@ CLogView::CLogView(QWidget* pParent) : QWidget(pParent), m_pTableView(new QTable
     m_pTableView->setModel(m_pItemModel);
     m_pTableView->setTextElideMode(Qt::ElideNone);
     m_pTableView->setWordWrap(false);
+    m_pTableView->setShowGrid(false); // its lines are made for a light ground
     m_pTableView->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_pTableView->setSelectionBehavior(QAbstractItemView::SelectRows);
     QPalette ground = m_pTableView->palette();

@@ -332,8 +332,8 @@ private Q_SLOTS:
 
     void aScriptIsReadAsLatin1UpToItsFirstZeroByte()
     {
-        QVERIFY(RunScript(QByteArray(
-            "INSERT INTO settings (NAME, VALUE, TYPE) VALUES('\xe4', '1', 'int');\0rubbish;", 80)));
+        QVERIFY(RunScript(QByteArray("INSERT INTO settings (NAME, VALUE, TYPE) VALUES('\xe4', '1', 'int');") +
+                          '\0' + "rubbish;"));
         QCOMPARE(Names(), QStringList{QString::fromLatin1("\xe4")});
     }
 

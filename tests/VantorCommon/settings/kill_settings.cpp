@@ -27,6 +27,7 @@ namespace
 constexpr int c_nKeys = 8;
 constexpr int c_nNobody = 65534;
 constexpr int c_nStartLimitMs = 2000;
+constexpr unsigned c_nHangSeconds = 60;
 
 std::mt19937 g_random(20161);
 int g_nFailures = 0;
@@ -328,21 +329,30 @@ QByteArray Damaged(QByteArray bytes, int nWay)
     return bytes;
 }
 
-/// A start on what is in the file now: {the value of the first key or -1, whether it could store}, nothing if
-/// it died.
-QVector<int> StartInChild(qint64& nMilliseconds)
+struct SChildStart {
+    bool bAlive = false;   ///< it got through
+    bool bDefault = false; ///< the first key had its default
+    bool bStored = false;  ///< it could store a value
+    int nMilliseconds = 0; ///< until the settings were loaded
+};
+
+/// A start on what is in the file now.
+SChildStart StartInChild()
 {
     CReport report;
-    QElapsedTimer timer;
-    timer.start();
     Wait(Fork([&] {
-        alarm(c_nStartLimitMs / 1000 + 1);
+        alarm(c_nHangSeconds);
+        QElapsedTimer timer;
+        timer.start();
         CSettingCtrl ctrl(nullptr);
-        report.Send(CSettingManager::GetInt(KeyOf(0), -1));
+        report.Send(static_cast<int>(timer.elapsed()));
+        report.Send(CSettingManager::GetInt(KeyOf(0), -1) == -1);
         report.Send(ctrl.UpdateParameter(QStringLiteral("NEW"), 1));
     }));
-    nMilliseconds = timer.elapsed();
-    return report.ReadAll();
+    const QVector<int> reports = report.ReadAll();
+    if (reports.size() != 3)
+        return {};
+    return {true, reports[1] != 0, reports[2] != 0, reports[0]};
 }
 
 void DamagedFiles(int nRounds)
@@ -356,24 +366,19 @@ void DamagedFiles(int nRounds)
     Expect(StoreInChild(KeyOf(0), 5), "the value to damage was not stored");
     const QByteArray whole = home.ReadFile();
     Expect(whole.size() >= 3 * 4096, "the file to damage is too small");
-    int nDefault = 0, nRead = 0, nDied = 0, nSlow = 0;
-    qint64 nSlowest = 0;
+    int nDefault = 0, nRead = 0, nDied = 0, nSlow = 0, nSlowest = 0;
     for (int i = 0; i < nRounds; ++i) {
         home.WriteFile(Damaged(whole, i));
-        qint64 nMilliseconds = 0;
-        const QVector<int> counts = StartInChild(nMilliseconds);
-        nSlowest = qMax(nSlowest, nMilliseconds);
-        nSlow += nMilliseconds > c_nStartLimitMs ? 1 : 0;
-        if (counts.size() != 2)
-            ++nDied;
-        else
-            ++(counts[0] == -1 ? nDefault : nRead);
+        const SChildStart start = StartInChild();
+        nSlowest = qMax(nSlowest, start.nMilliseconds);
+        nSlow += start.nMilliseconds > c_nStartLimitMs ? 1 : 0;
+        ++(!start.bAlive ? nDied : start.bDefault ? nDefault : nRead);
         home.RemoveJournals();
     }
     std::printf(
         "damaged files           %5d: %d starts with the default, %d could still read the value; died %d, "
-        "slower than 2 s %d (slowest %lld ms)\n",
-        nRounds, nDefault, nRead, nDied, nSlow, static_cast<long long>(nSlowest));
+        "slower than 2 s %d (slowest %d ms)\n",
+        nRounds, nDefault, nRead, nDied, nSlow, nSlowest);
     Expect(nDied == 0 && nSlow == 0, "damaged files");
 }
 
@@ -389,14 +394,13 @@ void SpecialFiles()
     for (const auto& [pName, make] : kinds) {
         CHome home;
         Expect(make(home.File().toUtf8().constData()), "special file could not be made");
-        qint64 nMilliseconds = 0;
-        const QVector<int> counts = StartInChild(nMilliseconds);
-        std::printf("the file is %-20s: %s, %lld ms\n", pName,
-                    counts.size() != 2 ? "DIED"
-                    : counts[1]        ? "starts, stores"
-                                       : "starts, refuses to store",
-                    static_cast<long long>(nMilliseconds));
-        Expect(counts.size() == 2 && counts[0] == -1 && nMilliseconds <= c_nStartLimitMs, pName);
+        const SChildStart start = StartInChild();
+        std::printf("the file is %-20s: %s, %d ms\n", pName,
+                    !start.bAlive   ? "DIED"
+                    : start.bStored ? "starts, stores"
+                                    : "starts, refuses to store",
+                    start.nMilliseconds);
+        Expect(start.bAlive && start.bDefault && start.nMilliseconds <= c_nStartLimitMs, pName);
     }
 }
 } // namespace

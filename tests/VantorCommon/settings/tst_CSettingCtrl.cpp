@@ -239,7 +239,7 @@ private Q_SLOTS:
         m_pLog->Take();
     }
 
-    void everyLoadedValueIsATextWhateverItsType()
+    void deliberateEveryLoadedValueIsATextWhateverItsType()
     {
         {
             const SFixture f(m_pDir->path());

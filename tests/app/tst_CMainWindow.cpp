@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include "app/CMainWindow.h"
+#include "tests/support/TestMain.h"
+
+#include <VantorCommon/log/CLogModel.h>
+#include <VantorCommon/log/CLogView.h>
+#include <VantorCommon/settings/CSettingDlg.h>
+#include <VantorCommon/settings/CSettingManager.h>
+
+#include <QApplication>
+#include <QDockWidget>
+#include <QMenuBar>
+#include <QSpinBox>
+#include <QTableView>
+
+namespace
+{
+QAction* MenuEntry(const CMainWindow& window, const QString& strMenu, const QString& strText)
+{
+    for (const QAction* pMenu : window.menuBar()->actions()) {
+        if (pMenu->text() != strMenu)
+            continue;
+        for (QAction* pEntry : pMenu->menu()->actions())
+            if (pEntry->text() == strText)
+                return pEntry;
+    }
+    return nullptr;
+}
+
+/// Opens the settings as a person does.
+CSettingDlg* OpenSettings(CMainWindow& window)
+{
+    QAction* pEntry = MenuEntry(window, QStringLiteral("&File"), QStringLiteral("S&ettings..."));
+    auto* pDialog = window.findChild<CSettingDlg*>();
+    if (!pEntry || !pDialog)
+        return nullptr;
+    pEntry->trigger();
+    return QTest::qWaitForWindowActive(pDialog) ? pDialog : nullptr;
+}
+} // namespace
+
+class tst_CMainWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aResolutionChangedInTheSettingsIsFoundAgainByTheNextWindow()
+    {
+        {
+            CMainWindow window;
+            window.show();
+            QVERIFY(QTest::qWaitForWindowActive(&window));
+            CSettingDlg* pDialog = OpenSettings(window);
+            QVERIFY(pDialog);
+            auto* pBox = pDialog->findChild<QSpinBox*>(QStringLiteral("GENERAL_PDF_RESOLUTION_X"));
+            QCOMPARE(pBox->value(), 0);
+            pBox->setFocus();
+            pBox->selectAll();
+            QTest::keyClicks(pBox, QStringLiteral("300"));
+            QCOMPARE(pDialog->GetGeneralPDFResolutionX(), 300);
+            QCOMPARE(CSettingManager::GetInt(QStringLiteral("GENERAL_PDF_RESOLUTION_X"), 0), 0);
+        }
+        CMainWindow window;
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        CSettingDlg* pDialog = OpenSettings(window);
+        QVERIFY(pDialog);
+        QCOMPARE(pDialog->GetGeneralPDFResolutionX(), 300);
+        QCOMPARE(pDialog->GetGeneralPDFResolutionY(), 0);
+    }
+
+    void theLogDockShowsTheLinesThatArriveWhileWorking()
+    {
+        CMainWindow window;
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        auto* pDock = window.findChild<QDockWidget*>(QStringLiteral("Log"));
+        QVERIFY(pDock);
+        QVERIFY(pDock->isVisible());
+        const auto* pView = qobject_cast<CLogView*>(pDock->widget());
+        QVERIFY(pView);
+        const QAbstractItemModel* pRows = pView->findChild<QTableView*>()->model();
+        CLogger::Write(WARNING, "a line");
+        QTRY_VERIFY(pRows->rowCount() > 0 &&
+                    pRows->index(pRows->rowCount() - 1, 2).data().toString() == QStringLiteral("a line"));
+        QVERIFY(MenuEntry(window, QStringLiteral("&View"), QStringLiteral("Log")));
+    }
+};
+
+VANTOR_TEST_MAIN(tst_CMainWindow)
+#include "tst_CMainWindow.moc"
