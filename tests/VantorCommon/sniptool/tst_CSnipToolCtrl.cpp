@@ -202,7 +202,7 @@ void tst_CSnipToolCtrl::theOverlayIsNeverInThePicture_data()
 {
     QTest::addColumn<int>("nDelay");
     QTest::newRow("other application paints at once") << 0;
-    QTest::newRow("other application needs 150 ms to paint") << 150;
+    QTest::newRow("other application needs 400 ms to paint") << 400;
 }
 
 void tst_CSnipToolCtrl::theOverlayIsNeverInThePicture()
