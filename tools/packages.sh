@@ -5,7 +5,7 @@ set -euo pipefail
 
 build="build-essential cmake ninja-build pkg-config qtbase5-dev libpoppler-qt5-dev libtiff-dev libgif-dev"
 run="libqt5widgets5 libqt5sql5-sqlite libgl1-mesa-dri fonts-liberation fonts-dejavu-core xvfb xauth openbox x11-utils"
-test="python3 qpdf xclip clang-14 libclang-rt-14-dev"
+test="python3 qpdf xclip xdotool clang-14 libclang-rt-14-dev"
 bench="libbenchmark-dev libspdlog-dev libopencv-imgproc-dev libturbojpeg0-dev libpng-dev"
 
 wanted=""
