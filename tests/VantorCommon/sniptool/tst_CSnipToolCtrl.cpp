@@ -81,12 +81,15 @@ struct SHost {
     }
 };
 
-/// Runs one function of this program in a process of its own.
+/// Runs one function of this program in a process of its own; the environment as NAME=VALUE.
 QByteArray RunChild(const char* pFunction, const QStringList& lstEnvironment, int& nExitCode)
 {
     QProcess child;
     child.setProcessChannelMode(QProcess::MergedChannels);
-    child.setEnvironment(QProcess::systemEnvironment() + lstEnvironment);
+    auto environment = QProcessEnvironment::systemEnvironment();
+    for (const QString& strEntry : lstEnvironment)
+        environment.insert(strEntry.section(QLatin1Char('='), 0, 0), strEntry.section(QLatin1Char('='), 1));
+    child.setProcessEnvironment(environment);
     child.start(QCoreApplication::applicationFilePath(), {QString::fromLatin1(pFunction)});
     const bool bEnded = QTest::qWaitFor([&] { return child.state() == QProcess::NotRunning; }, 3 * kPatience);
     nExitCode = bEnded && child.exitStatus() == QProcess::NormalExit ? child.exitCode() : -1;
