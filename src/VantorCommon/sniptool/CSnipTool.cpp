@@ -81,8 +81,9 @@ void CSnipTool::mouseReleaseEvent(QMouseEvent* pEvent)
     const QPoint ptEnd = PositionOf(pEvent);
     m_rectSelect = QRect();
     update();
-    Q_EMIT signal_CaptureScreen(QRect(mapToGlobal(m_ptStart), mapToGlobal(ptEnd)));
     m_bPressed = false;
+    // Last: whoever listens may end the application meanwhile, and this window with it.
+    Q_EMIT signal_CaptureScreen(QRect(mapToGlobal(m_ptStart), mapToGlobal(ptEnd)));
 }
 
 void CSnipTool::paintEvent(QPaintEvent*)
