@@ -14,6 +14,7 @@
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view2d/CUtilManager.h>
 #include <VantorCommon/view2d/Saturate_p.h>
+#include <VantorCommon/view3d/CImageView3D.h>
 
 #include <QFocusEvent>
 #include <QHBoxLayout>
@@ -227,6 +228,8 @@ void CImageViewer::SetImageView(QWidget* pView2D, QWidget* pView3D, CStatusBarVi
     }
     if (auto* pImageView = dynamic_cast<CImageView2D*>(pView2D))
         connect(pImageView, &CImageView2D::signal_Switch2DTo3D, this, &CImageViewer::slot_Press3D);
+    if (auto* pImageView = dynamic_cast<CImageView3D*>(pView3D))
+        connect(pImageView, &CImageView3D::signal_Switch3DTo2D, this, &CImageViewer::slot_Press2D);
     if (!m_pToolModel)
         return;
     connect(m_pToolModel.data(), &CImageView2DToolModel::signal_ChangeViewMode, this,
