@@ -24,6 +24,7 @@ QtMessageHandler s_pPrevious = nullptr;
 void SwallowContextWarnings(QtMsgType eType, const QMessageLogContext& context, const QString& strMessage)
 {
     if (!strMessage.contains(QStringLiteral("composeAndFlush: ")) &&
+        !strMessage.contains(QStringLiteral("propagateSizeHints()")) &&
         strMessage != QStringLiteral("QOpenGLWidget: Failed to create context"))
         s_pPrevious(eType, context, strMessage);
 }

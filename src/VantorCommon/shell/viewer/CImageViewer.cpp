@@ -265,10 +265,13 @@ void CImageViewer::slot_Press3D()
 
 void CImageViewer::ShowView(bool b2D)
 {
-    if (m_pView2D)
-        m_pView2D->setVisible(b2D);
-    if (m_pView3D)
-        m_pView3D->setVisible(!b2D);
+    QWidget* pShown = b2D ? m_pView2D : m_pView3D;
+    QWidget* pHidden = b2D ? m_pView3D : m_pView2D;
+    // First one goes: side by side for a moment, both would be resized to half their width.
+    if (pHidden)
+        pHidden->setVisible(false);
+    if (pShown)
+        pShown->setVisible(true);
     CheckView(b2D);
 }
 
