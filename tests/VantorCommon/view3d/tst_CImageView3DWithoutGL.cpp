@@ -79,6 +79,29 @@ private Q_SLOTS:
         fixture.pView->ClearMesh();
     }
 
+    /// Also what to run under helgrind: no driver threads are about.
+    void quickImageChangesAndDestructionsDuringABuildAreSafe()
+    {
+        const CExpectedWarnings expected;
+        SView3DFixture fixture;
+        QVERIFY(fixture.ShowWindow());
+        fixture.pView->setVisible(true);
+        for (int i = 0; i < 1000; ++i) {
+            fixture.images.SetImages({MakeTestImage(20 + i % 7, 20, 3)});
+            if (i % 10 == 0)
+                QCoreApplication::processEvents();
+        }
+        QVERIFY(QTest::qWaitFor([&] { return fixture.loads.count() > 0; }));
+        for (int i = 0; i < 200; ++i) {
+            fixture.pCtrl = std::make_unique<CImageView3DCtrl>(&fixture.model, &fixture.images, fixture.pView,
+                                                               nullptr, nullptr, nullptr);
+            fixture.pCtrl->slot_ChangeCurrentImage();
+            fixture.pCtrl.reset();
+        }
+        QThreadPool::globalInstance()->waitForDone();
+        QTRY_COMPARE(fixture.model.GetVerticesSize(), 0);
+    }
+
     void theViewerKeepsIts2DSide()
     {
         const CExpectedWarnings expected;
