@@ -9,6 +9,7 @@
 #include <QOpenGLWidget>
 #include <QPointer>
 #include <memory>
+#include <vector>
 
 class CImageView3DModel;
 class QMenu;

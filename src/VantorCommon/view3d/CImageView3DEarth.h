@@ -10,7 +10,6 @@
 #include <memory>
 #include <vector>
 
-class QMatrix4x4;
 class QTimer;
 
 /// A vertex of the globe: position, normal, texture coordinate (s to the east, t to the south).

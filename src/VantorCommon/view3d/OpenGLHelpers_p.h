@@ -6,8 +6,7 @@
 #include <QOpenGLContext>
 #include <QOpenGLWidget>
 #include <QSurfaceFormat>
-
-class QString;
+#include <cstddef>
 
 /// What the shaders need: OpenGL 3.3 core, a depth buffer, and a context that reports its errors.
 QSurfaceFormat OpenGLFormat();
@@ -15,8 +14,7 @@ QSurfaceFormat OpenGLFormat();
 /// Whether the widget has a context that can run the shaders.
 bool HasUsableContext(const QOpenGLWidget& widget);
 
-/// Logs, once per widget that calls it, that there is no such context, and lays a label that says so over the
-/// widget.
+/// Logs that there is no such context, and lays a label that says so over the widget; once per widget.
 void ShowNotSupported(QOpenGLWidget& widget);
 
 /// Creates a buffer and fills it; the vertex array that is bound remembers an index buffer.
