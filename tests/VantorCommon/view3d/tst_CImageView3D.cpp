@@ -314,6 +314,8 @@ private Q_SLOTS:
         other.show();
         QVERIFY(QTest::qWaitForWindowExposed(&other));
         constexpr int kRound = 6; // after each round the view is in its first window again
+        // What the window itself holds comes and goes; one forgotten set of the view's would be eleven.
+        constexpr int kWindowObjects = 4;
         int nObjects = 0;
         for (int i = 0; i < nCycles; ++i) {
             fixture.pView->setVisible(false);
@@ -325,7 +327,7 @@ private Q_SLOTS:
             if (i == kRound - 1)
                 nObjects = CountObjects(*fixture.pView);
             else if (i % kRound == kRound - 1)
-                QCOMPARE(CountObjects(*fixture.pView), nObjects);
+                QVERIFY(std::abs(CountObjects(*fixture.pView) - nObjects) <= kWindowObjects);
         }
         // Three programs, five buffers, three arrays, and what the window itself needs.
         QVERIFY(nObjects >= 3 + 5 + 3);
