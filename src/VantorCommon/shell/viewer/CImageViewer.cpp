@@ -14,6 +14,7 @@
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view2d/CUtilManager.h>
 #include <VantorCommon/view2d/Saturate_p.h>
+#include <VantorCommon/view3d/CImageView3D.h>
 
 #include <QFocusEvent>
 #include <QGuiApplication>
@@ -229,6 +230,8 @@ void CImageViewer::SetImageView(QWidget* pView2D, QWidget* pView3D, CStatusBarVi
     }
     if (auto* pImageView = dynamic_cast<CImageView2D*>(pView2D))
         connect(pImageView, &CImageView2D::signal_Switch2DTo3D, this, &CImageViewer::slot_Press3D);
+    if (auto* pImageView = dynamic_cast<CImageView3D*>(pView3D))
+        connect(pImageView, &CImageView3D::signal_Switch3DTo2D, this, &CImageViewer::slot_Press2D);
     if (!m_pToolModel)
         return;
     connect(m_pToolModel.data(), &CImageView2DToolModel::signal_ChangeViewMode, this,
@@ -264,10 +267,13 @@ void CImageViewer::slot_Press3D()
 
 void CImageViewer::ShowView(bool b2D)
 {
-    if (m_pView2D)
-        m_pView2D->setVisible(b2D);
-    if (m_pView3D)
-        m_pView3D->setVisible(!b2D);
+    QWidget* pShown = b2D ? m_pView2D : m_pView3D;
+    QWidget* pHidden = b2D ? m_pView3D : m_pView2D;
+    // First one goes: side by side for a moment, both would be resized to half their width.
+    if (pHidden)
+        pHidden->setVisible(false);
+    if (pShown)
+        pShown->setVisible(true);
     CheckView(b2D);
 }
 

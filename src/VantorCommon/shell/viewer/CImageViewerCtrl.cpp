@@ -14,10 +14,14 @@
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
+#include <VantorCommon/view3d/CImageView3D.h>
+#include <VantorCommon/view3d/CImageView3DCtrl.h>
+#include <VantorCommon/view3d/CImageView3DModel.h>
 #include <VantorCommon/view3d/CImageView3DNotSupported.h>
 
 #include <QEvent>
 #include <QIcon>
+#include <QOpenGLContext>
 
 namespace
 {
@@ -38,9 +42,9 @@ CImageViewerCtrl::CImageViewerCtrl(CImageViewer* pViewer, CImageViewerModel* pMo
             &CImageViewerCtrl::UpdateStatusBar);
     connect(m_pStatusBarModel.get(), &CStatusBarModel::signal_ValueChanged, this,
             &CImageViewerCtrl::UpdateStatusBar);
+    m_pView3D = Create3D(pToolBoxDockView, pPropertyDockView, pStatusBarDockView);
     if (pViewer) {
-        pViewer->SetImageView(m_pView2D, new CImageView3DNotSupported(pViewer), m_pStatusBarView,
-                              m_pImageModel.get(), pToolModel);
+        pViewer->SetImageView(m_pView2D, m_pView3D, m_pStatusBarView, m_pImageModel.get(), pToolModel);
         ConnectButtons();
         ConnectModels();
     }
@@ -54,6 +58,7 @@ CImageViewerCtrl::~CImageViewerCtrl()
     // Without a viewer nobody else owns them.
     delete m_pView2D;
     delete m_pStatusBarView;
+    delete m_pView3D;
 }
 
 bool CImageViewerCtrl::eventFilter(QObject* pWatched, QEvent* pEvent)
@@ -74,6 +79,22 @@ void CImageViewerCtrl::Create2D(CToolBoxDockView* pToolBoxDockView, CPropertyDoc
                                                    m_pView2D, pToolBoxDockView, pPropertyDockView,
                                                    pStatusBarDockView);
     m_pView2D->installEventFilter(this);
+}
+
+QWidget* CImageViewerCtrl::Create3D(CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
+                                    CStatusBarDockView* pStatusBarDockView)
+{
+    if (QOpenGLContext::openGLModuleType() != QOpenGLContext::LibGL)
+        return new CImageView3DNotSupported(m_pViewer);
+    m_pModel3D = std::make_unique<CImageView3DModel>();
+    auto* pView = new CImageView3D(m_pModel3D.get(), m_pViewer);
+    m_pCtrl3D = std::make_unique<CImageView3DCtrl>(m_pModel3D.get(), m_pImageModel.get(), pView,
+                                                   pToolBoxDockView, pPropertyDockView, pStatusBarDockView);
+    connect(m_pModel3D.get(), &CImageView3DModel::signal_ChangeProgressMaxRange, this,
+            &CImageViewerCtrl::slot_ChangeProgressMaxRange);
+    connect(m_pModel3D.get(), &CImageView3DModel::signal_ChangeProgressValue, this,
+            &CImageViewerCtrl::slot_ChangeProgressValue);
+    return pView;
 }
 
 void CImageViewerCtrl::ConnectButtons()
@@ -124,12 +145,16 @@ void CImageViewerCtrl::ConnectModels()
 bool CImageViewerCtrl::Undo()
 {
     m_pCtrl2D->Undo();
+    if (m_pCtrl3D)
+        m_pCtrl3D->Undo();
     return false;
 }
 
 bool CImageViewerCtrl::Redo()
 {
     m_pCtrl2D->Redo();
+    if (m_pCtrl3D)
+        m_pCtrl3D->Redo();
     return false;
 }
 

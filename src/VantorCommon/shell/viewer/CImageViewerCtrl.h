@@ -18,7 +18,8 @@ class CImageView2DDrawableObject;
 class CImageView2DGeometryModel;
 class CImageView2DModel;
 class CImageView2DToolModel;
-class CImageView3DNotSupported;
+class CImageView3DCtrl;
+class CImageView3DModel;
 class CImageViewer;
 class CImageViewerModel;
 class CPropertyDockView;
@@ -27,6 +28,7 @@ class CStatusBarModel;
 class CStatusBarView;
 class CToolBoxDockView;
 class QIcon;
+class QWidget;
 
 namespace Vantor::Algorithms
 {
@@ -48,7 +50,7 @@ public:
                      CStatusBarDockView* pStatusBarDockView);
     ~CImageViewerCtrl() override;
 
-    /// Asked of the 2D controller; false always.
+    /// Asked of the 2D and of the 3D controller; false always.
     bool Undo() override;
     bool Redo() override;
 
@@ -84,6 +86,9 @@ protected:
 private:
     void Create2D(CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                   CStatusBarDockView* pStatusBarDockView);
+    /// The 3D view with its model and controller, or, where there is no desktop OpenGL, only a placeholder.
+    QWidget* Create3D(CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
+                      CStatusBarDockView* pStatusBarDockView);
     void ConnectButtons();
     void ConnectModels();
     /// Progress is shown while it lies strictly between 0 and its maximum.
@@ -98,4 +103,7 @@ private:
     std::unique_ptr<CImageView2DCtrl> m_pCtrl2D;
     std::unique_ptr<CStatusBarModel> m_pStatusBarModel;
     QPointer<CStatusBarView> m_pStatusBarView;
+    std::unique_ptr<CImageView3DModel> m_pModel3D; ///< null with the placeholder, as the controller
+    QPointer<QWidget> m_pView3D;
+    std::unique_ptr<CImageView3DCtrl> m_pCtrl3D;
 };

@@ -1,0 +1,246 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/view3d/CImageView3D.h>
+
+#include <VantorCommon/log/CLogger.h>
+#include <VantorCommon/view3d/CImageView3DModel.h>
+#include <VantorCommon/view3d/ImageView3DObjects_p.h>
+#include <VantorCommon/view3d/OpenGLHelpers_p.h>
+
+#include <QMenu>
+#include <QMouseEvent>
+#include <QOpenGLDebugLogger>
+#include <algorithm>
+
+namespace
+{
+constexpr double kDegreesPerPixel = 0.1;
+constexpr double kDegreesPerWheelUnit = 0.01; // a notch is 120 units
+constexpr int kSize = 200;
+constexpr int kMinimumSize = 50;
+
+/// GL answers with null when something is wrong.
+const char* TextOf(const GLubyte* pText)
+{
+    return pText ? reinterpret_cast<const char*>(pText) : "unknown";
+}
+} // namespace
+
+CImageView3D::CImageView3D(CImageView3DModel* pModel, QWidget* pParent)
+    : QOpenGLWidget(pParent), m_pModel(pModel)
+{
+    setFormat(OpenGLFormat());
+    setFocusPolicy(Qt::StrongFocus);
+    if (!IsDesktopOpenGL())
+        ShowNotSupported(*this);
+    m_pMenu = new QMenu(this);
+    m_pMenu->addAction(QIcon(QStringLiteral(":/Image/2D.png")), QStringLiteral("Switch To 2D View"), this,
+                       &CImageView3D::signal_Switch3DTo2D);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(this, &QWidget::customContextMenuRequested, this, &CImageView3D::slot_ShowContextMenu);
+    if (!m_pModel)
+        return;
+    connect(m_pModel.data(), &CImageView3DModel::signal_LoadFinished, this, &CImageView3D::slot_LoadFinished);
+    connect(m_pModel.data(), &CImageView3DModel::signal_ChangeTransformMatrix, this,
+            &CImageView3D::slot_ChangeTransformMatrix);
+}
+
+CImageView3D::~CImageView3D()
+{
+    if (context())
+        disconnect(context(), nullptr, this, nullptr);
+    DestroyGL();
+}
+
+bool CImageView3D::IsDesktopOpenGL() const
+{
+    return QOpenGLContext::openGLModuleType() == QOpenGLContext::LibGL;
+}
+
+QSize CImageView3D::sizeHint() const
+{
+    return QSize(kSize, kSize);
+}
+
+QSize CImageView3D::minimumSizeHint() const
+{
+    return QSize(kMinimumSize, kMinimumSize);
+}
+
+void CImageView3D::rotatedBy(int, int, int)
+{
+    update();
+}
+
+void CImageView3D::setClearColor(const QColor&)
+{
+    update();
+}
+
+void CImageView3D::setVisible(bool visible)
+{
+    QOpenGLWidget::setVisible(visible);
+    if (!visible)
+        return;
+    InitImageView3DGL();
+    AskForImage();
+    Q_EMIT signal_Active3DView();
+}
+
+/// Shown with its window, not by setVisible: the image may have changed while nobody looked.
+void CImageView3D::showEvent(QShowEvent* pEvent)
+{
+    QOpenGLWidget::showEvent(pEvent);
+    if (pEvent->spontaneous())
+        return;
+    AskForImageLater();
+    QMetaObject::invokeMethod(this, &CImageView3D::CheckContext, Qt::QueuedConnection);
+}
+
+/// A view without a size has no context yet, and needs none.
+void CImageView3D::CheckContext()
+{
+    if (isVisible() && !size().isEmpty() && !HasUsableContext(*this))
+        ShowNotSupported(*this);
+}
+
+void CImageView3D::AskForImageLater()
+{
+    m_bImageWanted = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (m_bImageWanted)
+                AskForImage();
+        },
+        Qt::QueuedConnection);
+}
+
+void CImageView3D::AskForImage()
+{
+    m_bImageWanted = false;
+    Q_EMIT signal_ChangeCurrentImage();
+}
+
+void CImageView3D::initializeGL()
+{
+    if (!IsDesktopOpenGL())
+        return;
+    initializeOpenGLFunctions();
+    // The objects go before their context does, when the view moves into another window.
+    connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &CImageView3D::DestroyGL);
+    InitLog();
+    InitImageView3DGL();
+    InitMatrix();
+    AskForImageLater();
+}
+
+void CImageView3D::InitLog()
+{
+    if (!isValid())
+        return;
+    const CCurrentContext current(*this);
+    CLogger::Write(DEBUG, "OpenGL version: %s, %s", TextOf(glGetString(GL_VERSION)),
+                   TextOf(glGetString(GL_SHADING_LANGUAGE_VERSION)));
+    delete m_pDebugLogger;
+    m_pDebugLogger = nullptr;
+    if (!context()->hasExtension(QByteArrayLiteral("GL_KHR_debug")))
+        return;
+    m_pDebugLogger = new QOpenGLDebugLogger(this);
+    if (!m_pDebugLogger->initialize())
+        return;
+    connect(m_pDebugLogger, &QOpenGLDebugLogger::messageLogged, this,
+            &CImageView3D::slot_OpenGLMessageLogged);
+    m_pDebugLogger->startLogging(QOpenGLDebugLogger::AsynchronousLogging);
+}
+
+void CImageView3D::slot_OpenGLMessageLogged(const QOpenGLDebugMessage& debugMessage)
+{
+    CLogger::Write(DEBUG, "OpenGL: %s", debugMessage.message().toUtf8().constData());
+}
+
+void CImageView3D::InitMatrix()
+{
+    if (!m_pModel)
+        return;
+    const CImageView3DModel& model = *m_pModel;
+    m_matModel.setToIdentity();
+    m_matModel.rotate(model.GetRotateX(), 1, 0, 0);
+    m_matModel.rotate(model.GetRotateY(), 0, 1, 0);
+    m_matModel.rotate(model.GetRotateZ(), 0, 0, 1);
+    m_matModel.translate(model.GetTranslateX(), model.GetTranslateY(), model.GetTranslateZ());
+    m_matModel.scale(model.GetScaleX(), model.GetScaleY(), model.GetScaleZ());
+    m_matView.setToIdentity();
+    m_matView.lookAt({model.GetCameraPositionX(), model.GetCameraPositionY(), model.GetCameraPositionZ()},
+                     {model.GetCameraCenterX(), model.GetCameraCenterY(), model.GetCameraCenterZ()},
+                     {model.GetCameraUpX(), model.GetCameraUpY(), model.GetCameraUpZ()});
+    SetProjection(width(), height());
+    update();
+}
+
+void CImageView3D::SetProjection(int nWidth, int nHeight)
+{
+    m_matProjection.setToIdentity();
+    if (!m_pModel)
+        return;
+    m_matProjection.perspective(m_pModel->GetFOV(), float(nWidth) / float(std::max(1, nHeight)),
+                                m_pModel->GetNear(), m_pModel->GetFar());
+}
+
+void CImageView3D::resizeGL(int nWidth, int nHeight)
+{
+    const CCurrentContext current(*this);
+    glViewport(0, 0, nWidth, nHeight);
+    SetProjection(nWidth, nHeight);
+}
+
+void CImageView3D::slot_ChangeImage()
+{
+}
+
+void CImageView3D::slot_Timmer()
+{
+    update();
+}
+
+void CImageView3D::slot_ChangeTransformMatrix()
+{
+    InitMatrix();
+}
+
+void CImageView3D::slot_ShowContextMenu(const QPoint& pos)
+{
+    m_pMenu->popup(mapToGlobal(pos));
+}
+
+void CImageView3D::mousePressEvent(QMouseEvent* pEvent)
+{
+    m_nMouseX = pEvent->pos().x();
+    m_nMouseY = pEvent->pos().y();
+    m_bPressed = true;
+    Q_EMIT signal_Active3DView();
+}
+
+void CImageView3D::mouseMoveEvent(QMouseEvent* pEvent)
+{
+    if (!m_bPressed || !m_pModel)
+        return;
+    const int dx = pEvent->pos().x() - m_nMouseX;
+    const int dy = pEvent->pos().y() - m_nMouseY;
+    Q_EMIT signal_ChangeRotateX(double(m_pModel->GetRotateX()) - dy * kDegreesPerPixel);
+    Q_EMIT signal_ChangeRotateY(double(m_pModel->GetRotateY()) + dx * kDegreesPerPixel);
+    m_nMouseX = pEvent->pos().x();
+    m_nMouseY = pEvent->pos().y();
+}
+
+void CImageView3D::mouseReleaseEvent(QMouseEvent*)
+{
+    m_bPressed = false;
+}
+
+void CImageView3D::wheelEvent(QWheelEvent* pEvent)
+{
+    pEvent->accept();
+    if (m_pModel)
+        Q_EMIT signal_ChangeFOV(double(m_pModel->GetFOV()) - pEvent->angleDelta().y() * kDegreesPerWheelUnit);
+}

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+#include <VantorCommon/shell/mvc/CBaseCtrl.h>
+
+#include <QPointer>
+#include <memory>
+
+class CImageView2DModel;
+class CImageView3D;
+class CImageView3DModel;
+class CImageView3DPropertyView;
+class CPropertyDockView;
+class CStatusBarDockView;
+class CToolBoxDockView;
+class QSemaphore;
+
+/// The controller of a 3D view: loads the current image of the list into the 3D model on a thread of the
+/// global pool while the view is visible, sets the model's parameters as view and panel ask, and puts the
+/// panel into the property dock when the view becomes active.
+///
+/// Models, view and docks are not owned and any of them may be null; an operation that misses its target does
+/// nothing. The models must outlive the controller, whose destructor waits for its own work in the pool.
+/// The controller owns the panel. GUI thread only.
+class VANTORCOMMON_EXPORT CImageView3DCtrl : public CBaseCtrl
+{
+    Q_OBJECT
+
+public:
+    CImageView3DCtrl(CImageView3DModel* pModel3D, CImageView2DModel* pModel2D, CImageView3D* pView,
+                     CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
+                     CStatusBarDockView* pStatusBarDockView);
+    ~CImageView3DCtrl() override;
+
+    /// There are no steps here: false, and nothing happens.
+    bool Undo() override;
+    bool Redo() override;
+
+public Q_SLOTS:
+    void slot_Active3DView();
+    /// Starts a build, or drops the mesh when there is no image. One build runs at a time; a change that
+    /// comes meanwhile starts another one when it has ended, so that the newest image always comes last.
+    void slot_ChangeCurrentImage();
+
+    // clang-format off
+    void slot_ChangeRotateX(double dblAngle);
+    void slot_ChangeRotateY(double dblAngle);
+    void slot_ChangeRotateZ(double dblAngle);
+    void slot_TranslateX(double dblTrans);
+    void slot_TranslateY(double dblTrans);
+    void slot_TranslateZ(double dblTrans);
+    void slot_ScaleX(double dblValue);
+    void slot_ScaleY(double dblValue);
+    void slot_ScaleZ(double dblValue);
+    void slot_ChangeCameraPositionX(double dblValue);
+    void slot_ChangeCameraPositionY(double dblValue);
+    void slot_ChangeCameraPositionZ(double dblValue);
+    void slot_ChangeCameraCenterX(double dblValue);
+    void slot_ChangeCameraCenterY(double dblValue);
+    void slot_ChangeCameraCenterZ(double dblValue);
+    void slot_ChangeCameraUpX(double dblValue);
+    void slot_ChangeCameraUpY(double dblValue);
+    void slot_ChangeCameraUpZ(double dblValue);
+    void slot_ChangeFOV(double dblValue);
+    void slot_ChangeNear(double dblValue);
+    void slot_ChangeFar(double dblValue);
+    // clang-format on
+
+private:
+    void ConnectPanel();
+    void SetParameter(int nParameter, double dblValue);
+    void StartBuild();
+    void BuildEnded();
+
+    QPointer<CImageView3DModel> m_pModel3D;
+    QPointer<CImageView2DModel> m_pModel2D;
+    QPointer<CImageView3D> m_pView;
+    QPointer<CToolBoxDockView> m_pToolBoxDockView;
+    QPointer<CPropertyDockView> m_pPropertyDockView;
+    QPointer<CStatusBarDockView> m_pStatusBarDockView;
+    QPointer<CImageView3DPropertyView> m_pPropertyView;
+    /// Released by the build as its last deed; shared, because that deed may outlast the controller.
+    std::shared_ptr<QSemaphore> m_pEnded;
+    bool m_bBuilding = false;
+    bool m_bBuildAgain = false;
+};

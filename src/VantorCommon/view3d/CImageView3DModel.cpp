@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/view3d/CImageView3DModel.h>
+
+#include <Vantor/CVObject.h>
+#include <Vantor/image/CImage.h>
+#include <VantorCommon/log/CLogger.h>
+
+#include <atomic>
+#include <climits>
+#include <cmath>
+#include <cstdint>
+#include <new>
+
+using Vantor::Algorithms::CImage;
+
+namespace
+{
+constexpr float kRed = 0.2126F;
+constexpr float kGreen = 0.7152F;
+constexpr float kBlue = 0.0722F;
+constexpr float kMaxByte = 255.0F;
+constexpr float kMaxHeight = 0.1F; // of a mesh that is 1 x 1
+constexpr int kPositionFloats = 3;
+constexpr int kVertexFloats = 6;
+constexpr int kSquareIndices = 6;
+
+constexpr int kProgressBegin = 0;
+constexpr int kProgressCopied = 10;
+constexpr int kProgressVertices = 30;
+constexpr int kProgressDone = 100;
+
+constexpr std::size_t kDefaultLimit = std::size_t(2) << 30;
+std::atomic<std::size_t> s_nLimit{kDefaultLimit};
+
+/// In the order of the enumeration.
+constexpr std::array<float, EImageView3DParameter_Count> kDefaults = {
+    -73.0F, 0.0F, 19.0F, // rotate
+    0.0F,   0.0F, 0.0F,  // translate
+    1.0F,   1.0F, 1.0F,  // scale
+    0.0F,   0.0F, 5.0F,  // camera position
+    0.5F,   0.5F, 0.0F,  // camera centre: the middle of the mesh
+    0.0F,   1.0F, 0.0F,  // camera up
+    22.0F,  0.1F, 100.0F // field of view, near, far
+};
+
+std::uint64_t IndexCount(const CImage& image)
+{
+    return std::uint64_t(image.GetWidth() - 1) * std::uint64_t(image.GetHeight() - 1) * kSquareIndices;
+}
+
+/// Sizes are read as int and indices have 32 bits, whatever the limit.
+bool IsWithinLimit(const CImage& image)
+{
+    const std::uint64_t nFloats =
+        std::uint64_t(image.GetWidth()) * std::uint64_t(image.GetHeight()) * kVertexFloats;
+    const std::uint64_t nIndices = IndexCount(image);
+    return nFloats <= INT_MAX && nIndices <= INT_MAX &&
+           nFloats * sizeof(float) + nIndices * sizeof(unsigned int) <= s_nLimit.load();
+}
+
+float* AppendColour(float* pOut, const unsigned char* pPixel, int nChannel)
+{
+    if (nChannel == 2)
+        return pOut; // see LoadImage
+    for (int i = 0; i < 3; ++i)
+        *pOut++ = static_cast<float>(pPixel[nChannel == 1 ? 0 : i]) / kMaxByte;
+    return pOut;
+}
+
+std::vector<float> BuildVertices(const CImage& image)
+{
+    const int w = image.GetWidth();
+    const int h = image.GetHeight();
+    const int c = image.GetChannel();
+    const std::size_t* pOffsets = image.GetColumnOffsets();
+    const std::size_t nVertexFloats = c == 2 ? kPositionFloats : kVertexFloats;
+    std::vector<float> vctVertices(std::size_t(w) * std::size_t(h) * nVertexFloats);
+    float* pOut = vctVertices.data();
+    for (int r = 0; r < h; ++r) {
+        const unsigned char* pRow = image.GetRows()[r];
+        const float fY = static_cast<float>(h - 1 - r) / static_cast<float>(h);
+        for (int x = 0; x < w; ++x) {
+            const unsigned char* pPixel = pRow + pOffsets[x];
+            *pOut++ = static_cast<float>(x) / static_cast<float>(w);
+            *pOut++ = fY;
+            *pOut++ = __InternalGetGrayValue(pPixel, c) * kMaxHeight / kMaxByte;
+            pOut = AppendColour(pOut, pPixel, c);
+        }
+    }
+    return vctVertices;
+}
+
+std::vector<unsigned int> BuildIndices(const CImage& image)
+{
+    const unsigned int w = static_cast<unsigned int>(image.GetWidth());
+    const unsigned int h = static_cast<unsigned int>(image.GetHeight());
+    std::vector<unsigned int> vctIndices(IndexCount(image));
+    unsigned int* pOut = vctIndices.data();
+    for (unsigned int j = 0; j + 1 < h; ++j)
+        for (unsigned int x = 0; x + 1 < w; ++x) {
+            const unsigned int a = j * w + x;
+            const unsigned int b = a + w;
+            for (const unsigned int n : {b, a + 1, a, b, b + 1, a + 1})
+                *pOut++ = n;
+        }
+    return vctIndices;
+}
+} // namespace
+
+float __InternalGetGrayValue(const unsigned char* pPixel, int nChannel)
+{
+    if (!pPixel)
+        return 0.0F;
+    if (nChannel == 1)
+        return pPixel[0];
+    if (nChannel == 3 || nChannel == 4)
+        return kRed * pPixel[0] + kGreen * pPixel[1] + kBlue * pPixel[2];
+    return 0.0F;
+}
+
+CImageView3DModel::CImageView3DModel() : m_arrParameters(kDefaults)
+{
+}
+
+CImageView3DModel::~CImageView3DModel() = default;
+
+void CImageView3DModel::SetParameter(EImageView3DParameter eParameter, float fValue)
+{
+    float& fStored = m_arrParameters[eParameter];
+    if (!std::isfinite(fValue) || Vantor::CVObject::CompareEqual(fValue, fStored))
+        return;
+    fStored = fValue;
+    Q_EMIT signal_ChangeTransformMatrix();
+}
+
+void CImageView3DModel::LoadImage(std::shared_ptr<CImage> pImage)
+{
+    const QMutexLocker lock(&m_mutex);
+    if (!pImage)
+        return;
+    Q_EMIT signal_ChangeProgressValue(kProgressBegin);
+    if (!pImage->GetData())
+        return;
+    if (!IsWithinLimit(*pImage)) {
+        CLogger::Write(WARNING, "The image of %d x %d pixels is too large for the 3D view",
+                       pImage->GetWidth(), pImage->GetHeight());
+        std::vector<float> vctNoVertices;
+        std::vector<unsigned int> vctNoIndices;
+        HandOver(vctNoVertices, vctNoIndices);
+        Q_EMIT signal_LoadFinished();
+        return;
+    }
+    CImage copy;
+    if (copy.CopyFrom(pImage.get()) != 0)
+        return;
+    try {
+        Build(copy);
+    } catch (const std::bad_alloc&) {
+        CLogger::Write(WARNING, "Not enough memory for the 3D view of %d x %d pixels", copy.GetWidth(),
+                       copy.GetHeight());
+    }
+}
+
+void CImageView3DModel::Build(const CImage& image)
+{
+    Q_EMIT signal_ChangeProgressValue(kProgressCopied);
+    std::vector<float> vctVertices = BuildVertices(image);
+    Q_EMIT signal_ChangeProgressValue(kProgressVertices);
+    std::vector<unsigned int> vctIndices = BuildIndices(image);
+    HandOver(vctVertices, vctIndices);
+    Q_EMIT signal_ChangeProgressValue(kProgressDone);
+    Q_EMIT signal_ChangeProgressValue(kProgressBegin);
+    Q_EMIT signal_LoadFinished();
+}
+
+void CImageView3DModel::HandOver(std::vector<float>& vctVertices, std::vector<unsigned int>& vctIndices)
+{
+    const std::lock_guard lock(m_handOverMutex);
+    m_vctVertices.swap(vctVertices);
+    m_vctIndices.swap(vctIndices);
+    m_bFresh = true;
+}
+
+bool CImageView3DModel::TakeBuffers(std::vector<float>& vctVertices, std::vector<unsigned int>& vctIndices)
+{
+    std::vector<float> vctNewVertices;
+    std::vector<unsigned int> vctNewIndices;
+    {
+        const std::lock_guard lock(m_handOverMutex);
+        if (!m_bFresh)
+            return false;
+        vctNewVertices.swap(m_vctVertices);
+        vctNewIndices.swap(m_vctIndices);
+        m_bFresh = false;
+    }
+    vctVertices = std::move(vctNewVertices);
+    vctIndices = std::move(vctNewIndices);
+    return true;
+}
+
+void CImageView3DModel::ClearBufferData()
+{
+    const std::lock_guard lock(m_handOverMutex);
+    m_vctVertices.clear();
+    m_vctIndices.clear();
+    m_bFresh = false;
+}
+
+void CImageView3DModel::SetBufferLimit(std::size_t nBytes)
+{
+    s_nLimit = nBytes;
+}
+
+std::size_t CImageView3DModel::GetBufferLimit()
+{
+    return s_nLimit;
+}

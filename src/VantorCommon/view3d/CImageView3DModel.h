@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+#include <VantorCommon/shell/mvc/CBaseModel.h>
+
+#include <QMutex>
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace Vantor::Algorithms
+{
+class CImage;
+}
+
+/// The parameters of the 3D view: angles in degrees, lengths in units of the mesh (the image is 1 x 1).
+enum EImageView3DParameter : int {
+    EImageView3DParameter_RotateX,
+    EImageView3DParameter_RotateY,
+    EImageView3DParameter_RotateZ,
+    EImageView3DParameter_TranslateX,
+    EImageView3DParameter_TranslateY,
+    EImageView3DParameter_TranslateZ,
+    EImageView3DParameter_ScaleX,
+    EImageView3DParameter_ScaleY,
+    EImageView3DParameter_ScaleZ,
+    EImageView3DParameter_CameraPositionX,
+    EImageView3DParameter_CameraPositionY,
+    EImageView3DParameter_CameraPositionZ,
+    EImageView3DParameter_CameraCenterX,
+    EImageView3DParameter_CameraCenterY,
+    EImageView3DParameter_CameraCenterZ,
+    EImageView3DParameter_CameraUpX,
+    EImageView3DParameter_CameraUpY,
+    EImageView3DParameter_CameraUpZ,
+    EImageView3DParameter_FOV,
+    EImageView3DParameter_Near,
+    EImageView3DParameter_Far,
+    EImageView3DParameter_Count
+};
+
+/// The height of a pixel: its grey value, 0 to 255. Bytes 0, 1, 2 of 3 or 4 channels count as red, green,
+/// blue and are weighted as in ITU-R BT.709. 0 for a null address and for other channel counts than 1, 3, 4.
+VANTORCOMMON_EXPORT float __InternalGetGrayValue(const unsigned char* pPixel, int nChannel);
+
+/// An image as a coloured height field (a triangle mesh over its pixel grid) and the parameters under which
+/// it is looked at.
+///
+/// The parameters belong to the GUI thread. LoadImage may run on any thread: it builds in buffers of its own
+/// and hands them over when they are whole, so that the GUI thread never waits for a build.
+class VANTORCOMMON_EXPORT CImageView3DModel : public CBaseModel
+{
+    Q_OBJECT
+
+public:
+    CImageView3DModel();
+    ~CImageView3DModel() override;
+
+    /// Stores a value and emits signal_ChangeTransformMatrix when it differs from the stored one (within the
+    /// core's tolerance for floats). A value that is not finite is refused.
+    void SetParameter(EImageView3DParameter eParameter, float fValue);
+    float GetParameter(EImageView3DParameter eParameter) const { return m_arrParameters[eParameter]; }
+
+    // clang-format off
+    void SetRotateX(float fValue) { SetParameter(EImageView3DParameter_RotateX, fValue); }
+    void SetRotateY(float fValue) { SetParameter(EImageView3DParameter_RotateY, fValue); }
+    void SetRotateZ(float fValue) { SetParameter(EImageView3DParameter_RotateZ, fValue); }
+    void SetTranslateX(float fValue) { SetParameter(EImageView3DParameter_TranslateX, fValue); }
+    void SetTranslateY(float fValue) { SetParameter(EImageView3DParameter_TranslateY, fValue); }
+    void SetTranslateZ(float fValue) { SetParameter(EImageView3DParameter_TranslateZ, fValue); }
+    void SetScaleX(float fValue) { SetParameter(EImageView3DParameter_ScaleX, fValue); }
+    void SetScaleY(float fValue) { SetParameter(EImageView3DParameter_ScaleY, fValue); }
+    void SetScaleZ(float fValue) { SetParameter(EImageView3DParameter_ScaleZ, fValue); }
+    void SetCameraPositionX(float fValue) { SetParameter(EImageView3DParameter_CameraPositionX, fValue); }
+    void SetCameraPositionY(float fValue) { SetParameter(EImageView3DParameter_CameraPositionY, fValue); }
+    void SetCameraPositionZ(float fValue) { SetParameter(EImageView3DParameter_CameraPositionZ, fValue); }
+    void SetCameraCenterX(float fValue) { SetParameter(EImageView3DParameter_CameraCenterX, fValue); }
+    void SetCameraCenterY(float fValue) { SetParameter(EImageView3DParameter_CameraCenterY, fValue); }
+    void SetCameraCenterZ(float fValue) { SetParameter(EImageView3DParameter_CameraCenterZ, fValue); }
+    void SetCameraUpX(float fValue) { SetParameter(EImageView3DParameter_CameraUpX, fValue); }
+    void SetCameraUpY(float fValue) { SetParameter(EImageView3DParameter_CameraUpY, fValue); }
+    void SetCameraUpZ(float fValue) { SetParameter(EImageView3DParameter_CameraUpZ, fValue); }
+    void SetFOV(float fValue) { SetParameter(EImageView3DParameter_FOV, fValue); }
+    void SetNear(float fValue) { SetParameter(EImageView3DParameter_Near, fValue); }
+    void SetFar(float fValue) { SetParameter(EImageView3DParameter_Far, fValue); }
+
+    float GetRotateX() const { return GetParameter(EImageView3DParameter_RotateX); }
+    float GetRotateY() const { return GetParameter(EImageView3DParameter_RotateY); }
+    float GetRotateZ() const { return GetParameter(EImageView3DParameter_RotateZ); }
+    float GetTranslateX() const { return GetParameter(EImageView3DParameter_TranslateX); }
+    float GetTranslateY() const { return GetParameter(EImageView3DParameter_TranslateY); }
+    float GetTranslateZ() const { return GetParameter(EImageView3DParameter_TranslateZ); }
+    float GetScaleX() const { return GetParameter(EImageView3DParameter_ScaleX); }
+    float GetScaleY() const { return GetParameter(EImageView3DParameter_ScaleY); }
+    float GetScaleZ() const { return GetParameter(EImageView3DParameter_ScaleZ); }
+    float GetCameraPositionX() const { return GetParameter(EImageView3DParameter_CameraPositionX); }
+    float GetCameraPositionY() const { return GetParameter(EImageView3DParameter_CameraPositionY); }
+    float GetCameraPositionZ() const { return GetParameter(EImageView3DParameter_CameraPositionZ); }
+    float GetCameraCenterX() const { return GetParameter(EImageView3DParameter_CameraCenterX); }
+    float GetCameraCenterY() const { return GetParameter(EImageView3DParameter_CameraCenterY); }
+    float GetCameraCenterZ() const { return GetParameter(EImageView3DParameter_CameraCenterZ); }
+    float GetCameraUpX() const { return GetParameter(EImageView3DParameter_CameraUpX); }
+    float GetCameraUpY() const { return GetParameter(EImageView3DParameter_CameraUpY); }
+    float GetCameraUpZ() const { return GetParameter(EImageView3DParameter_CameraUpZ); }
+    float GetFOV() const { return GetParameter(EImageView3DParameter_FOV); }
+    float GetNear() const { return GetParameter(EImageView3DParameter_Near); }
+    float GetFar() const { return GetParameter(EImageView3DParameter_Far); }
+    // clang-format on
+
+    /// Builds the mesh of an image: per pixel, rows from the top, position (x / w, (h - 1 - row) / h,
+    /// grey x 0.1 / 255) and colour (0 to 1), then two triangles per square of four pixels. Builds run one
+    /// after another.
+    ///
+    /// Emits progress 0, 10, 30, 100, 0, then signal_LoadFinished. No image: nothing. An empty image or a
+    /// lack of memory: progress 0 only, and the mesh before stays. An image over the limit of SetBufferLimit:
+    /// progress 0, one log line, and an empty mesh.
+    /// Deliberate: a pixel of two channels has no colour, so its vertex has three floats instead of six.
+    void LoadImage(std::shared_ptr<Vantor::Algorithms::CImage> pImage);
+
+    /// The mesh that was handed over last, until somebody takes it. The getters do not lock: they are for the
+    /// thread that takes the mesh, while no build runs. Sizes count floats and indices.
+    const float* GetVerticesBuffer() const { return m_vctVertices.data(); }
+    int GetVerticesSize() const { return static_cast<int>(m_vctVertices.size()); }
+    const unsigned int* GetIndicesBuffer() const { return m_vctIndices.data(); }
+    int GetIndicesSize() const { return static_cast<int>(m_vctIndices.size()); }
+
+    /// Moves the newest mesh out, on any thread; the sizes are 0 afterwards. False, and nothing changes, when
+    /// it has been taken or cleared already.
+    bool TakeBuffers(std::vector<float>& vctVertices, std::vector<unsigned int>& vctIndices);
+    /// Empties both buffers, keeping their capacity.
+    void ClearBufferData();
+
+    /// The most bytes that both buffers of a mesh may take, for the whole process; 2 GiB at the start.
+    static void SetBufferLimit(std::size_t nBytes);
+    static std::size_t GetBufferLimit();
+
+Q_SIGNALS:
+    /// Never emitted: the progress runs to 100.
+    void signal_ChangeProgressMaxRange(int nMaxRange);
+    void signal_ChangeProgressValue(int nValue);
+    void signal_LoadFinished();
+    void signal_ChangeTransformMatrix();
+
+private:
+    void Build(const Vantor::Algorithms::CImage& image);
+    void HandOver(std::vector<float>& vctVertices, std::vector<unsigned int>& vctIndices);
+
+    [[maybe_unused]] int m_nReserved = 1; ///< a reserved field, read by nobody
+    std::vector<float> m_vctVertices;
+    std::vector<unsigned int> m_vctIndices;
+    std::array<float, EImageView3DParameter_Count> m_arrParameters;
+    QMutex m_mutex; ///< held for a whole build
+    /// Guards the two buffers and the flag while they change hands, and is held for nothing else.
+    std::mutex m_handOverMutex;
+    bool m_bFresh = false; ///< the buffers hold a mesh that nobody has taken
+};

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+#include <QPointer>
+#include <QWidget>
+#include <vector>
+
+class CImageView3DModel;
+class QDoubleSpinBox;
+
+/// The panel with the parameters of a 3D model: a spin box for each, in the groups "Model", "View" and
+/// "Perspective". An edit is only announced; somebody else changes the model, whose signal refreshes the
+/// panel. The model is not owned. GUI thread only.
+class VANTORCOMMON_EXPORT CImageView3DPropertyView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    CImageView3DPropertyView(CImageView3DModel* pModel, QWidget* pParent);
+    ~CImageView3DPropertyView() override;
+
+    /// Sets every box to the model's value. The boxes stay loud: a value outside a box's range comes back as
+    /// the clamped one, if the box did not show that already. The text of a box that has the model's value is
+    /// left alone, or a number could not be typed digit by digit.
+    void UpdateValue();
+
+public Q_SLOTS:
+    void slot_ChangeTransformMatrix();
+
+Q_SIGNALS:
+    void signal_ChangeRotateX(double dblAngle);
+    void signal_ChangeRotateY(double dblAngle);
+    void signal_ChangeRotateZ(double dblAngle);
+    void signal_TranslateX(double dblTrans);
+    void signal_TranslateY(double dblTrans);
+    void signal_TranslateZ(double dblTrans);
+    void signal_ScaleX(double dblValue);
+    void signal_ScaleY(double dblValue);
+    void signal_ScaleZ(double dblValue);
+    void signal_ChangeCameraPositionX(double dblValue);
+    void signal_ChangeCameraPositionY(double dblValue);
+    void signal_ChangeCameraPositionZ(double dblValue);
+    void signal_ChangeCameraCenterX(double dblValue);
+    void signal_ChangeCameraCenterY(double dblValue);
+    void signal_ChangeCameraCenterZ(double dblValue);
+    void signal_ChangeCameraUpX(double dblValue);
+    void signal_ChangeCameraUpY(double dblValue);
+    void signal_ChangeCameraUpZ(double dblValue);
+    void signal_ChangeFOV(double dblValue);
+    void signal_ChangeNear(double dblValue);
+    void signal_ChangeFar(double dblValue);
+
+private:
+    QPointer<CImageView3DModel> m_pModel;
+    std::vector<QDoubleSpinBox*> m_vctBoxes; ///< in the order of EImageView3DParameter
+};

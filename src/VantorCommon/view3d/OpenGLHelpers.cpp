@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/view3d/OpenGLHelpers_p.h>
+
+#include <VantorCommon/log/CLogger.h>
+
+#include <QLabel>
+#include <QVBoxLayout>
+#include <climits>
+
+namespace
+{
+constexpr int kMajor = 3;
+constexpr int kMinor = 3;
+constexpr int kDepthBits = 24;
+} // namespace
+
+QSurfaceFormat OpenGLFormat()
+{
+    QSurfaceFormat format;
+    format.setRenderableType(QSurfaceFormat::OpenGL);
+    format.setVersion(kMajor, kMinor);
+    format.setProfile(QSurfaceFormat::CoreProfile);
+    format.setDepthBufferSize(kDepthBits);
+    format.setOption(QSurfaceFormat::DebugContext);
+    return format;
+}
+
+bool HasUsableContext(const QOpenGLWidget& widget)
+{
+    return widget.isValid() && widget.context()->format().version() >= qMakePair(kMajor, kMinor) &&
+           !widget.context()->isOpenGLES();
+}
+
+void ShowNotSupported(QOpenGLWidget& widget)
+{
+    if (widget.layout())
+        return;
+    CLogger::Write(WARNING, "OpenGL %d.%d is not available", kMajor, kMinor);
+    auto* pLayout = new QVBoxLayout(&widget);
+    pLayout->addWidget(new QLabel(QStringLiteral("System doesnot support OpenGL"), &widget));
+}
+
+bool FillBuffer(QOpenGLBuffer& buffer, const void* pData, std::size_t nBytes)
+{
+    if (nBytes > INT_MAX || !buffer.create() || !buffer.bind())
+        return false;
+    buffer.setUsagePattern(QOpenGLBuffer::StaticDraw);
+    buffer.allocate(pData, static_cast<int>(nBytes));
+    return true;
+}

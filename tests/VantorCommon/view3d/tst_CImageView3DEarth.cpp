@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include "tests/support/TestMain.h"
+
+#include <VantorCommon/view3d/CImageView3DEarth.h>
+
+#include <QApplication>
+#include <QImage>
+#include <QMatrix4x4>
+#include <QMouseEvent>
+#include <QTimer>
+#include <QtMath>
+#include <cmath>
+
+namespace
+{
+constexpr int kSide = 360;
+
+void Send(QWidget& view, QEvent::Type eType, const QPointF& pos)
+{
+    QMouseEvent event(eType, pos, view.mapToGlobal(pos.toPoint()), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(&view, &event);
+}
+
+void Drag(QWidget& view, int dx, int dy)
+{
+    const QPointF from(100, 100);
+    Send(view, QEvent::MouseButtonPress, from);
+    Send(view, QEvent::MouseMove, from + QPointF(dx, dy));
+    Send(view, QEvent::MouseButtonRelease, from + QPointF(dx, dy));
+}
+
+bool Show(CImageView3DEarth& view)
+{
+    view.resize(kSide, kSide);
+    view.show();
+    return QTest::qWaitForWindowExposed(&view) && QTest::qWaitFor([&] { return view.isValid(); });
+}
+
+/// Where a place on the globe lies in space, degrees.
+QVector3D PointAt(double dblLongitude, double dblLatitude)
+{
+    const double lon = qDegreesToRadians(dblLongitude);
+    const double lat = qDegreesToRadians(dblLatitude);
+    return QVector3D(float(std::cos(lat) * std::cos(lon)), float(std::cos(lat) * std::sin(lon)),
+                     float(std::sin(lat)));
+}
+
+/// The colour of a place in the texture.
+QColor TextureAt(const QImage& texture, double dblLongitude, double dblLatitude)
+{
+    return texture.pixelColor(int((dblLongitude + 180) / 360 * texture.width()),
+                              int((90 - dblLatitude) / 180 * texture.height()));
+}
+
+bool IsLand(const QColor& colour)
+{
+    return colour.blue() <= std::max(colour.red(), colour.green()) + 8;
+}
+} // namespace
+
+class tst_CImageView3DEarth : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theSphereHasItsVerticesAndIndices()
+    {
+        std::vector<_SVertex> vertices;
+        std::vector<unsigned int> indices;
+        __InternalCreateEarth(vertices, indices, 1.0F, 360, 180);
+        QCOMPARE(vertices.size(), std::size_t(65341));
+        QCOMPARE(indices.size(), std::size_t(386640));
+        for (const unsigned int n : indices)
+            QVERIFY(n < vertices.size());
+    }
+
+    void everyVertexLiesOnTheSphereWithItsNormalAndTextureCoordinate()
+    {
+        constexpr unsigned int kSectors = 8;
+        constexpr unsigned int kStacks = 4;
+        std::vector<_SVertex> vertices;
+        std::vector<unsigned int> indices;
+        __InternalCreateEarth(vertices, indices, 2.0F, kSectors, kStacks);
+        QCOMPARE(vertices.size(), std::size_t((kSectors + 1) * (kStacks + 1)));
+        for (unsigned int i = 0; i <= kStacks; ++i)
+            for (unsigned int j = 0; j <= kSectors; ++j) {
+                const _SVertex& v = vertices[i * (kSectors + 1) + j];
+                const QVector3D expected = PointAt(j * 45.0 - 180, 90 - i * 45.0);
+                QVERIFY((QVector3D(v.nx, v.ny, v.nz) - expected).length() < 1e-6F);
+                QVERIFY((QVector3D(v.x, v.y, v.z) - 2 * expected).length() < 1e-6F);
+                QCOMPARE(v.s, float(j) / kSectors);
+                QCOMPARE(v.t, float(i) / kStacks);
+            }
+    }
+
+    void thePolesGetOneTrianglePerSector()
+    {
+        std::vector<_SVertex> vertices;
+        std::vector<unsigned int> indices;
+        __InternalCreateEarth(vertices, indices, 1.0F, 3, 3);
+        QCOMPARE(indices.size(), std::size_t(3 * (2 * 3 - 2) * 3));
+        QCOMPARE(std::vector<unsigned int>(indices.begin(), indices.begin() + 9),
+                 (std::vector<unsigned int>{1, 4, 5, 2, 5, 6, 3, 6, 7}));
+        QCOMPARE(std::vector<unsigned int>(indices.begin() + 9, indices.begin() + 15),
+                 (std::vector<unsigned int>{4, 8, 5, 5, 8, 9}));
+        QCOMPARE(std::vector<unsigned int>(indices.end() - 3, indices.end()),
+                 (std::vector<unsigned int>{10, 14, 11}));
+    }
+
+    void noSectorsOrNoStacksGiveNothing()
+    {
+        std::vector<_SVertex> vertices(1);
+        std::vector<unsigned int> indices(1);
+        __InternalCreateEarth(vertices, indices, 1.0F, 0, 5);
+        QVERIFY(vertices.empty() && indices.empty());
+        __InternalCreateEarth(vertices, indices, 1.0F, 5, 0);
+        QVERIFY(vertices.empty() && indices.empty());
+    }
+
+    void theCameraStartsAt003LookingAlongMinusZ()
+    {
+        const CImageView3DEarth view;
+        QCOMPARE(view.GetCameraPosition(), QVector3D(0, 0, 3));
+        QCOMPARE(view.GetCameraFront(), QVector3D(0, 0, -1));
+        QCOMPARE(view.GetCameraUp(), QVector3D(0, 1, 0));
+        QCOMPARE(view.GetYaw(), -90.0F);
+        QCOMPARE(view.GetPitch(), 0.0F);
+        QCOMPARE(view.GetFOV(), 45.0F);
+    }
+
+    void draggingLooksAround()
+    {
+        CImageView3DEarth view;
+        Drag(view, 50, 0);
+        QCOMPARE(view.GetYaw(), -95.0F);
+        Drag(view, 0, 30);
+        QCOMPARE(view.GetPitch(), 3.0F);
+        const double yaw = qDegreesToRadians(-95.0);
+        const double pitch = qDegreesToRadians(3.0);
+        const QVector3D front(float(std::cos(yaw) * std::cos(pitch)), float(std::sin(pitch)),
+                              float(std::sin(yaw) * std::cos(pitch)));
+        QVERIFY((view.GetCameraFront() - front).length() < 1e-5F);
+        Send(view, QEvent::MouseMove, QPointF(0, 0)); // released: no more
+        QCOMPARE(view.GetYaw(), -95.0F);
+    }
+
+    void pitchNeverPasses89HoweverFarTheMouseIsDragged()
+    {
+        CImageView3DEarth view;
+        Drag(view, 0, 5000);
+        QCOMPARE(view.GetPitch(), 89.0F);
+        Drag(view, 0, -50000);
+        QCOMPARE(view.GetPitch(), -89.0F);
+    }
+
+    void theWheelChangesTheFieldOfView()
+    {
+        CImageView3DEarth view;
+        QWheelEvent wheel(QPointF(9, 9), QPointF(9, 9), QPoint(), QPoint(0, 120), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&view, &wheel);
+        QCOMPARE(view.GetFOV(), 43.8F);
+    }
+
+    void itRepaintsSteadilyWhileVisibleOnly()
+    {
+        CImageView3DEarth view;
+        auto* pTimer = view.findChild<QTimer*>();
+        QCOMPARE(pTimer->interval(), 16);
+        QVERIFY(!pTimer->isActive());
+        QVERIFY(Show(view));
+        QVERIFY(pTimer->isActive());
+        view.hide();
+        QVERIFY(!pTimer->isActive());
+    }
+
+    void theTextureShowsTheContinentsWhereTheyBelong()
+    {
+        const QImage texture(QStringLiteral(":/OpenGL/8081_earthmap4k.jpg"));
+        QCOMPARE(texture.size(), QSize(4096, 2048));
+        const std::pair<double, double> land[] = {{10, 50},  {20, 5},    {20, 22}, {-100, 40}, {-55, -10},
+                                                  {100, 60}, {135, -25}, {78, 22}, {-42, 72},  {20, -80}};
+        for (const auto& [lon, lat] : land)
+            QVERIFY2(IsLand(TextureAt(texture, lon, lat)),
+                     qPrintable(QStringLiteral("%1 %2").arg(lon).arg(lat)));
+        const std::pair<double, double> sea[] = {{-30, 30}, {-30, -20},  {-140, 0}, {75, -20}, {-160, 35},
+                                                 {170, 20}, {-120, -40}, {0, 0},    {5, 60}};
+        for (const auto& [lon, lat] : sea)
+            QVERIFY2(!IsLand(TextureAt(texture, lon, lat)),
+                     qPrintable(QStringLiteral("%1 %2").arg(lon).arg(lat)));
+        const QColor pole = TextureAt(texture, 40, -85);
+        QVERIFY(pole.red() > 180 && pole.blue() > 180); // ice
+    }
+
+    /// The camera stays above the north pole; what it sees is turned by the yaw alone.
+    void theGlobeShowsThePictureSeenFromAboveTheNorthPole()
+    {
+        CImageView3DEarth view;
+        QVERIFY(Show(view));
+        const QImage picture = view.grabFramebuffer();
+        const QImage texture(QStringLiteral(":/OpenGL/8081_earthmap4k.jpg"));
+        QCOMPARE(picture.pixelColor(3, 3), QColor(0, 0, 0));
+        QMatrix4x4 matrix;
+        matrix.perspective(45, 1, 0.1F, 100);
+        matrix.lookAt(QVector3D(0, 0, 3), QVector3D(0, 0, 2), QVector3D(0, 1, 0));
+        int nCompared = 0;
+        for (int lon = -175; lon < 180; lon += 10)
+            for (const int lat : {45, 55, 65, 75, 85}) {
+                const QVector3D clip = matrix.map(PointAt(lon, lat));
+                const QColor seen =
+                    picture.pixelColor(int((clip.x() + 1) / 2 * kSide), int((1 - clip.y()) / 2 * kSide));
+                // The globe is much smaller than the texture: compare with the mean around the place.
+                const int nX = int((lon + 180) / 360.0 * texture.width());
+                const int nY = int((90 - lat) / 180.0 * texture.height());
+                const QImage around = texture.copy(nX - 20, nY - 10, 40, 20);
+                const QColor mean =
+                    around.scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixelColor(0, 0);
+                if (std::abs(seen.red() - mean.red()) < 45 && std::abs(seen.green() - mean.green()) < 45 &&
+                    std::abs(seen.blue() - mean.blue()) < 45)
+                    ++nCompared;
+            }
+        QVERIFY2(nCompared > 36 * 5 * 9 / 10, qPrintable(QString::number(nCompared)));
+    }
+
+    void movingIntoAnotherWindowAndBackKeepsThePicture()
+    {
+        QWidget first;
+        QWidget second;
+        for (QWidget* pWindow : {&first, &second}) {
+            pWindow->resize(kSide, kSide);
+            pWindow->show();
+            QVERIFY(QTest::qWaitForWindowExposed(pWindow));
+        }
+        auto* pView = new CImageView3DEarth(&first);
+        pView->resize(kSide, kSide);
+        pView->show();
+        const QImage before = pView->grabFramebuffer();
+        pView->setParent(&second);
+        pView->show();
+        QCOMPARE(pView->grabFramebuffer(), before);
+        pView->hide();
+        pView->setParent(&first);
+        pView->show();
+        QCOMPARE(pView->grabFramebuffer(), before);
+        QVERIFY(before.pixelColor(kSide / 2, kSide / 2) != QColor(0, 0, 0));
+    }
+};
+
+VANTOR_TEST_MAIN(tst_CImageView3DEarth)
+#include "tst_CImageView3DEarth.moc"
