@@ -7,7 +7,6 @@
 #include <Vantor/geometry/GeometryMath_p.h>
 
 #include <algorithm>
-#include <tuple>
 
 namespace Vantor::Geometry
 {
@@ -27,22 +26,6 @@ bool IsEmpty(const CGeometry& geometry)
         return true;
     }
     return false;
-}
-
-/// Sorts by row and column, and joins runs that overlap or touch.
-std::vector<SPixelRun> Union(std::vector<SPixelRun> runs)
-{
-    std::sort(runs.begin(), runs.end(), [](const SPixelRun& a, const SPixelRun& b) {
-        return std::tie(a.nRow, a.nBegin) < std::tie(b.nRow, b.nBegin);
-    });
-    std::vector<SPixelRun> vctJoined;
-    for (const SPixelRun& run : runs) {
-        if (!vctJoined.empty() && vctJoined.back().nRow == run.nRow && run.nBegin <= vctJoined.back().nEnd)
-            vctJoined.back().nEnd = std::max(vctJoined.back().nEnd, run.nEnd);
-        else
-            vctJoined.push_back(run);
-    }
-    return vctJoined;
 }
 } // namespace
 
@@ -123,7 +106,7 @@ std::vector<SPixelRun> CGeometryArray::GetPixelRuns(int width, int height) const
         const std::vector<SPixelRun> vctMember = member->GetPixelRuns(width, height);
         vctRuns.insert(vctRuns.end(), vctMember.begin(), vctMember.end());
     }
-    return Union(std::move(vctRuns));
+    return UnionOf(std::move(vctRuns));
 }
 
 std::shared_ptr<CGeometry> CGeometryArray::Clone() const

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 namespace Vantor::Geometry
 {
@@ -53,6 +54,21 @@ double AbscissaAt(const CPoint<double>& a, const CPoint<double>& b, double y)
 bool IsFinite(const CPoint<double>& point)
 {
     return std::isfinite(point.x()) && std::isfinite(point.y());
+}
+
+std::vector<SPixelRun> UnionOf(std::vector<SPixelRun> runs)
+{
+    std::sort(runs.begin(), runs.end(), [](const SPixelRun& a, const SPixelRun& b) {
+        return std::tie(a.nRow, a.nBegin) < std::tie(b.nRow, b.nBegin);
+    });
+    std::vector<SPixelRun> vctJoined;
+    for (const SPixelRun& run : runs) {
+        if (!vctJoined.empty() && vctJoined.back().nRow == run.nRow && run.nBegin <= vctJoined.back().nEnd)
+            vctJoined.back().nEnd = std::max(vctJoined.back().nEnd, run.nEnd);
+        else
+            vctJoined.push_back(run);
+    }
+    return vctJoined;
 }
 
 void CBounds::Include(double x, double y)

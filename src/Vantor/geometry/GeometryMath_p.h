@@ -20,6 +20,9 @@ double AbscissaAt(const CPoint<double>& a, const CPoint<double>& b, double y);
 
 bool IsFinite(const CPoint<double>& point);
 
+/// Sorts by row and column, and joins runs that overlap or touch.
+std::vector<SPixelRun> UnionOf(std::vector<SPixelRun> runs);
+
 /// The smallest upright rectangle that grows around points and rectangles; NaN is passed over.
 class CBounds
 {

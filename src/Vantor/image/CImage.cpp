@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/CImage.h>
 
+#include <Vantor/FailureReason_p.h>
 #include <Vantor/image/PixelBuffer_p.h>
 
 #include <atomic>
@@ -73,7 +74,7 @@ bool CImage::SPixels::Allocate()
     return true;
 }
 
-CImage::CImage() : m_pPixels(std::make_unique<SPixels>())
+CImage::CImage() : m_pPixels(std::make_unique<SPixels>()), m_pFailure(std::make_unique<CFailureReason>())
 {
 }
 
@@ -128,22 +129,22 @@ int CImage::CreateLike(const CImage& model, int width, int height)
 int CImage::CopyFrom(const CImage* source)
 {
     if (!source)
-        return 1;
+        return m_pFailure->Note("There is no image to copy.");
     if (source == this)
-        return 0;
+        return m_pFailure->Note(nullptr);
     try {
         std::wstring strName = source->m_strName;
         std::wstring strFolder = source->m_strFolder;
         const SPixels& from = *source->m_pPixels;
         if (CreateLike(*source, from.nWidth, from.nHeight) != 0)
-            return 1;
+            return m_pFailure->Note("There is not enough memory for the copy.");
         if (from.pData)
             std::memcpy(m_pPixels->pData.get(), from.pData.get(), from.Bytes());
         m_strName.swap(strName);
         m_strFolder.swap(strFolder);
-        return 0;
+        return m_pFailure->Note(nullptr);
     } catch (const std::bad_alloc&) {
-        return 1;
+        return m_pFailure->Note("There is not enough memory for the copy.");
     }
 }
 
@@ -233,6 +234,11 @@ void CImage::SetFolder(const std::wstring& folder)
 const std::wstring& CImage::GetFolder() const
 {
     return m_strFolder;
+}
+
+std::string CImage::GetFailureReason() const
+{
+    return m_pFailure->GetText();
 }
 
 void CImage::SetDecodeLimit(std::size_t bytes)

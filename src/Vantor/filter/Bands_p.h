@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <Vantor/filter/Region_p.h>
+
+#include <system_error>
+#include <thread>
+
+namespace Vantor::Algorithms
+{
+
+/// The pixels that a filter works on: the image's rows and, in ascending order, the runs to write.
+struct SFilterJob {
+    unsigned char* const* pRows;
+    int nWidth;
+    int nHeight;
+    int nChannels;
+    const PixelRuns& runs;
+};
+
+/// Consecutive runs of whole rows, never none.
+struct SBand {
+    const Geometry::SPixelRun* pBegin;
+    const Geometry::SPixelRun* pEnd;
+
+    int FirstRow() const { return pBegin->nRow; }
+    int LastRow() const { return pEnd[-1].nRow; }
+};
+
+/// The columns from the leftmost to the rightmost pixel of some runs; empty is nBegin >= nEnd.
+struct SColumns {
+    int nBegin;
+    int nEnd;
+
+    void Include(const SColumns& other);
+};
+
+/// Cuts the runs into one band, or into two of about the same number of pixels when the region is so large
+/// that a second thread pays, and when the process may use a second processor.
+std::vector<SBand> MakeBands(const PixelRuns& runs);
+
+/// The columns of all runs of a band, which holds at least one.
+SColumns ColumnsOf(const SBand& band);
+
+/// Calls worker.Run() for one or two workers, the second on a thread of its own when one can be had.
+/// Run() must not throw.
+template <class Worker> void RunWorkers(std::vector<Worker>& workers)
+{
+    std::thread second;
+    if (workers.size() > 1) {
+        try {
+            second = std::thread([&workers] { workers[1].Run(); });
+        } catch (const std::system_error&) {
+            workers[1].Run();
+        }
+    }
+    if (!workers.empty())
+        workers[0].Run();
+    if (second.joinable())
+        second.join();
+}
+
+} // namespace Vantor::Algorithms
