@@ -87,6 +87,8 @@ QWidget* CImage2DProcessBaseDlg::CreateImageRow()
     QGridLayout* pTarget = AddChooserGroup(pRow, QStringLiteral("Target Image"));
     m_pTargetImage = AddChooser(pTarget, 0, QStringLiteral("Target Image"));
     m_pTargetROI = AddChooser(pTarget, 1, QStringLiteral("Target ROI"));
+    m_pTargetImage->setEnabled(false);
+    m_pTargetROI->setEnabled(false);
     return pWidget;
 }
 
@@ -117,12 +119,17 @@ QStandardItemModel* CImage2DProcessBaseDlg::AddParameterTree(const std::vector<S
                                                              QAbstractItemDelegate* pDelegate)
 {
     auto* pModel = new QStandardItemModel(this);
-    for (const SParameter& row : vctRows)
-        pModel->appendRow({new QStandardItem(row.strLabel), new QStandardItem(row.strValue)});
+    for (const SParameter& row : vctRows) {
+        auto* pValue = new QStandardItem(row.strValue);
+        pValue->setSizeHint(QSize(0, m_pSourceImage->sizeHint().height())); // room for an editor
+        pModel->appendRow({new QStandardItem(row.strLabel), pValue});
+    }
     auto* pTree = new QTreeView;
     pTree->setHeaderHidden(true);
+    pTree->setRootIsDecorated(false);
     pTree->setModel(pModel);
     pTree->setItemDelegateForColumn(1, pDelegate);
+    pTree->resizeColumnToContents(0);
     auto* pLayout = MakeLayout<QVBoxLayout>(m_pParameterGroup);
     pLayout->setSpacing(0);
     pLayout->addWidget(pTree);

@@ -78,7 +78,7 @@ private:
 
     QComboBox* m_pSourceImage = nullptr;
     QComboBox* m_pSourceROI = nullptr;
-    /// Deliberate: the target choosers are there, but nothing fills or reads them.
+    /// Deliberate: the target choosers are there, but nothing fills or reads them; so they are greyed.
     QComboBox* m_pTargetImage = nullptr;
     QComboBox* m_pTargetROI = nullptr;
     QLabel* m_pMessage = nullptr;

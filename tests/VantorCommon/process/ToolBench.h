@@ -42,22 +42,18 @@ public:
     /// Draws a rectangle in the viewer with the mouse and comes back to the dialog, where it is chosen.
     void DrawRegion()
     {
-        QVERIFY(ActivateMainWindow());
+        QVERIFY(Activate(fixture.window));
         fixture.DrawRectangle(0, {20, 30}, {90, 80});
         QCOMPARE(fixture.Counts()[0], 1);
         QVERIFY(parts.Show());
     }
-    bool ActivateMainWindow()
-    {
-        fixture.window.activateWindow();
-        return QTest::qWaitForWindowActive(&fixture.window);
-    }
     /// What a person does to take back a run: a click beside the shapes, and the keys.
     void PressUndo()
     {
-        QVERIFY(ActivateMainWindow());
+        QVERIFY(Activate(fixture.window));
         fixture.PressToolButton("Select");
         fixture.ClickAt(0, {190, 140});
+        QTRY_VERIFY(fixture.View(0)->hasFocus());
         fixture.Key(Qt::Key_Z, Qt::ControlModifier);
     }
     /// Puts an image into the viewer as a program does.

@@ -5,6 +5,7 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/process/CImage2DProcessBaseDlg.h>
 
+#include <QApplication>
 #include <QByteArray>
 #include <QComboBox>
 #include <QGroupBox>
@@ -17,6 +18,18 @@
 #include <QWindow>
 #include <QtTest/QtTest>
 #include <memory>
+
+/// Shows a window and waits until it has the focus itself: QTest::qWaitForWindowActive is content with a
+/// parent or a child that has it.
+inline bool Activate(QWidget& window)
+{
+    window.show();
+    window.activateWindow();
+    return QTest::qWaitFor([&] {
+        return QApplication::activeWindow() == &window &&
+               QGuiApplication::focusWindow() == window.windowHandle();
+    });
+}
 
 /// The widgets of a tool's dialog as a person finds them, and what a person does with them.
 class ToolParts
@@ -54,12 +67,7 @@ public:
     QStandardItemModel* Rows() const { return qobject_cast<QStandardItemModel*>(Tree()->model()); }
     QString Cell(int nRow, int nColumn) const { return Rows()->item(nRow, nColumn)->text(); }
 
-    bool Show()
-    {
-        m_dlg.show();
-        m_dlg.activateWindow();
-        return QTest::qWaitForWindowActive(&m_dlg);
-    }
+    bool Show() { return Activate(m_dlg); }
     void Click(QWidget* pWidget, const QPoint& pos)
     {
         QTest::mouseClick(Window(), Qt::LeftButton, Qt::NoModifier, pWidget->mapTo(&m_dlg, pos));

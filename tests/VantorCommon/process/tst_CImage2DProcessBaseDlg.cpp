@@ -246,14 +246,16 @@ private Q_SLOTS:
         QCOMPARE(ToolParts(dlg).Group("Message")->findChild<QLabel*>()->textFormat(), Qt::PlainText);
     }
 
-    void deliberateTheTargetChoosersStayEmpty()
+    void deliberateTheTargetChoosersStayEmptyAndGreyed()
     {
         SCentre c;
         c.pCtrl->slot_ChangeLayout2x2();
         CImage2DProcessBaseDlg dlg(&c.window);
         dlg.AddSourceROI(QStringLiteral("a"));
-        QCOMPARE(ToolParts(dlg).Chooser("Target Image")->count(), 0);
-        QCOMPARE(ToolParts(dlg).Chooser("Target ROI")->count(), 0);
+        for (const char* szLabel : {"Target Image", "Target ROI"}) {
+            QCOMPARE(ToolParts(dlg).Chooser(szLabel)->count(), 0);
+            QVERIFY(!ToolParts(dlg).Chooser(szLabel)->isEnabled());
+        }
     }
 };
 

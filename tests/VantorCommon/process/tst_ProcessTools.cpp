@@ -57,6 +57,11 @@ QStringList TimeLines(LogRecorder& log)
     return log.Take().filter(QStringLiteral("Processing Time"));
 }
 
+bool HasFocus(const QWidget* pWindow)
+{
+    return QTest::qWaitFor([&] { return QApplication::activeWindow() == pWindow; });
+}
+
 template <class Tool> struct Checks {
     using Enum = typename Tool::Enum;
     using Bench = ToolBench<Tool>;
@@ -382,15 +387,17 @@ template <class Tool> struct Checks {
         QList<Dlg*> lstDialogs = fixture.centerView->template findChildren<Dlg*>();
         QCOMPARE(lstDialogs.size(), 1);
         Dlg* pDlg = lstDialogs.front();
-        QVERIFY(QTest::qWaitForWindowActive(pDlg));
+        QVERIFY(HasFocus(pDlg));
         QVERIFY(pDlg->isWindow() && !pDlg->isModal());
         QCOMPARE(pDlg->windowTitle(), QString::fromLatin1(Expected<Tool>().szTitle));
         QCOMPARE(ToolParts(*pDlg).Entries("Source Image"), QStringList(QStringLiteral("Image View [0]")));
         QTest::keyClick(pDlg->windowHandle(), Qt::Key_Escape);
         QVERIFY(!pDlg->isVisible());
         Expected<Tool>().open(*fixture.center);
-        QVERIFY(QTest::qWaitForWindowActive(pDlg));
+        QVERIFY(HasFocus(pDlg));
+        QVERIFY(Activate(fixture.window));
         Expected<Tool>().open(*fixture.center);
+        QVERIFY(HasFocus(pDlg));
         QCOMPARE(fixture.centerView->template findChildren<Dlg*>().size(), 1);
     }
 
@@ -399,9 +406,8 @@ template <class Tool> struct Checks {
         CenterFixture fixture(1, 1);
         Expected<Tool>().open(*fixture.center);
         auto* pDlg = fixture.centerView->template findChild<Dlg*>();
-        QVERIFY(QTest::qWaitForWindowActive(pDlg));
-        fixture.window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&fixture.window));
+        QVERIFY(HasFocus(pDlg));
+        QVERIFY(Activate(fixture.window));
         fixture.DrawRectangle(0, {20, 30}, {90, 80});
         ToolParts parts(*pDlg);
         QCOMPARE(parts.Entries("Source ROI").size(), 1);
@@ -434,7 +440,7 @@ template <class Tool> struct Checks {
         Expected<Tool>().open(*fixture.center);
         auto* pDlg = fixture.centerView->template findChild<Dlg*>();
         QVERIFY(pDlg);
-        QVERIFY(QTest::qWaitForWindowActive(pDlg));
+        QVERIFY(HasFocus(pDlg));
         const auto pBefore = fixture.Ctrl(0)->GetImage();
         ToolParts(*pDlg).ClickRun();
         QVERIFY(fixture.Ctrl(0)->GetImage() != pBefore);
