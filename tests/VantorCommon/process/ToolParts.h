@@ -21,13 +21,16 @@
 
 /// Shows a window and waits until it has the focus itself: QTest::qWaitForWindowActive is content with a
 /// parent or a child that has it.
+/// The window manager may drop a request that crosses another one, so it is asked again.
 inline bool Activate(QWidget& window)
 {
     window.show();
-    window.activateWindow();
     return QTest::qWaitFor([&] {
-        return QApplication::activeWindow() == &window &&
-               QGuiApplication::focusWindow() == window.windowHandle();
+        const bool bActive = QApplication::activeWindow() == &window &&
+                             QGuiApplication::focusWindow() == window.windowHandle();
+        if (!bActive)
+            window.activateWindow();
+        return bActive;
     });
 }
 

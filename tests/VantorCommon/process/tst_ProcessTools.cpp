@@ -275,6 +275,7 @@ template <class Tool> struct Checks {
         Bench b;
         const auto pBefore = b.Image();
         b.DrawRegion();
+        QCOMPARE(b.parts.Entries("Source ROI").size(), 1);
         const auto pShape = std::dynamic_pointer_cast<CImageView2DDrawableGeometry>(
             b.fixture.Viewer(0)->Get2DDrawableObjects().front());
         const RegionPtr pRegion = pShape->GetData();
@@ -316,6 +317,7 @@ template <class Tool> struct Checks {
         Bench b;
         const auto pBefore = b.Image();
         b.DrawRegion();
+        QCOMPARE(b.parts.Entries("Source ROI").size(), 1);
         const QStringList lstRegions = b.parts.Entries("Source ROI");
         const auto pShape = b.fixture.Viewer(0)->Get2DDrawableObjects().front();
         b.parts.ClickRun();
@@ -337,6 +339,7 @@ template <class Tool> struct Checks {
         Bench b;
         const auto pBefore = b.Image();
         b.DrawRegion();
+        QCOMPARE(b.parts.Entries("Source ROI").size(), 1);
         b.parts.ClickRun();
         const QByteArray first = b.Pixels();
         b.PressUndo();
