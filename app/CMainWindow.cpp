@@ -2,6 +2,9 @@
 // Copyright (c) The Vantor authors
 #include "CMainWindow.h"
 
+#include <VantorCommon/log/CLogView.h>
+#include <VantorCommon/settings/CSettingCtrl.h>
+#include <VantorCommon/settings/CSettingDlg.h>
 #include <VantorCommon/shell/center/CCenterCtrl.h>
 #include <VantorCommon/shell/center/CCenterModel.h>
 #include <VantorCommon/shell/center/CCenterView.h>
@@ -22,6 +25,7 @@ namespace
 constexpr int kViewerCount = 4;
 constexpr int kToolDockWidth = 220;
 constexpr int kPropertyDockWidth = 250;
+constexpr int kLogDockHeight = 110;
 
 CImageViewerCtrl* FindViewer(int nIndex)
 {
@@ -48,6 +52,9 @@ CMainWindow::CMainWindow()
 {
     setWindowTitle(QStringLiteral("Vantor"));
     resize(1200, 820);
+    // First, for the others read them.
+    m_pSettingDlg = new CSettingDlg(this);
+    m_pSettingCtrl = std::make_unique<CSettingCtrl>(m_pSettingDlg);
     CreateDocks();
     m_pModel = std::make_unique<CCenterModel>();
     m_pView = new CCenterView(m_pModel.get(), this);
@@ -76,6 +83,8 @@ void CMainWindow::CreateDocks()
     QDockWidget* pTools = AddDock(QStringLiteral("Tools"), m_pToolBox, Qt::LeftDockWidgetArea);
     QDockWidget* pStatus = AddDock(QStringLiteral("Status"), m_pStatus, Qt::LeftDockWidgetArea);
     QDockWidget* pProperties = AddDock(QStringLiteral("Properties"), m_pProperties, Qt::RightDockWidgetArea);
+    QDockWidget* pLog = AddDock(QStringLiteral("Log"), new CLogView(this), Qt::BottomDockWidgetArea);
+    resizeDocks({pLog}, {kLogDockHeight}, Qt::Vertical);
     resizeDocks({pTools, pProperties}, {kToolDockWidth, kPropertyDockWidth}, Qt::Horizontal);
     pStatus->hide();
 }
@@ -91,6 +100,9 @@ void CMainWindow::CreateMenus()
     pFile->addAction(icon("save_file.png"), QStringLiteral("&Save As..."), m_pCtrl.get(),
                      &CCenterCtrl::slot_SaveFile, QKeySequence::Save);
     pFile->addAction(icon("close.png"), QStringLiteral("&Close Image"), this, &CMainWindow::CloseImage);
+    pFile->addSeparator();
+    pFile->addAction(QStringLiteral("S&ettings..."), this, &CMainWindow::ShowSettings,
+                     QKeySequence::Preferences);
     pFile->addSeparator();
     pFile->addAction(QStringLiteral("&Quit"), this, &QWidget::close, QKeySequence::Quit);
 
@@ -146,6 +158,13 @@ void CMainWindow::CloseImage()
 {
     if (auto* pCtrl = dynamic_cast<CImageViewerCtrl*>(m_pCtrl->SelectMVC().pCtrl))
         m_pCtrl->CloseCurrentImage(pCtrl->GetViewID());
+}
+
+void CMainWindow::ShowSettings()
+{
+    m_pSettingDlg->show();
+    m_pSettingDlg->raise();
+    m_pSettingDlg->activateWindow();
 }
 
 void CMainWindow::About()

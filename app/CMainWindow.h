@@ -11,11 +11,13 @@ class CCenterModel;
 class CCenterView;
 class CImageViewerCtrl;
 class CPropertyDockView;
+class CSettingCtrl;
+class CSettingDlg;
 class CStatusBarDockView;
 class CToolBoxDockView;
 class QDockWidget;
 
-/// The example host: the centre, its three docks and the menus that reach them.
+/// The example host: the centre, its three docks, the log, the settings and the menus that reach them.
 class CMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -35,8 +37,11 @@ private:
     QDockWidget* AddDock(const QString& strTitle, QWidget* pWidget, Qt::DockWidgetArea eArea);
     bool OpenIn(CImageViewerCtrl& viewer, const QString& strFile);
     void CloseImage();
+    void ShowSettings();
     void About();
 
+    CSettingDlg* m_pSettingDlg = nullptr;
+    std::unique_ptr<CSettingCtrl> m_pSettingCtrl;
     CToolBoxDockView* m_pToolBox = nullptr;
     CPropertyDockView* m_pProperties = nullptr;
     CStatusBarDockView* m_pStatus = nullptr;

@@ -16,7 +16,6 @@
 #include <QApplication>
 #include <QDialog>
 #include <QHBoxLayout>
-#include <QLoggingCategory>
 #include <QTimer>
 #include <QtTest/QtTest>
 #include <functional>
@@ -64,13 +63,6 @@ struct SCentre {
         return item ? dynamic_cast<CImageViewerCtrl*>(item->pCtrl) : nullptr;
     }
 };
-
-/// Closing a modal dialog, Qt asks for a frame that the window manager has just removed: an X error that is
-/// nobody's fault.
-inline void IgnoreRacesOfTheWindowSystem()
-{
-    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.xcb.warning=false"));
-}
 
 /// Does something to the next modal dialogs as they come up, one step for each, and counts them. The steps
 /// must end their dialog.

@@ -19,12 +19,16 @@
 #include <VantorCommon/shell/dock/CToolBoxDockView.h>
 #include <VantorCommon/shell/dock/CViewParameterView.h>
 #include <VantorCommon/shell/mvc/CMVCManager.h>
+#include <VantorCommon/sniptool/CSnipTool.h>
+#include <VantorCommon/sniptool/CSnipToolCtrl.h>
+#include <VantorCommon/sniptool/CSnipToolModel.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view2d/CImageView2DPropertyView.h>
 #include <VantorCommon/view2d/CImageView2DStatusView.h>
 
 #include <QMainWindow>
+#include <QScreen>
 #include <QVBoxLayout>
 
 using Vantor::Algorithms::CImage;
@@ -35,6 +39,13 @@ namespace
 constexpr double kQuarterTurn = 1.5707963267948966; // pi / 2
 constexpr double kHandleReach = 10.0;               // widget pixels
 
+/// The first registered main window; null when there is none.
+QWidget* FindMainWindow()
+{
+    const auto item = CMVCManager::FindFirst(
+        [](const SMVC& mvc) { return dynamic_cast<QMainWindow*>(mvc.pView) != nullptr; });
+    return item ? item->pView : nullptr;
+}
 } // namespace
 
 CImageView2DCtrl::CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeometryModel* pGeometryModel,
@@ -51,6 +62,7 @@ CImageView2DCtrl::CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeomet
     m_pDraw = std::make_unique<CDrawHandler>(*m_pEdit);
     m_pSelect = std::make_unique<CSelectHandler>(*m_pEdit);
     CreatePanels();
+    CreateSnipTool();
     if (m_pView) {
         ConnectView();
         ConnectGestures();
@@ -63,6 +75,16 @@ CImageView2DCtrl::~CImageView2DCtrl()
     delete m_pToolPanel;
     delete m_pPropertyPanel;
     delete m_pStatusPanel;
+    delete m_pSnipTool;
+}
+
+/// The tool has no parent: a child would be minimised together with the main window.
+void CImageView2DCtrl::CreateSnipTool()
+{
+    m_pSnipToolModel = std::make_unique<CSnipToolModel>();
+    auto* pSnipTool = new CSnipTool(m_pSnipToolModel.get(), nullptr);
+    m_pSnipTool = pSnipTool;
+    m_pSnipToolCtrl = std::make_unique<CSnipToolCtrl>(m_pSnipToolModel.get(), pSnipTool, this);
 }
 
 void CImageView2DCtrl::CreatePanels()
@@ -277,19 +299,16 @@ void CImageView2DCtrl::Rotate(double dblAngle)
 
 void CImageView2DCtrl::SetApplicationVisible(bool bVisible)
 {
-    const auto isMainWindow = [](const SMVC& item) {
-        return dynamic_cast<QMainWindow*>(item.pView) != nullptr;
-    };
-    const auto item = CMVCManager::FindFirst(isMainWindow);
-    if (!m_pView || !item)
+    QWidget* pWindow = FindMainWindow();
+    if (!m_pView || !pWindow)
         return;
     if (!bVisible) {
-        item->pView->showMinimized();
+        pWindow->showMinimized();
         return;
     }
-    item->pView->showMaximized();
-    item->pView->raise();
-    item->pView->activateWindow();
+    pWindow->showMaximized();
+    pWindow->raise();
+    pWindow->activateWindow();
 }
 
 void CImageView2DCtrl::slot_OpenSnipTool()
@@ -297,6 +316,8 @@ void CImageView2DCtrl::slot_OpenSnipTool()
     if (!m_pSnipTool)
         return;
     SetApplicationVisible(false);
+    if (const QWidget* pWindow = FindMainWindow())
+        m_pSnipTool->setGeometry(pWindow->screen()->geometry());
     m_pSnipTool->showMaximized();
     m_pSnipTool->show();
     m_pSnipTool->activateWindow();

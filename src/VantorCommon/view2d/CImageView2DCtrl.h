@@ -22,6 +22,8 @@ class CImageView2DModel;
 class CImageView2DToolModel;
 class CPropertyDockView;
 class CSelectHandler;
+class CSnipToolCtrl;
+class CSnipToolModel;
 class CStatusBarDockView;
 class CToolBoxDockView;
 class QScrollArea;
@@ -38,7 +40,8 @@ class CImage;
 ///
 /// Models, view and docks are not owned and any of them may be null or die first; an operation that misses
 /// its target does nothing. The controller owns its command container and its three panels (tools,
-/// properties, status), which it puts into the docks whenever its view becomes active. GUI thread only.
+/// properties, status), which it puts into the docks whenever its view becomes active, and its snip tool with
+/// model and controller. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DCtrl : public CBaseCtrl
 {
     Q_OBJECT
@@ -129,6 +132,7 @@ public Q_SLOTS:
     void slot_ClearImage();
     void slot_RotateLeft();
     void slot_RotateRight();
+    /// Minimises the main window and lays the snip tool over the screen that it was on.
     void slot_OpenSnipTool();
     void slot_ChangeMousePosition(QPointF& mousePos);
     void slot_ShowContextMenu(const QPointF& point);
@@ -176,6 +180,7 @@ protected:
 
 private:
     void CreatePanels();
+    void CreateSnipTool();
     void ConnectView();
     void ConnectGestures();
     void StartDrawing();
@@ -200,6 +205,8 @@ private:
     QPointer<QWidget> m_pPropertyPanel;
     QPointer<QWidget> m_pStatusPanel;
     QPointer<QWidget> m_pSnipTool;
+    std::unique_ptr<CSnipToolModel> m_pSnipToolModel;
+    std::unique_ptr<CSnipToolCtrl> m_pSnipToolCtrl;
     std::unique_ptr<CCommandContainer> m_pCommands;
     std::unique_ptr<SEditContext> m_pEdit;
     std::unique_ptr<CDrawHandler> m_pDraw;

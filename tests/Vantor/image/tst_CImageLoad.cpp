@@ -565,8 +565,11 @@ void tst_CImageLoad::aHugeClaimIsRefusedBeforeMemoryIsTaken()
     if (offset < 0) // behind the marker, the length and the depth of a JPEG frame
         offset = std::max(content.indexOf("\xff\xc0"), content.indexOf("\xff\xc2")) + 5;
     content.replace(offset, claim.size(), claim);
-    if (from.fileName().endsWith(QStringLiteral("png"))) // or the header would be refused for its checksum
-        qToBigEndian(Crc32(content.mid(12, kPngHeaderEnd - 12)), content.data() + kPngHeaderEnd);
+    if (from.fileName().endsWith(QStringLiteral("png"))) { // or the header would be refused for its checksum
+        QByteArray checksum(4, '\0');
+        qToBigEndian(Crc32(content.mid(12, kPngHeaderEnd - 12)), checksum.data());
+        content.replace(kPngHeaderEnd, checksum.size(), checksum);
+    }
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("claim"));
     WriteFile(path, content);

@@ -9,6 +9,7 @@
 
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QLoggingCategory>
 #include <QMenu>
 #include <QTimer>
 #include <random>
@@ -40,18 +41,30 @@ public:
                 pDialog->reject();
         });
         m_closer.start(5);
+        const auto* pCentre = m_f.centerView.get();
+        QObject::connect(pCentre, &CCenterView::signal_AddDrawableObjectWithViewID, &m_closer,
+                         [this] { ++m_nAdded; });
+        QObject::connect(pCentre, &CCenterView::signal_ChangeDrawableObjectPropertyWithViewID, &m_closer,
+                         [this] { ++m_nChanged; });
     }
 
     void Event()
     {
+        // Left to chance alone, menus and 3D views would soon be all there is.
+        if (Pick(10) == 0)
+            CloseMenus();
+        if (Pick(40) == 0)
+            m_f.Viewer(Pick(4))->slot_Press2D();
+        if (Pick(12) == 0)
+            Drag();
         const int n = Pick(100);
-        if (n < 55)
+        if (n < 40)
             Move();
-        else if (n < 72)
+        else if (n < 66)
             PressOrRelease();
-        else if (n < 82)
+        else if (n < 73)
             Key();
-        else if (n < 88)
+        else if (n < 78)
             Wheel();
         else if (n < 92)
             PressButton();
@@ -85,9 +98,7 @@ public:
     QString FinishByDrawing()
     {
         CloseMenus();
-        for (Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
-            if (m_held.testFlag(button))
-                QTest::mouseRelease(m_f.Window(), button, Qt::NoModifier, QPoint(3, 3));
+        LetGo();
         m_f.center->ChangeLayout(2, 2);
         m_f.window.activateWindow();
         for (int i = 0; i < 4; ++i) {
@@ -103,6 +114,10 @@ public:
         }
         return Check();
     }
+
+    /// What came of it: a monkey that does nothing proves nothing.
+    int Added() const { return m_nAdded; }
+    int Changed() const { return m_nChanged; }
 
     void Breathe()
     {
@@ -131,8 +146,8 @@ private:
     }
     void PressOrRelease()
     {
-        const int n = Pick(10);
-        const Qt::MouseButton button = n < 7 ? Qt::LeftButton : n < 9 ? Qt::RightButton : Qt::MiddleButton;
+        const int n = Pick(20);
+        const Qt::MouseButton button = n < 18 ? Qt::LeftButton : n < 19 ? Qt::RightButton : Qt::MiddleButton;
         const auto modifiers = Pick(6) == 0 ? Qt::ControlModifier : Qt::NoModifier;
         if (m_held.testFlag(button)) {
             m_held &= ~Qt::MouseButtons(button);
@@ -141,6 +156,29 @@ private:
             m_held |= button;
             QTest::mousePress(m_f.Window(), button, modifiers, m_pos);
         }
+    }
+    /// A whole drag over a view, mostly undisturbed, so that there is something to disturb.
+    void Drag()
+    {
+        CloseMenus();
+        LetGo();
+        static const char* const tools[] = {"Rect", "Circle", "Ellipse", "Select", "Select", "Select"};
+        m_f.PressToolButton(tools[Pick(int(std::size(tools)))]);
+        const auto* pView = m_f.View(ShownViewer());
+        m_pos = pView->mapTo(&m_f.window, pView->rect().center()) + QPoint(Pick(201) - 100, Pick(201) - 100);
+        QTest::mouseMove(m_f.Window(), m_pos);
+        m_held = Qt::LeftButton;
+        QTest::mousePress(m_f.Window(), Qt::LeftButton, Qt::NoModifier, m_pos);
+        for (int i = Pick(4); i >= 0; --i)
+            Pick(12) == 0 ? Key() : Move();
+        LetGo();
+    }
+    void LetGo()
+    {
+        for (Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
+            if (m_held.testFlag(button))
+                QTest::mouseRelease(m_f.Window(), button, Qt::NoModifier, m_pos);
+        m_held = Qt::NoButton;
     }
     bool IsInView() const { return qobject_cast<CImageView2D*>(m_f.window.childAt(m_pos)) != nullptr; }
     void Key()
@@ -249,6 +287,8 @@ private:
     QPoint m_pos{300, 300};
     Qt::MouseButtons m_held = Qt::NoButton;
     int m_nBreaths = 0;
+    int m_nAdded = 0;
+    int m_nChanged = 0;
 };
 } // namespace
 
@@ -257,6 +297,9 @@ class tst_Monkey : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    /// The X server may complain about a window that a menu or a dialog has just taken away.
+    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.xcb.warning=false")); }
+
     void nothingCrashesAndTheModelsStayConsistent()
     {
         const int nEvents = FromEnvironment("VANTOR_MONKEY_EVENTS", 3000);
@@ -275,7 +318,10 @@ private Q_SLOTS:
             if (i % 100 == 0)
                 monkey.Breathe();
         }
-        qInfo("%d events in %.1f s", nEvents, double(timer.elapsed()) / 1000.0);
+        qInfo("%d events in %.1f s; %d additions, %d changes", nEvents, double(timer.elapsed()) / 1000.0,
+              monkey.Added(), monkey.Changed());
+        QVERIFY(monkey.Added() > nEvents / 100);
+        QVERIFY(monkey.Changed() > nEvents / 50);
         const QString strWrong = monkey.FinishByDrawing();
         QVERIFY2(strWrong.isEmpty(), qPrintable(QString::asprintf("seed %d: ", nSeed) + strWrong));
     }

@@ -86,11 +86,7 @@ class tst_CCenterCtrl : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        IgnoreRacesOfTheWindowSystem();
-    }
+    void initTestCase() { QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
     void cleanup() { QVERIFY(CMVCManager::m_vctItems.empty()); }
 
     void fourViewersAreRegisteredThenTheCentre()

@@ -126,8 +126,6 @@ class tst_RealFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { IgnoreRacesOfTheWindowSystem(); }
-
     void theTableNamesEveryImageAndEveryDocument()
     {
         int nImages = 0;

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+#include <QDialog>
+#include <QPoint>
+#include <QRect>
+
+class CSnipToolModel;
+
+/// The overlay of the snip tool: a frameless, translucent window that greys the screen except for the
+/// rectangle dragged with the left mouse button, which is cut out of it.
+///
+/// It knows nobody and grabs nothing; it only tells what was selected. Whoever shows it gives it its screen.
+/// Hiding it ends a drag. It is made without a parent, because a child would be minimised together with the
+/// main window. GUI thread only.
+class VANTORCOMMON_EXPORT CSnipTool : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Hidden at first. @param pModel not owned, may be null
+    CSnipTool(CSnipToolModel* pModel, QWidget* parent);
+    ~CSnipTool() override;
+
+Q_SIGNALS:
+    /// A drag has ended. From the press (top left) to the release (bottom right) in global coordinates, both
+    /// included. Deliberate: not normalised; a drag to the left or upwards gives a size of zero or less.
+    void signal_CaptureScreen(const QRect& rect);
+    /// Escape was pressed.
+    void signal_ExitCapture();
+
+protected:
+    void showEvent(QShowEvent* pEvent) override;
+    void hideEvent(QHideEvent* pEvent) override;
+    void closeEvent(QCloseEvent* pEvent) override;
+    void keyPressEvent(QKeyEvent* pEvent) override;
+    void mousePressEvent(QMouseEvent* pEvent) override;
+    void mouseMoveEvent(QMouseEvent* pEvent) override;
+    void mouseReleaseEvent(QMouseEvent* pEvent) override;
+    void paintEvent(QPaintEvent* pEvent) override;
+
+private:
+    CSnipToolModel* m_pModel;
+    bool m_bPressed = false; ///< while the left drag is under way
+    QPoint m_ptStart;        ///< of the press, in widget coordinates
+    QRect m_rectSelect;      ///< in widget coordinates, not normalised; null without a selection
+};

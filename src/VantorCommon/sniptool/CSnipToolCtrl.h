@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+#include <VantorCommon/shell/mvc/CBaseCtrl.h>
+
+#include <QPointer>
+#include <QRect>
+
+class CImageView2DCtrl;
+class CSnipTool;
+class CSnipToolModel;
+class QImage;
+
+/// Turns what the snip tool selected into a new image of a 2D view and copies it to the clipboard. The 2D
+/// controller starts a capture: it hides the application and shows the tool; this one ends it.
+///
+/// Nothing is owned, and any of the three may be null. GUI thread only.
+class VANTORCOMMON_EXPORT CSnipToolCtrl : public CBaseCtrl
+{
+    Q_OBJECT
+
+public:
+    CSnipToolCtrl(CSnipToolModel* pModel, CSnipTool* pView, CImageView2DCtrl* pImageView2DCtrl);
+    ~CSnipToolCtrl() override;
+
+    /// Nothing can be undone here: both return false.
+    bool Undo() override;
+    bool Redo() override;
+
+public Q_SLOTS:
+    /// Hides the tool, grabs that part of the primary screen, shows the application again and puts the
+    /// picture into the 2D view and on the clipboard. Waits until the tool is gone from the screen, for 1 s
+    /// at most, while user input is held back. When there is nothing to grab (a width or height below 1, or a
+    /// display server that refuses), the application comes back and one log line says why.
+    /// @param rect  in global coordinates, in device independent pixels; the picture has device pixels
+    void slot_CaptureScreen(const QRect& rect);
+    /// Hides the tool and shows the application again; nothing is captured.
+    void slot_ExitCapture();
+    /// Deliberate: nothing; opening is the 2D controller's job.
+    void slot_OpenCaptureScreen();
+
+private:
+    void Deliver(const QImage& picture);
+
+    CSnipToolModel* m_pModel;
+    QPointer<CSnipTool> m_pView;
+    QPointer<CImageView2DCtrl> m_pImageView2DCtrl;
+};

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+#include <VantorCommon/shell/mvc/CBaseModel.h>
+
+/// The model of the snip tool. It holds nothing: a selection lives only as long as the drag that makes it.
+class VANTORCOMMON_EXPORT CSnipToolModel : public CBaseModel
+{
+public:
+    explicit CSnipToolModel(QObject* parent = nullptr);
+    ~CSnipToolModel() override;
+};

@@ -1,0 +1,357 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include "tests/Vantor/filter/FilterModel.h"
+#include "tests/support/TestMain.h"
+
+#include <limits>
+#include <set>
+
+using namespace FilterModel;
+
+namespace
+{
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr int kMax = std::numeric_limits<int>::max();
+
+int MedianOf(CImage& image, int radiusX, int radiusY)
+{
+    return image.MedianFilter(radiusX, radiusY, nullptr, ERegionMode::Inside, 0.0);
+}
+
+Value ModelOf(long long radiusX, long long radiusY)
+{
+    return [=](const CImage& image, int x, int y, int c) { return Median(image, x, y, c, radiusX, radiusY); };
+}
+
+Mask WholeOf(const CImage& image)
+{
+    return RegionOf(
+        image, [](double) { return ShapePtr(); }, ERegionMode::All, 0.0);
+}
+} // namespace
+
+class tst_MedianFilter : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyInstructionSetIsTried();
+    void threeByThreeEqualsTheModelInEveryRegion_data();
+    void threeByThreeEqualsTheModelInEveryRegion();
+    void otherWindowsEqualTheModelInEveryRegion_data();
+    void otherWindowsEqualTheModelInEveryRegion();
+    void windowsOfAnySizeEqualTheModel_data();
+    void windowsOfAnySizeEqualTheModel();
+    void longRunsAndWideStripesEqualTheModel();
+    void twoThreadsEqualTheModel_data();
+    void twoThreadsEqualTheModel();
+    void toleranceIsADistanceBetweenCentres();
+    void radiiOfZeroChangeNothing();
+    void negativeRadiiAreAnError();
+    void sixteenBitsAreRefused();
+    void badArgumentsChangeNothing_data();
+    void badArgumentsChangeNothing();
+    void anEmptyImageIsAnError();
+    void aRegionOutsideTheImageChangesNothing();
+    void withoutGeometryTheWholeImageIsFiltered();
+    void objectBufferAndIdentifierStay();
+    void shapesOutOfOrderAreRefused();
+    void theLastFailureHasAReason();
+};
+
+void tst_MedianFilter::everyInstructionSetIsTried()
+{
+    std::set<std::string> setNames;
+    const int nCalls = ForEachInstructionSet([&](const char* pName) { setNames.insert(pName); });
+    QVERIFY(nCalls >= 1);
+    QCOMPARE(setNames.size(), static_cast<std::size_t>(nCalls));
+    for (const std::string& strName : setNames)
+        qInfo("%s", strName.c_str());
+}
+
+void tst_MedianFilter::threeByThreeEqualsTheModelInEveryRegion_data()
+{
+    QTest::addColumn<int>("channels");
+    for (int nChannels = 1; nChannels <= 4; ++nChannels)
+        QTest::addRow("%d channels", nChannels) << nChannels;
+}
+
+void tst_MedianFilter::threeByThreeEqualsTheModelInEveryRegion()
+{
+    QFETCH(int, channels);
+    const auto filter = [](CImage& image, const CGeometry* region, ERegionMode mode, double tolerance) {
+        return image.MedianFilter(1, 1, region, mode, tolerance);
+    };
+    for (const Size& size : kSizes) {
+        const ImagePtr image = MakeNoise(size.nWidth, size.nHeight, channels, size.nRowAlignment, 7);
+        QCOMPARE(FirstDifference(*image, filter, ModelOf(1, 1), {0.0, 1.0, -1.0, 3.5, -2.3}), QString());
+    }
+}
+
+void tst_MedianFilter::otherWindowsEqualTheModelInEveryRegion_data()
+{
+    threeByThreeEqualsTheModelInEveryRegion_data();
+}
+
+void tst_MedianFilter::otherWindowsEqualTheModelInEveryRegion()
+{
+    QFETCH(int, channels);
+    const auto filter = [](CImage& image, const CGeometry* region, ERegionMode mode, double tolerance) {
+        return image.MedianFilter(2, 3, region, mode, tolerance);
+    };
+    const ImagePtr image = MakeNoise(31, 27, channels, 5, 8);
+    QCOMPARE(FirstDifference(*image, filter, ModelOf(2, 3), {0.0, 2.0, -1.5}), QString());
+}
+
+void tst_MedianFilter::windowsOfAnySizeEqualTheModel_data()
+{
+    QTest::addColumn<int>("radiusX");
+    QTest::addColumn<int>("radiusY");
+    const std::vector<std::pair<int, int>> vctRadii = {
+        {0, 1},    {1, 0},     {2, 2},         {7, 7},        {0, 12},
+        {40, 3},   {127, 127}, {128, 127},     {200, 400},    {32767, 32767},
+        {0, kMax}, {kMax, 0},  {40000, 40000}, {kMax - 1, 5}, {kMax, kMax}};
+    for (const auto& radii : vctRadii)
+        QTest::addRow("%d %d", radii.first, radii.second) << radii.first << radii.second;
+}
+
+void tst_MedianFilter::windowsOfAnySizeEqualTheModel()
+{
+    QFETCH(int, radiusX);
+    QFETCH(int, radiusY);
+    for (const auto& size : {std::pair(1, 1), std::pair(1, 20), std::pair(20, 1), std::pair(23, 17)}) {
+        for (int nChannels : {1, 3, 4}) {
+            const ImagePtr image = MakeNoise(size.first, size.second, nChannels, 1, 9);
+            const ImagePtr expected = Filtered(*image, WholeOf(*image), ModelOf(radiusX, radiusY));
+            QCOMPARE(MedianOf(*image, radiusX, radiusY), 0);
+            QVERIFY(AreEqual(*image, *expected));
+        }
+    }
+}
+
+void tst_MedianFilter::longRunsAndWideStripesEqualTheModel()
+{
+    // Longer than the blocks of the 3x3 filter, wider than a stripe of the others.
+    const ImagePtr image = MakeNoise(1500, 7, 3, 1, 10);
+    const ShapeMaker gaps = [](double o) {
+        auto array = std::make_shared<Vantor::Geometry::CGeometryArray>();
+        for (const double x : {3.0, 40.0, 500.0, 900.0})
+            array->Add(std::make_shared<Vantor::Geometry::CRectangle>(o + x, o, 30.0, 7.0));
+        return array;
+    };
+    for (const int nRadius : {1, 3, 300}) {
+        const ImagePtr whole = CopyOf(*image);
+        QCOMPARE(MedianOf(*whole, nRadius, nRadius), 0);
+        QVERIFY(AreEqual(*whole, *Filtered(*image, WholeOf(*image), ModelOf(nRadius, nRadius))));
+        const ImagePtr part = CopyOf(*image);
+        const ShapePtr pGaps = gaps(0.0);
+        QCOMPARE(part->MedianFilter(nRadius, nRadius, pGaps.get(), ERegionMode::Inside, 0.0), 0);
+        const Mask region = RegionOf(*image, gaps, ERegionMode::Inside, 0.0);
+        QVERIFY(AreEqual(*part, *Filtered(*image, region, ModelOf(nRadius, nRadius))));
+    }
+}
+
+void tst_MedianFilter::twoThreadsEqualTheModel_data()
+{
+    QTest::addColumn<int>("radius");
+    QTest::newRow("3x3") << 1;
+    QTest::newRow("5x5") << 2;
+}
+
+void tst_MedianFilter::twoThreadsEqualTheModel()
+{
+    QFETCH(int, radius);
+    // More than four million pixels, so that two bands meet somewhere in the middle.
+    const ImagePtr image = MakeNoise(2003, 2100, 1, 1, 11);
+    const ImagePtr expected = CopyOf(*image);
+    QCOMPARE(MedianOf(*image, radius, radius), 0);
+    const ImagePtr source = CopyOf(*expected);
+    for (int y = 0; y < source->GetHeight(); ++y) {
+        // The rows around the middle, the rims, and every fiftieth: the model takes its time.
+        if (std::abs(y - 1050) > 4 && y > 2 && y < 2097 && y % 50 != 0)
+            continue;
+        for (int x = 0; x < source->GetWidth(); ++x) {
+            if (image->GetPixel(x, y)[0] != Median(*source, x, y, 0, radius, radius))
+                QFAIL(qPrintable(QStringLiteral("at %1, %2").arg(x).arg(y)));
+        }
+    }
+    // The same in four parts that are small enough for one thread.
+    for (int i = 0; i < 4; ++i) {
+        const ImagePtr part = CopyOf(*source);
+        const Vantor::Geometry::CRectangle rows(0, i * 525, 2003, 525);
+        QCOMPARE(part->MedianFilter(radius, radius, &rows, ERegionMode::Inside, 0.0), 0);
+        const std::size_t nStride = static_cast<std::size_t>(part->GetStride());
+        std::memcpy(expected->GetPixel(0, i * 525), part->GetPixel(0, i * 525), 525 * nStride);
+    }
+    QVERIFY(AreEqual(*image, *expected));
+}
+
+void tst_MedianFilter::toleranceIsADistanceBetweenCentres()
+{
+    // One pixel, grown by 2: the pixels whose centres are at most 2 away from its centre.
+    CImage image;
+    QCOMPARE(image.Create(7, 7, 1, 8, EImageType::Interleaved, 1), 0);
+    for (int i = 0; i < 49; ++i)
+        image.GetData()[i] = static_cast<unsigned char>(i % 2 ? 255 : 100);
+    const Point pixel(3.2, 3.8);
+    QCOMPARE(image.SobelX(&pixel, ERegionMode::Inside, 2.0), 0);
+    QString strPicture;
+    for (int y = 0; y < 7; ++y) {
+        for (int x = 0; x < 7; ++x)
+            strPicture += QLatin1Char(image.GetPixel(x, y)[0] == ((y * 7 + x) % 2 ? 255 : 100) ? '.' : '#');
+        strPicture += QLatin1Char(' ');
+    }
+    QCOMPARE(strPicture, QStringLiteral("....... ...#... ..###.. .#####. ..###.. ...#... ....... "));
+}
+
+void tst_MedianFilter::radiiOfZeroChangeNothing()
+{
+    const ImagePtr image = MakeNoise(20, 20, 3, 1, 12);
+    const ImagePtr original = CopyOf(*image);
+    QCOMPARE(MedianOf(*image, 0, 0), 0);
+    QVERIFY(AreEqual(*image, *original));
+}
+
+void tst_MedianFilter::negativeRadiiAreAnError()
+{
+    const ImagePtr image = MakeNoise(20, 20, 3, 1, 12);
+    const ImagePtr original = CopyOf(*image);
+    QVERIFY(MedianOf(*image, -1, 1) != 0);
+    QVERIFY(MedianOf(*image, 1, -1) != 0);
+    QVERIFY(MedianOf(*image, -kMax - 1, 0) != 0);
+    QVERIFY(AreEqual(*image, *original));
+}
+
+void tst_MedianFilter::sixteenBitsAreRefused()
+{
+    CImage image;
+    QCOMPARE(image.Create(8, 8, 3, 16, EImageType::Interleaved, 1), 0);
+    for (std::size_t i = 0; i < BytesOf(image); ++i)
+        image.GetData()[i] = static_cast<unsigned char>(i * 91);
+    const ImagePtr original = CopyOf(image);
+    for (const int nRadius : {0, 1, 2}) {
+        QVERIFY(MedianOf(image, nRadius, nRadius) != 0);
+        QVERIFY(AreEqual(image, *original));
+        QCOMPARE(image.GetFailureReason(), std::string("Only images of 8 bits per channel can be filtered."));
+    }
+}
+
+void tst_MedianFilter::badArgumentsChangeNothing_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<double>("tolerance");
+    QTest::addColumn<double>("x");
+    QTest::newRow("mode 3") << 3 << 0.0 << 1.0;
+    QTest::newRow("mode -1") << -1 << 0.0 << 1.0;
+    QTest::newRow("tolerance NaN") << 1 << kNaN << 1.0;
+    QTest::newRow("tolerance infinite") << 1 << std::numeric_limits<double>::infinity() << 1.0;
+    QTest::newRow("tolerance too large") << 1 << 4097.0 << 1.0;
+    QTest::newRow("tolerance too small") << 1 << -1e300 << 1.0;
+    QTest::newRow("tolerance of a shape without bounds")
+        << 1 << 1.0 << -std::numeric_limits<double>::infinity();
+}
+
+void tst_MedianFilter::badArgumentsChangeNothing()
+{
+    QFETCH(int, mode);
+    QFETCH(double, tolerance);
+    QFETCH(double, x);
+    const Vantor::Geometry::CRectangle region(x, 1.0, 5.0, 5.0);
+    const ImagePtr image = MakeNoise(20, 20, 3, 1, 12);
+    const ImagePtr original = CopyOf(*image);
+    for (const int nRadius : {0, 1, 2}) {
+        QVERIFY(image->MedianFilter(nRadius, nRadius, &region, static_cast<ERegionMode>(mode), tolerance) !=
+                0);
+        QVERIFY(AreEqual(*image, *original));
+        QVERIFY(!image->GetFailureReason().empty());
+    }
+}
+
+void tst_MedianFilter::anEmptyImageIsAnError()
+{
+    CImage image;
+    QVERIFY(MedianOf(image, 1, 1) != 0);
+    QCOMPARE(image.GetFailureReason(), std::string("The image is empty."));
+}
+
+void tst_MedianFilter::aRegionOutsideTheImageChangesNothing()
+{
+    const ImagePtr image = MakeNoise(20, 20, 3, 1, 12);
+    const ImagePtr original = CopyOf(*image);
+    const Vantor::Geometry::CRectangle outside(100.0, 5.0, 9.0, 9.0);
+    const Vantor::Geometry::CRectangle nowhere(kNaN, 5.0, 9.0, 9.0);
+    const Vantor::Geometry::CPolygon empty;
+    const Vantor::Geometry::CGeometryArray none;
+    for (const CGeometry* pRegion :
+         std::initializer_list<const CGeometry*>{&outside, &nowhere, &empty, &none}) {
+        for (const int nRadius : {1, 2})
+            QCOMPARE(image->MedianFilter(nRadius, nRadius, pRegion, ERegionMode::Inside, 0.0), 0);
+        QVERIFY(AreEqual(*image, *original));
+    }
+}
+
+void tst_MedianFilter::withoutGeometryTheWholeImageIsFiltered()
+{
+    const ImagePtr image = MakeNoise(20, 20, 3, 1, 12);
+    const ImagePtr expected = Filtered(*image, WholeOf(*image), ModelOf(1, 1));
+    const ImagePtr inside = CopyOf(*image);
+    QCOMPARE(inside->MedianFilter(1, 1, nullptr, ERegionMode::Inside, -5.0), 0);
+    QVERIFY(AreEqual(*inside, *expected));
+    const ImagePtr outside = CopyOf(*image);
+    QCOMPARE(outside->MedianFilter(1, 1, nullptr, ERegionMode::Outside, 0.0), 0);
+    QVERIFY(AreEqual(*outside, *image));
+}
+
+void tst_MedianFilter::objectBufferAndIdentifierStay()
+{
+    const ImagePtr image = MakeNoise(40, 30, 3, 1, 13);
+    image->SetName(L"name");
+    const unsigned char* pData = image->GetData();
+    unsigned char** ppRows = image->GetRows();
+    const unsigned int nUID = image->GetUID();
+    for (const int nRadius : {0, 1, 2}) {
+        QCOMPARE(MedianOf(*image, nRadius, nRadius), 0);
+        QCOMPARE(static_cast<const CImage&>(*image).GetData(), pData);
+        QCOMPARE(image->GetRows(), ppRows);
+        QCOMPARE(image->GetUID(), nUID);
+        QCOMPARE(image->GetName(), std::wstring(L"name"));
+    }
+}
+
+void tst_MedianFilter::shapesOutOfOrderAreRefused()
+{
+    struct Wild : Vantor::Geometry::CRectangle {
+        std::vector<SPixelRun> vctRuns;
+        std::vector<SPixelRun> GetPixelRuns(int, int) const override { return vctRuns; }
+    };
+    const ImagePtr image = MakeNoise(20, 20, 3, 1, 12);
+    const ImagePtr original = CopyOf(*image);
+    const std::vector<std::vector<SPixelRun>> vctWild = {
+        {{0, 0, 21}},           {{20, 0, 5}},           {{-1, 0, 5}}, {{3, -1, 5}},
+        {{3, 1, 5}, {2, 1, 5}}, {{3, 1, 5}, {3, 4, 6}}, {{3, 5, 5}}};
+    for (const auto& vctRuns : vctWild) {
+        Wild wild;
+        wild.vctRuns = vctRuns;
+        QVERIFY(image->MedianFilter(1, 1, &wild, ERegionMode::Inside, 0.0) != 0);
+        QVERIFY(image->MedianFilter(1, 1, &wild, ERegionMode::Outside, 0.0) != 0);
+        QVERIFY(AreEqual(*image, *original));
+    }
+}
+
+void tst_MedianFilter::theLastFailureHasAReason()
+{
+    const ImagePtr image = MakeNoise(20, 20, 3, 1, 12);
+    QCOMPARE(image->GetFailureReason(), std::string());
+    QVERIFY(MedianOf(*image, -1, 1) != 0);
+    QCOMPARE(image->GetFailureReason(), std::string("A radius of the median is negative."));
+    QVERIFY(image->CopyFrom(nullptr) != 0);
+    QCOMPARE(image->GetFailureReason(), std::string("There is no image to copy."));
+    CImage other;
+    QCOMPARE(other.CopyFrom(image.get()), 0);
+    QCOMPARE(other.GetFailureReason(), std::string());
+    QCOMPARE(MedianOf(*image, 1, 1), 0);
+    QCOMPARE(image->GetFailureReason(), std::string());
+}
+
+VANTOR_CORE_TEST_MAIN(tst_MedianFilter)
+#include "tst_MedianFilter.moc"
