@@ -167,6 +167,9 @@ private Q_SLOTS:
         QCOMPARE(b.Regions(), QStringList());
         b.AddRectangle(1, QStringLiteral("b"));
         QCOMPARE(b.Regions(), QStringList(QStringLiteral("b")));
+        b.AddRectangle(0, QStringLiteral("b"));
+        QVERIFY(b.fixture.center->Delete2DDrawableObject(0, b.NewestUID(0)));
+        QCOMPARE(b.Regions(), QStringList(QStringLiteral("b")));
         b.fixture.Ctrl(0)->CloseCurrentImage();
         QCOMPARE(b.Regions(), QStringList(QStringLiteral("b")));
     }
