@@ -118,6 +118,10 @@ void CMainWindow::CreateMenus()
     for (QDockWidget* pDock : findChildren<QDockWidget*>())
         pWindow->addAction(pDock->toggleViewAction());
 
+    QMenu* pTools = menuBar()->addMenu(QStringLiteral("&Tools"));
+    pTools->addAction(QStringLiteral("&Median Filter..."), m_pCtrl.get(), &CCenterCtrl::slot_OpenMedianTool);
+    pTools->addAction(QStringLiteral("&Sobel Filter..."), m_pCtrl.get(), &CCenterCtrl::slot_OpenSobelTool);
+
     QMenu* pHelp = menuBar()->addMenu(QStringLiteral("&Help"));
     pHelp->addAction(QStringLiteral("&About"), this, &CMainWindow::About);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 #include "app/CMainWindow.h"
+#include "tests/VantorCommon/process/ToolParts.h"
 #include "tests/support/TestMain.h"
 
 #include <VantorCommon/log/CLogModel.h>
@@ -85,6 +86,27 @@ private Q_SLOTS:
         QTRY_VERIFY(pRows->rowCount() > 0 &&
                     pRows->index(pRows->rowCount() - 1, 2).data().toString() == QStringLiteral("a line"));
         QVERIFY(MenuEntry(window, QStringLiteral("&View"), QStringLiteral("Log")));
+    }
+
+    void aToolIsOpenedFromTheMenuByKeys_data()
+    {
+        QTest::addColumn<char>("key");
+        QTest::newRow("Median Filter") << 'm';
+        QTest::newRow("Sobel Filter") << 's';
+    }
+    void aToolIsOpenedFromTheMenuByKeys()
+    {
+        QFETCH(char, key);
+        CMainWindow window;
+        QVERIFY(Activate(window));
+        QTest::keyClick(window.windowHandle(), Qt::Key_T, Qt::AltModifier);
+        QTRY_VERIFY(QApplication::activePopupWidget());
+        QTest::keyClick(QApplication::activePopupWidget(), key);
+        const auto tool = [&] { return window.findChild<CImage2DProcessBaseDlg*>(); };
+        QTRY_VERIFY(tool() && QApplication::activeWindow() == tool());
+        QCOMPARE(tool()->windowTitle(), QString::fromLatin1(QTest::currentDataTag()));
+        QVERIFY(!tool()->isModal());
+        QCOMPARE(ToolParts(*tool()).Entries("Source Image"), QStringList(QStringLiteral("Image View [0]")));
     }
 };
 

@@ -5,6 +5,12 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/process/median/CImage2DProcessMedianCtrl.h>
+#include <VantorCommon/process/median/CImage2DProcessMedianDlg.h>
+#include <VantorCommon/process/median/CImage2DProcessMedianModel.h>
+#include <VantorCommon/process/sobel/CImage2DProcessSobelCtrl.h>
+#include <VantorCommon/process/sobel/CImage2DProcessSobelDlg.h>
+#include <VantorCommon/process/sobel/CImage2DProcessSobelModel.h>
 #include <VantorCommon/shell/center/CCenterModel.h>
 #include <VantorCommon/shell/center/CCenterView.h>
 #include <VantorCommon/shell/dock/CPropertyDockView.h>
@@ -35,13 +41,47 @@ CImageViewerCtrl* ViewerCtrl(const SMVCItem& item)
 {
     return dynamic_cast<CImageViewerCtrl*>(item.pCtrl);
 }
+
+/// A processing tool, made when it is first opened, or opened again after its dialog died.
+template <class Model, class Dlg, class Ctrl> class CTool
+{
+public:
+    ~CTool()
+    {
+        m_pCtrl.reset();
+        delete m_pDlg;
+    }
+
+    void Open(QWidget* pParent)
+    {
+        if (!m_pDlg) {
+            m_pCtrl.reset();
+            m_pModel = std::make_unique<Model>();
+            m_pDlg = new Dlg(m_pModel.get(), pParent);
+            m_pCtrl = std::make_unique<Ctrl>(m_pModel.get(), m_pDlg);
+        }
+        m_pDlg->show();
+        m_pDlg->raise();
+        m_pDlg->activateWindow();
+    }
+
+private:
+    std::unique_ptr<Model> m_pModel;
+    QPointer<Dlg> m_pDlg;
+    std::unique_ptr<Ctrl> m_pCtrl;
+};
 } // namespace
+
+struct CCenterCtrl::STools {
+    CTool<CImage2DProcessMedianModel, CImage2DProcessMedianDlg, CImage2DProcessMedianCtrl> median;
+    CTool<CImage2DProcessSobelModel, CImage2DProcessSobelDlg, CImage2DProcessSobelCtrl> sobel;
+};
 
 CCenterCtrl::CCenterCtrl(CCenterModel* pModel, CCenterView* pView, CToolBoxDockView* pToolBoxDockView,
                          CPropertyDockView* pPropertyDockView, CStatusBarDockView* pStatusBarDockView)
     : m_pModel(pModel), m_pView(pView), m_pToolBoxDockView(pToolBoxDockView),
       m_pPropertyDockView(pPropertyDockView), m_pStatusBarDockView(pStatusBarDockView),
-      m_pToolModel(std::make_unique<CImageView2DToolModel>())
+      m_pToolModel(std::make_unique<CImageView2DToolModel>()), m_pTools(std::make_unique<STools>())
 {
     for (int i = 0; i < kViewerCount; ++i)
         CreateViewer(i, pToolBoxDockView, pPropertyDockView, pStatusBarDockView);
@@ -54,6 +94,7 @@ CCenterCtrl::CCenterCtrl(CCenterModel* pModel, CCenterView* pView, CToolBoxDockV
 
 CCenterCtrl::~CCenterCtrl()
 {
+    m_pTools.reset(); // they work on the viewers
     for (const SMVCItem& item : m_vctMVC) {
         delete item.pModel;
         delete item.pCtrl;
@@ -215,6 +256,16 @@ void CCenterCtrl::slot_Convert()
     for (const SMVCItem& item : m_vctMVC)
         if (auto* pCtrl = ViewerCtrl(item))
             pCtrl->Convert();
+}
+
+void CCenterCtrl::slot_OpenMedianTool()
+{
+    m_pTools->median.Open(m_pView);
+}
+
+void CCenterCtrl::slot_OpenSobelTool()
+{
+    m_pTools->sobel.Open(m_pView);
 }
 
 CImageViewerCtrl* CCenterCtrl::FindByViewID(int nViewID) const

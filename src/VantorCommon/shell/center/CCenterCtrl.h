@@ -31,9 +31,10 @@ class CImage;
 
 /// The controller of the centre: makes four viewers, "Image View [0]" to "Image View [3]", and directs what
 /// addresses an image to the right one. Where more than one is shown and an operation needs one, the user
-/// picks it in a dialog.
+/// picks it in a dialog. It also makes the processing tools.
 ///
-/// It owns the viewers' models and controllers and the shared tool model; the viewers belong to the centre
+/// It owns the viewers' models and controllers, the tools and the shared tool model; the viewers belong to
+/// the centre
 /// view, model, view and docks to the host, who keeps them alive until the controller is gone. Operations
 /// that find no viewer do nothing and return an empty or zero result. GUI thread only.
 class VANTORCOMMON_EXPORT CCenterCtrl : public CBaseCtrl
@@ -80,6 +81,9 @@ public Q_SLOTS:
     /// Opens the first entry that is a regular file.
     void slot_SelectFiles(const std::vector<QFileInfo>& vctFiles);
     void slot_Convert();
+    /// Show a processing tool, which is made at the first call and belongs to the centre. It is modeless.
+    void slot_OpenMedianTool();
+    void slot_OpenSobelTool();
 
 private:
     void CreateViewer(int nIndex, CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
@@ -98,4 +102,6 @@ private:
     QPointer<CStatusBarDockView> m_pStatusBarDockView;
     std::unique_ptr<CImageView2DToolModel> m_pToolModel;
     std::vector<SMVCItem> m_vctMVC;
+    struct STools;
+    std::unique_ptr<STools> m_pTools;
 };

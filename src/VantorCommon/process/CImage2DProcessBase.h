@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+/// The common base of processing operations. It carries no state.
+class VANTORCOMMON_EXPORT CImage2DProcessBase
+{
+public:
+    virtual ~CImage2DProcessBase();
+};

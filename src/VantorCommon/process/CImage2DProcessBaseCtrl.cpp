@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/process/CImage2DProcessBaseCtrl.h>
+
+#include <Vantor/image/CImage.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/log/CLogger.h>
+#include <VantorCommon/process/CImage2DProcessBaseDlg.h>
+#include <VantorCommon/shell/mvc/CMVCManager.h>
+#include <VantorCommon/shell/viewer/CImageViewer.h>
+#include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
+
+using Vantor::Algorithms::CImage;
+using Vantor::Geometry::CGeometry;
+
+CImage2DProcessBaseCtrl::CImage2DProcessBaseCtrl(CImage2DProcessBaseDlg* pDlg) : m_pDlg(pDlg)
+{
+    if (!m_pDlg)
+        return;
+    connect(m_pDlg.data(), &CImage2DProcessBaseDlg::signal_ChangeSourceImageView, this,
+            &CImage2DProcessBaseCtrl::slot_ChangeSourceImageView);
+    ChangeSourceImageView(m_pDlg->GetSourceImage());
+}
+
+CImage2DProcessBaseCtrl::~CImage2DProcessBaseCtrl() = default;
+
+CImageViewerCtrl* CImage2DProcessBaseCtrl::GetSourceViewCtrl() const
+{
+    return m_pSourceViewCtrl;
+}
+
+CImageViewer* CImage2DProcessBaseCtrl::GetSourceView() const
+{
+    return m_pSourceView;
+}
+
+void CImage2DProcessBaseCtrl::ChangeSourceImageView(const QString& strTitle)
+{
+    const auto item = CMVCManager::FindFirst(
+        [&](const SMVC& each) { return each.pView && each.pView->windowTitle() == strTitle; });
+    ConnectSource(false);
+    m_pSourceViewCtrl = item ? dynamic_cast<CImageViewerCtrl*>(item->pCtrl) : nullptr;
+    m_pSourceView = item ? dynamic_cast<CImageViewer*>(item->pView) : nullptr;
+    if (!m_pSourceViewCtrl || !m_pSourceView)
+        return;
+    ConnectSource(true);
+    FillSourceROI();
+}
+
+void CImage2DProcessBaseCtrl::slot_ChangeSourceImageView(const QString& strTitle)
+{
+    ChangeSourceImageView(strTitle);
+}
+
+void CImage2DProcessBaseCtrl::ConnectSource(bool bConnect)
+{
+    if (!m_pSourceView)
+        return;
+    using V = CImageViewer;
+    using C = CImage2DProcessBaseCtrl;
+    const auto change = [&](auto pSignal, auto pSlot) {
+        if (bConnect)
+            connect(m_pSourceView.data(), pSignal, this, pSlot);
+        else
+            disconnect(m_pSourceView.data(), pSignal, this, pSlot);
+    };
+    change(&V::signal_ChangeDrawableObjectProperty, &C::slot_ChangeDrawableObjectProperty);
+    change(&V::signal_AddDrawableObjectWithViewID, &C::slot_AddDrawableObjectWithViewID);
+    change(&V::signal_DeleteDrawableObjectWithViewID, &C::slot_DeleteDrawableObjectWithViewID);
+    change(&V::signal_ClearDrawableObject, &C::FillSourceROI);
+}
+
+void CImage2DProcessBaseCtrl::FillSourceROI()
+{
+    if (!m_pDlg || !m_pSourceView)
+        return;
+    std::vector<QString> vctNames;
+    for (const auto& pObject : m_pSourceView->Get2DDrawableObjects())
+        if (pObject->GetType() == EImageView2DDrawbleObjectType_Geometry)
+            vctNames.push_back(pObject->GetName());
+    m_pDlg->SetSourceROITitle(vctNames);
+}
+
+void CImage2DProcessBaseCtrl::slot_AddDrawableObjectWithViewID(int, unsigned int, unsigned int nGeometryUID,
+                                                               QString)
+{
+    if (!m_pDlg || !m_pSourceView)
+        return;
+    for (const auto& pObject : m_pSourceView->Get2DDrawableObjects())
+        if (pObject->GetUID() == nGeometryUID && pObject->GetType() == EImageView2DDrawbleObjectType_Geometry)
+            return m_pDlg->AddSourceROI(pObject->GetName());
+}
+
+void CImage2DProcessBaseCtrl::slot_DeleteDrawableObjectWithViewID(int, unsigned int, unsigned int,
+                                                                  QString strName)
+{
+    if (m_pDlg)
+        m_pDlg->DeleteSourceROI(strName);
+}
+
+void CImage2DProcessBaseCtrl::slot_ChangeDrawableObjectProperty(unsigned int)
+{
+}
+
+void CImage2DProcessBaseCtrl::StartProcess()
+{
+    m_timer.start();
+}
+
+void CImage2DProcessBaseCtrl::EndProcess()
+{
+    if (!m_pDlg)
+        return;
+    const long long nElapsed = m_timer.isValid() ? m_timer.elapsed() : 0;
+    const QString strMessage = QString::asprintf("Processing Time %lld ms", nElapsed);
+    m_pDlg->SetMessage(strMessage);
+    CLogger::Write(NORMAL, "%s", qUtf8Printable(strMessage));
+}
+
+CImage2DProcessBaseCtrl::SSource CImage2DProcessBaseCtrl::TakeSource()
+{
+    m_strFailureReason.clear();
+    SSource source;
+    if (!m_pDlg || !m_pSourceViewCtrl || !m_pSourceView)
+        m_strFailureReason = QStringLiteral("No source viewer is chosen.");
+    else if (!(source.pImage = m_pSourceViewCtrl->GetImage()))
+        m_strFailureReason = QStringLiteral("The source viewer shows no image.");
+    else
+        source.pRegion = FindRegion();
+    return source;
+}
+
+std::shared_ptr<CGeometry> CImage2DProcessBaseCtrl::FindRegion() const
+{
+    const QString strName = m_pDlg->GetSourceROIName();
+    if (strName.isEmpty())
+        return nullptr;
+    std::shared_ptr<CGeometry> pRegion;
+    for (const auto& pObject : m_pSourceView->Get2DDrawableObjects())
+        if (const auto pShape = std::dynamic_pointer_cast<CImageView2DDrawableGeometry>(pObject))
+            if (pShape->GetName() == strName)
+                pRegion = pShape->GetData();
+    return pRegion;
+}
+
+CImage2DProcessBaseCtrl::ImagePtr CImage2DProcessBaseCtrl::CopyOf(const SSource& source)
+{
+    if (!source.pImage)
+        return nullptr;
+    auto pCopy = std::make_shared<CImage>();
+    const int nResult = pCopy->CopyFrom(source.pImage.get());
+    return Succeeded(nResult, pCopy->GetFailureReason()) ? pCopy : nullptr;
+}
+
+void CImage2DProcessBaseCtrl::ShowResult(const ImagePtr& pImage)
+{
+    EndProcess();
+    if (m_pSourceViewCtrl)
+        m_pSourceViewCtrl->ChangeCurrentImage(pImage);
+}
+
+bool CImage2DProcessBaseCtrl::Succeeded(int nResult, const std::string& strReason)
+{
+    if (nResult != 0)
+        m_strFailureReason = QString::fromStdString(strReason);
+    return nResult == 0;
+}

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+#include <VantorCommon/shell/mvc/CBaseCtrl.h>
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QString>
+#include <memory>
+#include <string>
+
+class CImage2DProcessBaseDlg;
+class CImageViewer;
+class CImageViewerCtrl;
+
+namespace Vantor::Algorithms
+{
+class CImage;
+}
+
+namespace Vantor::Geometry
+{
+class CGeometry;
+}
+
+/// The controller of a processing tool: bound to one viewer of the centre, the source, it keeps the dialog's
+/// list of regions in step with the shapes of that viewer and times the runs.
+///
+/// A run of a derived tool is: TakeSource, CopyOf, StartProcess, a call of the core library, ShowResult. A
+/// run that cannot be done ends without a word; GetFailureReason tells why. Dialog and viewer are not owned;
+/// the binding is dropped when the viewer dies. GUI thread only; a run blocks it.
+class VANTORCOMMON_EXPORT CImage2DProcessBaseCtrl : public CBaseCtrl
+{
+    Q_OBJECT
+
+public:
+    using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
+
+    /// Binds the tool to the viewer that the dialog shows; the dialog may be null.
+    explicit CImage2DProcessBaseCtrl(CImage2DProcessBaseDlg* pDlg);
+    ~CImage2DProcessBaseCtrl() override;
+
+    /// Binds the tool to the registered viewer with that window title. Without one the tool is unbound, and
+    /// the dialog's list of regions stays as it was.
+    void ChangeSourceImageView(const QString& strTitle);
+    CImageViewerCtrl* GetSourceViewCtrl() const;
+    CImageViewer* GetSourceView() const;
+
+    /// Starts the clock of a run.
+    void StartProcess();
+    /// Shows and logs the time since StartProcess; nothing without a dialog.
+    void EndProcess();
+
+    /// Why the last run gave no result or only an unprocessed one, in English; empty after a good one.
+    QString GetFailureReason() const { return m_strFailureReason; }
+
+public Q_SLOTS:
+    void slot_ChangeSourceImageView(const QString& strTitle);
+    /// Deliberate: neither the viewer nor the image is compared, the signal comes from the source itself.
+    void slot_AddDrawableObjectWithViewID(int nViewID, unsigned int nImageUID, unsigned int nGeometryUID,
+                                          QString strName);
+    void slot_DeleteDrawableObjectWithViewID(int nViewID, unsigned int nImageUID, unsigned int nGeometryUID,
+                                             QString strName);
+    /// Deliberate: nothing. A region keeps the name under which it was listed.
+    void slot_ChangeDrawableObjectProperty(unsigned int nUID);
+
+protected:
+    /// What a run works on.
+    struct SSource {
+        ImagePtr pImage;                                      ///< null: there is nothing to run on
+        std::shared_ptr<Vantor::Geometry::CGeometry> pRegion; ///< null: the whole image
+    };
+
+    /// The current image of the source viewer, and the shape that is chosen by name; of several with that
+    /// name the last one in the viewer's list.
+    SSource TakeSource();
+    /// A copy to work on, for images that a viewer holds never change; null when there is none.
+    ImagePtr CopyOf(const SSource& source);
+    /// Ends the run and makes the image the current one of the source viewer, an undoable step.
+    void ShowResult(const ImagePtr& pImage);
+    /// Whether a call of the core library succeeded (gave 0); if not, its reason is kept.
+    bool Succeeded(int nResult, const std::string& strReason);
+
+private:
+    void ConnectSource(bool bConnect);
+    void FillSourceROI();
+    std::shared_ptr<Vantor::Geometry::CGeometry> FindRegion() const;
+
+    QPointer<CImage2DProcessBaseDlg> m_pDlg;
+    QPointer<CImageViewerCtrl> m_pSourceViewCtrl;
+    QPointer<CImageViewer> m_pSourceView;
+    QElapsedTimer m_timer;
+    QString m_strFailureReason;
+};

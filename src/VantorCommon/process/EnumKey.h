@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QMetaEnum>
+#include <QString>
+
+/// The printable keys of an enumeration that Qt's meta-object system knows (Q_ENUM or Q_ENUM_NS). It must
+/// have int underneath, for -1 is stored in it.
+namespace EnumKey
+{
+/// Empty for a value that has no key.
+template <class Enum> QString FromValue(Enum eValue)
+{
+    return QString::fromLatin1(QMetaEnum::fromType<Enum>().valueToKey(static_cast<int>(eValue)));
+}
+
+/// -1 for a text that is no key.
+template <class Enum> Enum ToValue(const QString& strKey)
+{
+    return static_cast<Enum>(QMetaEnum::fromType<Enum>().keyToValue(strKey.toUtf8().constData()));
+}
+} // namespace EnumKey

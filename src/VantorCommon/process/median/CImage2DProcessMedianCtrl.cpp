@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/process/median/CImage2DProcessMedianCtrl.h>
+
+#include <Vantor/image/CImage.h>
+#include <VantorCommon/process/EnumKey.h>
+#include <VantorCommon/process/median/CImage2DProcessMedianDlg.h>
+#include <VantorCommon/process/median/CImage2DProcessMedianModel.h>
+
+using Vantor::Algorithms::ERegionMode;
+
+namespace
+{
+constexpr int kTypeCode = 0;
+constexpr int kRadius = 1;
+constexpr double kExact = 0.0; // the region neither grows nor shrinks
+} // namespace
+
+CImage2DProcessMedianCtrl::CImage2DProcessMedianCtrl(CImage2DProcessMedianModel* pModel,
+                                                     CImage2DProcessMedianDlg* pDlg)
+    : CImage2DProcessBaseCtrl(pDlg), m_pDlg(pDlg), m_pModel(pModel)
+{
+    if (!m_pDlg)
+        return;
+    connect(m_pDlg.data(), &CImage2DProcessMedianDlg::signal_Run, this, &CImage2DProcessMedianCtrl::slot_Run);
+    connect(m_pDlg.data(), &CImage2DProcessMedianDlg::signal_ChangeData, this,
+            &CImage2DProcessMedianCtrl::slot_ChangeData);
+}
+
+CImage2DProcessMedianCtrl::~CImage2DProcessMedianCtrl() = default;
+
+bool CImage2DProcessMedianCtrl::Undo()
+{
+    return false;
+}
+
+bool CImage2DProcessMedianCtrl::Redo()
+{
+    return false;
+}
+
+void CImage2DProcessMedianCtrl::slot_ChangeData(int nCode, const QString& strValue)
+{
+    if (m_pModel && nCode == kTypeCode)
+        m_pModel->SetType(EnumKey::ToValue<EImage2DProcessMedian>(strValue));
+}
+
+void CImage2DProcessMedianCtrl::slot_Run()
+{
+    if (!m_pDlg || !m_pModel)
+        return;
+    const SSource source = TakeSource();
+    const ImagePtr pCopy = CopyOf(source);
+    if (!pCopy)
+        return;
+    StartProcess();
+    // Deliberate: always 3x3; the type that the model holds is not read.
+    const int nResult =
+        pCopy->MedianFilter(kRadius, kRadius, source.pRegion.get(), ERegionMode::Inside, kExact);
+    if (Succeeded(nResult, pCopy->GetFailureReason()))
+        ShowResult(pCopy);
+}

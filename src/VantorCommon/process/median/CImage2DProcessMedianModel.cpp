@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/process/median/CImage2DProcessMedianModel.h>
+
+CImage2DProcessMedianModel::CImage2DProcessMedianModel() = default;
+
+CImage2DProcessMedianModel::~CImage2DProcessMedianModel() = default;
+
+void CImage2DProcessMedianModel::SetType(EImage2DProcessMedian eType)
+{
+    m_eType = eType;
+}

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+#include <VantorCommon/shell/mvc/CBaseModel.h>
+
+#include <QObject>
+
+/// Holds the enumeration, whose keys are printable; its names are used without the namespace.
+namespace Image2DProcessMedianType
+{
+Q_NAMESPACE_EXPORT(VANTORCOMMON_EXPORT)
+
+/// The values are part of the interface; -1 is stored for what is none of them.
+enum EImage2DProcessMedian : int {
+    EImage2DProcessMedian3x3 = 0,
+    EImage2DProcessMedian5x5 = 1,
+    EImage2DProcessMedianNxN = 2,
+};
+Q_ENUM_NS(EImage2DProcessMedian)
+} // namespace Image2DProcessMedianType
+
+using Image2DProcessMedianType::EImage2DProcessMedian;
+using Image2DProcessMedianType::EImage2DProcessMedian3x3;
+using Image2DProcessMedianType::EImage2DProcessMedian5x5;
+using Image2DProcessMedianType::EImage2DProcessMedianNxN;
+
+/// The state of the median tool: the type that the user chose. It announces no change; only the tool itself
+/// writes it. GUI thread only.
+class VANTORCOMMON_EXPORT CImage2DProcessMedianModel : public CBaseModel
+{
+public:
+    CImage2DProcessMedianModel();
+    ~CImage2DProcessMedianModel() override;
+
+    void SetType(EImage2DProcessMedian eType);
+    EImage2DProcessMedian GetType() const { return m_eType; }
+
+private:
+    EImage2DProcessMedian m_eType = EImage2DProcessMedian3x3;
+};

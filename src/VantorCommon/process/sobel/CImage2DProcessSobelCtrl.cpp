@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/process/sobel/CImage2DProcessSobelCtrl.h>
+
+#include <Vantor/image/CImage.h>
+#include <VantorCommon/process/EnumKey.h>
+#include <VantorCommon/process/sobel/CImage2DProcessSobelDlg.h>
+#include <VantorCommon/process/sobel/CImage2DProcessSobelModel.h>
+
+using Vantor::Algorithms::CImage;
+using Vantor::Algorithms::ERegionMode;
+using Vantor::Geometry::CGeometry;
+
+namespace
+{
+constexpr int kTypeCode = 0;
+constexpr double kExact = 0.0; // the region neither grows nor shrinks
+} // namespace
+
+CImage2DProcessSobelCtrl::CImage2DProcessSobelCtrl(CImage2DProcessSobelModel* pModel,
+                                                   CImage2DProcessSobelDlg* pDlg)
+    : CImage2DProcessBaseCtrl(pDlg), m_pDlg(pDlg), m_pModel(pModel)
+{
+    if (!m_pDlg)
+        return;
+    connect(m_pDlg.data(), &CImage2DProcessSobelDlg::signal_Run, this, &CImage2DProcessSobelCtrl::slot_Run);
+    connect(m_pDlg.data(), &CImage2DProcessSobelDlg::signal_ChangeData, this,
+            &CImage2DProcessSobelCtrl::slot_ChangeData);
+}
+
+CImage2DProcessSobelCtrl::~CImage2DProcessSobelCtrl() = default;
+
+bool CImage2DProcessSobelCtrl::Undo()
+{
+    return false;
+}
+
+bool CImage2DProcessSobelCtrl::Redo()
+{
+    return false;
+}
+
+void CImage2DProcessSobelCtrl::slot_ChangeData(int nCode, const QString& strValue)
+{
+    if (m_pModel && nCode == kTypeCode)
+        m_pModel->SetType(EnumKey::ToValue<EImage2DProcessSobel>(strValue));
+}
+
+void CImage2DProcessSobelCtrl::slot_Run()
+{
+    if (!m_pDlg || !m_pModel)
+        return;
+    const SSource source = TakeSource();
+    const ImagePtr pCopy = CopyOf(source);
+    if (!pCopy)
+        return;
+    StartProcess();
+    const int nResult = Filter(*pCopy, source.pRegion.get());
+    Succeeded(nResult, pCopy->GetFailureReason());
+    // Deliberate: also after a failure, and for a type that is none, the viewer gets the copy.
+    ShowResult(pCopy);
+}
+
+int CImage2DProcessSobelCtrl::Filter(CImage& image, const CGeometry* pRegion) const
+{
+    switch (m_pModel->GetType()) {
+    case EImage2DProcessSobelX:
+        return image.SobelX(pRegion, ERegionMode::Inside, kExact);
+    case EImage2DProcessSobelY:
+        return image.SobelY(pRegion, ERegionMode::Inside, kExact);
+    case EImage2DProcessSobelXY:
+        return image.SobelXY(pRegion, ERegionMode::Inside, kExact);
+    }
+    return 0;
+}

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+#include <VantorCommon/process/CImage2DProcessEnumDelegate.h>
+#include <VantorCommon/process/sobel/CImage2DProcessSobelModel.h>
+
+/// Offers the types of the Sobel tool for editing.
+class VANTORCOMMON_EXPORT CImage2DProcessSobelDlgParameterDelegate
+    : public CImage2DProcessEnumDelegate<EImage2DProcessSobel>
+{
+public:
+    explicit CImage2DProcessSobelDlgParameterDelegate(QObject* pParent = nullptr);
+    ~CImage2DProcessSobelDlgParameterDelegate() override;
+};

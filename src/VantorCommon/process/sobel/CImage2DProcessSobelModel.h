@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+#include <VantorCommon/shell/mvc/CBaseModel.h>
+
+#include <QObject>
+
+/// Holds the enumeration, whose keys are printable; its names are used without the namespace.
+namespace Image2DProcessSobelType
+{
+Q_NAMESPACE_EXPORT(VANTORCOMMON_EXPORT)
+
+/// The values are part of the interface; -1 is stored for what is none of them.
+enum EImage2DProcessSobel : int {
+    EImage2DProcessSobelX = 0,
+    EImage2DProcessSobelY = 1,
+    EImage2DProcessSobelXY = 2,
+};
+Q_ENUM_NS(EImage2DProcessSobel)
+} // namespace Image2DProcessSobelType
+
+using Image2DProcessSobelType::EImage2DProcessSobel;
+using Image2DProcessSobelType::EImage2DProcessSobelX;
+using Image2DProcessSobelType::EImage2DProcessSobelXY;
+using Image2DProcessSobelType::EImage2DProcessSobelY;
+
+/// The state of the Sobel tool: the direction in which edges are looked for. It announces no change; only
+/// the tool itself writes it. GUI thread only.
+class VANTORCOMMON_EXPORT CImage2DProcessSobelModel : public CBaseModel
+{
+public:
+    CImage2DProcessSobelModel();
+    ~CImage2DProcessSobelModel() override;
+
+    void SetType(EImage2DProcessSobel eType);
+    EImage2DProcessSobel GetType() const { return m_eType; }
+
+private:
+    EImage2DProcessSobel m_eType = EImage2DProcessSobelX;
+};
