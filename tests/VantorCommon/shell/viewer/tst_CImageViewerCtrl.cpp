@@ -18,7 +18,7 @@
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 #include <VantorCommon/shell/viewer/CImageViewerModel.h>
 #include <VantorCommon/view2d/CImageView2D.h>
-#include <VantorCommon/view3d/CImageView3DNotSupported.h>
+#include <VantorCommon/view3d/CImageView3D.h>
 
 #include <QApplication>
 #include <QMenu>
@@ -100,13 +100,13 @@ private Q_SLOTS:
         QCOMPARE(item.pCtrl, static_cast<CBaseCtrl*>(f.pCtrl.get()));
     }
 
-    void itPutsViewPlaceholderAndStatusBarIntoTheViewer()
+    void itPutsBothViewsAndTheStatusBarIntoTheViewer()
     {
         SFixture f;
         QVERIFY(f.Show());
         QVERIFY(f.pView2D->isVisible());
         auto* pView3D =
-            dynamic_cast<CImageView3DNotSupported*>(f.pView2D->parentWidget()->layout()->itemAt(1)->widget());
+            dynamic_cast<CImageView3D*>(f.pView2D->parentWidget()->layout()->itemAt(1)->widget());
         QVERIFY(pView3D && !pView3D->isVisible());
         QVERIFY(f.pStatusBar && !f.pStatusBar->isVisible());
         QCOMPARE(f.pCtrl->GetViewID(), kViewID);
