@@ -3,8 +3,8 @@
 """Draws the texture of the globe: the world in equirectangular projection, 4096 x 2048, north at the top.
 
 Usage: make_earth.py countries-50m.json
-The file is part of the npm package world-atlas 2.0.2 (ISC licence; `npm pack world-atlas@2.0.2`), which holds
-the public-domain outlines of Natural Earth 4.1 as TopoJSON. Needs rsvg-convert (librsvg2-bin) and convert
+The file is part of world-atlas 2.0.2 (ISC licence), which holds the public-domain outlines of Natural Earth 4.1
+as TopoJSON. Needs rsvg-convert (librsvg2-bin) and convert
 (imagemagick). The result is in the repository; run it after changing the drawing.
 
 Coasts and borders are true. Climate is drawn by hand: bands of latitude, and blurred spots for deserts,
