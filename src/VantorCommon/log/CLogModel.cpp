@@ -165,7 +165,9 @@ void CLogModel::slot_NewMessage(const SLogMessage& sMessage)
         return;
     QTextStream stream(&m_file);
     stream.setCodec("UTF-8");
-    stream << EscapeControls(ToString(sMessage)) << QLatin1Char('\n');
+    // In one piece: the stream hands a text that is longer than its buffer to the file at once, and what
+    // other processes write must not come between the text and its end.
+    stream << EscapeControls(ToString(sMessage)) + QLatin1Char('\n');
     stream.flush();
 }
 
