@@ -18,7 +18,7 @@ check() { # WHAT EXPECTED-EXIT PATTERN [ARGUMENT]
 }
 
 # Some kernels spread addresses more widely than the sanitizer can follow.
-if "$program" 2>&1 | grep -q "unexpected memory mapping"; then
+if "$program" writers 2>&1 | grep -q "unexpected memory mapping"; then
     run=(setarch -R "$program")
 fi
 check "planted: writers without their lock" 66 "ThreadSanitizer: data race" writers

@@ -29,7 +29,7 @@ namespace
 constexpr int c_nThreads = 8;
 constexpr int c_nProcesses = 4;
 constexpr int c_nPatienceMs = 600000;
-constexpr int c_nLongEvery = 20;     // lines between two that no buffer takes whole
+constexpr int c_nLongEvery = 20;       // lines between two that no buffer takes whole
 constexpr int c_nLongLetters = 100000; // of such a line
 
 int g_nUnreadable = 0;
