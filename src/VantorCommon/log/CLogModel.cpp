@@ -24,8 +24,8 @@ std::atomic<CLogModel*> g_pModel{nullptr};
 /// The queue and the lock of its adding end. They outlive the model: while the process exits, other threads
 /// may still be on their way to it.
 struct SQueue {
-    MessageQueue<SLogMessage> messages;
-    QMutex mutexAdd;
+    MessageQueue<SLogMessage> m_messages;
+    QMutex m_mutexAdd;
 };
 
 SQueue& Queue()
@@ -93,13 +93,13 @@ CLogModel::CLogModel() : m_pTimer(new QTimer(this))
 CLogModel::~CLogModel()
 {
     {
-        QMutexLocker lock(&Queue().mutexAdd);
+        QMutexLocker lock(&Queue().m_mutexAdd);
         g_pModel = nullptr;
     }
     for (bool bLeft = true; bLeft;) {
         SLogMessage sMessage;
         QMutexLocker lock(&m_mutexTake);
-        bLeft = Queue().messages.Take(sMessage);
+        bLeft = Queue().m_messages.Take(sMessage);
     }
     // Its own slot must not be reached when only the QObject is left of it.
     disconnect(this, &QObject::destroyed, this, nullptr);
@@ -124,9 +124,9 @@ void CLogModel::StartWithApplication()
 
 void CLogModel::Post(ELogLevel eLevel, const QString& strMessage, const QDateTime& dtTime)
 {
-    QMutexLocker lock(&Queue().mutexAdd);
+    QMutexLocker lock(&Queue().m_mutexAdd);
     if (g_pModel)
-        Queue().messages.Push(SLogMessage{strMessage, eLevel, dtTime});
+        Queue().m_messages.Push(SLogMessage{strMessage, eLevel, dtTime});
 }
 
 void CLogModel::AddMessage(ELogLevel eLevel, const QString& strMessage, const QDateTime& dtTime)
@@ -137,7 +137,7 @@ void CLogModel::AddMessage(ELogLevel eLevel, const QString& strMessage, const QD
 bool CLogModel::IsEmpty()
 {
     QMutexLocker lock(&m_mutexTake);
-    return Queue().messages.IsEmpty();
+    return Queue().m_messages.IsEmpty();
 }
 
 QString CLogModel::ToString(const SLogMessage& sMessage) const
@@ -197,7 +197,7 @@ void CLogModel::slot_OnTimer()
 {
     QMutexLocker lock(&m_mutexTake);
     SLogMessage sMessage;
-    if (!Queue().messages.Take(sMessage))
+    if (!Queue().m_messages.Take(sMessage))
         return;
     sMessage.dtTime = sMessage.dtTime.toLocalTime();
     Q_EMIT signal_NewMessage(sMessage);

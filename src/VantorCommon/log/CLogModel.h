@@ -78,7 +78,7 @@ private:
     /// Takes the model over to the thread of the application, if there are both, and starts its timer there.
     static void StartWithApplication();
 
-    QMutex m_mutexTake; ///< the taking end of the queue; its adding end has a lock of its own
+    QMutex m_mutexTake; ///< the taking end of the queue; m_mutexAdd of the adding one outlives the model
     QFile m_file;
     QTimer* m_pTimer;
 };
