@@ -21,6 +21,19 @@ constexpr int c_nDrainIntervalMs = 10;
 /// The model between its construction and its end. It has no destructor, so it can be asked at any time.
 std::atomic<CLogModel*> g_pModel{nullptr};
 
+/// The queue and the lock of its adding end. They outlive the model: while the process exits, other threads
+/// may still be on their way to it.
+struct SQueue {
+    MessageQueue<SLogMessage> m_messages;
+    QMutex m_mutexAdd;
+};
+
+SQueue& Queue()
+{
+    static auto* const pQueue = new SQueue; // never deleted
+    return *pQueue;
+}
+
 bool IsKnown(ELogLevel eLevel)
 {
     return eLevel >= NORMAL && eLevel <= ERROR;
@@ -57,8 +70,7 @@ CLogModel* CLogModel::GetInstance()
     return g_pModel;
 }
 
-CLogModel::CLogModel()
-    : m_pMessages(std::make_unique<MessageQueue<SLogMessage>>()), m_pTimer(new QTimer(this))
+CLogModel::CLogModel() : m_pTimer(new QTimer(this))
 {
     qRegisterMetaType<SLogMessage>();
     qRegisterMetaType<SLogMessage>("SLogMessage&");
@@ -81,8 +93,13 @@ CLogModel::CLogModel()
 CLogModel::~CLogModel()
 {
     {
-        QMutexLocker lock(&m_mutexAdd);
+        QMutexLocker lock(&Queue().m_mutexAdd);
         g_pModel = nullptr;
+    }
+    for (bool bLeft = true; bLeft;) {
+        SLogMessage sMessage;
+        QMutexLocker lock(&m_mutexTake);
+        bLeft = Queue().m_messages.Take(sMessage);
     }
     // Its own slot must not be reached when only the QObject is left of it.
     disconnect(this, &QObject::destroyed, this, nullptr);
@@ -105,17 +122,22 @@ void CLogModel::StartWithApplication()
     QMetaObject::invokeMethod(pModel->m_pTimer, qOverload<>(&QTimer::start), Qt::QueuedConnection);
 }
 
+void CLogModel::Post(ELogLevel eLevel, const QString& strMessage, const QDateTime& dtTime)
+{
+    QMutexLocker lock(&Queue().m_mutexAdd);
+    if (g_pModel)
+        Queue().m_messages.Push(SLogMessage{strMessage, eLevel, dtTime});
+}
+
 void CLogModel::AddMessage(ELogLevel eLevel, const QString& strMessage, const QDateTime& dtTime)
 {
-    QMutexLocker lock(&m_mutexAdd);
-    if (g_pModel)
-        m_pMessages->Push(SLogMessage{strMessage, eLevel, dtTime});
+    Post(eLevel, strMessage, dtTime);
 }
 
 bool CLogModel::IsEmpty()
 {
     QMutexLocker lock(&m_mutexTake);
-    return m_pMessages->IsEmpty();
+    return Queue().m_messages.IsEmpty();
 }
 
 QString CLogModel::ToString(const SLogMessage& sMessage) const
@@ -165,7 +187,9 @@ void CLogModel::slot_NewMessage(const SLogMessage& sMessage)
         return;
     QTextStream stream(&m_file);
     stream.setCodec("UTF-8");
-    stream << EscapeControls(ToString(sMessage)) << QLatin1Char('\n');
+    // In one piece: the stream hands a text that is longer than its buffer to the file at once, and what
+    // other processes write must not come between the text and its end.
+    stream << EscapeControls(ToString(sMessage)) + QLatin1Char('\n');
     stream.flush();
 }
 
@@ -173,7 +197,7 @@ void CLogModel::slot_OnTimer()
 {
     QMutexLocker lock(&m_mutexTake);
     SLogMessage sMessage;
-    if (!m_pMessages->Take(sMessage))
+    if (!Queue().m_messages.Take(sMessage))
         return;
     sMessage.dtTime = sMessage.dtTime.toLocalTime();
     Q_EMIT signal_NewMessage(sMessage);

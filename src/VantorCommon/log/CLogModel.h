@@ -11,10 +11,8 @@
 #include <QMetaType>
 #include <QMutex>
 #include <QString>
-#include <memory>
 
 class QTimer;
-template <class T> class MessageQueue;
 
 /// One log message. Registered with Qt's type system, so that it crosses threads in a signal.
 struct SLogMessage {
@@ -41,6 +39,10 @@ public:
 
     /// Queues a message; any thread. The time may be in any time zone, it is announced as local time.
     void AddMessage(ELogLevel eLevel, const QString& strMessage, const QDateTime& dtTime);
+
+    /// As AddMessage of the one instance, from any thread and at any time: it has no effect before the
+    /// instance is built and after its end, also when that comes during the call.
+    static void Post(ELogLevel eLevel, const QString& strMessage, const QDateTime& dtTime);
 
     /// Whether no message waits. Not from a slot of signal_NewMessage, which is emitted under the same lock.
     bool IsEmpty();
@@ -76,9 +78,7 @@ private:
     /// Takes the model over to the thread of the application, if there are both, and starts its timer there.
     static void StartWithApplication();
 
-    std::unique_ptr<MessageQueue<SLogMessage>> m_pMessages;
-    QMutex m_mutexAdd;  ///< the adding end of the queue
-    QMutex m_mutexTake; ///< its taking end; the two are never held together
+    QMutex m_mutexTake; ///< the taking end of the queue; m_mutexAdd of the adding one outlives the model
     QFile m_file;
     QTimer* m_pTimer;
 };

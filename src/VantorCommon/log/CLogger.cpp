@@ -30,8 +30,7 @@ std::size_t WithoutHalfTail(const char* pText, std::size_t nBytes)
 
 void CLogger::Write(ELogLevel level, const char* format, ...)
 {
-    CLogModel* pModel = CLogModel::GetInstance();
-    if (!pModel || !format)
+    if (!CLogModel::GetInstance() || !format)
         return;
 
     char buffer[c_nBufferBytes];
@@ -46,5 +45,6 @@ void CLogger::Write(ELogLevel level, const char* format, ...)
         nBytes = WithoutHalfTail(pText, c_nBufferBytes - 1);
     // In UTC this is no more than a reading of the clock; the model makes the local time of it later.
     const QDateTime dtNow = QDateTime::currentDateTimeUtc();
-    pModel->AddMessage(level, QString::fromUtf8(pText, static_cast<int>(nBytes)), dtNow);
+    // Not through the pointer: the model may have ended since.
+    CLogModel::Post(level, QString::fromUtf8(pText, static_cast<int>(nBytes)), dtNow);
 }

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 
 namespace
@@ -367,6 +368,22 @@ private Q_SLOTS:
             MakeSetting(QStringLiteral("a"), QStringLiteral("1"), QStringLiteral("int"))));
         QVERIFY(m_pHelper->RunQueryFile(QStringLiteral(":/Files/database_sqlite.sql"), true));
         QCOMPARE(Names(), QStringList());
+    }
+
+    void theTableHasFourColumnsOfTheirTypes()
+    {
+        QSqlQuery query(QSqlDatabase::database(QStringLiteral("localhost") + File(), false));
+        QVERIFY(query.exec(QStringLiteral("PRAGMA table_info(settings)")));
+        QStringList columns;
+        while (query.next())
+            columns << QStringLiteral("%1 %2%3%4")
+                           .arg(query.value(1).toString(), query.value(2).toString(),
+                                query.value(3).toBool() ? QStringLiteral(" required") : QString(),
+                                query.value(5).toBool() ? QStringLiteral(" key") : QString());
+        QCOMPARE(columns,
+                 QStringList(
+                     {QStringLiteral("ID INTEGER required key"), QStringLiteral("NAME nvarchar(45) required"),
+                      QStringLiteral("VALUE TEXT required"), QStringLiteral("TYPE nvarchar(45) required")}));
     }
 
     void everyColumnOfTheTableIsRequired()

@@ -259,6 +259,18 @@ private Q_SLOTS:
         m_pLog->Take();
     }
 
+    void aStoredTextThatIsNotANumberReadsAsTheCallersDefault()
+    {
+        {
+            const SFixture f(m_pDir->path());
+            QVERIFY(f.pCtrl->UpdateParameter(c_strKeyX, QStringLiteral("seven")));
+        }
+        const SFixture f(m_pDir->path());
+        QCOMPARE(CSettingManager::GetString(c_strKeyX, QString()), QStringLiteral("seven"));
+        QCOMPARE(CSettingManager::GetInt(c_strKeyX, 7), 7);
+        m_pLog->Take();
+    }
+
     void loadingWritesNothingBack()
     {
         {
