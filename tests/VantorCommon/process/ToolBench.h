@@ -10,6 +10,9 @@
 #include <VantorCommon/process/median/CImage2DProcessMedianDlg.h>
 #include <VantorCommon/process/median/CImage2DProcessMedianDlgParameterDelegate.h>
 #include <VantorCommon/process/median/CImage2DProcessMedianModel.h>
+#include <VantorCommon/process/ocr/CImage2DProcessOCRCtrl.h>
+#include <VantorCommon/process/ocr/CImage2DProcessOCRDlg.h>
+#include <VantorCommon/process/ocr/CImage2DProcessOCRModel.h>
 #include <VantorCommon/process/sobel/CImage2DProcessSobelCtrl.h>
 #include <VantorCommon/process/sobel/CImage2DProcessSobelDlg.h>
 #include <VantorCommon/process/sobel/CImage2DProcessSobelDlgParameterDelegate.h>
@@ -29,6 +32,11 @@ struct SobelTool {
     using Dlg = CImage2DProcessSobelDlg;
     using Ctrl = CImage2DProcessSobelCtrl;
     using Delegate = CImage2DProcessSobelDlgParameterDelegate;
+};
+struct OCRTool {
+    using Model = CImage2DProcessOCRModel;
+    using Dlg = CImage2DProcessOCRDlg;
+    using Ctrl = CImage2DProcessOCRCtrl;
 };
 
 /// A centre of one viewer with an image of 200 x 150, and a tool whose model the test can see.
