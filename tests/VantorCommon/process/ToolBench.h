@@ -24,6 +24,7 @@ struct MedianTool {
     using Model = CImage2DProcessMedianModel;
     using Dlg = CImage2DProcessMedianDlg;
     using Ctrl = CImage2DProcessMedianCtrl;
+    static void Run(Ctrl& ctrl) { ctrl.slot_Run(); }
     using Delegate = CImage2DProcessMedianDlgParameterDelegate;
 };
 struct SobelTool {
@@ -31,12 +32,14 @@ struct SobelTool {
     using Model = CImage2DProcessSobelModel;
     using Dlg = CImage2DProcessSobelDlg;
     using Ctrl = CImage2DProcessSobelCtrl;
+    static void Run(Ctrl& ctrl) { ctrl.slot_Run(); }
     using Delegate = CImage2DProcessSobelDlgParameterDelegate;
 };
 struct OCRTool {
     using Model = CImage2DProcessOCRModel;
     using Dlg = CImage2DProcessOCRDlg;
     using Ctrl = CImage2DProcessOCRCtrl;
+    static void Run(Ctrl& ctrl) { ctrl.slot_RunOCR(); }
 };
 
 /// A centre of one viewer with an image of 200 x 150, and a tool whose model the test can see.

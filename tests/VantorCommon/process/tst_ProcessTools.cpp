@@ -105,7 +105,7 @@ template <class Tool> struct Checks {
         QCOMPARE(parts.Message(), QString());
         Model model;
         Ctrl alone(&model, nullptr);
-        alone.slot_Run();
+        Tool::Run(alone);
         QVERIFY(fixture.Ctrl(0)->GetImage() == pImage);
     }
 
