@@ -269,10 +269,10 @@ private Q_SLOTS:
     void theChoiceOfFolderStaysOpenWhileAnotherWindowHasTheFocus()
     {
         OcrBench b;
-        QFileDialog* pDialog = OpenFolderEditor(b);
+        const QPointer<QFileDialog> pDialog = OpenFolderEditor(b);
         QVERIFY(pDialog);
         QVERIFY(Activate(b.fixture.window));
-        QVERIFY(pDialog->isVisible());
+        QVERIFY(pDialog && pDialog->isVisible());
         QCOMPARE(b.model.GetLanguagePath(), kFolder);
     }
 };
