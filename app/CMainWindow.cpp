@@ -121,6 +121,7 @@ void CMainWindow::CreateMenus()
     QMenu* pTools = menuBar()->addMenu(QStringLiteral("&Tools"));
     pTools->addAction(QStringLiteral("&Median Filter..."), m_pCtrl.get(), &CCenterCtrl::slot_OpenMedianTool);
     pTools->addAction(QStringLiteral("&Sobel Filter..."), m_pCtrl.get(), &CCenterCtrl::slot_OpenSobelTool);
+    pTools->addAction(QStringLiteral("&OCR..."), m_pCtrl.get(), &CCenterCtrl::slot_OpenOCRTool);
 
     QMenu* pHelp = menuBar()->addMenu(QStringLiteral("&Help"));
     pHelp->addAction(QStringLiteral("&About"), this, &CMainWindow::About);

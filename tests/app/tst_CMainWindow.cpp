@@ -93,6 +93,7 @@ private Q_SLOTS:
         QTest::addColumn<char>("key");
         QTest::newRow("Median Filter") << 'm';
         QTest::newRow("Sobel Filter") << 's';
+        QTest::newRow("OCR") << 'o';
     }
     void aToolIsOpenedFromTheMenuByKeys()
     {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
-#include "tests/support/TestImages.h"
+#include "tests/Vantor/ocr/OcrPages.h"
 #include "tests/support/TestMain.h"
 
 #include <Vantor/geometry/CGeometryArray.h>
@@ -10,17 +10,16 @@
 
 #include <QFile>
 #include <QTemporaryDir>
-#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <limits>
-#include <numeric>
 #include <utility>
-#include <vector>
 
 extern "C" void omp_set_max_active_levels(int levels);
 extern "C" int omp_get_max_active_levels();
 
+using OcrPages::Page;
+using OcrPages::Truth;
 using Vantor::Algorithms::CImage;
 using Vantor::Algorithms::CVOCR;
 using Vantor::Algorithms::EImageType;
@@ -30,37 +29,9 @@ namespace
 {
 constexpr const char* kFolder = VANTOR_TEST_TESSDATA;
 
-std::shared_ptr<CImage> Page(const QString& name)
-{
-    auto image = std::make_shared<CImage>();
-    return image->Load(TestDataPath(QStringLiteral("ocr/") + name).toStdWString()) == 0 ? image : nullptr;
-}
-
-QString Truth(const QString& name)
-{
-    QFile file(TestDataPath(QStringLiteral("ocr/") + name));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).simplified() : QString();
-}
-
 QString TextOf(const CVOCR& ocr)
 {
-    return QString::fromUtf8(ocr.GetText()).normalized(QString::NormalizationForm_C).simplified();
-}
-
-/// Characters to insert, remove or replace, as a percentage of the true text's.
-double ErrorRate(const QString& text, const QString& truth)
-{
-    std::vector<int> vctCosts(static_cast<std::size_t>(truth.size()) + 1);
-    std::iota(vctCosts.begin(), vctCosts.end(), 0);
-    for (int i = 0; i < text.size(); ++i) {
-        int nDiagonal = std::exchange(vctCosts[0], i + 1);
-        for (std::size_t j = 1; j < vctCosts.size(); ++j) {
-            const int nReplace = nDiagonal + (text[i] != truth[static_cast<int>(j) - 1]);
-            nDiagonal = vctCosts[j];
-            vctCosts[j] = std::min({nReplace, vctCosts[j] + 1, vctCosts[j - 1] + 1});
-        }
-    }
-    return 100.0 * vctCosts.back() / std::max(truth.size(), 1);
+    return OcrPages::Plain(ocr.GetText());
 }
 
 const QString kFirstLine = QStringLiteral("This is a lot of 12 point text to test the");
@@ -71,8 +42,6 @@ class tst_CVOCR : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void readsPagesWithFewErrors_data();
-    void readsPagesWithFewErrors();
     void readsOnlyTheRegion();
     void whatLiesOutsideTheShapeIsWhite();
     void aRegionOutsideTheImageHasNoText();
@@ -90,48 +59,6 @@ private Q_SLOTS:
     void theEngineOutlivesItsLanguageFile();
     void theThreadsOfTheHostStayAsTheyWere();
 };
-
-void tst_CVOCR::readsPagesWithFewErrors_data()
-{
-    QTest::addColumn<QString>("image");
-    QTest::addColumn<QString>("truth");
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<int>("dpi");
-    QTest::addColumn<double>("percent");
-    const auto add = [](const char* image, const char* truth, const char* language, int dpi, double percent) {
-        QTest::newRow(image) << QString::fromLatin1(image) << QString::fromLatin1(truth)
-                             << QString::fromLatin1(language) << dpi << percent;
-    };
-    // English and Vietnamese: what the engine's own command line reaches with its default settings.
-    add("phototest.tif", "phototest.gold.txt", "eng", 144, 0.0);
-    add("udhr_eng_144dpi.png", "udhr_eng.gt.txt", "eng", 144, 0.2);
-    add("udhr_vie_144dpi.png", "udhr_vie.gt.txt", "vie", 144, 0.0);
-    // There it is wrong about 40 and 76 % of the Korean characters, and 82 % of two of the turned pages.
-    add("udhr_kor_144dpi.png", "udhr_kor.gt.txt", "kor", 144, 3.0);
-    add("udhr_kor_300dpi.png", "udhr_kor.gt.txt", "kor", 300, 3.0);
-    add("phototest-rotated-180.png", "phototest.gold.txt", "eng", 144, 1.0);
-    add("phototest-rotated-L.png", "phototest.gold.txt", "eng", 144, 1.0);
-    add("phototest-rotated-R.png", "phototest.gold.txt", "eng", 144, 1.0);
-}
-
-void tst_CVOCR::readsPagesWithFewErrors()
-{
-    QFETCH(QString, image);
-    QFETCH(QString, truth);
-    QFETCH(QString, language);
-    QFETCH(int, dpi);
-    QFETCH(double, percent);
-    const auto page = Page(image);
-    QVERIFY(page);
-    QVERIFY(!Truth(truth).isEmpty());
-    CVOCR ocr;
-    QCOMPARE(ocr.SetLanguageData(language.toUtf8().constData(), kFolder), 0);
-    QCOMPARE(ocr.SetUserDefinedDpi(dpi), 0);
-    QCOMPARE(ocr.Decode(page.get(), nullptr), 0);
-    const double rate = ErrorRate(TextOf(ocr), Truth(truth));
-    qInfo("%s: %.2f %% wrong", qPrintable(image), rate);
-    QVERIFY2(rate <= percent + 0.01, qPrintable(TextOf(ocr)));
-}
 
 void tst_CVOCR::readsOnlyTheRegion()
 {

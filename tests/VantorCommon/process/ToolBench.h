@@ -10,6 +10,9 @@
 #include <VantorCommon/process/median/CImage2DProcessMedianDlg.h>
 #include <VantorCommon/process/median/CImage2DProcessMedianDlgParameterDelegate.h>
 #include <VantorCommon/process/median/CImage2DProcessMedianModel.h>
+#include <VantorCommon/process/ocr/CImage2DProcessOCRCtrl.h>
+#include <VantorCommon/process/ocr/CImage2DProcessOCRDlg.h>
+#include <VantorCommon/process/ocr/CImage2DProcessOCRModel.h>
 #include <VantorCommon/process/sobel/CImage2DProcessSobelCtrl.h>
 #include <VantorCommon/process/sobel/CImage2DProcessSobelDlg.h>
 #include <VantorCommon/process/sobel/CImage2DProcessSobelDlgParameterDelegate.h>
@@ -21,6 +24,7 @@ struct MedianTool {
     using Model = CImage2DProcessMedianModel;
     using Dlg = CImage2DProcessMedianDlg;
     using Ctrl = CImage2DProcessMedianCtrl;
+    static void Run(Ctrl& ctrl) { ctrl.slot_Run(); }
     using Delegate = CImage2DProcessMedianDlgParameterDelegate;
 };
 struct SobelTool {
@@ -28,7 +32,14 @@ struct SobelTool {
     using Model = CImage2DProcessSobelModel;
     using Dlg = CImage2DProcessSobelDlg;
     using Ctrl = CImage2DProcessSobelCtrl;
+    static void Run(Ctrl& ctrl) { ctrl.slot_Run(); }
     using Delegate = CImage2DProcessSobelDlgParameterDelegate;
+};
+struct OCRTool {
+    using Model = CImage2DProcessOCRModel;
+    using Dlg = CImage2DProcessOCRDlg;
+    using Ctrl = CImage2DProcessOCRCtrl;
+    static void Run(Ctrl& ctrl) { ctrl.slot_RunOCR(); }
 };
 
 /// A centre of one viewer with an image of 200 x 150, and a tool whose model the test can see.

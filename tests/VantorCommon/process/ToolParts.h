@@ -76,14 +76,17 @@ public:
         QTest::mouseClick(Window(), Qt::LeftButton, Qt::NoModifier, pWidget->mapTo(&m_dlg, pos));
     }
     void ClickRun() { Click(RunButton(), RunButton()->rect().center()); }
-    QPoint CellCentre(int nColumn) const { return Tree()->visualRect(Rows()->index(0, nColumn)).center(); }
-    /// Opens the editor of a cell of the first row by a double click; null when none opens.
-    QWidget* OpenEditor(int nColumn)
+    QPoint CellCentre(int nColumn, int nRow = 0) const
+    {
+        return Tree()->visualRect(Rows()->index(nRow, nColumn)).center();
+    }
+    /// Opens the editor of a cell by a double click; null when none opens.
+    QWidget* OpenEditor(int nColumn, int nRow = 0)
     {
         QWidget* pViewport = Tree()->viewport();
-        Click(pViewport, CellCentre(nColumn));
+        Click(pViewport, CellCentre(nColumn, nRow));
         QTest::mouseDClick(Window(), Qt::LeftButton, Qt::NoModifier,
-                           pViewport->mapTo(&m_dlg, CellCentre(nColumn)));
+                           pViewport->mapTo(&m_dlg, CellCentre(nColumn, nRow)));
         return Editor();
     }
     QWidget* Editor() const

@@ -18,11 +18,21 @@ namespace
 {
 using RegionPtr = std::shared_ptr<Vantor::Geometry::CGeometry>;
 
+/// How the centre opens a tool, and the title of its window.
+struct SHow {
+    void (CCenterCtrl::*pSlot)();
+    const char* szTitle;
+
+    void open(CCenterCtrl& center) const { (center.*pSlot)(); }
+};
+template <class Tool> constexpr SHow kHow{};
+template <> constexpr SHow kHow<MedianTool>{&CCenterCtrl::slot_OpenMedianTool, "Median Filter"};
+template <> constexpr SHow kHow<SobelTool>{&CCenterCtrl::slot_OpenSobelTool, "Sobel Filter"};
+template <> constexpr SHow kHow<OCRTool>{&CCenterCtrl::slot_OpenOCRTool, "OCR"};
+
 struct SExpected {
     QStringList lstKeys;                                  ///< of the values 0, 1, 2
     std::function<int(CImage&, const RegionPtr&)> filter; ///< what a run with the default type calls
-    std::function<void(CCenterCtrl&)> open;
-    const char* szTitle;
 };
 
 template <class Tool> SExpected Expected();
@@ -32,9 +42,7 @@ template <> SExpected Expected<MedianTool>()
              QStringLiteral("EImage2DProcessMedianNxN")},
             [](CImage& image, const RegionPtr& pRegion) {
                 return image.MedianFilter(1, 1, pRegion.get(), static_cast<ERegionMode>(1), 0.0);
-            },
-            [](CCenterCtrl& center) { center.slot_OpenMedianTool(); },
-            "Median Filter"};
+            }};
 }
 template <> SExpected Expected<SobelTool>()
 {
@@ -42,9 +50,7 @@ template <> SExpected Expected<SobelTool>()
              QStringLiteral("EImage2DProcessSobelXY")},
             [](CImage& image, const RegionPtr& pRegion) {
                 return image.SobelX(pRegion.get(), static_cast<ERegionMode>(1), 0.0);
-            },
-            [](CCenterCtrl& center) { center.slot_OpenSobelTool(); },
-            "Sobel Filter"};
+            }};
 }
 
 QByteArray Filtered(const SExpected& expected, const CImage& image, const RegionPtr& pRegion)
@@ -62,7 +68,184 @@ bool HasFocus(const QWidget* pWindow)
     return QTest::qWaitFor([&] { return QApplication::activeWindow() == pWindow; });
 }
 
+/// What every tool does alike.
 template <class Tool> struct Checks {
+    using Bench = ToolBench<Tool>;
+    using Model = typename Tool::Model;
+    using Dlg = typename Tool::Dlg;
+    using Ctrl = typename Tool::Ctrl;
+
+    static void aValueThatIsNoTextIsSentAsText()
+    {
+        Bench b;
+        QSignalSpy spy(&b.dlg, &Dlg::signal_ChangeData);
+        b.parts.Rows()->item(0, 1)->setData(7, Qt::DisplayRole);
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(spy[0], (QVariantList{0, QStringLiteral("7")}));
+        QStandardItemModel other(1, 2);
+        b.dlg.slot_DataChanged(other.index(0, 1), other.index(0, 1), {});
+        b.dlg.slot_DataChanged({}, {}, {});
+        QCOMPARE(spy.count(), 1);
+    }
+
+    static void withoutAModelNothingIsSentAndNothingRuns()
+    {
+        CenterFixture fixture(1, 1);
+        Dlg dlg(nullptr, &fixture.window);
+        Ctrl ctrl(nullptr, &dlg);
+        ToolParts parts(dlg);
+        QSignalSpy spy(&dlg, &Dlg::signal_ChangeData);
+        parts.Rows()->item(0, 1)->setText(QStringLiteral("new"));
+        QCOMPARE(spy.count(), 0);
+        const auto pImage = fixture.Ctrl(0)->GetImage();
+        QVERIFY(parts.Show());
+        parts.ClickRun();
+        ctrl.slot_ChangeData(0, QStringLiteral("new"));
+        QVERIFY(fixture.Ctrl(0)->GetImage() == pImage);
+        QCOMPARE(parts.Message(), QString());
+        Model model;
+        Ctrl alone(&model, nullptr);
+        Tool::Run(alone);
+        QVERIFY(fixture.Ctrl(0)->GetImage() == pImage);
+    }
+
+    static void runWithoutABoundViewerChangesAndShowsNothing()
+    {
+        Bench b;
+        const auto pImage = b.Image();
+        b.ctrl.ChangeSourceImageView(QStringLiteral("nobody"));
+        LogRecorder log;
+        b.parts.ClickRun();
+        QVERIFY(b.Image() == pImage);
+        QCOMPARE(b.parts.Message(), QString());
+        QCOMPARE(log.Take(), QStringList());
+        QCOMPARE(b.ctrl.GetFailureReason(), QStringLiteral("No source viewer is chosen."));
+    }
+
+    static void runOnAViewerWithoutImageChangesAndShowsNothing()
+    {
+        Bench b;
+        b.fixture.Ctrl(0)->CloseCurrentImage();
+        LogRecorder log;
+        b.parts.ClickRun();
+        QVERIFY(!b.Image());
+        QCOMPARE(b.parts.Message(), QString());
+        QCOMPARE(log.Take(), QStringList());
+    }
+
+    static void aRunWritesOneLineWithTheTimeAndShowsIt()
+    {
+        Bench b;
+        LogRecorder log;
+        b.parts.ClickRun();
+        const QString strMessage = b.parts.Message();
+        const QRegularExpression form(QStringLiteral("^Processing Time \\d+ ms$"));
+        QVERIFY(form.match(strMessage).hasMatch());
+        QCOMPARE(TimeLines(log), QStringList(QStringLiteral("%1:").arg(NORMAL) + strMessage));
+    }
+
+    static void returnInTheTreeStartsNoRun()
+    {
+        Bench b;
+        QSignalSpy spy(&b.dlg, &Dlg::signal_Run);
+        b.parts.Click(b.parts.Tree()->viewport(), b.parts.CellCentre(1));
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
+            b.parts.Key(key);
+        b.parts.Chooser("Source Image")->setFocus();
+        b.parts.Key(Qt::Key_Return);
+        QCOMPARE(spy.count(), 0);
+        QVERIFY(b.dlg.isVisible());
+        b.parts.ClickRun();
+        QCOMPARE(spy.count(), 1);
+    }
+
+    static void runIsPressedByKeyOnItself()
+    {
+        Bench b;
+        QSignalSpy spy(&b.dlg, &Dlg::signal_Run);
+        b.parts.RunButton()->setFocus();
+        b.parts.Key(Qt::Key_Space);
+        QCOMPARE(spy.count(), 1);
+    }
+
+    static void undoAndRedoOfTheToolItselfDoNothing()
+    {
+        Bench b;
+        b.parts.ClickRun();
+        const auto pImage = b.Image();
+        QVERIFY(!b.ctrl.Undo());
+        QVERIFY(!b.ctrl.Redo());
+        QVERIFY(b.Image() == pImage);
+    }
+
+    static void theCentreMakesOneDialogAndShowsItAgain()
+    {
+        CenterFixture fixture(1, 1);
+        kHow<Tool>.open(*fixture.center);
+        QList<Dlg*> lstDialogs = fixture.centerView->template findChildren<Dlg*>();
+        QCOMPARE(lstDialogs.size(), 1);
+        Dlg* pDlg = lstDialogs.front();
+        QVERIFY(HasFocus(pDlg));
+        QVERIFY(pDlg->isWindow() && !pDlg->isModal());
+        QCOMPARE(pDlg->windowTitle(), QString::fromLatin1(kHow<Tool>.szTitle));
+        QCOMPARE(ToolParts(*pDlg).Entries("Source Image"), QStringList(QStringLiteral("Image View [0]")));
+        QTest::keyClick(pDlg->windowHandle(), Qt::Key_Escape);
+        QVERIFY(!pDlg->isVisible());
+        kHow<Tool>.open(*fixture.center);
+        QVERIFY(HasFocus(pDlg));
+        QVERIFY(Activate(fixture.window));
+        kHow<Tool>.open(*fixture.center);
+        QVERIFY(HasFocus(pDlg));
+        QCOMPARE(fixture.centerView->template findChildren<Dlg*>().size(), 1);
+    }
+
+    static void theToolOfTheCentreRunsAndRegionsAreDrawnWhileItIsOpen()
+    {
+        CenterFixture fixture(1, 1);
+        kHow<Tool>.open(*fixture.center);
+        auto* pDlg = fixture.centerView->template findChild<Dlg*>();
+        QVERIFY(HasFocus(pDlg));
+        QVERIFY(Activate(fixture.window));
+        fixture.DrawRectangle(0, {20, 30}, {90, 80});
+        ToolParts parts(*pDlg);
+        QCOMPARE(parts.Entries("Source ROI").size(), 1);
+        QVERIFY(parts.Show());
+        parts.ClickRun();
+        QVERIFY(parts.Message().startsWith(QStringLiteral("Processing Time")));
+    }
+
+    static void theToolIsGoneBeforeTheControllersOfTheViewers()
+    {
+        CenterFixture fixture(1, 1);
+        kHow<Tool>.open(*fixture.center);
+        QStringList lstGone;
+        const auto watch = [&](QObject* pObject, const QString& strName) {
+            QObject::connect(pObject, &QObject::destroyed, pObject,
+                             [&lstGone, strName] { lstGone << strName; });
+        };
+        watch(fixture.Ctrl(0), QStringLiteral("viewer"));
+        watch(fixture.centerView->template findChild<Dlg*>(), QStringLiteral("dialog"));
+        fixture.center.reset();
+        QCOMPARE(lstGone, QStringList({QStringLiteral("dialog"), QStringLiteral("viewer")}));
+    }
+
+    static void aDialogThatDiedIsMadeAnew()
+    {
+        CenterFixture fixture(1, 1);
+        kHow<Tool>.open(*fixture.center);
+        delete fixture.centerView->template findChild<Dlg*>();
+        kHow<Tool>.open(*fixture.center);
+        auto* pDlg = fixture.centerView->template findChild<Dlg*>();
+        QVERIFY(pDlg);
+        QVERIFY(HasFocus(pDlg));
+        ToolParts parts(*pDlg);
+        parts.ClickRun();
+        QVERIFY(parts.Message().startsWith(QStringLiteral("Processing Time")));
+    }
+};
+
+/// What the filters do alike: one parameter, the type, and a new image.
+template <class Tool> struct FilterChecks {
     using Enum = typename Tool::Enum;
     using Bench = ToolBench<Tool>;
     using Model = typename Tool::Model;
@@ -199,64 +382,6 @@ template <class Tool> struct Checks {
         QCOMPARE(static_cast<int>(b.model.GetType()), 1);
     }
 
-    static void aValueThatIsNoTextIsSentAsText()
-    {
-        Bench b;
-        QSignalSpy spy(&b.dlg, &Dlg::signal_ChangeData);
-        b.parts.Rows()->item(0, 1)->setData(7, Qt::DisplayRole);
-        QCOMPARE(spy.count(), 1);
-        QCOMPARE(spy[0], (QVariantList{0, QStringLiteral("7")}));
-        QStandardItemModel other(1, 2);
-        b.dlg.slot_DataChanged(other.index(0, 1), other.index(0, 1), {});
-        b.dlg.slot_DataChanged({}, {}, {});
-        QCOMPARE(spy.count(), 1);
-    }
-
-    static void withoutAModelNothingIsSentAndNothingRuns()
-    {
-        CenterFixture fixture(1, 1);
-        Dlg dlg(nullptr, &fixture.window);
-        Ctrl ctrl(nullptr, &dlg);
-        ToolParts parts(dlg);
-        QSignalSpy spy(&dlg, &Dlg::signal_ChangeData);
-        parts.Rows()->item(0, 1)->setText(Expected<Tool>().lstKeys[1]);
-        QCOMPARE(spy.count(), 0);
-        const auto pImage = fixture.Ctrl(0)->GetImage();
-        QVERIFY(parts.Show());
-        parts.ClickRun();
-        ctrl.slot_ChangeData(0, Expected<Tool>().lstKeys[1]);
-        QVERIFY(fixture.Ctrl(0)->GetImage() == pImage);
-        QCOMPARE(parts.Message(), QString());
-        Model model;
-        Ctrl alone(&model, nullptr);
-        alone.slot_Run();
-        QVERIFY(fixture.Ctrl(0)->GetImage() == pImage);
-    }
-
-    static void runWithoutABoundViewerChangesAndShowsNothing()
-    {
-        Bench b;
-        const auto pImage = b.Image();
-        b.ctrl.ChangeSourceImageView(QStringLiteral("nobody"));
-        LogRecorder log;
-        b.parts.ClickRun();
-        QVERIFY(b.Image() == pImage);
-        QCOMPARE(b.parts.Message(), QString());
-        QCOMPARE(log.Take(), QStringList());
-        QCOMPARE(b.ctrl.GetFailureReason(), QStringLiteral("No source viewer is chosen."));
-    }
-
-    static void runOnAViewerWithoutImageChangesAndShowsNothing()
-    {
-        Bench b;
-        b.fixture.Ctrl(0)->CloseCurrentImage();
-        LogRecorder log;
-        b.parts.ClickRun();
-        QVERIFY(!b.Image());
-        QCOMPARE(b.parts.Message(), QString());
-        QCOMPARE(log.Take(), QStringList());
-    }
-
     static void withoutARegionTheWholeImageIsProcessed()
     {
         Bench b;
@@ -301,17 +426,6 @@ template <class Tool> struct Checks {
         QCOMPARE(PixelsOf(*b.fixture.Ctrl(1)->GetImage()), Filtered(Expected<Tool>(), *pSecond, nullptr));
     }
 
-    static void aRunWritesOneLineWithTheTimeAndShowsIt()
-    {
-        Bench b;
-        LogRecorder log;
-        b.parts.ClickRun();
-        const QString strMessage = b.parts.Message();
-        const QRegularExpression form(QStringLiteral("^Processing Time \\d+ ms$"));
-        QVERIFY(form.match(strMessage).hasMatch());
-        QCOMPARE(TimeLines(log), QStringList(QStringLiteral("%1:").arg(NORMAL) + strMessage));
-    }
-
     static void aRunClearsTheListOfRegionsAndUndoByKeysBringsImageAndRegionsBack()
     {
         Bench b;
@@ -348,107 +462,8 @@ template <class Tool> struct Checks {
         b.parts.ClickRun();
         QCOMPARE(b.Pixels(), first);
     }
-
-    static void returnInTheTreeStartsNoRun()
-    {
-        Bench b;
-        QSignalSpy spy(&b.dlg, &Dlg::signal_Run);
-        b.parts.Click(b.parts.Tree()->viewport(), b.parts.CellCentre(1));
-        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
-            b.parts.Key(key);
-        b.parts.Chooser("Source Image")->setFocus();
-        b.parts.Key(Qt::Key_Return);
-        QCOMPARE(spy.count(), 0);
-        QVERIFY(b.dlg.isVisible());
-        b.parts.ClickRun();
-        QCOMPARE(spy.count(), 1);
-    }
-
-    static void runIsPressedByKeyOnItself()
-    {
-        Bench b;
-        QSignalSpy spy(&b.dlg, &Dlg::signal_Run);
-        b.parts.RunButton()->setFocus();
-        b.parts.Key(Qt::Key_Space);
-        QCOMPARE(spy.count(), 1);
-    }
-
-    static void undoAndRedoOfTheToolItselfDoNothing()
-    {
-        Bench b;
-        b.parts.ClickRun();
-        const auto pImage = b.Image();
-        QVERIFY(!b.ctrl.Undo());
-        QVERIFY(!b.ctrl.Redo());
-        QVERIFY(b.Image() == pImage);
-    }
-
-    static void theCentreMakesOneDialogAndShowsItAgain()
-    {
-        CenterFixture fixture(1, 1);
-        Expected<Tool>().open(*fixture.center);
-        QList<Dlg*> lstDialogs = fixture.centerView->template findChildren<Dlg*>();
-        QCOMPARE(lstDialogs.size(), 1);
-        Dlg* pDlg = lstDialogs.front();
-        QVERIFY(HasFocus(pDlg));
-        QVERIFY(pDlg->isWindow() && !pDlg->isModal());
-        QCOMPARE(pDlg->windowTitle(), QString::fromLatin1(Expected<Tool>().szTitle));
-        QCOMPARE(ToolParts(*pDlg).Entries("Source Image"), QStringList(QStringLiteral("Image View [0]")));
-        QTest::keyClick(pDlg->windowHandle(), Qt::Key_Escape);
-        QVERIFY(!pDlg->isVisible());
-        Expected<Tool>().open(*fixture.center);
-        QVERIFY(HasFocus(pDlg));
-        QVERIFY(Activate(fixture.window));
-        Expected<Tool>().open(*fixture.center);
-        QVERIFY(HasFocus(pDlg));
-        QCOMPARE(fixture.centerView->template findChildren<Dlg*>().size(), 1);
-    }
-
-    static void theToolOfTheCentreRunsAndRegionsAreDrawnWhileItIsOpen()
-    {
-        CenterFixture fixture(1, 1);
-        Expected<Tool>().open(*fixture.center);
-        auto* pDlg = fixture.centerView->template findChild<Dlg*>();
-        QVERIFY(HasFocus(pDlg));
-        QVERIFY(Activate(fixture.window));
-        fixture.DrawRectangle(0, {20, 30}, {90, 80});
-        ToolParts parts(*pDlg);
-        QCOMPARE(parts.Entries("Source ROI").size(), 1);
-        const auto pBefore = fixture.Ctrl(0)->GetImage();
-        QVERIFY(parts.Show());
-        parts.ClickRun();
-        QVERIFY(fixture.Ctrl(0)->GetImage() != pBefore);
-    }
-
-    static void theToolIsGoneBeforeTheControllersOfTheViewers()
-    {
-        CenterFixture fixture(1, 1);
-        Expected<Tool>().open(*fixture.center);
-        QStringList lstGone;
-        const auto watch = [&](QObject* pObject, const QString& strName) {
-            QObject::connect(pObject, &QObject::destroyed, pObject,
-                             [&lstGone, strName] { lstGone << strName; });
-        };
-        watch(fixture.Ctrl(0), QStringLiteral("viewer"));
-        watch(fixture.centerView->template findChild<Dlg*>(), QStringLiteral("dialog"));
-        fixture.center.reset();
-        QCOMPARE(lstGone, QStringList({QStringLiteral("dialog"), QStringLiteral("viewer")}));
-    }
-
-    static void aDialogThatDiedIsMadeAnew()
-    {
-        CenterFixture fixture(1, 1);
-        Expected<Tool>().open(*fixture.center);
-        delete fixture.centerView->template findChild<Dlg*>();
-        Expected<Tool>().open(*fixture.center);
-        auto* pDlg = fixture.centerView->template findChild<Dlg*>();
-        QVERIFY(pDlg);
-        QVERIFY(HasFocus(pDlg));
-        const auto pBefore = fixture.Ctrl(0)->GetImage();
-        ToolParts(*pDlg).ClickRun();
-        QVERIFY(fixture.Ctrl(0)->GetImage() != pBefore);
-    }
 };
+
 using Check = void (*)();
 
 struct SNamedCheck {
@@ -456,13 +471,32 @@ struct SNamedCheck {
     Check run;
 };
 
-template <class Tool> std::vector<SNamedCheck> AllChecks()
-{
-    using C = Checks<Tool>;
 #define CHECK(name)                                                                                          \
     {                                                                                                        \
 #name, &C::name                                                                                      \
     }
+template <class Tool> std::vector<SNamedCheck> AllChecks()
+{
+    using C = Checks<Tool>;
+    return {
+        CHECK(aValueThatIsNoTextIsSentAsText),
+        CHECK(withoutAModelNothingIsSentAndNothingRuns),
+        CHECK(runWithoutABoundViewerChangesAndShowsNothing),
+        CHECK(runOnAViewerWithoutImageChangesAndShowsNothing),
+        CHECK(aRunWritesOneLineWithTheTimeAndShowsIt),
+        CHECK(returnInTheTreeStartsNoRun),
+        CHECK(runIsPressedByKeyOnItself),
+        CHECK(undoAndRedoOfTheToolItselfDoNothing),
+        CHECK(theCentreMakesOneDialogAndShowsItAgain),
+        CHECK(theToolOfTheCentreRunsAndRegionsAreDrawnWhileItIsOpen),
+        CHECK(theToolIsGoneBeforeTheControllersOfTheViewers),
+        CHECK(aDialogThatDiedIsMadeAnew),
+    };
+}
+
+template <class Tool> std::vector<SNamedCheck> AllFilterChecks()
+{
+    using C = FilterChecks<Tool>;
     return {
         CHECK(theTypesHaveTheirKeysAndValuesAndTheFirstIsTheDefault),
         CHECK(theTreeHasOneRowWithTheTypeOfTheModel),
@@ -473,26 +507,14 @@ template <class Tool> std::vector<SNamedCheck> AllChecks()
         CHECK(deliberateTheEditorOpensOnTheFirstTypeWhateverIsStored),
         CHECK(deliberateANewLabelIsSentLikeAValueAndStoresMinus1),
         CHECK(otherCodesAreIgnored),
-        CHECK(aValueThatIsNoTextIsSentAsText),
-        CHECK(withoutAModelNothingIsSentAndNothingRuns),
-        CHECK(runWithoutABoundViewerChangesAndShowsNothing),
-        CHECK(runOnAViewerWithoutImageChangesAndShowsNothing),
         CHECK(withoutARegionTheWholeImageIsProcessed),
         CHECK(withARegionOnlyItsPixelsAreProcessed),
         CHECK(aRunOnAnotherSourceLeavesTheFirst),
-        CHECK(aRunWritesOneLineWithTheTimeAndShowsIt),
         CHECK(aRunClearsTheListOfRegionsAndUndoByKeysBringsImageAndRegionsBack),
         CHECK(undoneInTheViewTheSameRunCanBeRepeated),
-        CHECK(returnInTheTreeStartsNoRun),
-        CHECK(runIsPressedByKeyOnItself),
-        CHECK(undoAndRedoOfTheToolItselfDoNothing),
-        CHECK(theCentreMakesOneDialogAndShowsItAgain),
-        CHECK(theToolOfTheCentreRunsAndRegionsAreDrawnWhileItIsOpen),
-        CHECK(theToolIsGoneBeforeTheControllersOfTheViewers),
-        CHECK(aDialogThatDiedIsMadeAnew),
     };
-#undef CHECK
 }
+#undef CHECK
 } // namespace
 
 Q_DECLARE_METATYPE(Check)
@@ -502,9 +524,9 @@ class tst_ProcessTools : public QObject
     Q_OBJECT
 
 private:
-    template <class Tool> static void AddRows(const char* szTool)
+    static void AddRows(const char* szTool, const std::vector<SNamedCheck>& vctChecks)
     {
-        for (const SNamedCheck& check : AllChecks<Tool>())
+        for (const SNamedCheck& check : vctChecks)
             QTest::addRow("%s: %s", szTool, check.szName) << check.run;
     }
 
@@ -514,14 +536,23 @@ private Q_SLOTS:
     void eachTool_data()
     {
         QTest::addColumn<Check>("check");
-        AddRows<MedianTool>("median");
-        AddRows<SobelTool>("Sobel");
+        AddRows("median", AllChecks<MedianTool>());
+        AddRows("Sobel", AllChecks<SobelTool>());
+        AddRows("OCR", AllChecks<OCRTool>());
     }
     void eachTool()
     {
         QFETCH(Check, check);
         check();
     }
+
+    void eachFilter_data()
+    {
+        QTest::addColumn<Check>("check");
+        AddRows("median", AllFilterChecks<MedianTool>());
+        AddRows("Sobel", AllFilterChecks<SobelTool>());
+    }
+    void eachFilter() { eachTool(); }
 };
 
 VANTOR_TEST_MAIN(tst_ProcessTools)

@@ -20,13 +20,13 @@ namespace ScreenParts
 {
 constexpr int kPatience = 20000; // ms
 
-/// Starts the other application and waits until it has painted.
-inline bool Show(QProcess& process, int nDelay)
+/// Starts the other application and waits until it has painted: the known picture, or that of a file.
+inline bool Show(QProcess& process, int nDelay, const QString& strFile = QString())
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(QStringLiteral("QT_SCALE_FACTOR")); // it paints in device pixels
     process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(SHOW_PICTURE), {QString::number(nDelay)});
+    process.start(QStringLiteral(SHOW_PICTURE), {QString::number(nDelay), strFile});
     return QTest::qWaitFor([&] { return process.canReadLine(); }, kPatience) &&
            process.readLine() == QByteArray("ready\n");
 }

@@ -8,6 +8,9 @@
 #include <VantorCommon/process/median/CImage2DProcessMedianCtrl.h>
 #include <VantorCommon/process/median/CImage2DProcessMedianDlg.h>
 #include <VantorCommon/process/median/CImage2DProcessMedianModel.h>
+#include <VantorCommon/process/ocr/CImage2DProcessOCRCtrl.h>
+#include <VantorCommon/process/ocr/CImage2DProcessOCRDlg.h>
+#include <VantorCommon/process/ocr/CImage2DProcessOCRModel.h>
 #include <VantorCommon/process/sobel/CImage2DProcessSobelCtrl.h>
 #include <VantorCommon/process/sobel/CImage2DProcessSobelDlg.h>
 #include <VantorCommon/process/sobel/CImage2DProcessSobelModel.h>
@@ -75,6 +78,7 @@ private:
 struct CCenterCtrl::STools {
     CTool<CImage2DProcessMedianModel, CImage2DProcessMedianDlg, CImage2DProcessMedianCtrl> median;
     CTool<CImage2DProcessSobelModel, CImage2DProcessSobelDlg, CImage2DProcessSobelCtrl> sobel;
+    CTool<CImage2DProcessOCRModel, CImage2DProcessOCRDlg, CImage2DProcessOCRCtrl> ocr;
 };
 
 CCenterCtrl::CCenterCtrl(CCenterModel* pModel, CCenterView* pView, CToolBoxDockView* pToolBoxDockView,
@@ -266,6 +270,11 @@ void CCenterCtrl::slot_OpenMedianTool()
 void CCenterCtrl::slot_OpenSobelTool()
 {
     m_pTools->sobel.Open(m_pView);
+}
+
+void CCenterCtrl::slot_OpenOCRTool()
+{
+    m_pTools->ocr.Open(m_pView);
 }
 
 CImageViewerCtrl* CCenterCtrl::FindByViewID(int nViewID) const

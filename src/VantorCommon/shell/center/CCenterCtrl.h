@@ -84,6 +84,7 @@ public Q_SLOTS:
     /// Show a processing tool, which is made at the first call and belongs to the centre. It is modeless.
     void slot_OpenMedianTool();
     void slot_OpenSobelTool();
+    void slot_OpenOCRTool();
 
 private:
     void CreateViewer(int nIndex, CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,

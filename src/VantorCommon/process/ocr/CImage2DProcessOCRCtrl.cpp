@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/process/ocr/CImage2DProcessOCRCtrl.h>
+
+#include <Vantor/ocr/CVOCR.h>
+#include <VantorCommon/log/CLogger.h>
+#include <VantorCommon/process/ocr/CImage2DProcessOCRDlg.h>
+#include <VantorCommon/process/ocr/CImage2DProcessOCRModel.h>
+
+using Vantor::Algorithms::CVOCR;
+
+namespace
+{
+enum ECode { ECode_LanguageCode = 0, ECode_LanguagePath = 1, ECode_UserDefinedDpi = 2 };
+}
+
+CImage2DProcessOCRCtrl::CImage2DProcessOCRCtrl(CImage2DProcessOCRModel* pModel, CImage2DProcessOCRDlg* pDlg)
+    : CImage2DProcessBaseCtrl(pDlg), m_pDlg(pDlg), m_pModel(pModel), m_pEngine(std::make_unique<CVOCR>())
+{
+    if (!m_pDlg)
+        return;
+    connect(m_pDlg.data(), &CImage2DProcessOCRDlg::signal_Run, this, &CImage2DProcessOCRCtrl::slot_RunOCR);
+    connect(m_pDlg.data(), &CImage2DProcessOCRDlg::signal_ChangeData, this,
+            &CImage2DProcessOCRCtrl::slot_ChangeData);
+}
+
+CImage2DProcessOCRCtrl::~CImage2DProcessOCRCtrl() = default;
+
+bool CImage2DProcessOCRCtrl::Undo()
+{
+    return false;
+}
+
+bool CImage2DProcessOCRCtrl::Redo()
+{
+    return false;
+}
+
+void CImage2DProcessOCRCtrl::slot_ChangeData(int nCode, const QString& strValue)
+{
+    if (!m_pModel)
+        return;
+    switch (nCode) {
+    case ECode_LanguageCode:
+        return m_pModel->SetLanguageCode(strValue);
+    case ECode_LanguagePath:
+        return m_pModel->SetLanguagePath(strValue);
+    case ECode_UserDefinedDpi:
+        return m_pModel->SetUserDefinedDpi(strValue.toInt());
+    }
+}
+
+bool CImage2DProcessOCRCtrl::EngineSucceeded(int nResult)
+{
+    return Succeeded(nResult, m_pEngine->GetFailureReason());
+}
+
+bool CImage2DProcessOCRCtrl::PrepareEngine()
+{
+    const QByteArray code = m_pModel->GetLanguageCode().toUtf8();
+    const QByteArray folder = m_pModel->GetLanguagePath().toUtf8();
+    return EngineSucceeded(m_pEngine->SetLanguageData(code.constData(), folder.constData())) &&
+           EngineSucceeded(m_pEngine->SetUserDefinedDpi(m_pModel->GetUserDefinedDpi()));
+}
+
+void CImage2DProcessOCRCtrl::slot_RunOCR()
+{
+    if (!m_pDlg || !m_pModel)
+        return;
+    const SSource source = TakeSource();
+    if (!source.pImage || !PrepareEngine())
+        return;
+    StartProcess();
+    if (!EngineSucceeded(m_pEngine->Decode(source.pImage.get(), source.pRegion.get())))
+        return;
+    EndProcess();
+    m_pDlg->SetResultText(QString::fromUtf8(m_pEngine->GetText()));
+    CLogger::Write(NORMAL, "Run OCR OK %s", m_pEngine->GetText());
+}
