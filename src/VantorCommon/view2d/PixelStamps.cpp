@@ -95,6 +95,8 @@ void CPixelStamps::Write(const QRectF& where, int nFlags, const QColor& color, u
         at.ry() += where.height() - m_nHeight;
     else if (nFlags & Qt::AlignVCenter)
         at.ry() += (where.height() - m_nHeight) / 2;
+    if (m_pTarget->pImage && !IsInSight(at, number))
+        return;
     // Fixed-point numbers around 0 and below are rounded in ways of their own.
     const bool bSimple = at.x() >= 1.0 && at.y() >= 1.0;
     if (bSimple && m_bUsable && m_pTarget->pImage) {
@@ -110,6 +112,15 @@ void CPixelStamps::Write(const QRectF& where, int nFlags, const QColor& color, u
     m_pPainter->setPen(color);
     m_pPainter->drawText(where, nFlags, QString::number(nValue));
     m_pPainter->setBackgroundMode(Qt::TransparentMode);
+}
+
+/// Whether a number whose text begins at a point can touch what may be written. Glyphs may overhang a little.
+bool CPixelStamps::IsInSight(const QPointF& at, const SNumber& number) const
+{
+    const QRectF box(at + QPointF(m_pTarget->origin), QSizeF(double(number.nWidth) / kOne, m_nHeight));
+    const QRect touched = box.toAlignedRect().adjusted(-kMargin, -kMargin, kMargin, kMargin);
+    return std::any_of(m_pTarget->parts.begin(), m_pTarget->parts.end(),
+                       [&](const QRect& part) { return part.intersects(touched); });
 }
 
 /// Copies the digits of a number whose text begins at a point. False, and nothing done, where that would not

@@ -54,6 +54,7 @@ private:
     void Measure(int nDotsPerInch);
     const Digits& DigitsOf(const QColor& color);
     SDigit DrawDigit(const QColor& color, int nDigit, int nPhase);
+    bool IsInSight(const QPointF& at, const SNumber& number) const;
     bool Copy(const QPointF& at, const SNumber& number, const QColor& color);
     void Fill(const QRect& rect);
     void CopyColumns(const SDigit& digit, const QPoint& at);
