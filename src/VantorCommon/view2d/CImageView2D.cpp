@@ -10,6 +10,7 @@
 #include <VantorCommon/view2d/CImageView2DGotoDlg.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view2d/CUtilManager.h>
+#include <VantorCommon/view2d/PixelStamps_p.h>
 #include <VantorCommon/view2d/Saturate_p.h>
 
 #include <QDragEnterEvent>
@@ -86,7 +87,8 @@ QPoint RoundedPosition(const QPointF& pos)
 CImageView2D::CImageView2D(CImageView2DModel* pModel, CImageView2DGeometryModel* pGeometryModel,
                            CImageView2DToolModel* pToolModel, int nViewID, QWidget* pParent)
     : CImageView2DDrawableWidget(pToolModel, pParent), m_pModel(pModel), m_pGeometryModel(pGeometryModel),
-      m_pZoom(std::make_unique<SZoomState>()), m_nViewID(nViewID)
+      m_pZoom(std::make_unique<SZoomState>()),
+      m_pStamps(std::make_unique<CPixelStamps>(QFont(QStringLiteral("Arial"), 15))), m_nViewID(nViewID)
 {
     m_pLayer = new CImageView2DLayer(nViewID, pToolModel, this);
     m_pLayer->SetGeometryModel(pGeometryModel);

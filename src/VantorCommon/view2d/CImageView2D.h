@@ -15,6 +15,7 @@
 class CImageView2DGeometryModel;
 class CImageView2DLayer;
 class CImageView2DModel;
+class CPixelStamps;
 class QAction;
 class QIcon;
 class QMenu;
@@ -163,7 +164,8 @@ private:
     void DrawImage(QPainter& painter, const QRectF& source);
     void DrawCrosshair(QPainter& painter);
     void DrawGrid(QPainter& painter, const QRectF& source);
-    void DrawPixelValues(QPainter& painter, const QRectF& source, double dblScaleX, double dblScaleY);
+    void DrawPixelValues(QPainter& painter, const QRectF& source, double dblScaleY);
+    void WriteValues(const unsigned char* pPixel, int nChannels, int x, int y, double dblScaleY);
     void RebuildPaintList();
     void ShowMenu(QMenu* pMenu, const QPointF& point);
     bool IsPanning() const;
@@ -176,6 +178,7 @@ private:
     QPointer<CImageView2DGeometryModel> m_pGeometryModel;
     QImage m_image;
     std::unique_ptr<SZoomState> m_pZoom;
+    std::unique_ptr<CPixelStamps> m_pStamps;
     QMenu* m_pMenuImage = nullptr;
     QMenu* m_pMenuObject = nullptr;
     CImageView2DLayer* m_pLayer = nullptr;

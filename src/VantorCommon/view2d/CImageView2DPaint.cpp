@@ -6,8 +6,8 @@
 
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/view2d/ImageBlit_p.h>
+#include <VantorCommon/view2d/PixelStamps_p.h>
 
-#include <QFontMetrics>
 #include <QPainter>
 #include <algorithm>
 
@@ -61,7 +61,7 @@ void CImageView2D::Paint(QPainter& painter)
         DrawCrosshair(painter);
     if (bImage && dblScaleX >= kGridScale && dblScaleY >= kGridScale) {
         DrawGrid(painter, source);
-        DrawPixelValues(painter, source, dblScaleX, dblScaleY);
+        DrawPixelValues(painter, source, dblScaleY);
     }
 }
 
@@ -108,47 +108,44 @@ void CImageView2D::DrawGrid(QPainter& painter, const QRectF& source)
         painter.drawLine(MapToWidget(QPointF(x, source.top())), MapToWidget(QPointF(x, dblBottom)));
 }
 
-void CImageView2D::DrawPixelValues(QPainter& painter, const QRectF& source, double dblScaleX,
-                                   double dblScaleY)
+void CImageView2D::DrawPixelValues(QPainter& painter, const QRectF& source, double dblScaleY)
 {
     const unsigned char* const* pRows = std::as_const(*m_pImage).GetRows();
     const std::size_t* pOffsets = m_pImage->GetColumnOffsets();
     const double dblRight = source.left() + source.width();
     const double dblBottom = source.top() + source.height();
+    m_pStamps->Begin(painter, *this);
     for (int y = static_cast<int>(source.top()); y < dblBottom; ++y)
         for (int x = static_cast<int>(source.left()); x < dblRight; ++x)
-            DrawPixelValue(painter, pRows[y] + pOffsets[x], m_pImage->GetChannel(), x, y, dblScaleX,
-                           dblScaleY);
+            WriteValues(pRows[y] + pOffsets[x], m_pImage->GetChannel(), x, y, dblScaleY);
 }
 
 void CImageView2D::DrawPixelValue(QPainter& painter, const unsigned char* pPixel, int nChannels, int x, int y,
                                   double, double dblScaleY)
 {
-    const QFont font(QStringLiteral("Arial"), 15);
-    const int nLine = QFontMetrics(font, this).height();
+    m_pStamps->Begin(painter, *this);
+    if (pPixel)
+        WriteValues(pPixel, nChannels, x, y, dblScaleY);
+}
+
+void CImageView2D::WriteValues(const unsigned char* pPixel, int nChannels, int x, int y, double dblScaleY)
+{
+    const int nLine = m_pStamps->LineHeight();
     const double dblBlock = double(nLine) * nChannels;
-    if (!pPixel || dblBlock + kValueMargin > dblScaleY)
+    if (dblBlock + kValueMargin > dblScaleY)
         return;
     const double f = dblBlock / dblScaleY;
     const QRectF box = MapToWidget(QRectF(x + 0.25, y + (1 - f) * 0.5, 0.5, f));
-    painter.setFont(font);
-    painter.setBackground(QColor(0, 0, 0, 255));
-    painter.setBackgroundMode(Qt::OpaqueMode);
-    const auto write = [&](const QRectF& where, int nFlags, const QColor& color, int nChannel) {
-        painter.setPen(color);
-        painter.drawText(where, nFlags, QString::asprintf("%d", pPixel[nChannel]));
-    };
     if (nChannels == 1) {
-        write(box, Qt::AlignCenter, kWhite, 0);
+        m_pStamps->Write(box, Qt::AlignCenter, kWhite, pPixel[0]);
     } else if (nChannels == 3) {
-        write(box, Qt::AlignHCenter | Qt::AlignTop, kRed, 0);
-        write(box, Qt::AlignCenter, kGreen, 1);
-        write(box, Qt::AlignHCenter | Qt::AlignBottom, kBlue, 2);
+        m_pStamps->Write(box, Qt::AlignHCenter | Qt::AlignTop, kRed, pPixel[0]);
+        m_pStamps->Write(box, Qt::AlignCenter, kGreen, pPixel[1]);
+        m_pStamps->Write(box, Qt::AlignHCenter | Qt::AlignBottom, kBlue, pPixel[2]);
     } else if (nChannels == 4) {
         const QColor colors[] = {kRed, kGreen, kBlue, kWhite};
         for (int k = 0; k < nChannels; ++k)
-            write(QRectF(box.left(), box.top() + k * nLine, box.width(), nLine), Qt::AlignHCenter, colors[k],
-                  k);
+            m_pStamps->Write(QRectF(box.left(), box.top() + k * nLine, box.width(), nLine), Qt::AlignHCenter,
+                             colors[k], pPixel[k]);
     }
-    painter.setBackgroundMode(Qt::TransparentMode);
 }

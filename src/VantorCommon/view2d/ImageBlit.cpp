@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 #include <VantorCommon/view2d/ImageBlit_p.h>
+#include <VantorCommon/view2d/PaintTarget_p.h>
 
 #include <QImage>
-#include <QPaintEngine>
 #include <QPainter>
 #include <QtEndian>
 #include <cstring>
@@ -13,40 +13,6 @@ namespace
 {
 constexpr double kMinBlendScale = 3.0; // widget pixels per image pixel
 constexpr int kMaxSide = 32767;        // beyond it QPainter computes in another way
-
-/// The pixels that a painter writes to.
-struct STarget {
-    QImage* pImage = nullptr;
-    QPoint origin;            ///< of the widget
-    std::vector<QRect> parts; ///< what may be written, in the image's coordinates
-};
-
-/// The parts are empty where the painter's target cannot be written to directly.
-STarget TargetOf(const QPainter& painter)
-{
-    STarget target;
-    QPaintEngine* pEngine = painter.paintEngine();
-    const QTransform transform = painter.deviceTransform();
-    if (!pEngine || pEngine->type() != QPaintEngine::Raster || painter.hasClipping() ||
-        painter.opacity() != 1.0 || painter.compositionMode() != QPainter::CompositionMode_SourceOver ||
-        transform.type() > QTransform::TxTranslate || painter.testRenderHint(QPainter::SmoothPixmapTransform))
-        return target;
-    QPaintDevice* pDevice = pEngine->paintDevice();
-    if (!pDevice || pDevice->devType() != QInternal::Image)
-        return target;
-    auto* pImage = static_cast<QImage*>(pDevice);
-    target.origin = QPoint(qRound(transform.dx()), qRound(transform.dy()));
-    if (pImage->format() != QImage::Format_RGB32 || pImage->devicePixelRatio() != 1.0 ||
-        QPointF(target.origin) != QPointF(transform.dx(), transform.dy()))
-        return target;
-    target.pImage = pImage;
-    const QRegion clip = pEngine->systemClip();
-    if (clip.isEmpty())
-        target.parts.push_back(pImage->rect());
-    for (const QRect& rect : clip)
-        target.parts.push_back(rect & pImage->rect());
-    return target;
-}
 
 /// Three bytes for each number from 0 to kMaxSide: an RGB888 image whose pixels say where they stand.
 const std::vector<uchar>& Numbers()
@@ -204,7 +170,7 @@ bool ImageBlit::Paint(QPainter& painter, const QImage& image, const SPlace& plac
     if (place.source.isEmpty() || v.width() == w.width() || v.height() == w.height() ||
         !IsSupported(image, double(v.height()) / w.height()))
         return false;
-    const STarget target = TargetOf(painter);
+    const SPaintTarget target = SPaintTarget::Of(painter);
     if (!target.pImage)
         return false;
     const SLookUp columns = LookUp({place.widget.width(), v.left(), v.width(), w.left(), w.width(),

@@ -515,6 +515,28 @@ private Q_SLOTS:
         QVERIFY(Count(lower, kLine) > 100);
     }
 
+    void valuesAtAnyScaleAndPlaceArePaintedExactly_data() { theValuesAppearOnlyInACellTallEnough_data(); }
+
+    // However the numbers are brought to the screen, they stand where drawText puts them.
+    void valuesAtAnyScaleAndPlaceArePaintedExactly()
+    {
+        QFETCH(int, channels);
+        std::mt19937 random(unsigned(channels) + 500);
+        const auto number = [&](int low, int high) {
+            return std::uniform_int_distribution<int>(low, high)(random);
+        };
+        for (int nRound = 0; nRound < 15; ++nRound) {
+            const ImagePtr pImage = MakeTestImage(number(5, 9), number(5, 9), channels, nRound);
+            SFixture f(QSize(number(420, 900), number(420, 900)), pImage);
+            f.tools.SetViewMode(EImageView2DMode_Panning);
+            for (int i = 0; i < 3; ++i) {
+                QCOMPARE(f.Grab(), f.Expected(pImage));
+                ViewInput::Wheel(*f.pView, QPointF(number(0, 400), number(0, 400)), number(-1, 3) * 30);
+                Drag(*f.pView, QPointF(50, 50), QPointF(number(-40, 140), number(-40, 140)));
+            }
+        }
+    }
+
     void theChannelsHaveTheirColours()
     {
         QWidget probe;
