@@ -167,6 +167,9 @@ const char* CVOCR::SEngine::Decode(const CImage* image, const Geometry::CGeometr
         strText.clear();
         return nullptr;
     }
+    // The order saves a reading; which of two readings is taken does not hang on it.
+    if (pApi->GetPageSegMode() == tesseract::PSM_AUTO && page.SeemsTurned())
+        page.TurnUpsideDown();
     SReading best = Read(page);
     if (best.nConfidence < kDoubtful) {
         page.TurnUpsideDown();
