@@ -452,6 +452,20 @@ private Q_SLOTS:
         QTRY_COMPARE(f.parts.Thumbnail(0).width(), f.ListWidth());
     }
 
+    void imagesOpenedWhileTheListIsFoldedAwayAreThereWhenItIsUnfolded()
+    {
+        SFixture f;
+        QVERIFY(f.Show());
+        f.parts.Splitter()->setSizes({0, 600});
+        QTRY_VERIFY(f.ListWidth() < 1 || f.parts.List()->visibleRegion().isEmpty());
+        f.images.SetImages({MakeNamedImage(40, 30, 3, L"a.png"), MakeTestImage(10, 20, 1)});
+        f.parts.Splitter()->setSizes({120, 480});
+        QTRY_VERIFY(f.ListWidth() > 60);
+        QCOMPARE(f.parts.List()->model()->rowCount(), 2);
+        QCOMPARE(f.parts.Text(0), QStringLiteral("1. a.png"));
+        QTRY_COMPARE(f.parts.Thumbnail(0).width(), f.ListWidth());
+    }
+
     void thumbnailsFollowTheListHoweverItsWidthChanges()
     {
         SFixture f;

@@ -105,8 +105,7 @@ private Q_SLOTS:
         SFixture f;
         QVERIFY(f.Show());
         QVERIFY(f.pView2D->isVisible());
-        auto* pView3D =
-            dynamic_cast<CImageView3D*>(f.pView2D->parentWidget()->layout()->itemAt(1)->widget());
+        auto* pView3D = dynamic_cast<CImageView3D*>(f.pView2D->parentWidget()->layout()->itemAt(1)->widget());
         QVERIFY(pView3D && !pView3D->isVisible());
         QVERIFY(f.pStatusBar && !f.pStatusBar->isVisible());
         QCOMPARE(f.pCtrl->GetViewID(), kViewID);
