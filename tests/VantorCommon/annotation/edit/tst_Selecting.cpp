@@ -144,7 +144,9 @@ private Q_SLOTS:
         EditFixture f;
         f.Choose("Rect");
         f.view->hide();
-        f.ctrl->slot_PressKey(Qt::Key_Escape);
+        // The window system sends none to what is hidden.
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QApplication::sendEvent(f.view, &key);
         QCOMPARE(f.tool.GetViewMode(), EImageView2DMode_Drawing_Rectanlge);
     }
 

@@ -311,6 +311,17 @@ private Q_SLOTS:
         QVERIFY(f.parts.Button(QStringLiteral("2D.png"))->isChecked());
     }
 
+    void anotherViewTypeIsIgnored()
+    {
+        SFixture f;
+        f.tool.SetViewType(EImageView2DType_3D);
+        for (const int nType : {2, -1, 1000}) {
+            f.tool.SetViewType(static_cast<EImageView2DType>(nType));
+            QVERIFY(f.parts.Button(QStringLiteral("3D.png"))->isChecked());
+            QVERIFY(!f.parts.Button(QStringLiteral("2D.png"))->isChecked());
+        }
+    }
+
     void the2DViewSwitchesTo3D()
     {
         SFixture f;
