@@ -314,11 +314,15 @@ private Q_SLOTS:
     void anotherViewTypeIsIgnored()
     {
         SFixture f;
-        f.tool.SetViewType(EImageView2DType_3D);
-        for (const int nType : {2, -1, 1000}) {
-            f.tool.SetViewType(static_cast<EImageView2DType>(nType));
-            QVERIFY(f.parts.Button(QStringLiteral("3D.png"))->isChecked());
-            QVERIFY(!f.parts.Button(QStringLiteral("2D.png"))->isChecked());
+        for (const EImageView2DType eShown : {EImageView2DType_3D, EImageView2DType_2D}) {
+            f.tool.SetViewType(eShown);
+            for (const int nType : {2, -1, 1000}) {
+                f.tool.SetViewType(static_cast<EImageView2DType>(nType));
+                QCOMPARE(f.parts.Button(QStringLiteral("2D.png"))->isChecked(),
+                         eShown == EImageView2DType_2D);
+                QCOMPARE(f.parts.Button(QStringLiteral("3D.png"))->isChecked(),
+                         eShown == EImageView2DType_3D);
+            }
         }
     }
 
