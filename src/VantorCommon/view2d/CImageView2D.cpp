@@ -14,6 +14,7 @@
 #include <VantorCommon/view2d/Saturate_p.h>
 
 #include <QDragEnterEvent>
+#include <QGuiApplication>
 #include <QMenu>
 #include <QMimeData>
 #include <QUrl>
@@ -361,21 +362,22 @@ bool CImageView2D::CancelDrag()
     return true;
 }
 
-/// A release can go elsewhere: to a menu that popped up, or nowhere, while the view was hidden.
-void CImageView2D::NoticeLostRelease(Qt::MouseButtons buttons)
+/// A release can go elsewhere: to a menu that popped up, or nowhere, while the view was hidden. After a press
+/// that was only sent to the view, as scripts and tests do, the buttons tell nothing.
+bool CImageView2D::CancelLostDrag(Qt::MouseButtons buttons)
 {
-    if (!buttons.testFlag(Qt::LeftButton))
-        CancelDrag();
+    return m_bHeld && !buttons.testFlag(Qt::LeftButton) && CancelDrag();
 }
 
 void CImageView2D::mousePressEvent(QMouseEvent* pEvent)
 {
     Q_EMIT signal_Active();
-    NoticeLostRelease(pEvent->buttons());
+    CancelLostDrag(pEvent->buttons());
     m_bMoved = false;
-    if (pEvent->button() == Qt::LeftButton)
+    if (pEvent->button() == Qt::LeftButton) {
         m_bLeftDown = true;
-    else if (pEvent->button() == Qt::RightButton)
+        m_bHeld = QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
+    } else if (pEvent->button() == Qt::RightButton)
         m_bRightDown = true;
     const QPoint pos = RoundedPosition(pEvent->localPos());
     if (m_bLeftDown && !IsPanning())
@@ -388,7 +390,7 @@ void CImageView2D::mousePressEvent(QMouseEvent* pEvent)
 
 void CImageView2D::mouseMoveEvent(QMouseEvent* pEvent)
 {
-    NoticeLostRelease(pEvent->buttons());
+    CancelLostDrag(pEvent->buttons());
     const QPoint pos = RoundedPosition(pEvent->localPos());
     if (pos == QPoint(m_nLastX, m_nLastY)) {
         CImageView2DDrawableWidget::mouseMoveEvent(pEvent);
@@ -433,7 +435,7 @@ void CImageView2D::mouseReleaseEvent(QMouseEvent* pEvent)
     const QPointF start = MapToImage(QPointF(m_nLastX, m_nLastY));
     const QPointF end = MapToImage(QPointF(RoundedPosition(pEvent->localPos())));
     if (pEvent->button() != Qt::LeftButton)
-        NoticeLostRelease(pEvent->buttons());
+        CancelLostDrag(pEvent->buttons());
     m_bDragging = false;
     update();
     const bool bLeftDown = m_bLeftDown;

@@ -57,6 +57,8 @@ public:
     /// Ends the drag in progress without its End signal; until the next press the mouse merely hovers.
     /// @return whether there was one
     bool CancelDrag();
+    /// The same if, by the buttons of a later event, the release has gone elsewhere.
+    bool CancelLostDrag(Qt::MouseButtons buttons);
 
     QRect GetViewPort() const;
     /// Widget pixels per image pixel along x, 0.0 for an empty window.
@@ -172,7 +174,6 @@ private:
     void ShowCrosshair(const QPoint& pos);
     void Pan(const QPoint& pos);
     void DoMove(const QPoint& pos);
-    void NoticeLostRelease(Qt::MouseButtons buttons);
 
     QPointer<CImageView2DModel> m_pModel;
     QPointer<CImageView2DGeometryModel> m_pGeometryModel;
@@ -184,6 +185,7 @@ private:
     CImageView2DLayer* m_pLayer = nullptr;
     std::map<QAction*, std::function<void(int, unsigned int)>> m_mapActions;
     bool m_bLeftDown = false;
+    bool m_bHeld = false;  ///< the button was really down at the press
     bool m_bMoved = false; ///< the drag has sent a Doing signal
     bool m_bRightDown = false;
     int m_nLastX = 0;

@@ -91,6 +91,11 @@ void CImageView2DCtrl::CreatePanels()
 {
     auto* pToolView = new CImageView2DToolView(m_pToolModel, nullptr);
     m_pToolPanel = pToolView;
+    if (m_pView) {
+        // A click on a tool leaves the keyboard to the image view, whose undo and Escape need it.
+        pToolView->setFocusPolicy(Qt::ClickFocus);
+        pToolView->setFocusProxy(m_pView);
+    }
     connect(pToolView, &CImageView2DToolView::signal_SelectMode, this,
             &CImageView2DCtrl::slot_ChangeSelectMode);
     connect(pToolView, &CImageView2DToolView::signal_PanningMode, this,

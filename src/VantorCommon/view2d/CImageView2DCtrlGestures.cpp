@@ -48,11 +48,12 @@ void CImageView2DCtrl::ConnectGestures()
 
 bool CImageView2DCtrl::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
-    const bool bLostRelease = pEvent->type() == QEvent::MouseMove &&
-                              !static_cast<QMouseEvent*>(pEvent)->buttons().testFlag(Qt::LeftButton);
     // Null for the last events of a view, which come when only the QWidget in it is left.
     auto* pView = qobject_cast<CImageView2D*>(pWatched);
-    if (pView && (bLostRelease || pEvent->type() == QEvent::Hide) && pView->CancelDrag())
+    const bool bEnded = pView && ((pEvent->type() == QEvent::Hide && pView->CancelDrag()) ||
+                                  (pEvent->type() == QEvent::MouseMove &&
+                                   pView->CancelLostDrag(static_cast<QMouseEvent*>(pEvent)->buttons())));
+    if (bEnded)
         Interrupt();
     return CBaseCtrl::eventFilter(pWatched, pEvent);
 }

@@ -10,7 +10,7 @@
 class QSpinBox;
 
 /// Asks for an image position in whole pixels. Its user sets the ranges, runs it modally and takes the values
-/// only when it was accepted.
+/// only when it was accepted. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DGotoDlg : public QDialog
 {
     Q_OBJECT

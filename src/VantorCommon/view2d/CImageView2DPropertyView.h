@@ -11,7 +11,7 @@ class CImageView2DModel;
 class QLabel;
 
 /// Shows size and format of the current image and, as the mouse moves, the image position and the pixel under
-/// it. The model is not owned and may be null.
+/// it. The model is not owned and may be null. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DPropertyView : public QWidget
 {
     Q_OBJECT

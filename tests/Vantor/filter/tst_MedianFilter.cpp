@@ -82,9 +82,11 @@ void tst_MedianFilter::threeByThreeEqualsTheModelInEveryRegion()
     const auto filter = [](CImage& image, const CGeometry* region, ERegionMode mode, double tolerance) {
         return image.MedianFilter(1, 1, region, mode, tolerance);
     };
+    int nTurn = channels;
     for (const Size& size : kSizes) {
         const ImagePtr image = MakeNoise(size.nWidth, size.nHeight, channels, size.nRowAlignment, 7);
-        QCOMPARE(FirstDifference(*image, filter, ModelOf(1, 1), {0.0, 1.0, -1.0, 3.5, -2.3}), QString());
+        QCOMPARE(FirstDifference(*image, filter, ModelOf(1, 1), {0.0, 1.0, -1.0, 3.5, -2.3}, nTurn++),
+                 QString());
     }
 }
 
@@ -100,7 +102,8 @@ void tst_MedianFilter::otherWindowsEqualTheModelInEveryRegion()
         return image.MedianFilter(2, 3, region, mode, tolerance);
     };
     const ImagePtr image = MakeNoise(31, 27, channels, 5, 8);
-    QCOMPARE(FirstDifference(*image, filter, ModelOf(2, 3), {0.0, 2.0, -1.5}), QString());
+    for (int nTurn = 0; nTurn < kTurns; ++nTurn)
+        QCOMPARE(FirstDifference(*image, filter, ModelOf(2, 3), {0.0, 2.0, -1.5}, nTurn), QString());
 }
 
 void tst_MedianFilter::windowsOfAnySizeEqualTheModel_data()
@@ -132,16 +135,17 @@ void tst_MedianFilter::windowsOfAnySizeEqualTheModel()
 void tst_MedianFilter::longRunsAndWideStripesEqualTheModel()
 {
     // Longer than the blocks of the 3x3 filter, wider than a stripe of the others.
-    const ImagePtr image = MakeNoise(1500, 7, 3, 1, 10);
     const ShapeMaker gaps = [](double o) {
         auto array = std::make_shared<Vantor::Geometry::CGeometryArray>();
         for (const double x : {3.0, 40.0, 500.0, 900.0})
             array->Add(std::make_shared<Vantor::Geometry::CRectangle>(o + x, o, 30.0, 7.0));
         return array;
     };
-    const Mask region = RegionOf(*image, gaps, ERegionMode::Inside, 0.0);
     const ShapePtr pGaps = gaps(0.0);
     for (const int nRadius : {1, 3, 300}) {
+        // The model's windows are large enough without many rows.
+        const ImagePtr image = MakeNoise(1500, nRadius == 300 ? 2 : 7, 3, 1, 10);
+        const Mask region = RegionOf(*image, gaps, ERegionMode::Inside, 0.0);
         const ImagePtr modelled = Modelled(*image, ModelOf(nRadius, nRadius));
         const ImagePtr whole = CopyOf(*image);
         QCOMPARE(MedianOf(*whole, nRadius, nRadius), 0);
@@ -168,8 +172,8 @@ void tst_MedianFilter::twoThreadsEqualTheModel()
     QCOMPARE(MedianOf(*image, radius, radius), 0);
     const ImagePtr source = CopyOf(*expected);
     for (int y = 0; y < source->GetHeight(); ++y) {
-        // The rows around the middle, the rims, and every fiftieth: the model takes its time.
-        if (std::abs(y - 1050) > 4 && y > 2 && y < 2097 && y % 50 != 0)
+        // The rows around the middle, the rims, and a few between: the model takes its time.
+        if (std::abs(y - 1050) > 4 && y > 2 && y < 2097 && y % 300 != 0)
             continue;
         for (int x = 0; x < source->GetWidth(); ++x) {
             if (image->GetPixel(x, y)[0] != Median(*source, x, y, 0, radius, radius))

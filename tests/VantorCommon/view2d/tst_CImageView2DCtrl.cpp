@@ -565,7 +565,10 @@ private Q_SLOTS:
     void setApplicationVisibleShowsAndMinimisesTheFirstMainWindow()
     {
         SFixture f;
-        f.ctrl.SetApplicationVisible(true); // no record
+        QVERIFY(CMVCManager::m_vctItems.empty());
+        f.ctrl.SetApplicationVisible(true);
+        f.ctrl.SetApplicationVisible(false);
+        QVERIFY(!f.window.isMaximized() && !f.window.isMinimized());
         QMainWindow main, other;
         CMVCManager::PushMVC(nullptr, &f.window, nullptr);
         CMVCManager::PushMVC(nullptr, &main, nullptr);

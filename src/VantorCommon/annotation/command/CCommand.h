@@ -5,7 +5,7 @@
 #include <VantorCommon/Export.h>
 
 /// One step of editing that can be done, taken back and done again. undo() leaves everything as it was before
-/// exec(), and exec() after undo() gives the same result again.
+/// exec(), and exec() after undo() gives the same result again. GUI thread only.
 class VANTORCOMMON_EXPORT CCommand
 {
 public:

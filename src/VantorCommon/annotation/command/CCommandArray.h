@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-/// Several commands as one step.
+/// Several commands as one step. GUI thread only.
 class VANTORCOMMON_EXPORT CCommandArray : public CCommand
 {
 public:

@@ -11,7 +11,7 @@ class CImageView2DDrawableObject;
 
 /// Puts an object into the geometry model; undo takes it out again. The command keeps the very object alive,
 /// so that identifier and name survive. Nothing happens without a controller or an object. The controller is
-/// not owned and outlives the command.
+/// not owned and outlives the command. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DCommandAddGeometry : public CCommand
 {
 public:

@@ -21,7 +21,7 @@ class CImage;
 /// Undo puts the old image back on its page, whichever page is current by then, and brings back the dropped
 /// annotations with their order and selection. When the page is gone meanwhile (closed, or another file was
 /// loaded) undo and redo do nothing. Nothing happens without a controller, its image model or a new image.
-/// The controller is not owned and outlives the command.
+/// The controller is not owned and outlives the command. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DCommandChangeCurrentImage : public CCommand
 {
 public:

@@ -22,7 +22,7 @@ class CGeometry;
 /// present shape is then the result, and the first exec() leaves it alone. The kept shapes serve only while
 /// the object still has the shape that the step starts from; if another step came in between (redo on top of
 /// a new step), the points decide anew. Nothing happens without a controller or an object. The controller is
-/// not owned.
+/// not owned. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DCommandChangeShape : public CCommand
 {
 public:

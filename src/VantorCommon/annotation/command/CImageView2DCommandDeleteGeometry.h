@@ -9,8 +9,9 @@
 class CImageView2DCtrl;
 class CImageView2DDrawableObject;
 
-/// Takes an object out of the geometry model; undo puts the very same one back, first and selected.
-/// Nothing happens without a controller or an object. The controller is not owned and outlives the command.
+/// Takes an object out of the geometry model; undo puts the very same one back, first and selected. Nothing
+/// happens without a controller or an object. The controller is not owned and outlives the command. GUI
+/// thread only.
 class VANTORCOMMON_EXPORT CImageView2DCommandDeleteGeometry : public CCommand
 {
 public:

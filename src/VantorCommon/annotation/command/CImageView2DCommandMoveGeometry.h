@@ -6,7 +6,8 @@
 
 #include <QPointF>
 
-/// Moves an object, so that its top-left corner lies on the new mouse position minus the mouse offset.
+/// Moves an object, so that its top-left corner lies on the new mouse position minus the mouse offset. GUI
+/// thread only.
 class VANTORCOMMON_EXPORT CImageView2DCommandMoveGeometry : public CImageView2DCommandChangeShape
 {
 public:

@@ -6,7 +6,7 @@
 
 #include <QPointF>
 
-/// Drags a resize handle of an object to another place.
+/// Drags a resize handle of an object to another place. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DCommandResizeGeometry : public CImageView2DCommandChangeShape
 {
 public:

@@ -8,6 +8,8 @@
 #include <Vantor/geometry/CPolygon.h>
 #include <Vantor/geometry/CRectangle.h>
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 using namespace Vantor::Geometry;
@@ -15,6 +17,8 @@ using namespace Vantor::Geometry;
 namespace
 {
 using Point = CPoint<double>;
+
+constexpr double kBoxRounding = 1e-12; // of a coordinate, far above what a few additions cost
 
 QString NamePrefix(EGeometryType eType)
 {
@@ -135,12 +139,14 @@ void CImageView2DDrawableGeometry::MoveTopLeftTo(const QPointF& point)
     NotifyChange();
 }
 
-/// All handles lie in the bounding box, so most objects are ruled out by it without a list of points. The
-/// doubled tolerance swallows the box's rounding.
+/// All handles lie in the bounding box, but for its rounding, so most objects are ruled out by it without a
+/// list of points.
 bool CImageView2DDrawableGeometry::IsFarFrom(const QPointF& point, double dblTolerance) const
 {
     const QRectF box = GetBoundary();
-    const double dblReach = 2.0 * dblTolerance;
+    const double dblLargest =
+        std::max({std::abs(box.left()), std::abs(box.right()), std::abs(box.top()), std::abs(box.bottom())});
+    const double dblReach = 2.0 * dblTolerance + kBoxRounding * (dblLargest + box.width() + box.height());
     return point.x() < box.left() - dblReach || point.x() > box.right() + dblReach ||
            point.y() < box.top() - dblReach || point.y() > box.bottom() + dblReach;
 }

@@ -14,7 +14,7 @@ class CGeometry;
 /// A shape: a drawable object around a geometry of the core library.
 ///
 /// Without a geometry the boundary is null, the name empty, and moving and resizing do nothing. A geometry of
-/// a kind that has no handles can only be moved.
+/// a kind that has no handles can only be moved. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DDrawableGeometry : public CImageView2DDrawableObject
 {
     Q_OBJECT

@@ -4,7 +4,8 @@
 
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
 
-/// A measured line: a shape whose geometry is a CLine, beside which the widget writes the length.
+/// A measured line: a shape whose geometry is a CLine, beside which the widget writes the length. GUI thread
+/// only.
 class VANTORCOMMON_EXPORT CImageView2DDrawableRuler : public CImageView2DDrawableGeometry
 {
     Q_OBJECT

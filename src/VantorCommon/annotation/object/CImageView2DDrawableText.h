@@ -4,7 +4,8 @@
 
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
 
-/// A text. It cannot be moved, resized or hit: its boundary is the null rectangle and it has no handles.
+/// A text. It cannot be moved, resized or hit: its boundary is the null rectangle and it has no handles. GUI
+/// thread only.
 class VANTORCOMMON_EXPORT CImageView2DDrawableText : public CImageView2DDrawableObject
 {
     Q_OBJECT

@@ -9,7 +9,7 @@
 class CImageView2DGeometryModel;
 
 /// The place for the properties of an annotation: a panel, at least 200 pixels wide, bound to the model. It
-/// has no contents yet. The model is not owned and may be null.
+/// has no contents yet. The model is not owned and may be null. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DGeometryPropertyView : public QWidget
 {
     Q_OBJECT

@@ -14,7 +14,7 @@ class QPushButton;
 ///
 /// A click only emits the view's own signal; whoever receives it decides and sets the model. The buttons
 /// follow the model, so that several views may share one. The model is not owned and outlives the view; it
-/// may be null.
+/// may be null. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DToolView : public QWidget
 {
     Q_OBJECT

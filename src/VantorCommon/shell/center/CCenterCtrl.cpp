@@ -31,6 +31,7 @@
 namespace
 {
 constexpr int kViewerCount = 4;
+constexpr long long kMaxCells = 64; // what a dialog offers of a grid that no viewers could fill
 constexpr unsigned int kNoUID = 0xFFFFFFFFu;
 constexpr int kNoView = -1;
 const SMVCItem kNoItem{nullptr, nullptr, nullptr};
@@ -176,16 +177,16 @@ void CCenterCtrl::slot_ChangeLayout2x2()
     ChangeLayout(2, 2);
 }
 
-int CCenterCtrl::ShownCount() const
+int CCenterCtrl::CellCount() const
 {
     const long long nRows = std::max(m_pModel->GetRow(), 0);
     const long long nColumns = std::max(m_pModel->GetColumn(), 0);
-    return static_cast<int>(std::min(nRows * nColumns, static_cast<long long>(m_vctMVC.size())));
+    return static_cast<int>(std::min(nRows * nColumns, kMaxCells));
 }
 
 SMVCItem CCenterCtrl::FindByName(const QString& strName, int nCount) const
 {
-    for (int i = 0; i < nCount; ++i)
+    for (int i = 0; i < nCount && i < kViewerCount; ++i)
         if (ViewerName(i) == strName)
             return m_vctMVC[static_cast<std::size_t>(i)];
     return kNoItem;
@@ -195,7 +196,7 @@ SMVCItem CCenterCtrl::SelectMVC()
 {
     if (!m_pModel || !m_pView)
         return kNoItem;
-    const int nCount = ShownCount();
+    const int nCount = CellCount();
     if (nCount < 2)
         return m_vctMVC.front();
     CSelectionDialog dialog(m_pView);
@@ -329,7 +330,7 @@ std::shared_ptr<Vantor::Algorithms::CImage> CCenterCtrl::FindImage(const QString
 {
     if (!m_pModel || !m_pView)
         return nullptr;
-    const int nCount = ShownCount();
+    const int nCount = CellCount();
     const SMVCItem item = nCount < 2 ? m_vctMVC.front() : FindByName(strName, nCount);
     auto* pCtrl = ViewerCtrl(item);
     return pCtrl ? pCtrl->GetImage() : nullptr;

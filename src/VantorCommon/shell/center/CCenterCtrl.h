@@ -34,9 +34,8 @@ class CImage;
 /// picks it in a dialog. It also makes the processing tools.
 ///
 /// It owns the viewers' models and controllers, the tools and the shared tool model; the viewers belong to
-/// the centre
-/// view, model, view and docks to the host, who keeps them alive until the controller is gone. Operations
-/// that find no viewer do nothing and return an empty or zero result. GUI thread only.
+/// the centre view; model, view and docks to the host, who keeps them alive until the controller is gone.
+/// Operations that find no viewer do nothing and return an empty or zero result. GUI thread only.
 class VANTORCOMMON_EXPORT CCenterCtrl : public CBaseCtrl
 {
     Q_OBJECT
@@ -52,7 +51,9 @@ public:
 
     /// Deliberate: rows come first here, columns in the model.
     void ChangeLayout(int nRow, int nColumn);
-    /// The only viewer shown, or the one that the user picks; empty when cancelled.
+    /// The only viewer shown, or the one that the user picks; empty when cancelled. Deliberate: one name is
+    /// offered for each cell of the grid, whether there is a viewer of that name or not; without one the
+    /// result is empty.
     SMVCItem SelectMVC();
 
     void OpenFile(const QString& strFile);
@@ -90,8 +91,7 @@ private:
     void CreateViewer(int nIndex, CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                       CStatusBarDockView* pStatusBarDockView);
     void ConnectCentre();
-    /// Cells of the grid, at most the number of viewers.
-    int ShownCount() const;
+    int CellCount() const;
     SMVCItem FindByName(const QString& strName, int nCount) const;
     CImageViewerCtrl* FindByViewID(int nViewID) const;
     const SMVCItem* ItemAt(int nIndex) const;

@@ -7,7 +7,8 @@
 #include <QScrollArea>
 
 /// Shows the property panel of the active view, which its user sets with setWidget. The host places it. A
-/// widget that is to outlive its stay here is taken out with takeWidget before the next one is set.
+/// widget that is to outlive its stay here is taken out with takeWidget before the next one is set. GUI
+/// thread only.
 class VANTORCOMMON_EXPORT CPropertyDockView : public QScrollArea
 {
     Q_OBJECT

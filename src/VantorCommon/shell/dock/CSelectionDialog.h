@@ -8,7 +8,7 @@
 
 class QComboBox;
 
-/// Asks which image viewer to act on.
+/// Asks which image viewer to act on. GUI thread only.
 class VANTORCOMMON_EXPORT CSelectionDialog : public QDialog
 {
     Q_OBJECT

@@ -10,8 +10,8 @@
 class CStatusBarModel;
 class QProgressBar;
 
-/// A progress bar that follows a model, which is not owned and may be null.
-/// Deliberate: the bar does not show the values that the model has at the start, only the changes.
+/// A progress bar that follows a model, which is not owned and may be null. Deliberate: the bar does not show
+/// the values that the model has at the start, only the changes. GUI thread only.
 class VANTORCOMMON_EXPORT CStatusBarView : public QWidget
 {
     Q_OBJECT

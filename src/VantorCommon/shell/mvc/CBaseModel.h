@@ -7,7 +7,8 @@
 #include <QObject>
 
 /// Base of all models: state that announces every change by a signal without payload whose name begins with
-/// signal_Change; receivers read the model back. It has no meta-object of its own and holds no data.
+/// signal_Change; receivers read the model back. It has no meta-object of its own and holds no data. GUI
+/// thread, unless a model says otherwise.
 class VANTORCOMMON_EXPORT CBaseModel : public QObject
 {
 public:

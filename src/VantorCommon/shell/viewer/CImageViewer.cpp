@@ -71,7 +71,7 @@ QString PixelText(const CImage& image, int x, int y)
 QImage MakeThumbnail(CImage* pImage, int nWidth)
 {
     QImage view;
-    if (nWidth < 1 || !CUtilManager::ConvertImage(pImage, view, false))
+    if (!CUtilManager::ConvertImage(pImage, view, false))
         return QImage();
     double dblHeight = double(view.height()) * nWidth / view.width();
     double dblWidth = nWidth;
@@ -345,9 +345,15 @@ void CImageViewer::slot_ChangeCurrentImage()
     Q_EMIT m_pSideModel->layoutChanged();
 }
 
+/// The width of the list, which is nothing while the list is folded away; its items are kept all the same.
+int CImageViewer::ThumbnailWidth() const
+{
+    return std::max(1, m_pSideList->viewport()->rect().width());
+}
+
 bool CImageViewer::SetThumbnail(QStandardItem* pItem, CImage* pImage)
 {
-    const QImage thumbnail = MakeThumbnail(pImage, m_pSideList->viewport()->rect().width());
+    const QImage thumbnail = MakeThumbnail(pImage, ThumbnailWidth());
     if (thumbnail.isNull())
         return false;
     pItem->setData(QPixmap::fromImage(thumbnail), Qt::DecorationRole);
@@ -385,7 +391,7 @@ void CImageViewer::ResizeSideView()
         QStandardItem* pItem = m_pSideModel->item(i);
         const auto pImage = m_pImageModel->GetImage(pItem->data(kImageIndexRole).toInt());
         const auto thumbnail = pItem->data(Qt::DecorationRole).value<QPixmap>();
-        if (pImage && thumbnail.width() != m_pSideList->viewport()->width())
+        if (pImage && thumbnail.width() != ThumbnailWidth())
             SetThumbnail(pItem, pImage.get());
     }
 }

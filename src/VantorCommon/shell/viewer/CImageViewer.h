@@ -122,6 +122,7 @@ private:
     void FocusVisibleView();
     void ShowFocus(bool bFocus);
     QStandardItem* CreateSideItem(int nIndex);
+    int ThumbnailWidth() const;
     bool SetThumbnail(QStandardItem* pItem, Vantor::Algorithms::CImage* pImage);
 
     QPointer<CImageViewerModel> m_pModel;

@@ -4,7 +4,7 @@
 
 #include <VantorCommon/shell/mvc/CBaseModel.h>
 
-/// Completes the triple of a viewer; it holds nothing.
+/// Completes the triple of a viewer; it holds nothing. GUI thread only.
 class VANTORCOMMON_EXPORT CImageViewerModel : public CBaseModel
 {
     Q_OBJECT

@@ -179,6 +179,22 @@ private Q_SLOTS:
         }
     }
 
+    void aClickInTheToolDockLeavesTheKeyboardToTheView()
+    {
+        EditFixture f;
+        f.Choose("Rect");
+        QVERIFY(f.view->hasFocus());
+        const QWidget* pPanel = f.toolDock->widget();
+        const QPoint beside = pPanel->mapTo(pPanel->window(), QPoint(2, pPanel->height() - 3));
+        QTest::mouseClick(f.Window(), Qt::LeftButton, Qt::NoModifier, beside);
+        QVERIFY(f.view->hasFocus());
+        f.Drag({20, 20}, {60, 50});
+        QCOMPARE(f.geometry.Size(), 1);
+        f.Choose("Panning");
+        f.PressUndo();
+        QCOMPARE(f.geometry.Size(), 0);
+    }
+
     void aPolygonIsClosedByAReleaseNearItsFirstVertex()
     {
         EditFixture f;

@@ -144,7 +144,9 @@ private Q_SLOTS:
         EditFixture f;
         f.Choose("Rect");
         f.view->hide();
-        f.ctrl->slot_PressKey(Qt::Key_Escape);
+        // The window system sends none to what is hidden.
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QApplication::sendEvent(f.view, &key);
         QCOMPARE(f.tool.GetViewMode(), EImageView2DMode_Drawing_Rectanlge);
     }
 
@@ -318,6 +320,23 @@ private Q_SLOTS:
         QCOMPARE(nDrags, 1);
         QCOMPARE(nHovers, 1);
         f.Release({60, 60});
+    }
+
+    void aDragOfEventsThatAreOnlySentToTheViewNeedsNoButtonHeld()
+    {
+        EditFixture f;
+        const auto pObject = f.AddRectangle(20, 20, 40, 30);
+        const auto send = [&](QEvent::Type eType, const QPointF& point, Qt::MouseButton button) {
+            QMouseEvent event(eType, f.view->MapToWidget(point), button, Qt::NoButton, Qt::NoModifier);
+            QApplication::sendEvent(f.view, &event);
+        };
+        send(QEvent::MouseButtonPress, {40, 35}, Qt::LeftButton);
+        send(QEvent::MouseMove, {50, 40}, Qt::NoButton);
+        QCOMPARE(pObject->GetBoundary(), QRectF(30, 25, 40, 30));
+        send(QEvent::MouseButtonRelease, {60, 50}, Qt::LeftButton);
+        QCOMPARE(pObject->GetBoundary(), QRectF(40, 35, 40, 30));
+        f.PressUndo();
+        QCOMPARE(pObject->GetBoundary(), QRectF(20, 20, 40, 30));
     }
 
     void aBandDrawnUpwardsSelectsToo()

@@ -154,6 +154,16 @@ private Q_SLOTS:
         QVERIFY(!shape.FindResizePoint(std::nan(""), QPointF(0, 0), handle, 0.0));
     }
 
+    void aHandleIsFoundAtItsVeryPlaceThoughTheBoxIsRounded()
+    {
+        Shape shape;
+        shape.SetData(std::make_shared<CRectangle>(0.3, 0.3, -71.3, -71.3));
+        QVERIFY(shape.GetBoundary().right() < 0.3);
+        QPointF handle;
+        QVERIFY(shape.FindResizePoint(0.0, QPointF(0.3, 0.3), handle, 0.0));
+        QCOMPARE(handle, QPointF(0.3, 0.3));
+    }
+
     void theFirstHandleWithinTheToleranceWinsNotTheNearest()
     {
         Shape shape;

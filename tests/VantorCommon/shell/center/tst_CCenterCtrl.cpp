@@ -213,7 +213,7 @@ private Q_SLOTS:
         QCOMPARE(driver.Count(), 0);
     }
 
-    void oddGridsAskForShownViewersOnly_data()
+    void oddGridsOfferAViewerForEachCellWithinReason_data()
     {
         constexpr int kHuge = std::numeric_limits<int>::max();
         QTest::addColumn<int>("nRows");
@@ -223,10 +223,11 @@ private Q_SLOTS:
         QTest::newRow("-1x-4") << -1 << -4 << 0;
         QTest::newRow("-2x2") << -2 << 2 << 0;
         QTest::newRow("1x3") << 1 << 3 << 3;
-        QTest::newRow("huge") << kHuge << kHuge << 4;
-        QTest::newRow("product wraps to 0 in 32 bits") << 65536 << 65536 << 4;
+        QTest::newRow("3x3") << 3 << 3 << 9;
+        QTest::newRow("huge") << kHuge << kHuge << 64;
+        QTest::newRow("product wraps to 0 in 32 bits") << 65536 << 65536 << 64;
     }
-    void oddGridsAskForShownViewersOnly()
+    void oddGridsOfferAViewerForEachCellWithinReason()
     {
         QFETCH(int, nRows);
         QFETCH(int, nColumns);
@@ -243,6 +244,18 @@ private Q_SLOTS:
         QCOMPARE(item.pView, nItems == 0 ? static_cast<QWidget*>(c.Viewer(0)) : nullptr);
         QCOMPARE(nSeen, nItems);
         QVERIFY(!c.pCtrl->FindImage(QStringLiteral("Image View [4]")));
+    }
+
+    void aChosenNamePastTheListGivesTheEmptyItem()
+    {
+        SCentre c;
+        QVERIFY(c.Show());
+        c.pCtrl->ChangeLayout(3, 3);
+        const DialogDriver driver({Choose(4), Choose(3)});
+        const SMVCItem item = c.pCtrl->SelectMVC();
+        QVERIFY(!item.pModel && !item.pCtrl && !item.pView);
+        QCOMPARE(c.pCtrl->SelectMVC().pView, static_cast<QWidget*>(c.Viewer(3)));
+        QCOMPARE(driver.Count(), 2);
     }
 
     void openFileGoesToTheChosenViewer()

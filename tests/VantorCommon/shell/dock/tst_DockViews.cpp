@@ -18,7 +18,8 @@ namespace
 {
 template <class T> void AddRow(const char* pName)
 {
-    QTest::newRow(pName) << MakeWidget([](QWidget* pParent) { return new T(pParent); }) << QString::fromLatin1(pName);
+    QTest::newRow(pName) << MakeWidget([](QWidget* pParent) { return new T(pParent); })
+                         << QString::fromLatin1(pName);
 }
 } // namespace
 
@@ -48,6 +49,9 @@ private Q_SLOTS:
         QCOMPARE(pDock->parentWidget(), &parent);
         QVERIFY(pDock->widgetResizable());
         QVERIFY(!pDock->widget());
+        const QScrollArea plain;
+        QCOMPARE(pDock->focusPolicy(), plain.focusPolicy());
+        QCOMPARE(pDock->frameStyle(), plain.frameStyle());
     }
 
     void aPanelSetInADockFillsIt()

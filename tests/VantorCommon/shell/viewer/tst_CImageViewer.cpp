@@ -311,6 +311,21 @@ private Q_SLOTS:
         QVERIFY(f.parts.Button(QStringLiteral("2D.png"))->isChecked());
     }
 
+    void anotherViewTypeIsIgnored()
+    {
+        SFixture f;
+        for (const EImageView2DType eShown : {EImageView2DType_3D, EImageView2DType_2D}) {
+            f.tool.SetViewType(eShown);
+            for (const int nType : {2, -1, 1000}) {
+                f.tool.SetViewType(static_cast<EImageView2DType>(nType));
+                QCOMPARE(f.parts.Button(QStringLiteral("2D.png"))->isChecked(),
+                         eShown == EImageView2DType_2D);
+                QCOMPARE(f.parts.Button(QStringLiteral("3D.png"))->isChecked(),
+                         eShown == EImageView2DType_3D);
+            }
+        }
+    }
+
     void the2DViewSwitchesTo3D()
     {
         SFixture f;
@@ -449,6 +464,20 @@ private Q_SLOTS:
         SFixture f;
         f.images.SetImages({MakeTestImage(40, 30, 3)});
         QVERIFY(f.Show());
+        QTRY_COMPARE(f.parts.Thumbnail(0).width(), f.ListWidth());
+    }
+
+    void imagesOpenedWhileTheListIsFoldedAwayAreThereWhenItIsUnfolded()
+    {
+        SFixture f;
+        QVERIFY(f.Show());
+        f.parts.Splitter()->setSizes({0, 600});
+        QTRY_VERIFY(f.ListWidth() < 1 || f.parts.List()->visibleRegion().isEmpty());
+        f.images.SetImages({MakeNamedImage(40, 30, 3, L"a.png"), MakeTestImage(10, 20, 1)});
+        f.parts.Splitter()->setSizes({120, 480});
+        QTRY_VERIFY(f.ListWidth() > 60);
+        QCOMPARE(f.parts.List()->model()->rowCount(), 2);
+        QCOMPARE(f.parts.Text(0), QStringLiteral("1. a.png"));
         QTRY_COMPARE(f.parts.Thumbnail(0).width(), f.ListWidth());
     }
 

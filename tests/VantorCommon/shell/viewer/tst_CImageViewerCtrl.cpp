@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
+#include "tests/support/Centre.h"
 #include "tests/support/LogRecorder.h"
 #include "tests/support/TestImages.h"
 #include "tests/support/TestMain.h"
@@ -105,8 +106,7 @@ private Q_SLOTS:
         SFixture f;
         QVERIFY(f.Show());
         QVERIFY(f.pView2D->isVisible());
-        auto* pView3D =
-            dynamic_cast<CImageView3D*>(f.pView2D->parentWidget()->layout()->itemAt(1)->widget());
+        auto* pView3D = dynamic_cast<CImageView3D*>(f.pView2D->parentWidget()->layout()->itemAt(1)->widget());
         QVERIFY(pView3D && !pView3D->isVisible());
         QVERIFY(f.pStatusBar && !f.pStatusBar->isVisible());
         QCOMPARE(f.pCtrl->GetViewID(), kViewID);
@@ -141,7 +141,7 @@ private Q_SLOTS:
         ctrl.Convert();
     }
 
-    void undoAndRedoSkipTheMissing3DControllerAndReturnFalse()
+    void undoAndRedoReachThe2DControllerAndReturnFalse()
     {
         SFixture f;
         QVERIFY(f.Show());
@@ -244,6 +244,30 @@ private Q_SLOTS:
         QVERIFY(f.pView2D->GetViewPort().width() > fitted.width());
         f.Press("zoomfit.png");
         QCOMPARE(f.pView2D->GetViewPort(), fitted);
+    }
+
+    void theFileButtonsOpenTheirDialogs_data()
+    {
+        QTest::addColumn<QString>("strIcon");
+        QTest::addColumn<QString>("strTitle");
+        QTest::newRow("open") << QStringLiteral("open-folder.png") << QStringLiteral("Load File");
+        QTest::newRow("add") << QStringLiteral("add.png") << QStringLiteral("Add Images");
+        QTest::newRow("save") << QStringLiteral("save_file.png") << QStringLiteral("Save Image");
+    }
+    void theFileButtonsOpenTheirDialogs()
+    {
+        QFETCH(QString, strIcon);
+        QFETCH(QString, strTitle);
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        SFixture f;
+        QVERIFY(f.Show());
+        QString strSeen;
+        const DialogDriver driver({[&](QDialog* pDialog) {
+            strSeen = pDialog->windowTitle();
+            pDialog->reject();
+        }});
+        QTest::mouseClick(f.parts.Button(strIcon), Qt::LeftButton);
+        QCOMPARE(strSeen, strTitle);
     }
 
     void thePagesAreBrowsedAndClearedByButtons()
