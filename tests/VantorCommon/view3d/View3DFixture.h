@@ -14,7 +14,8 @@
 #include <QtTest/QtTest>
 #include <cmath>
 
-/// Counts the loads of a model on the thread that made it. (A QSignalSpy would count on the thread that loads.)
+/// Counts the loads of a model on the thread that made it. (A QSignalSpy would count on the thread that
+/// loads.)
 class CLoadCounter
 {
 public:

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// The 3D model and its controller on several threads, for tests/support/race_check.sh. No OpenGL is about: run it
-// on the platform "offscreen", where the view has no context.
+// The 3D model and its controller on several threads, for tests/support/race_check.sh. No OpenGL is about:
+// run it on the platform "offscreen", where the view has no context.
 #include "tests/VantorCommon/view3d/View3DFixture.h"
 #include "tests/support/TestImages.h"
 #include "tests/support/TestMain.h"
