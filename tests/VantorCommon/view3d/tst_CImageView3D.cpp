@@ -7,8 +7,10 @@
 
 #include <QApplication>
 #include <QMenu>
+#include <QOpenGLDebugMessage>
 #include <QOpenGLExtraFunctions>
 #include <QOpenGLShaderProgram>
+#include <QScreen>
 
 using Vantor::Algorithms::CImage;
 
@@ -160,6 +162,32 @@ private Q_SLOTS:
         QCOMPARE(picture.pixelColor(nFar, nQuarter), kSquares[1]);
         QCOMPARE(picture.pixelColor(nQuarter, nFar), kSquares[2]);
         QCOMPARE(picture.pixelColor(nFar, nFar), kSquares[3]);
+    }
+
+    /// As a person sees it: what is on the screen, not what the view would paint when asked.
+    void afterAResizeTheScreenShowsTheRelief()
+    {
+        SView3DFixture fixture;
+        fixture.images.SetImages({MakeSquares()});
+        QVERIFY(fixture.Show());
+        QVERIFY(fixture.WaitForLoad(1));
+        fixture.pView->resize(300, 260);
+        const auto onScreen = [&] {
+            const QPoint at = fixture.pView->mapToGlobal(QPoint(0, 0));
+            return fixture.window.screen()
+                ->grabWindow(0, at.x(), at.y(), fixture.pView->width(), fixture.pView->height())
+                .toImage();
+        };
+        QTRY_VERIFY(HasRelief(fixture, onScreen()));
+    }
+
+    void aMessageOfTheDriverIsLoggedAsItIs()
+    {
+        CImageView3D view(nullptr, nullptr);
+        LogRecorder log;
+        view.slot_OpenGLMessageLogged(
+            QOpenGLDebugMessage::createApplicationMessage(QStringLiteral("100 %s done")));
+        QCOMPARE(log.Take(), QStringList{QStringLiteral("1:OpenGL: 100 %s done")});
     }
 
     void draggingTenPixelsTurnsByOneDegree()

@@ -259,6 +259,15 @@ private Q_SLOTS:
         QVERIFY(!pTimer->isActive());
     }
 
+    void theSizesAndEachPaintGoToTheDebugOutput()
+    {
+        for (const char* pText : {" Vector:  65341", " Indices:  386640", "Paint OpenGl"})
+            QTest::ignoreMessage(QtDebugMsg, pText);
+        CImageView3DEarth view;
+        QVERIFY(Show(view));
+        view.grabFramebuffer();
+    }
+
     void theTextureShowsTheContinentsWhereTheyBelong()
     {
         const QImage texture(QStringLiteral(":/OpenGL/8081_earthmap4k.jpg"));
