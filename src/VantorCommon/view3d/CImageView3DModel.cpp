@@ -214,6 +214,7 @@ void CImageView3DModel::LoadImage(std::shared_ptr<CImage> pImage)
     } catch (const std::bad_alloc&) {
         CLogger::Write(WARNING, "Not enough memory for the 3D view of %d x %d pixels", copy.GetWidth(),
                        copy.GetHeight());
+        Q_EMIT signal_ChangeProgressValue(kProgressBegin);
     }
 }
 
