@@ -13,6 +13,7 @@
 #include <VantorCommon/shell/dock/CToolBoxDockView.h>
 #include <VantorCommon/shell/mvc/CMVCManager.h>
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
+#include <VantorCommon/view3d/CImageView3DEarth.h>
 
 #include <QDockWidget>
 #include <QFileInfo>
@@ -26,6 +27,7 @@ constexpr int kViewerCount = 4;
 constexpr int kToolDockWidth = 220;
 constexpr int kPropertyDockWidth = 250;
 constexpr int kLogDockHeight = 110;
+constexpr int kGlobeSide = 600;
 
 CImageViewerCtrl* FindViewer(int nIndex)
 {
@@ -33,6 +35,13 @@ CImageViewerCtrl* FindViewer(int nIndex)
     const auto item = CMVCManager::FindFirst(
         [&](const SMVC& mvc) { return mvc.pView && mvc.pView->windowTitle() == strTitle; });
     return item ? dynamic_cast<CImageViewerCtrl*>(item->pCtrl) : nullptr;
+}
+
+void BringUp(QWidget& window)
+{
+    window.show();
+    window.raise();
+    window.activateWindow();
 }
 
 QString ReasonOf(const QString& strFile)
@@ -117,6 +126,8 @@ void CMainWindow::CreateMenus()
     pWindow->addSeparator();
     for (QDockWidget* pDock : findChildren<QDockWidget*>())
         pWindow->addAction(pDock->toggleViewAction());
+    pWindow->addSeparator();
+    pWindow->addAction(QStringLiteral("&Globe"), this, &CMainWindow::ShowGlobe);
 
     QMenu* pTools = menuBar()->addMenu(QStringLiteral("&Tools"));
     pTools->addAction(QStringLiteral("&Median Filter..."), m_pCtrl.get(), &CCenterCtrl::slot_OpenMedianTool);
@@ -163,9 +174,18 @@ void CMainWindow::CloseImage()
 
 void CMainWindow::ShowSettings()
 {
-    m_pSettingDlg->show();
-    m_pSettingDlg->raise();
-    m_pSettingDlg->activateWindow();
+    BringUp(*m_pSettingDlg);
+}
+
+void CMainWindow::ShowGlobe()
+{
+    if (!m_pGlobe) {
+        m_pGlobe = new CImageView3DEarth(this);
+        m_pGlobe->setWindowFlag(Qt::Window);
+        m_pGlobe->setWindowTitle(QStringLiteral("Globe"));
+        m_pGlobe->resize(kGlobeSide, kGlobeSide);
+    }
+    BringUp(*m_pGlobe);
 }
 
 void CMainWindow::About()

@@ -9,6 +9,7 @@
 class CCenterCtrl;
 class CCenterModel;
 class CCenterView;
+class CImageView3DEarth;
 class CImageViewerCtrl;
 class CPropertyDockView;
 class CSettingCtrl;
@@ -38,9 +39,11 @@ private:
     bool OpenIn(CImageViewerCtrl& viewer, const QString& strFile);
     void CloseImage();
     void ShowSettings();
+    void ShowGlobe();
     void About();
 
     CSettingDlg* m_pSettingDlg = nullptr;
+    CImageView3DEarth* m_pGlobe = nullptr; ///< made when it is asked for
     std::unique_ptr<CSettingCtrl> m_pSettingCtrl;
     CToolBoxDockView* m_pToolBox = nullptr;
     CPropertyDockView* m_pProperties = nullptr;

@@ -44,16 +44,18 @@ inline double MedianRatioOf(const std::vector<double>& a, const std::vector<doub
 /// Runs ours, the peer and the limit in turn, one round of all per iteration, after one round that is not
 /// counted, and reports as counters the medians in milliseconds (ours_ms, peer_ms, limit_ms) and the medians
 /// of the ratios of each round (x_peer = ours / peer, x_limit = ours / limit). An empty callable is left
-/// out. The benchmark needs UseManualTime(): its own time is that of ours.
+/// out. What prepares ours is not timed. The benchmark needs UseManualTime(): its own time is that of ours.
 inline void Compare(benchmark::State& state, const Callable& ours, const Callable& peer = {},
-                    const Callable& limit = {})
+                    const Callable& limit = {}, const Callable& prepare = {})
 {
     std::vector<double> vctOurs, vctPeer, vctLimit;
-    for (const Callable* pCallable : {&ours, &peer, &limit}) {
+    for (const Callable* pCallable : {&prepare, &ours, &peer, &limit}) {
         if (*pCallable)
             (*pCallable)();
     }
     for (auto _ : state) {
+        if (prepare)
+            prepare();
         vctOurs.push_back(SecondsOf(ours));
         if (peer)
             vctPeer.push_back(SecondsOf(peer));

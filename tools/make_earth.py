@@ -35,6 +35,11 @@ SEA_BANDS = [
     (0.00, "#dfe9ee"), (0.035, "#b9d0dd"), (0.09, "#4a7a9c"), (0.25, "#24598a"), (0.42, "#1d5b93"),
     (0.50, "#20659c"), (0.58, "#1d5b93"), (0.75, "#1f4f7f"), (0.88, "#4a7a9c"), (1.00, "#b9d0dd"),
 ]
+# How much of the relief is seen: near the poles the sphere would squeeze it to streaks.
+RELIEF_BANDS = [
+    (0.00, "#000000"), (0.08, "#303030"), (0.17, "#606060"), (0.28, "#d0d0d0"), (0.40, "#ffffff"),
+    (0.75, "#ffffff"), (0.85, "#404040"), (1.00, "#000000"),
+]
 SAND, FOREST, STEPPE, ROCK = "#d8c08c", "#3f7336", "#b3a36b", "#8d7453"
 # Blurred spots on the land: longitude, latitude, half axes in degrees, colour, opacity.
 SPOTS = [
@@ -154,13 +159,14 @@ def drawing(topology):
 <feTurbulence type="fractalNoise" baseFrequency="0.012 0.014" numOctaves="6" seed="7"/>
 <feColorMatrix values="0 0 0 0 0  0 0 0 0 0  0 0 0 0 0  1 0 0 0 0"/>
 <feDiffuseLighting surfaceScale="26" diffuseConstant="1.05" lighting-color="#ffffff">
-<feDistantLight azimuth="225" elevation="55"/></feDiffuseLighting></filter></defs>
+<feDistantLight azimuth="225" elevation="55"/></feDiffuseLighting></filter>
+{gradient("reliefBands", RELIEF_BANDS)}<mask id="temperate"><rect {whole} fill="url(#reliefBands)"/></mask></defs>
 <rect {whole} fill="url(#seaBands)"/>
 <path d="{land}" fill="none" stroke="#7fb6cf" stroke-width="22" stroke-opacity="0.4" filter="url(#shore)"/>
 <path d="{land}" fill="url(#landBands)"/>
 <g clip-path="url(#land)">{"".join(spots())}{"".join(ranges())}<path d="{ice}" fill="#f2f6f8"/>
-<g style="mix-blend-mode:multiply" opacity="0.55"><rect {whole} filter="url(#relief)"/></g></g>
-<path d="{land}" fill="none" stroke="#3c3228" stroke-opacity="0.45" stroke-width="1.2"/>
+<g style="mix-blend-mode:multiply" opacity="0.55" mask="url(#temperate)"><rect {whole} filter="url(#relief)"/></g></g>
+<path d="{land}" fill="none" stroke="#3c3228" stroke-opacity="0.6" stroke-width="1.6"/>
 </svg>"""
 
 

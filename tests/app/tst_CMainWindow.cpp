@@ -8,6 +8,7 @@
 #include <VantorCommon/log/CLogView.h>
 #include <VantorCommon/settings/CSettingDlg.h>
 #include <VantorCommon/settings/CSettingManager.h>
+#include <VantorCommon/view3d/CImageView3DEarth.h>
 
 #include <QApplication>
 #include <QDockWidget>
@@ -108,6 +109,42 @@ private Q_SLOTS:
         QCOMPARE(tool()->windowTitle(), QString::fromLatin1(QTest::currentDataTag()));
         QVERIFY(!tool()->isModal());
         QCOMPARE(ToolParts(*tool()).Entries("Source Image"), QStringList(QStringLiteral("Image View [0]")));
+    }
+
+    void theGlobeIsOpenedFromTheMenuByKeysAndTurnedByTheMouse()
+    {
+        CMainWindow window;
+        QVERIFY(Activate(window));
+        QVERIFY(!window.findChild<CImageView3DEarth*>());
+        const auto open = [&] {
+            QTest::keyClick(window.windowHandle(), Qt::Key_V, Qt::AltModifier);
+            if (!QTest::qWaitFor([] { return QApplication::activePopupWidget(); }))
+                return false;
+            QTest::keyClick(QApplication::activePopupWidget(), 'g');
+            return QTest::qWaitFor([&] {
+                auto* pGlobe = window.findChild<CImageView3DEarth*>();
+                return pGlobe && QApplication::activeWindow() == pGlobe && pGlobe->isValid();
+            });
+        };
+        QVERIFY(open());
+        auto* pGlobe = window.findChild<CImageView3DEarth*>();
+        QCOMPARE(pGlobe->windowTitle(), QStringLiteral("Globe"));
+        const QImage before = pGlobe->grabFramebuffer();
+        const QPoint centre = pGlobe->rect().center();
+        QVERIFY(before.pixelColor(centre) != QColor(Qt::black)); // it has its picture
+        QWindow* pHandle = pGlobe->windowHandle();
+        QTest::mousePress(pHandle, Qt::LeftButton, Qt::NoModifier, centre);
+        QTest::mouseMove(pHandle, centre + QPoint(30, 0));
+        QTest::mouseMove(pHandle, centre + QPoint(60, 20));
+        QTest::mouseRelease(pHandle, Qt::LeftButton, Qt::NoModifier, centre + QPoint(60, 20));
+        QTRY_COMPARE(pGlobe->GetYaw(), -96.0F);
+        QCOMPARE(pGlobe->GetPitch(), 2.0F);
+        QVERIFY(pGlobe->grabFramebuffer() != before);
+
+        pGlobe->close();
+        QVERIFY(Activate(window));
+        QVERIFY(open()); // the same again
+        QCOMPARE(window.findChildren<CImageView3DEarth*>().size(), 1);
     }
 };
 

@@ -194,6 +194,15 @@ void CImageView3D::resizeGL(int nWidth, int nHeight)
     SetProjection(nWidth, nHeight);
 }
 
+/// The base class paints at once, and the window paints again: of a large mesh once is enough.
+void CImageView3D::resizeEvent(QResizeEvent* pEvent)
+{
+    m_bResizing = true;
+    QOpenGLWidget::resizeEvent(pEvent);
+    m_bResizing = false;
+    update();
+}
+
 void CImageView3D::slot_ChangeImage()
 {
 }

@@ -76,6 +76,7 @@ protected:
     void initializeGL() override;
     void paintGL() override;
     void resizeGL(int nWidth, int nHeight) override;
+    void resizeEvent(QResizeEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void mouseReleaseEvent(QMouseEvent* pEvent) override;
@@ -113,4 +114,5 @@ private:
     int m_nVertexFloats = 0;
     int m_nIndices = 0;
     bool m_bImageWanted = false;
+    bool m_bResizing = false;
 };

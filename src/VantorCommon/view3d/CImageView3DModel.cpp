@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <new>
+#include <sys/mman.h>
 
 using Vantor::Algorithms::CImage;
 
@@ -59,51 +60,107 @@ bool IsWithinLimit(const CImage& image)
            nFloats * sizeof(float) + nIndices * sizeof(unsigned int) <= s_nLimit.load();
 }
 
-float* AppendColour(float* pOut, const unsigned char* pPixel, int nChannel)
+/// The grey value for a channel count that is known when it is compiled, see __InternalGetGrayValue.
+template <int kChannels> inline float GrayOf(const unsigned char* pPixel)
 {
-    if (nChannel == 2)
-        return pOut; // see LoadImage
-    for (int i = 0; i < 3; ++i)
-        *pOut++ = static_cast<float>(pPixel[nChannel == 1 ? 0 : i]) / kMaxByte;
-    return pOut;
+    if constexpr (kChannels == 1)
+        return pPixel[0];
+    else if constexpr (kChannels >= 3)
+        return kRed * pPixel[0] + kGreen * pPixel[1] + kBlue * pPixel[2];
+    else
+        return 0.0F;
+}
+
+/// What a byte stands for as a colour, 0 to 1.
+const std::array<float, 256>& Colours()
+{
+    static const std::array<float, 256> arrColours = [] {
+        std::array<float, 256> arrResult{};
+        for (std::size_t i = 0; i < arrResult.size(); ++i)
+            arrResult[i] = static_cast<float>(i) / kMaxByte;
+        return arrResult;
+    }();
+    return arrColours;
+}
+
+/// Overwrites a row's vertices, of which x stays the same from row to row.
+template <int kChannels>
+void FillRow(std::vector<float>& vctRow, const unsigned char* pRow, const std::size_t* pOffsets, float fY)
+{
+    constexpr std::size_t kFloats = kChannels == 2 ? kPositionFloats : kVertexFloats;
+    const std::array<float, 256>& arrColours = Colours();
+    float* pOut = vctRow.data();
+    for (std::size_t x = 0; x < vctRow.size() / kFloats; ++x, pOut += kFloats) {
+        const unsigned char* pPixel = pRow + pOffsets[x];
+        pOut[1] = fY;
+        pOut[2] = GrayOf<kChannels>(pPixel) * kMaxHeight / kMaxByte;
+        if constexpr (kChannels != 2) // see LoadImage
+            for (int i = 0; i < 3; ++i)
+                pOut[kPositionFloats + i] = arrColours[pPixel[kChannels == 1 ? 0 : i]];
+    }
+}
+
+/// Asks for large pages, before they are touched: small ones cost more time than what is written to them.
+void PreferLargePages(void* pData, std::size_t nBytes)
+{
+    constexpr std::uintptr_t kPage = 4096;
+    const std::uintptr_t nBegin = (reinterpret_cast<std::uintptr_t>(pData) + kPage - 1) / kPage * kPage;
+    const std::uintptr_t nEnd = (reinterpret_cast<std::uintptr_t>(pData) + nBytes) / kPage * kPage;
+    if (nEnd > nBegin)
+        madvise(reinterpret_cast<void*>(nBegin), nEnd - nBegin, MADV_HUGEPAGE);
+}
+
+/// A vector with room for n values, which are then appended row by row.
+template <typename T> std::vector<T> Reserve(std::size_t n)
+{
+    std::vector<T> vctResult;
+    vctResult.reserve(n);
+    PreferLargePages(vctResult.data(), n * sizeof(T));
+    return vctResult;
+}
+
+template <int kChannels> std::vector<float> BuildVertices(const CImage& image)
+{
+    constexpr std::size_t kFloats = kChannels == 2 ? kPositionFloats : kVertexFloats;
+    const std::size_t w = static_cast<std::size_t>(image.GetWidth());
+    const int h = image.GetHeight();
+    std::vector<float> vctRow(w * kFloats);
+    for (std::size_t x = 0; x < w; ++x)
+        vctRow[x * kFloats] = static_cast<float>(x) / static_cast<float>(w);
+    std::vector<float> vctVertices = Reserve<float>(vctRow.size() * static_cast<std::size_t>(h));
+    for (int r = 0; r < h; ++r) {
+        const float fY = static_cast<float>(h - 1 - r) / static_cast<float>(h);
+        FillRow<kChannels>(vctRow, image.GetRows()[r], image.GetColumnOffsets(), fY);
+        vctVertices.insert(vctVertices.end(), vctRow.begin(), vctRow.end());
+    }
+    return vctVertices;
 }
 
 std::vector<float> BuildVertices(const CImage& image)
 {
-    const int w = image.GetWidth();
-    const int h = image.GetHeight();
-    const int c = image.GetChannel();
-    const std::size_t* pOffsets = image.GetColumnOffsets();
-    const std::size_t nVertexFloats = c == 2 ? kPositionFloats : kVertexFloats;
-    std::vector<float> vctVertices(std::size_t(w) * std::size_t(h) * nVertexFloats);
-    float* pOut = vctVertices.data();
-    for (int r = 0; r < h; ++r) {
-        const unsigned char* pRow = image.GetRows()[r];
-        const float fY = static_cast<float>(h - 1 - r) / static_cast<float>(h);
-        for (int x = 0; x < w; ++x) {
-            const unsigned char* pPixel = pRow + pOffsets[x];
-            *pOut++ = static_cast<float>(x) / static_cast<float>(w);
-            *pOut++ = fY;
-            *pOut++ = __InternalGetGrayValue(pPixel, c) * kMaxHeight / kMaxByte;
-            pOut = AppendColour(pOut, pPixel, c);
-        }
+    switch (image.GetChannel()) {
+    case 1:
+        return BuildVertices<1>(image);
+    case 2:
+        return BuildVertices<2>(image);
+    default: // an image has no more than four
+        return BuildVertices<3>(image);
     }
-    return vctVertices;
 }
 
 std::vector<unsigned int> BuildIndices(const CImage& image)
 {
     const unsigned int w = static_cast<unsigned int>(image.GetWidth());
     const unsigned int h = static_cast<unsigned int>(image.GetHeight());
-    std::vector<unsigned int> vctIndices(IndexCount(image));
-    unsigned int* pOut = vctIndices.data();
-    for (unsigned int j = 0; j + 1 < h; ++j)
-        for (unsigned int x = 0; x + 1 < w; ++x) {
-            const unsigned int a = j * w + x;
-            const unsigned int b = a + w;
-            for (const unsigned int n : {b, a + 1, a, b, b + 1, a + 1})
-                *pOut++ = n;
-        }
+    std::vector<unsigned int> vctRow;
+    for (unsigned int a = 0; a + 1 < w; ++a)
+        vctRow.insert(vctRow.end(), {a + w, a + 1, a, a + w, a + w + 1, a + 1});
+    std::vector<unsigned int> vctIndices = Reserve<unsigned int>(IndexCount(image));
+    for (unsigned int j = 0; j + 1 < h; ++j) {
+        vctIndices.insert(vctIndices.end(), vctRow.begin(), vctRow.end());
+        for (unsigned int& n : vctRow)
+            n += w;
+    }
     return vctIndices;
 }
 } // namespace
@@ -113,10 +170,8 @@ float __InternalGetGrayValue(const unsigned char* pPixel, int nChannel)
     if (!pPixel)
         return 0.0F;
     if (nChannel == 1)
-        return pPixel[0];
-    if (nChannel == 3 || nChannel == 4)
-        return kRed * pPixel[0] + kGreen * pPixel[1] + kBlue * pPixel[2];
-    return 0.0F;
+        return GrayOf<1>(pPixel);
+    return nChannel == 3 || nChannel == 4 ? GrayOf<3>(pPixel) : 0.0F;
 }
 
 CImageView3DModel::CImageView3DModel() : m_arrParameters(kDefaults)
@@ -159,6 +214,7 @@ void CImageView3DModel::LoadImage(std::shared_ptr<CImage> pImage)
     } catch (const std::bad_alloc&) {
         CLogger::Write(WARNING, "Not enough memory for the 3D view of %d x %d pixels", copy.GetWidth(),
                        copy.GetHeight());
+        Q_EMIT signal_ChangeProgressValue(kProgressBegin);
     }
 }
 

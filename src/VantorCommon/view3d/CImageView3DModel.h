@@ -115,10 +115,10 @@ public:
     /// grey x 0.1 / 255) and colour (0 to 1), then two triangles per square of four pixels. Builds run one
     /// after another.
     ///
-    /// Emits progress 0, 10, 30, 100, 0, then signal_LoadFinished. No image: nothing. An empty image or a
-    /// lack of memory: progress 0 only, and the mesh before stays. An image over the limit of SetBufferLimit:
-    /// progress 0, one log line, and an empty mesh.
-    /// Deliberate: a pixel of two channels has no colour, so its vertex has three floats instead of six.
+    /// Emits progress 0, 10, 30, 100, 0, then signal_LoadFinished. No image: nothing. An empty image:
+    /// progress 0 only. A lack of memory: one log line and progress back at 0. In both the mesh before stays.
+    /// An image over the limit of SetBufferLimit: progress 0, one log line, and an empty mesh. Deliberate: a
+    /// pixel of two channels has no colour, so its vertex has three floats instead of six.
     void LoadImage(std::shared_ptr<Vantor::Algorithms::CImage> pImage);
 
     /// The mesh that was handed over last, until somebody takes it. The getters do not lock: they are for the

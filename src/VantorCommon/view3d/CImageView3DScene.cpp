@@ -198,7 +198,7 @@ void CImageView3D::SetMatrices(QOpenGLShaderProgram& program)
 
 void CImageView3D::paintGL()
 {
-    if (!m_pObjects)
+    if (!m_pObjects || m_bResizing)
         return;
     glClearColor(kBackground, kBackground, kBackground, 1.0F);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);

@@ -14,6 +14,23 @@
 #include <QtTest/QtTest>
 #include <cmath>
 
+/// Counts the loads of a model on the thread that made it. (A QSignalSpy would count on the thread that
+/// loads.)
+class CLoadCounter
+{
+public:
+    explicit CLoadCounter(CImageView3DModel& model)
+    {
+        QObject::connect(&model, &CImageView3DModel::signal_LoadFinished, &m_context, [this] { ++m_nCount; });
+    }
+    int count() const { return m_nCount; }
+    void clear() { m_nCount = 0; }
+
+private:
+    QObject m_context;
+    int m_nCount = 0;
+};
+
 /// A 3D view with its models and its controller in a window of its own.
 struct SView3DFixture {
     static constexpr int kSide = 400;
@@ -24,7 +41,7 @@ struct SView3DFixture {
     QPointer<CImageView3D> pView = new CImageView3D(&model, &window);
     std::unique_ptr<CImageView3DCtrl> pCtrl =
         std::make_unique<CImageView3DCtrl>(&model, &images, pView, nullptr, nullptr, nullptr);
-    QSignalSpy loads{&model, &CImageView3DModel::signal_LoadFinished};
+    CLoadCounter loads{model};
 
     SView3DFixture()
     {

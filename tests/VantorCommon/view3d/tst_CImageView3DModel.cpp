@@ -8,9 +8,12 @@
 #include <Vantor/image/CImage.h>
 
 #include <QApplication>
+#include <QFile>
 #include <QSignalSpy>
 #include <limits>
+#include <sys/resource.h>
 #include <thread>
+#include <unistd.h>
 
 using Vantor::Algorithms::CImage;
 
@@ -75,6 +78,15 @@ QStringList RecordLoad(CImageView3DModel& model, std::shared_ptr<CImage> pImage)
                      [&] { signalled << QStringLiteral("finished"); });
     model.LoadImage(std::move(pImage));
     return signalled;
+}
+
+/// The bytes of address space that the process has taken.
+rlim_t AddressSpace()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    return file.readAll().split(' ').value(0).toULongLong() * rlim_t(sysconf(_SC_PAGESIZE));
 }
 
 const QStringList kWholeLoad = {QStringLiteral("0"),   QStringLiteral("10"), QStringLiteral("30"),
@@ -289,6 +301,29 @@ private Q_SLOTS:
         QCOMPARE(log.Take().size(), 1);
         QCOMPARE(model.GetVerticesSize(), 0);
         QCOMPARE(model.GetIndicesSize(), 0);
+    }
+
+    void aLackOfMemoryIsAFailedLoad()
+    {
+#ifdef __SANITIZE_ADDRESS__
+        QSKIP("the address sanitizer cannot live with a limit of the address space");
+#else
+        CImageView3DModel model;
+        model.LoadImage(MakeTestImage(2, 2, 1));
+        const auto pLarge = MakeTestImage(4000, 4000, 1); // its mesh takes 768 MB
+        rlimit before{};
+        QCOMPARE(getrlimit(RLIMIT_AS, &before), 0);
+        rlimit tight = before;
+        tight.rlim_cur = AddressSpace() + (rlim_t(200) << 20);
+        LogRecorder log;
+        QCOMPARE(setrlimit(RLIMIT_AS, &tight), 0);
+        const QStringList signalled = RecordLoad(model, pLarge);
+        QCOMPARE(setrlimit(RLIMIT_AS, &before), 0);
+        QCOMPARE(signalled, (QStringList{QStringLiteral("0"), QStringLiteral("10"), QStringLiteral("0")}));
+        QCOMPARE(log.Take().size(), 1);
+        QCOMPARE(model.GetVerticesSize(), 24); // the mesh before stays
+        QCOMPARE(RecordLoad(model, MakeTestImage(3, 3, 1)), kWholeLoad);
+#endif
     }
 
     void takingWhileAnotherThreadLoadsLosesNoMesh()

@@ -79,7 +79,6 @@ private Q_SLOTS:
         fixture.pView->ClearMesh();
     }
 
-    /// Also what to run under helgrind: no driver threads are about.
     void quickImageChangesAndDestructionsDuringABuildAreSafe()
     {
         const CExpectedWarnings expected;
