@@ -61,9 +61,9 @@ void tst_Sobel::equalsTheModelInEveryRegion_data()
 {
     QTest::addColumn<QString>("kind");
     QTest::addColumn<int>("channels");
-    for (const char* pKind : {"X", "Y", "XY"}) {
+    for (const QString& strKind : {QStringLiteral("X"), QStringLiteral("Y"), QStringLiteral("XY")}) {
         for (int nChannels = 1; nChannels <= 4; ++nChannels)
-            QTest::addRow("%s, %d channels", pKind, nChannels) << QString::fromLatin1(pKind) << nChannels;
+            QTest::addRow("%s, %d channels", qPrintable(strKind), nChannels) << strKind << nChannels;
     }
 }
 
