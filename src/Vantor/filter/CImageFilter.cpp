@@ -3,7 +3,7 @@
 #include <Vantor/image/CImage.h>
 
 #include <Vantor/FailureReason_p.h>
-#include <Vantor/filter/Filter3x3_p.h>
+#include <Vantor/filter/NeighbourFilter_p.h>
 #include <Vantor/filter/WindowMedian_p.h>
 
 #include <new>
@@ -43,10 +43,10 @@ template <class Filter> const char* RunFilter(CImage& image, const SRegion& regi
     }
 }
 
-const char* RunKernel(CImage& image, const SRegion& region, RowKernel kernel)
+const char* RunKernel(CImage& image, const SRegion& region, const SRowKernel& kernel)
 {
-    return RunFilter(image, region, [kernel](const SFilterJob& job) {
-        Filter3x3(job, kernel);
+    return RunFilter(image, region, [&kernel](const SFilterJob& job) {
+        FilterNeighbours(job, kernel);
         return true;
     });
 }
@@ -58,8 +58,8 @@ int CImage::MedianFilter(int radiusX, int radiusY, const Geometry::CGeometry* re
     const SRegion where{region, mode, tolerance};
     if (radiusX < 0 || radiusY < 0)
         return m_pFailure->Note("A radius of the median is negative.");
-    if (radiusX == 1 && radiusY == 1)
-        return m_pFailure->Note(RunKernel(*this, where, MedianKernel));
+    if (radiusX == radiusY && (radiusX == 1 || radiusX == 2))
+        return m_pFailure->Note(RunKernel(*this, where, radiusX == 1 ? kMedian3x3 : kMedian5x5));
     return m_pFailure->Note(RunFilter(*this, where, [radiusX, radiusY](const SFilterJob& job) {
         return (radiusX == 0 && radiusY == 0) || WindowMedian(job, radiusX, radiusY);
     }));
@@ -67,17 +67,17 @@ int CImage::MedianFilter(int radiusX, int radiusY, const Geometry::CGeometry* re
 
 int CImage::SobelX(const Geometry::CGeometry* region, ERegionMode mode, double tolerance)
 {
-    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, SobelXKernel));
+    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, kSobelX));
 }
 
 int CImage::SobelY(const Geometry::CGeometry* region, ERegionMode mode, double tolerance)
 {
-    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, SobelYKernel));
+    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, kSobelY));
 }
 
 int CImage::SobelXY(const Geometry::CGeometry* region, ERegionMode mode, double tolerance)
 {
-    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, SobelXYKernel));
+    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, kSobelXY));
 }
 
 } // namespace Vantor::Algorithms

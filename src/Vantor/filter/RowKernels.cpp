@@ -3,6 +3,9 @@
 //
 // Compiled once for each instruction set of the machine's family: foreach_target.h includes this file again
 // and again, and HWY_DYNAMIC_DISPATCH picks at run time.
+// Vectors without a size of their own can be neither members nor elements.
+#undef HWY_DISABLED_TARGETS
+#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "Vantor/filter/RowKernels.cpp"
 #include <hwy/foreach_target.h>
@@ -15,6 +18,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 HWY_BEFORE_NAMESPACE();
 namespace Vantor::Algorithms
@@ -36,30 +40,27 @@ void StorePixels(const Value& value, const std::uint8_t* row, std::uint8_t* out,
         out[i] = bAlpha && i % channels == channels - 1 ? row[i] : value(i);
 }
 
-void Median(const SThreeRows& rows, unsigned char* out, std::size_t bytes, int channels)
+template <int Radius> void Median(RowWindow rows, unsigned char* out, std::size_t bytes, int channels)
 {
+    constexpr std::size_t kSide = 2 * Radius + 1;
     const std::size_t nStep = static_cast<std::size_t>(channels);
-    const auto median = [&rows, nStep](std::size_t i) {
-        std::uint8_t arrWindow[9];
-        std::size_t n = 0;
-        for (const std::uint8_t* pRow : {rows.pAbove, rows.pRow, rows.pBelow}) {
-            for (const std::uint8_t* p : {pRow + i - nStep, pRow + i, pRow + i + nStep})
-                arrWindow[n++] = *p;
-        }
-        std::nth_element(arrWindow, arrWindow + 4, arrWindow + 9);
-        return arrWindow[4];
+    const auto median = [rows, nStep](std::size_t i) {
+        std::uint8_t arrWindow[kSide * kSide];
+        for (std::size_t n = 0; n < kSide * kSide; ++n)
+            arrWindow[n] = rows[n / kSide][i + n % kSide * nStep - Radius * nStep];
+        std::nth_element(arrWindow, arrWindow + kSide * kSide / 2, std::end(arrWindow));
+        return arrWindow[kSide * kSide / 2];
     };
-    StorePixels(median, rows.pRow, out, bytes, nStep);
+    StorePixels(median, rows[Radius], out, bytes, nStep);
 }
 
-template <ESobel Output>
-void Sobel(const SThreeRows& rows, unsigned char* out, std::size_t bytes, int channels)
+template <ESobel Output> void Sobel(RowWindow rows, unsigned char* out, std::size_t bytes, int channels)
 {
     const std::size_t nStep = static_cast<std::size_t>(channels);
-    const auto sobel = [&rows, nStep](std::size_t i) {
-        const std::uint8_t* a = rows.pAbove + i;
-        const std::uint8_t* b = rows.pRow + i;
-        const std::uint8_t* c = rows.pBelow + i;
+    const auto sobel = [rows, nStep](std::size_t i) {
+        const std::uint8_t* a = rows[0] + i;
+        const std::uint8_t* b = rows[1] + i;
+        const std::uint8_t* c = rows[2] + i;
         const std::uint8_t* l[] = {a - nStep, b - nStep, c - nStep};
         const int nX = a[nStep] + 2 * b[nStep] + c[nStep] - (*l[0] + 2 * *l[1] + *l[2]);
         const int nY = *l[2] + 2 * c[0] + c[nStep] - (*l[0] + 2 * a[0] + a[nStep]);
@@ -68,7 +69,7 @@ void Sobel(const SThreeRows& rows, unsigned char* out, std::size_t bytes, int ch
                                                     : std::round(std::sqrt(nX * nX + nY * nY));
         return static_cast<std::uint8_t>(std::min(length, 255.0));
     };
-    StorePixels(sobel, rows.pRow, out, bytes, nStep);
+    StorePixels(sobel, rows[1], out, bytes, nStep);
 }
 
 #else
@@ -142,69 +143,144 @@ HWY_INLINE void StorePixels(const Value& value, const std::uint8_t* row, std::ui
         StoreAll(value, out, bytes);
 }
 
-/// A stretch of columns, each sorted: small enough for the nearest cache.
+/// A stretch of columns, each sorted from the smallest value on: small enough for the nearest cache.
 constexpr std::size_t kMedianBlock = 2048;
-constexpr std::size_t kMedianColumns = kMedianBlock + 2 * 4 + HWY_MAX_BYTES;
 
-struct SSortedColumns {
-    HWY_ALIGN std::uint8_t arrLow[kMedianColumns];
-    HWY_ALIGN std::uint8_t arrMiddle[kMedianColumns];
-    HWY_ALIGN std::uint8_t arrHigh[kMedianColumns];
+template <int Radius> struct SSortedColumns {
+    static constexpr std::size_t kColumns = kMedianBlock + 2 * Radius * 4 + HWY_MAX_BYTES;
+    HWY_ALIGN std::uint8_t arrRanks[2 * Radius + 1][kColumns];
 };
 
-/// Sorts the columns of the block that begins at an offset, with a neighbour on each side.
-HWY_INLINE void SortColumns(const SThreeRows& rows, std::ptrdiff_t from, std::size_t bytes,
-                            SSortedColumns& sorted)
+HWY_INLINE void Sort(V8& a, V8& b)
 {
+    const V8 small = hn::Min(a, b);
+    b = hn::Max(a, b);
+    a = small;
+}
+
+HWY_INLINE void Sort(V8 (&v)[3])
+{
+    Sort(v[0], v[1]);
+    Sort(v[1], v[2]);
+    Sort(v[0], v[1]);
+}
+
+/// The shortest network for five values has nine comparators.
+HWY_INLINE void Sort(V8 (&v)[5])
+{
+    Sort(v[0], v[1]);
+    Sort(v[3], v[4]);
+    Sort(v[2], v[4]);
+    Sort(v[2], v[3]);
+    Sort(v[1], v[4]);
+    Sort(v[0], v[3]);
+    Sort(v[0], v[2]);
+    Sort(v[1], v[3]);
+    Sort(v[1], v[2]);
+}
+
+/// Sorts the columns of the block that begins at an offset, with the neighbours on each side.
+template <int Radius>
+HWY_INLINE void SortColumns(RowWindow rows, std::ptrdiff_t from, std::size_t bytes,
+                            SSortedColumns<Radius>& sorted)
+{
+    constexpr int kSide = 2 * Radius + 1;
     for (std::size_t i = 0; i < bytes; i += hn::Lanes(kD8)) {
-        const std::ptrdiff_t at = from + static_cast<std::ptrdiff_t>(i);
-        const V8 a = hn::LoadU(kD8, rows.pAbove + at);
-        const V8 b = hn::LoadU(kD8, rows.pRow + at);
-        const V8 c = hn::LoadU(kD8, rows.pBelow + at);
-        const V8 small = hn::Min(a, b);
-        const V8 large = hn::Max(a, b);
-        const V8 rest = hn::Max(small, c);
-        hn::StoreU(hn::Min(small, c), kD8, sorted.arrLow + i);
-        hn::StoreU(hn::Min(rest, large), kD8, sorted.arrMiddle + i);
-        hn::StoreU(hn::Max(rest, large), kD8, sorted.arrHigh + i);
+        V8 column[kSide];
+        for (int k = 0; k < kSide; ++k)
+            column[k] = hn::LoadU(kD8, rows[k] + from + static_cast<std::ptrdiff_t>(i));
+        Sort(column);
+        for (int k = 0; k < kSide; ++k)
+            hn::StoreU(column[k], kD8, sorted.arrRanks[k] + i);
     }
 }
 
-HWY_INLINE V8 MedianOf(V8 a, V8 b, V8 c)
+/// The values of one rank in five neighbouring columns, sorted.
+HWY_INLINE void LoadRank(const SSortedColumns<2>& sorted, int rank, std::size_t i, std::size_t step,
+                         V8 (&v)[5])
 {
-    return hn::Max(hn::Min(a, b), hn::Min(hn::Max(a, b), c));
+    for (std::size_t k = 0; k < 5; ++k)
+        v[k] = hn::LoadU(kD8, sorted.arrRanks[rank] + i + k * step);
+    Sort(v);
 }
+
+/// Brings the smallest of the values to the front and the largest to the end.
+template <int Count> HWY_INLINE void SortEnds(V8* v)
+{
+    for (int i = 0; i < Count / 2; ++i)
+        Sort(v[i], v[Count - 1 - i]);
+    for (int i = 1; i < (Count + 1) / 2; ++i)
+        Sort(v[0], v[i]);
+    for (int i = Count / 2; i < Count - 1; ++i)
+        Sort(v[i], v[Count - 1]);
+}
+
+/// The median of Count values at v and of those at more, Count - 3 of them: the smallest and the largest of
+/// more than half of all can be neither, and one of the others takes their place.
+template <int Count> HWY_INLINE V8 ForgetToMedian(V8* v, const V8* more)
+{
+    SortEnds<Count>(v);
+    if constexpr (Count == 3) {
+        return v[1];
+    } else {
+        v[Count - 1] = *more;
+        return ForgetToMedian<Count - 1>(v + 1, more + 1);
+    }
+}
+
+template <int Radius> struct SMedian;
 
 /// The median of nine is the median of the largest low, the median middle and the smallest high value of
 /// three sorted columns (A. W. Paeth, Median finding on a 3x3 grid, Graphics Gems, 1990).
-struct SMedian {
-    const SSortedColumns& sorted;
+template <> struct SMedian<1> {
+    const SSortedColumns<1>& sorted;
     std::size_t nStep;
 
     HWY_INLINE V8 operator()(std::size_t i) const
     {
-        const std::size_t j = i + nStep;
-        const std::size_t k = j + nStep;
-        const V8 low =
-            hn::Max(hn::Max(Load(sorted.arrLow + i), Load(sorted.arrLow + j)), Load(sorted.arrLow + k));
-        const V8 high =
-            hn::Min(hn::Min(Load(sorted.arrHigh + i), Load(sorted.arrHigh + j)), Load(sorted.arrHigh + k));
-        const V8 middle =
-            MedianOf(Load(sorted.arrMiddle + i), Load(sorted.arrMiddle + j), Load(sorted.arrMiddle + k));
+        const V8 low = hn::Max(hn::Max(Load(0, i), Load(0, i + nStep)), Load(0, i + 2 * nStep));
+        const V8 high = hn::Min(hn::Min(Load(2, i), Load(2, i + nStep)), Load(2, i + 2 * nStep));
+        const V8 middle = MedianOf(Load(1, i), Load(1, i + nStep), Load(1, i + 2 * nStep));
         return MedianOf(low, high, middle);
     }
-    static HWY_INLINE V8 Load(const std::uint8_t* p) { return hn::LoadU(kD8, p); }
+    HWY_INLINE V8 Load(int rank, std::size_t i) const { return hn::LoadU(kD8, sorted.arrRanks[rank] + i); }
+    static HWY_INLINE V8 MedianOf(V8 a, V8 b, V8 c)
+    {
+        return hn::Max(hn::Min(a, b), hn::Min(hn::Max(a, b), c));
+    }
 };
 
-void Median(const SThreeRows& rows, unsigned char* out, std::size_t bytes, int channels)
+/// Once the columns are sorted, and then the values of each rank, the one at rank r and place c has at least
+/// (r + 1)(c + 1) - 1 others that are not larger and (5 - r)(5 - c) - 1 that are not smaller. Those with more
+/// than twelve of either cannot be the median: six small ones, six large ones, and thirteen remain.
+template <> struct SMedian<2> {
+    const SSortedColumns<2>& sorted;
+    std::size_t nStep;
+
+    HWY_INLINE V8 operator()(std::size_t i) const
+    {
+        V8 a[5], b[5], c[5], d[5], e[5];
+        LoadRank(sorted, 0, i, nStep, a);
+        LoadRank(sorted, 1, i, nStep, b);
+        LoadRank(sorted, 2, i, nStep, c);
+        LoadRank(sorted, 3, i, nStep, d);
+        LoadRank(sorted, 4, i, nStep, e);
+        V8 first[8] = {a[3], b[2], c[1], d[0], e[1], d[2], c[3], b[4]};
+        const V8 more[5] = {a[4], b[3], c[2], d[1], e[0]};
+        return ForgetToMedian<8>(first, more);
+    }
+};
+
+template <int Radius> void Median(RowWindow rows, unsigned char* out, std::size_t bytes, int channels)
 {
     const std::size_t nStep = static_cast<std::size_t>(channels);
     const std::size_t nBlock = kMedianBlock / nStep * nStep;
-    SSortedColumns sorted;
+    SSortedColumns<Radius> sorted;
     for (std::size_t i = 0; i < bytes; i += nBlock) {
         const std::size_t nBytes = std::min(nBlock, bytes - i);
-        SortColumns(rows, static_cast<std::ptrdiff_t>(i) - channels, nBytes + 2 * nStep, sorted);
-        StorePixels(SMedian{sorted, nStep}, rows.pRow + i, out + i, nBytes, nStep);
+        SortColumns(rows, static_cast<std::ptrdiff_t>(i) - Radius * channels, nBytes + 2 * Radius * nStep,
+                    sorted);
+        StorePixels(SMedian<Radius>{sorted, nStep}, rows[Radius] + i, out + i, nBytes, nStep);
     }
 }
 
@@ -267,19 +343,19 @@ HWY_INLINE VI16 Length(VI16 x, VI16 y)
 }
 
 template <ESobel Output> struct SSobel {
-    const SThreeRows& rows;
+    RowWindow rows;
     std::size_t nStep;
 
     HWY_INLINE SWide StrengthX(std::size_t i) const
     {
-        const SWide left = Weigh(rows.pAbove + i - nStep, rows.pRow + i - nStep, rows.pBelow + i - nStep);
-        const SWide right = Weigh(rows.pAbove + i + nStep, rows.pRow + i + nStep, rows.pBelow + i + nStep);
+        const SWide left = Weigh(rows[0] + i - nStep, rows[1] + i - nStep, rows[2] + i - nStep);
+        const SWide right = Weigh(rows[0] + i + nStep, rows[1] + i + nStep, rows[2] + i + nStep);
         return {Strength(left.even, right.even), Strength(left.odd, right.odd)};
     }
     HWY_INLINE SWide StrengthY(std::size_t i) const
     {
-        const SWide above = Weigh(rows.pAbove + i - nStep, rows.pAbove + i, rows.pAbove + i + nStep);
-        const SWide below = Weigh(rows.pBelow + i - nStep, rows.pBelow + i, rows.pBelow + i + nStep);
+        const SWide above = Weigh(rows[0] + i - nStep, rows[0] + i, rows[0] + i + nStep);
+        const SWide below = Weigh(rows[2] + i - nStep, rows[2] + i, rows[2] + i + nStep);
         return {Strength(above.even, below.even), Strength(above.odd, below.odd)};
     }
     HWY_INLINE V8 operator()(std::size_t i) const
@@ -298,26 +374,35 @@ template <ESobel Output> struct SSobel {
     }
 };
 
-template <ESobel Output>
-void Sobel(const SThreeRows& rows, unsigned char* out, std::size_t bytes, int channels)
+template <ESobel Output> void Sobel(RowWindow rows, unsigned char* out, std::size_t bytes, int channels)
 {
     const std::size_t nStep = static_cast<std::size_t>(channels);
-    StorePixels(SSobel<Output>{rows, nStep}, rows.pRow, out, bytes, nStep);
+    StorePixels(SSobel<Output>{rows, nStep}, rows[1], out, bytes, nStep);
 }
 
 #endif
 
-void SobelX(const SThreeRows& rows, unsigned char* out, std::size_t bytes, int channels)
+void Median3x3(RowWindow rows, unsigned char* out, std::size_t bytes, int channels)
+{
+    Median<1>(rows, out, bytes, channels);
+}
+
+void Median5x5(RowWindow rows, unsigned char* out, std::size_t bytes, int channels)
+{
+    Median<2>(rows, out, bytes, channels);
+}
+
+void SobelX(RowWindow rows, unsigned char* out, std::size_t bytes, int channels)
 {
     Sobel<ESobel::X>(rows, out, bytes, channels);
 }
 
-void SobelY(const SThreeRows& rows, unsigned char* out, std::size_t bytes, int channels)
+void SobelY(RowWindow rows, unsigned char* out, std::size_t bytes, int channels)
 {
     Sobel<ESobel::Y>(rows, out, bytes, channels);
 }
 
-void SobelXY(const SThreeRows& rows, unsigned char* out, std::size_t bytes, int channels)
+void SobelXY(RowWindow rows, unsigned char* out, std::size_t bytes, int channels)
 {
     Sobel<ESobel::XY>(rows, out, bytes, channels);
 }
@@ -332,31 +417,25 @@ namespace Vantor::Algorithms
 
 namespace
 {
-HWY_EXPORT(Median);
+HWY_EXPORT(Median3x3);
+HWY_EXPORT(Median5x5);
 HWY_EXPORT(SobelX);
 HWY_EXPORT(SobelY);
 HWY_EXPORT(SobelXY);
 } // namespace
 
-void MedianKernel(const SThreeRows& rows, unsigned char* out, std::size_t bytes, int channels)
-{
-    HWY_DYNAMIC_DISPATCH(Median)(rows, out, bytes, channels);
-}
+// Wrapped, for the instruction set is chosen at each call.
+#define VANTOR_ROW_KERNEL(name, radius)                                                                      \
+    const SRowKernel k##name{[](RowWindow rows, unsigned char* out, std::size_t bytes, int channels) {       \
+                                 HWY_DYNAMIC_DISPATCH(name)(rows, out, bytes, channels);                     \
+                             },                                                                              \
+                             radius};
 
-void SobelXKernel(const SThreeRows& rows, unsigned char* out, std::size_t bytes, int channels)
-{
-    HWY_DYNAMIC_DISPATCH(SobelX)(rows, out, bytes, channels);
-}
-
-void SobelYKernel(const SThreeRows& rows, unsigned char* out, std::size_t bytes, int channels)
-{
-    HWY_DYNAMIC_DISPATCH(SobelY)(rows, out, bytes, channels);
-}
-
-void SobelXYKernel(const SThreeRows& rows, unsigned char* out, std::size_t bytes, int channels)
-{
-    HWY_DYNAMIC_DISPATCH(SobelXY)(rows, out, bytes, channels);
-}
+VANTOR_ROW_KERNEL(Median3x3, 1)
+VANTOR_ROW_KERNEL(Median5x5, 2)
+VANTOR_ROW_KERNEL(SobelX, 1)
+VANTOR_ROW_KERNEL(SobelY, 1)
+VANTOR_ROW_KERNEL(SobelXY, 1)
 
 } // namespace Vantor::Algorithms
 #endif

@@ -36,8 +36,8 @@ class tst_MedianFilter : public QObject
 
 private Q_SLOTS:
     void everyInstructionSetIsTried();
-    void threeByThreeEqualsTheModelInEveryRegion_data();
-    void threeByThreeEqualsTheModelInEveryRegion();
+    void smallWindowsEqualTheModelInEveryRegion_data();
+    void smallWindowsEqualTheModelInEveryRegion();
     void otherWindowsEqualTheModelInEveryRegion_data();
     void otherWindowsEqualTheModelInEveryRegion();
     void windowsOfAnySizeEqualTheModel_data();
@@ -69,30 +69,37 @@ void tst_MedianFilter::everyInstructionSetIsTried()
         qInfo("%s", strName.c_str());
 }
 
-void tst_MedianFilter::threeByThreeEqualsTheModelInEveryRegion_data()
+void tst_MedianFilter::smallWindowsEqualTheModelInEveryRegion_data()
 {
     QTest::addColumn<int>("channels");
-    for (int nChannels = 1; nChannels <= 4; ++nChannels)
-        QTest::addRow("%d channels", nChannels) << nChannels;
+    QTest::addColumn<int>("radius");
+    for (int nRadius : {1, 2}) {
+        for (int nChannels = 1; nChannels <= 4; ++nChannels)
+            QTest::addRow("radius %d, %d channels", nRadius, nChannels) << nChannels << nRadius;
+    }
 }
 
-void tst_MedianFilter::threeByThreeEqualsTheModelInEveryRegion()
+void tst_MedianFilter::smallWindowsEqualTheModelInEveryRegion()
 {
     QFETCH(int, channels);
-    const auto filter = [](CImage& image, const CGeometry* region, ERegionMode mode, double tolerance) {
-        return image.MedianFilter(1, 1, region, mode, tolerance);
+    QFETCH(int, radius);
+    const auto filter = [radius](CImage& image, const CGeometry* region, ERegionMode mode, double tolerance) {
+        return image.MedianFilter(radius, radius, region, mode, tolerance);
     };
     int nTurn = channels;
     for (const Size& size : kSizes) {
         const ImagePtr image = MakeNoise(size.nWidth, size.nHeight, channels, size.nRowAlignment, 7);
-        QCOMPARE(FirstDifference(*image, filter, ModelOf(1, 1), {0.0, 1.0, -1.0, 3.5, -2.3}, nTurn++),
-                 QString());
+        QCOMPARE(
+            FirstDifference(*image, filter, ModelOf(radius, radius), {0.0, 1.0, -1.0, 3.5, -2.3}, nTurn++),
+            QString());
     }
 }
 
 void tst_MedianFilter::otherWindowsEqualTheModelInEveryRegion_data()
 {
-    threeByThreeEqualsTheModelInEveryRegion_data();
+    QTest::addColumn<int>("channels");
+    for (int nChannels = 1; nChannels <= 4; ++nChannels)
+        QTest::addRow("%d channels", nChannels) << nChannels;
 }
 
 void tst_MedianFilter::otherWindowsEqualTheModelInEveryRegion()
@@ -134,7 +141,7 @@ void tst_MedianFilter::windowsOfAnySizeEqualTheModel()
 
 void tst_MedianFilter::longRunsAndWideStripesEqualTheModel()
 {
-    // Longer than the blocks of the 3x3 filter, wider than a stripe of the others.
+    // Longer than the blocks of the small windows, wider than a stripe of the others.
     const ShapeMaker gaps = [](double o) {
         auto array = std::make_shared<Vantor::Geometry::CGeometryArray>();
         for (const double x : {3.0, 40.0, 500.0, 900.0})
@@ -142,7 +149,7 @@ void tst_MedianFilter::longRunsAndWideStripesEqualTheModel()
         return array;
     };
     const ShapePtr pGaps = gaps(0.0);
-    for (const int nRadius : {1, 3, 300}) {
+    for (const int nRadius : {1, 2, 3, 300}) {
         // The model's windows are large enough without many rows.
         const ImagePtr image = MakeNoise(1500, nRadius == 300 ? 2 : 7, 3, 1, 10);
         const Mask region = RegionOf(*image, gaps, ERegionMode::Inside, 0.0);

@@ -11,6 +11,6 @@ namespace Vantor::Algorithms
 /// Replaces the runs of an 8-bit image by what the kernel makes out of the original pixels around them, the
 /// border repeated. In place: only a few rows of original pixels are kept aside, never the image.
 /// Throws std::bad_alloc before it has written anything.
-void Filter3x3(const SFilterJob& job, RowKernel kernel);
+void FilterNeighbours(const SFilterJob& job, const SRowKernel& kernel);
 
 } // namespace Vantor::Algorithms
