@@ -11,7 +11,6 @@
 #include <cmath>
 #include <cstdint>
 #include <new>
-#include <sys/mman.h>
 
 using Vantor::Algorithms::CImage;
 
@@ -100,22 +99,11 @@ void FillRow(std::vector<float>& vctRow, const unsigned char* pRow, const std::s
     }
 }
 
-/// Asks for large pages, before they are touched: small ones cost more time than what is written to them.
-void PreferLargePages(void* pData, std::size_t nBytes)
-{
-    constexpr std::uintptr_t kPage = 4096;
-    const std::uintptr_t nBegin = (reinterpret_cast<std::uintptr_t>(pData) + kPage - 1) / kPage * kPage;
-    const std::uintptr_t nEnd = (reinterpret_cast<std::uintptr_t>(pData) + nBytes) / kPage * kPage;
-    if (nEnd > nBegin)
-        madvise(reinterpret_cast<void*>(nBegin), nEnd - nBegin, MADV_HUGEPAGE);
-}
-
 /// A vector with room for n values, which are then appended row by row.
 template <typename T> std::vector<T> Reserve(std::size_t n)
 {
     std::vector<T> vctResult;
     vctResult.reserve(n);
-    PreferLargePages(vctResult.data(), n * sizeof(T));
     return vctResult;
 }
 

@@ -8,7 +8,9 @@
 #include <VantorCommon/view3d/ImageView3DObjects_p.h>
 #include <VantorCommon/view3d/OpenGLHelpers_p.h>
 
+#include <QThreadPool>
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace
@@ -59,6 +61,12 @@ bool HasAllVertices(const std::vector<float>& vctVertices, const std::vector<uns
     if (vctIndices.size() < 3)
         return true;
     return *std::max_element(vctIndices.end() - 3, vctIndices.end()) < vctVertices.size() / kVertexFloats;
+}
+
+/// Frees a buffer on another thread: giving its pages back takes the system as long as the upload.
+template <typename T> void FreeElsewhere(std::vector<T>&& vctBuffer)
+{
+    QThreadPool::globalInstance()->start([vctDropped = std::move(vctBuffer)] {});
 }
 
 bool Compile(QOpenGLShader& shader, const QString& strFile)
@@ -168,6 +176,8 @@ void CImageView3D::slot_LoadFinished()
     CLogger::Write(DEBUG, "OpenGL vertices: %d, indices: %d", m_nVertexFloats, m_nIndices);
     if (!bUploaded || !HasAllVertices(vctVertices, vctIndices))
         ClearMesh();
+    FreeElsewhere(std::move(vctVertices));
+    FreeElsewhere(std::move(vctIndices));
     update();
     CLogger::Write(DEBUG, "Set Image OpenGL");
 }
