@@ -257,7 +257,8 @@ template <> struct SMedian<2> {
     const SSortedColumns<2>& sorted;
     std::size_t nStep;
 
-    HWY_INLINE V8 operator()(std::size_t i) const
+    // One copy for all that call it: the network is long.
+    HWY_NOINLINE V8 operator()(std::size_t i) const
     {
         V8 a[5], b[5], c[5], d[5], e[5];
         LoadRank(sorted, 0, i, nStep, a);
