@@ -22,9 +22,36 @@ double ShownValue(const QDoubleSpinBox& box, double dblValue)
     return std::clamp(std::round(dblValue * dblScale) / dblScale, box.minimum(), box.maximum());
 }
 
+/// Lets a number beyond the range be typed and makes it the limit when the entry ends; the plain box would
+/// refuse the digit that leads beyond, and 150 would become 15.
+class CClampingBox : public QDoubleSpinBox
+{
+public:
+    using QDoubleSpinBox::QDoubleSpinBox;
+
+    QValidator::State validate(QString& strText, int& nPos) const override
+    {
+        const QValidator::State eState = QDoubleSpinBox::validate(strText, nPos);
+        return eState == QValidator::Invalid && IsBeyond(strText) ? QValidator::Intermediate : eState;
+    }
+    void fixup(QString& strText) const override
+    {
+        if (IsBeyond(strText))
+            strText = textFromValue(locale().toDouble(strText) > maximum() ? maximum() : minimum());
+    }
+
+private:
+    bool IsBeyond(const QString& strText) const
+    {
+        bool bNumber = false;
+        const double dblValue = locale().toDouble(strText, &bNumber);
+        return bNumber && (dblValue > maximum() || dblValue < minimum());
+    }
+};
+
 QDoubleSpinBox* CreateBox(const SImageView3DParameter& row, QWidget* pParent)
 {
-    auto* pBox = new QDoubleSpinBox(pParent);
+    auto* pBox = new CClampingBox(pParent);
     pBox->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     pBox->setRange(row.dblMinimum, row.dblMaximum);
     pBox->setSingleStep(row.dblStep);

@@ -140,6 +140,43 @@ private Q_SLOTS:
         QCOMPARE(fixture.model.GetCameraPositionZ(), 99.99F);
     }
 
+    void aNumberBeyondTheRangeIsTypedWholeAndEndsAtTheLimit_data()
+    {
+        QTest::addColumn<QString>("strLabel");
+        QTest::addColumn<QString>("strTyped");
+        QTest::addColumn<double>("dblLimit");
+        QTest::newRow("above") << QStringLiteral("CamPos Z: ") << QStringLiteral("150") << 99.99;
+        QTest::newRow("above, with decimals") << QStringLiteral("FOV: ") << QStringLiteral("120.5") << 90.0;
+        QTest::newRow("below") << QStringLiteral("Near: ") << QStringLiteral("-2000") << -1000.0;
+        QTest::newRow("as long as a line")
+            << QStringLiteral("Far: ") << QString(300, QLatin1Char('9')) << 1000.0;
+    }
+
+    void aNumberBeyondTheRangeIsTypedWholeAndEndsAtTheLimit()
+    {
+        QFETCH(QString, strLabel);
+        QFETCH(QString, strTyped);
+        QFETCH(double, dblLimit);
+        SFixture fixture;
+        QDoubleSpinBox* pBox = fixture.Box(strLabel.toLatin1().constData());
+        pBox->selectAll();
+        QTest::keyClicks(pBox, strTyped);
+        QCOMPARE(pBox->findChild<QLineEdit*>()->text(), strTyped);
+        QTest::keyClick(pBox, Qt::Key_Return);
+        QCOMPARE(pBox->value(), dblLimit);
+        QCOMPARE(pBox->findChild<QLineEdit*>()->text(), pBox->textFromValue(dblLimit));
+    }
+
+    void lettersAreNotTaken()
+    {
+        SFixture fixture;
+        QDoubleSpinBox* pBox = fixture.Box("CamPos Z: ");
+        pBox->selectAll();
+        QTest::keyClicks(pBox, QStringLiteral("1x5nan"));
+        QTest::keyClick(pBox, Qt::Key_Return);
+        QCOMPARE(pBox->value(), 15.0);
+    }
+
     void deliberateTheRangeOfALengthIsLopsided()
     {
         SFixture fixture;
