@@ -1,152 +1,24 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
+#include "tests/VantorCommon/view2d/View2DFixture.h"
+
 #include "tests/support/TestMain.h"
-
-#include "tests/support/TestImages.h"
 #include "tests/support/ViewInput.h"
-#include "tests/support/ViewReference.h"
 
-#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
-#include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/view/CImageView2DLayer.h>
-#include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DGotoDlg.h>
-#include <VantorCommon/view2d/CImageView2DModel.h>
-#include <VantorCommon/view2d/CUtilManager.h>
 
-#include <QApplication>
-#include <QMenu>
 #include <QMimeData>
 #include <QRegularExpression>
-#include <QScreen>
 #include <QSpinBox>
 #include <QTimer>
 #include <random>
 
 using Vantor::Algorithms::CImage;
-using ImagePtr = std::shared_ptr<CImage>;
+using namespace View2DFixture;
 
 namespace
 {
-constexpr int kViewID = 7;
-const QColor kBackground(120, 120, 120);
-const QColor kLine(0, 100, 255);
-
-/// A view inside a window. Its size follows resize() at once, as that of a top-level window would not.
-struct SFixture {
-    CImageView2DModel model;
-    CImageView2DGeometryModel geometry;
-    CImageView2DToolModel tools;
-    QWidget window;
-    CImageView2D* pView = new CImageView2D(&model, &geometry, &tools, kViewID, &window);
-    QStringList signalLog;
-
-    explicit SFixture(const QSize& size = QSize(400, 300), const ImagePtr& pImage = nullptr)
-    {
-        window.resize(900, 700);
-        Resize(size);
-        if (pImage)
-            model.SetImages({pImage});
-        WatchAll();
-    }
-
-    void Resize(const QSize& size)
-    {
-        pView->resize(size);
-        QResizeEvent event(size, size); // hidden widgets get theirs late
-        QApplication::sendEvent(pView, &event);
-    }
-
-    bool Show()
-    {
-        window.show();
-        window.activateWindow();
-        const bool bActive = QTest::qWaitForWindowActive(&window);
-        pView->setFocus();
-        signalLog.clear();
-        return bActive && pView->hasFocus();
-    }
-
-    QStringList Take() { return std::exchange(signalLog, {}); }
-    QImage Grab() const { return ViewReference::Grab(*pView); }
-    QMenu* Menu(int nIndex) const { return pView->findChildren<QMenu*>().value(nIndex); }
-
-    QImage Expected(const ImagePtr& pImage) const
-    {
-        QImage image;
-        CUtilManager::ConvertImage(pImage.get(), image, false);
-        return ViewReference(pView->size(), pView->GetViewPort(), QRect(QPoint(0, 0), image.size()))
-            .PaintImage(*pImage, image, pView);
-    }
-
-private:
-    static QString Text(const QPointF& p) { return QStringLiteral("(%1,%2)").arg(p.x()).arg(p.y()); }
-
-    void Watch(void (CImageView2D::*pSignal)(), const char* pName)
-    {
-        QObject::connect(pView, pSignal, pView, [this, pName] { signalLog << QString::fromLatin1(pName); });
-    }
-    void Watch(void (CImageView2D::*pSignal)(QPointF&), const char* pName)
-    {
-        QObject::connect(pView, pSignal, pView,
-                         [this, pName](QPointF& p) { signalLog << QString::fromLatin1(pName) + Text(p); });
-    }
-    void Watch(void (CImageView2D::*pSignal)(QPointF&, QPointF&), const char* pName)
-    {
-        QObject::connect(pView, pSignal, pView, [this, pName](QPointF& a, QPointF& b) {
-            signalLog << QString::fromLatin1(pName) + Text(a) + Text(b);
-        });
-    }
-    void WatchAll();
-};
-
-#define WATCH(name) Watch(&CImageView2D::signal_##name, #name)
-void SFixture::WatchAll()
-{
-    WATCH(Active);
-    WATCH(LoadImage);
-    WATCH(LoadPdf);
-    WATCH(SaveImage);
-    WATCH(CloseImage);
-    WATCH(Copy);
-    WATCH(Paste);
-    WATCH(Undo);
-    WATCH(Redo);
-    WATCH(DeleteDrawableObject);
-    WATCH(CopyDrawableObject);
-    WATCH(PasteDrawableObject);
-    WATCH(Switch2DTo3D);
-    WATCH(ChangeMousePosition);
-    WATCH(SelectMovingStart);
-    WATCH(SelectMovingDoing);
-    WATCH(SelectMovingEnd);
-    WATCH(DrawRectangleStart);
-    WATCH(DrawRectangleDoing);
-    WATCH(DrawRectangleEnd);
-    WATCH(DrawEllipseStart);
-    WATCH(DrawEllipseDoing);
-    WATCH(DrawEllipseEnd);
-    WATCH(DrawPolygonStart);
-    WATCH(DrawPolygonDoing);
-    WATCH(DrawPolygonEnd);
-    WATCH(DrawPolygonWaiting);
-    WATCH(DrawCircleStart);
-    WATCH(DrawCircleDoing);
-    WATCH(DrawCircleEnd);
-    WATCH(DrawLineStart);
-    WATCH(DrawLineDoing);
-    WATCH(DrawLineEnd);
-    WATCH(CheckResizeRotate);
-    WATCH(SelectResizeStart);
-    WATCH(SelectResizeDoing);
-    WATCH(SelectResizeEnd);
-    WATCH(ShowContextMenu);
-    QObject::connect(pView, &CImageView2D::signal_PressKey, pView,
-                     [this](int nKey) { signalLog << QStringLiteral("PressKey%1").arg(nKey); });
-    QObject::connect(pView, &CImageView2D::signal_AddImage, pView,
-                     [this](const QString& file) { signalLog << QStringLiteral("AddImage ") + file; });
-}
-
 /// The zoom state and the viewport that follows from it, written down plainly.
 struct SPlainZoom {
     double ax = 0, ay = 0, cx = 0, cy = 0, z = 1, px = 0, py = 0;
@@ -154,12 +26,10 @@ struct SPlainZoom {
     QRect ViewPort(const QSize& widget, const QSize& image) const
     {
         const double W = widget.width(), H = widget.height();
-        const double k = std::min(W / image.width(), H / image.height());
         // The scaled size has exactly the widget's length along the side that fits.
         const bool bWide = H / image.height() * image.width() > W;
         const double fw = bWide ? W : H * image.width() / image.height();
         const double fh = bWide ? W * image.height() / image.width() : H;
-        Q_UNUSED(k)
         const double x0 = std::trunc(W * 0.5 - fw * 0.5 + px);
         const double y0 = std::trunc(H * 0.5 - fh * 0.5 + py);
         const double dx = std::trunc(cx - (ax - x0) * z - x0);
@@ -181,26 +51,6 @@ struct SPlainZoom {
     }
 };
 
-int ValueLineHeight(QWidget* pWidget)
-{
-    return QFontMetrics(QFont(QStringLiteral("Arial"), 15), pWidget).height();
-}
-
-int Count(const QImage& picture, const QColor& color)
-{
-    int nCount = 0;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
-            nCount += picture.pixelColor(x, y) == color;
-    return nCount;
-}
-
-std::shared_ptr<CImageView2DDrawableGeometry> MakeRectangle(double x, double y, double w, double h)
-{
-    auto pObject = std::make_shared<CImageView2DDrawableGeometry>();
-    pObject->SetData(std::make_shared<Vantor::Geometry::CRectangle>(x, y, w, h));
-    return pObject;
-}
 } // namespace
 
 class tst_CImageView2D : public QObject
@@ -381,214 +231,6 @@ private Q_SLOTS:
         for (int i = 0; i < 5000; ++i)
             ViewInput::Wheel(*f.pView, QPointF(i % 300, 20), 960);
         f.Grab();
-    }
-
-    void withNoImageNothingButTheGreyBackgroundIsPainted()
-    {
-        SFixture f;
-        const QImage picture = f.Grab();
-        QCOMPARE(Count(picture, kBackground), picture.width() * picture.height());
-    }
-
-    void theImageIsPaintedExactly_data()
-    {
-        QTest::addColumn<int>("channels");
-        for (int nChannels = 1; nChannels <= 4; ++nChannels)
-            QTest::addRow("%d channels", nChannels) << nChannels;
-    }
-
-    // Whatever is skipped or cached on the way, the pixels are those of the plain painter.
-    void theImageIsPaintedExactly()
-    {
-        QFETCH(int, channels);
-        std::mt19937 random(unsigned(channels) + 100);
-        const auto number = [&](int low, int high) {
-            return std::uniform_int_distribution<int>(low, high)(random);
-        };
-        for (int nRound = 0; nRound < 60; ++nRound) {
-            const ImagePtr pImage = MakeTestImage(number(1, 400), number(1, 300), channels, nRound);
-            SFixture f(QSize(number(100, 400), number(100, 300)), pImage);
-            f.tools.SetViewMode(EImageView2DMode_Panning);
-            for (int i = 0; i < 4; ++i) {
-                QCOMPARE(f.Grab(), f.Expected(pImage));
-                ViewInput::Wheel(*f.pView, QPointF(number(0, 300), number(0, 200)), number(-6, 12) * 120);
-                Drag(*f.pView, QPointF(50, 50), QPointF(number(-100, 200), number(-100, 200)));
-            }
-        }
-    }
-
-    void imagesOfUnusualShapeArePaintedExactly()
-    {
-        for (const QSize& size : {QSize(1, 1), QSize(1, 90), QSize(90, 1), QSize(2, 2), QSize(40000, 40),
-                                  QSize(40, 40000), QSize(32767, 30), QSize(32768, 30)})
-            for (const int nChannels : {1, 3, 4}) {
-                const ImagePtr pImage = MakeTestImage(size.width(), size.height(), nChannels);
-                SFixture f(QSize(400, 300), pImage);
-                for (int i = 0; i < 12; ++i) {
-                    if (!f.pView->GetViewPort().isEmpty())
-                        QCOMPARE(f.Grab(), f.Expected(pImage));
-                    ViewInput::Wheel(*f.pView, QPointF(200 + 5 * i, 149 - i), 960);
-                }
-            }
-    }
-
-    void aPartOfTheViewIsPaintedAsInTheWhole()
-    {
-        for (const int nChannels : {1, 3, 4}) {
-            SFixture f(QSize(400, 300), MakeTestImage(90, 80, nChannels));
-            ViewInput::Wheel(*f.pView, QPointF(100, 80), 300);
-            const QImage whole = f.Grab();
-            const QRegion region =
-                QRegion(30, 20, 111, 50) + QRegion(200, 40, 31, 222) + QRegion(0, 290, 400, 5);
-            QImage part(whole.size(), whole.format());
-            part.fill(Qt::magenta);
-            f.pView->render(&part, region.boundingRect().topLeft(), region);
-            for (int y = 0; y < whole.height(); ++y)
-                for (int x = 0; x < whole.width(); ++x)
-                    QCOMPARE(part.pixel(x, y),
-                             region.contains(QPoint(x, y)) ? whole.pixel(x, y) : qRgb(255, 0, 255));
-        }
-    }
-
-    void theScreenShowsWhatIsPainted()
-    {
-        const ImagePtr pImage = MakeTestImage(300, 200, 3);
-        SFixture f(QSize(400, 300), pImage);
-        f.pView->move(37, 53);
-        QVERIFY(f.Show());
-        ViewInput::Wheel(*f.pView, QPointF(100, 80), 240);
-        const auto screen = [&] {
-            const QPoint pos = f.pView->mapTo(&f.window, QPoint(0, 0));
-            return f.window.screen()
-                ->grabWindow(f.window.winId(), pos.x(), pos.y(), 400, 300)
-                .toImage()
-                .convertToFormat(QImage::Format_RGB32);
-        };
-        QTRY_COMPARE(screen(), f.Expected(pImage));
-        f.pView->update(QRect(50, 60, 33, 44));
-        QApplication::processEvents();
-        QCOMPARE(screen(), f.Expected(pImage));
-    }
-
-    void theGridAppearsAtFiftyWidgetPixelsInBothDirections()
-    {
-        SFixture f(QSize(400, 300), MakeTestImage(8, 6, 3));
-        QCOMPARE(f.pView->GetSizePixel(), 50.0);
-        const QImage at50 = f.Grab();
-        for (int i = 0; i < 400; ++i)
-            QCOMPARE(at50.pixelColor(i, 150), kLine);
-        for (int i = 0; i < 300; ++i)
-            QCOMPARE(at50.pixelColor(200, i), kLine);
-        QVERIFY(at50.pixelColor(225, 125) != kLine);
-        f.Resize(QSize(400, 299)); // 49.8 downwards, fitted
-        QCOMPARE(Count(f.Grab(), kLine), 0);
-        // 401 x 300 fits to 400 x 300 as well; a wide pixel alone is not enough.
-        SFixture flat(QSize(500, 100), MakeTestImage(500, 3, 3));
-        QCOMPARE(Count(flat.Grab(), kLine), 0);
-    }
-
-    void theValuesAppearOnlyInACellTallEnough_data()
-    {
-        QTest::addColumn<int>("channels");
-        for (int nChannels : {1, 3, 4})
-            QTest::addRow("%d channels", nChannels) << nChannels;
-    }
-
-    void theValuesAppearOnlyInACellTallEnough()
-    {
-        QFETCH(int, channels);
-        QWidget probe;
-        const int nCell = std::max(ValueLineHeight(&probe) * channels + 5, 60);
-        const ImagePtr pImage = MakeTestImage(4, 3, channels);
-        SFixture f(QSize(4 * nCell, 3 * nCell), pImage);
-        QCOMPARE(f.pView->GetSizePixel(), double(nCell));
-        const QImage picture = f.Grab();
-        QCOMPARE(picture, f.Expected(pImage));
-        const QRect cell(nCell + 2, nCell + 2, nCell - 4, nCell - 4);
-        QVERIFY(Count(picture.copy(cell), Qt::black) > 100); // the texts' background
-        if (channels == 1)
-            return;
-        f.Resize(QSize(4 * (nCell - 1), 3 * (nCell - 1)));
-        const QImage lower = f.Grab();
-        QCOMPARE(lower, f.Expected(pImage));
-        QCOMPARE(Count(lower.copy(cell), Qt::black), 0);
-        QVERIFY(Count(lower, kLine) > 100);
-    }
-
-    void valuesAtAnyScaleAndPlaceArePaintedExactly_data() { theValuesAppearOnlyInACellTallEnough_data(); }
-
-    // However the numbers are brought to the screen, they stand where drawText puts them.
-    void valuesAtAnyScaleAndPlaceArePaintedExactly()
-    {
-        QFETCH(int, channels);
-        std::mt19937 random(unsigned(channels) + 500);
-        const auto number = [&](int low, int high) {
-            return std::uniform_int_distribution<int>(low, high)(random);
-        };
-        for (int nRound = 0; nRound < 15; ++nRound) {
-            const ImagePtr pImage = MakeTestImage(number(5, 9), number(5, 9), channels, nRound);
-            SFixture f(QSize(number(420, 900), number(420, 900)), pImage);
-            f.tools.SetViewMode(EImageView2DMode_Panning);
-            for (int i = 0; i < 3; ++i) {
-                QCOMPARE(f.Grab(), f.Expected(pImage));
-                ViewInput::Wheel(*f.pView, QPointF(number(0, 400), number(0, 400)), number(-1, 3) * 30);
-                Drag(*f.pView, QPointF(50, 50), QPointF(number(-40, 140), number(-40, 140)));
-            }
-        }
-    }
-
-    void theChannelsHaveTheirColours()
-    {
-        QWidget probe;
-        const int h = ValueLineHeight(&probe);
-        auto pImage = std::make_shared<CImage>();
-        pImage->Create(2, 2, 4, 8, Vantor::Algorithms::EImageType::Interleaved, 4);
-        SFixture f(QSize(300, 300), pImage);
-        const QImage picture = f.Grab();
-        const QColor colors[] = {QColor(255, 0, 0), QColor(0, 255, 0), QColor(0, 0, 255),
-                                 QColor(255, 255, 255)};
-        const int nTop = 75 - 2 * h;
-        for (int k = 0; k < 4; ++k) {
-            const QImage line = picture.copy(40, nTop + k * h, 70, h);
-            for (int c = 0; c < 4; ++c)
-                QCOMPARE(Count(line, colors[c]) > 0, c == k);
-        }
-    }
-
-    void aTwoChannelImageShowsTheGridButNoValues()
-    {
-        const ImagePtr pImage = MakeTestImage(3, 3, 2);
-        SFixture f(QSize(300, 300), pImage);
-        const QImage picture = f.Grab();
-        QVERIFY(Count(picture, kLine) > 1000);
-        QCOMPARE(picture, f.Expected(pImage));
-    }
-
-    void theCrosshairIsShownWhileTheLeftButtonIsHeld()
-    {
-        SFixture f(QSize(400, 300), MakeTestImage(400, 300, 3));
-        QVERIFY(f.Show());
-        QCOMPARE(Count(f.Grab(), kLine), 0);
-        ViewInput::Press(*f.pView, QPoint(100, 50));
-        const auto isCross = [&](int x, int y) {
-            const QImage picture = f.Grab();
-            for (int i = 0; i < 400; ++i)
-                if (picture.pixelColor(i, y) != kLine)
-                    return false;
-            for (int i = 0; i < 300; ++i)
-                if (picture.pixelColor(x, i) != kLine)
-                    return false;
-            return true;
-        };
-        QVERIFY(isCross(100, 50));
-        ViewInput::Move(*f.pView, QPoint(200, 120));
-        QVERIFY(isCross(200, 120));
-        ViewInput::Release(*f.pView, QPoint(200, 120));
-        QCOMPARE(Count(f.Grab(), kLine), 0);
-        f.tools.SetViewMode(EImageView2DMode_Panning);
-        ViewInput::Press(*f.pView, QPoint(100, 50));
-        QCOMPARE(Count(f.Grab(), kLine), 0);
-        ViewInput::Release(*f.pView, QPoint(100, 50));
     }
 
     void eachModeSendsItsSignals_data()
@@ -885,65 +527,6 @@ private Q_SLOTS:
         QVERIFY(f.pView->GetDrawableObjects().empty());
     }
 
-    void annotationsArePaintedOverTheImage()
-    {
-        const ImagePtr pImage = MakeTestImage(80, 60, 3);
-        SFixture f(QSize(400, 300), pImage);
-        f.geometry.AddObject(MakeRectangle(20, 20, 30, 20));
-        f.geometry.AddObject(MakeRectangle(-5, 30, 30, 20));
-        f.geometry.UnSelectedAll();
-        ViewInput::Wheel(*f.pView, QPointF(100, 100), 240);
-        QImage expected = f.Expected(pImage);
-        ViewReference(f.pView->size(), f.pView->GetViewPort(), QRect(0, 0, 80, 60))
-            .PaintObjects(expected, f.geometry.GetObjects());
-        QCOMPARE(f.Grab(), expected);
-    }
-
-    void tenThousandChangesLeadToOnePaintAndOneListMadeLate()
-    {
-        class CCounting : public CImageView2D
-        {
-        public:
-            using CImageView2D::CImageView2D;
-            int nPaints = 0;
-            void Paint(QPainter& painter) override
-            {
-                ++nPaints;
-                CImageView2D::Paint(painter);
-            }
-        };
-        CImageView2DModel model;
-        CImageView2DGeometryModel geometry;
-        CImageView2DToolModel tools;
-        CCounting view(&model, &geometry, &tools, 0, nullptr);
-        view.resize(300, 200);
-        view.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&view));
-        CImageView2DGeometryModel::ObjectList objects;
-        for (int i = 0; i < 10000; ++i)
-            objects.push_back(MakeRectangle(1e6, 1e6, 1, 1));
-        geometry.RestoreObjects(objects);
-        QTRY_COMPARE(view.GetDrawableObjects().size(), std::size_t(10000));
-        QApplication::processEvents();
-        for (const auto& pObject : objects)
-            pObject->SetSelected(true);
-        QApplication::processEvents();
-        view.nPaints = 0;
-        int nSignals = 0;
-        connect(&geometry, &CImageView2DGeometryModel::signal_ChangeDrawableObjectProperty, &view,
-                [&] { ++nSignals; });
-        QElapsedTimer timer;
-        timer.start();
-        geometry.UnSelectedAll();
-        const qint64 nElapsed = timer.elapsed();
-        QCOMPARE(nSignals, 10000);
-        QCOMPARE(view.nPaints, 0);
-        QTRY_VERIFY(view.nPaints > 0);
-        QApplication::processEvents();
-        QCOMPARE(view.nPaints, 1);
-        QVERIFY2(nElapsed < 5000, "a list rebuilt for each signal"); // quadratic would take far longer
-    }
-
     void theModelsMayDieFirst()
     {
         QWidget parent;
@@ -963,17 +546,6 @@ private Q_SLOTS:
         view.slot_ChangeCurrentImage();
         ViewReference::Grab(view);
         QCOMPARE(view.GetImageUID(), 0xFFFFFFFFu);
-    }
-
-private:
-    static void Drag(QWidget& view, const QPointF& from, const QPointF& to)
-    {
-        QMouseEvent press(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-        QMouseEvent move(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        QMouseEvent release(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
-        for (QEvent* pEvent :
-             {static_cast<QEvent*>(&press), static_cast<QEvent*>(&move), static_cast<QEvent*>(&release)})
-            QApplication::sendEvent(&view, pEvent);
     }
 };
 
