@@ -39,9 +39,9 @@ function(vantor_add_library target)
     set_target_properties(${target} PROPERTIES
         AUTOMOC ON AUTORCC ON
         CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
-        VERSION ${PROJECT_VERSION} SOVERSION 1
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
         VERIFY_INTERFACE_HEADER_SETS ON
         INSTALL_RPATH "$ORIGIN" # the libraries find each other below any prefix
         LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
-    add_library(Vantor::${target} ALIAS ${target})
+    add_library(${target}::${target} ALIAS ${target})
 endfunction()
