@@ -148,8 +148,9 @@ public:
     int SobelY(const Geometry::CGeometry* region, ERegionMode mode, double tolerance);
     int SobelXY(const Geometry::CGeometry* region, ERegionMode mode, double tolerance);
 
-    /// Why the last CopyFrom, MedianFilter or Sobel call on this image failed, as a sentence in English;
-    /// empty after a success and before the first of them. Any thread may ask, also while a filter runs.
+    /// Why the last CopyFrom, Load, Save, Rotate, MedianFilter or Sobel call on this image failed, as a
+    /// sentence in English; empty after a success and before the first of them. Any thread may ask, also
+    /// while a filter runs.
     std::string GetFailureReason() const;
 
     /// The largest decoded size in bytes that Load accepts, and that Rotate lets an image grow to, for the
@@ -158,6 +159,9 @@ public:
     static std::size_t GetDecodeLimit();
 
 private:
+    /// Why the image cannot be rotated, null when it was.
+    const char* TryRotate(const Geometry::CPoint<double>& centre, double angle, double fill,
+                          ERotationMode mode);
     /// Gives this image the channels, depth and row alignment of another one, and pixels of undefined value.
     int CreateLike(const CImage& model, int width, int height);
 

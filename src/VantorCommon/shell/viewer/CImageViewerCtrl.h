@@ -54,6 +54,8 @@ public:
     bool Undo() override;
     bool Redo() override;
 
+    /// The controller of the 2D view, owned by this one; never null.
+    CImageView2DCtrl* Get2DCtrl() const { return m_pCtrl2D.get(); }
     void LoadFile(const QString& strPath);
     /// Appends an image or the pages of a document to the viewer's list.
     void AddImage(const QString& strPath);
@@ -91,6 +93,8 @@ private:
                       CStatusBarDockView* pStatusBarDockView);
     void ConnectButtons();
     void ConnectModels();
+    /// Shows what the status bar has to show although the thread does not return to its events.
+    void PaintStatusBar();
     /// Progress is shown while it lies strictly between 0 and its maximum.
     void UpdateStatusBar();
 
