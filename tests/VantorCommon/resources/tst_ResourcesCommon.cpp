@@ -4,9 +4,89 @@
 
 #include <VantorCommon/shell/mvc/CMVCManager.h>
 
+#include <QApplication>
+#include <QColor>
+#include <QIcon>
 #include <QImage>
+#include <QPainter>
 #include <QString>
+#include <algorithm>
+#include <cmath>
 #include <utility>
+
+namespace
+{
+constexpr int kSide = 24;
+constexpr int kVisibleAlpha = 128;
+/// The least contrast of graphics with what they lie on: WCAG 2.1, success criterion 1.4.11.
+constexpr double kLeastContrast = 3.0;
+/// The rest is the white writing on plates and the mixed colours where two parts of a drawing meet.
+constexpr double kLeastShare = 0.8;
+
+QString PathOf(const QString& strName, const char* pSuffix = "")
+{
+    return QStringLiteral(":/Image/%1%2.png").arg(strName, QLatin1String(pSuffix));
+}
+
+/// The light that a colour gives, 0 for black to 1 for white: "relative luminance" of WCAG 2.1.
+double Luminance(const QColor& color)
+{
+    const auto linear = [](double dValue) {
+        return dValue <= 0.03928 ? dValue / 12.92 : std::pow((dValue + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+/// 1 for equal colours to 21 for black on white: "contrast ratio" of WCAG 2.1.
+double Contrast(const QColor& one, const QColor& other)
+{
+    const auto [dDark, dBright] = std::minmax({Luminance(one), Luminance(other)});
+    return (dBright + 0.05) / (dDark + 0.05);
+}
+
+/// Of the visible pixels of an icon the share whose own colour stands out from the ground, 0 to 1.
+/// A half transparent pixel of a rim counts with the colour of the line that it belongs to.
+double LegibleShare(const QImage& icon, const QColor& ground)
+{
+    int nVisible = 0;
+    int nLegible = 0;
+    for (int y = 0; y < icon.height(); ++y)
+        for (int x = 0; x < icon.width(); ++x) {
+            const QColor color = icon.pixelColor(x, y);
+            if (color.alpha() <= kVisibleAlpha)
+                continue;
+            ++nVisible;
+            nLegible += Contrast(QColor(color.rgb()), ground) >= kLeastContrast ? 1 : 0;
+        }
+    return nVisible == 0 ? 0.0 : double(nLegible) / nVisible;
+}
+
+/// What a screen with so many device pixels to a pixel shows of an icon of 24 pixels.
+QImage Shown(const QIcon& icon, double dRatio)
+{
+    const int nSide = int(std::lround(kSide * dRatio));
+    QImage screen(nSide, nSide, QImage::Format_ARGB32_Premultiplied);
+    screen.setDevicePixelRatio(dRatio);
+    screen.fill(Qt::transparent);
+    QPainter painter(&screen);
+    icon.paint(&painter, 0, 0, kSide, kSide);
+    painter.end();
+    screen.setDevicePixelRatio(1.0);
+    return screen;
+}
+
+/// The largest difference of a channel between two pictures of one size, 0 to 255.
+int Difference(const QImage& one, const QImage& other)
+{
+    const QImage a = one.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const QImage b = other.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    int nLargest = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int i = 0; i < 4 * a.width(); ++i)
+            nLargest = std::max(nLargest, std::abs(a.constScanLine(y)[i] - b.constScanLine(y)[i]));
+    return nLargest;
+}
+} // namespace
 
 class tst_ResourcesCommon : public QObject
 {
@@ -17,9 +97,75 @@ private Q_SLOTS:
     {
         // The linker leaves out a library of which nothing is used, and its resources with it.
         QVERIFY(CMVCManager::m_vctItems.empty());
+        QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     }
 
-    void everyIconIsThereInBothSizesAndDrawn_data()
+    void everyIconIsThereInBothSizesAndDrawn_data() { addIcons(); }
+    void everyIconIsThereInBothSizesAndDrawn()
+    {
+        QFETCH(QString, name);
+        for (const auto& [suffix, nSize] : {std::pair("", kSide), std::pair("@2x", 2 * kSide)}) {
+            const QImage icon(PathOf(name, suffix));
+            QCOMPARE(icon.size(), QSize(nSize, nSize));
+            int nInk = 0;
+            for (int y = 0; y < nSize; ++y)
+                for (int x = 0; x < nSize; ++x)
+                    nInk += qAlpha(icon.pixel(x, y)) > kVisibleAlpha ? 1 : 0;
+            // Lines on a clear ground: neither empty nor a filled square.
+            QVERIFY(nInk > nSize * nSize / 20);
+            QVERIFY(nInk < nSize * nSize * 2 / 3);
+        }
+    }
+
+    void theContrastOfBlackAndWhiteIs21()
+    {
+        QCOMPARE(Contrast(Qt::black, Qt::white), 21.0);
+        QCOMPARE(Contrast(Qt::white, Qt::black), 21.0);
+        QCOMPARE(Contrast(Qt::red, Qt::red), 1.0);
+    }
+
+    void everyIconIsLegibleOnLightAndOnDark_data() { addIcons(); }
+    void everyIconIsLegibleOnLightAndOnDark()
+    {
+        QFETCH(QString, name);
+        for (const char* suffix : {"", "@2x"}) {
+            const QImage icon(PathOf(name, suffix));
+            for (const char* ground : {"#ffffff", "#efefef", "#2b2b2b", "#1e1e1e"}) {
+                const double dShare = LegibleShare(icon, QColor(QLatin1String(ground)));
+                QVERIFY2(dShare >= kLeastShare,
+                         qPrintable(QStringLiteral("%1%2 on %3: %4 of the pixels")
+                                        .arg(name, QLatin1String(suffix), QLatin1String(ground))
+                                        .arg(dShare)));
+            }
+        }
+    }
+
+    void onAScreenOfDoubleDensityTheLargePictureIsShownAsItIs_data() { addIcons(); }
+    void onAScreenOfDoubleDensityTheLargePictureIsShownAsItIs()
+    {
+        QFETCH(QString, name);
+        const QImage shown = Shown(QIcon(PathOf(name)), 2.0);
+        QCOMPARE(shown.size(), QSize(2 * kSide, 2 * kSide));
+        QCOMPARE(Difference(shown, QImage(PathOf(name, "@2x"))), 0);
+    }
+
+    void atOneAndAHalfTheLargePictureIsReducedAndTheSmallOneNotEnlarged_data() { addIcons(); }
+    void atOneAndAHalfTheLargePictureIsReducedAndTheSmallOneNotEnlarged()
+    {
+        QFETCH(QString, name);
+        const QImage shown = Shown(QIcon(PathOf(name)), 1.5);
+        const auto scaled = [&](const char* suffix) {
+            return QImage(PathOf(name, suffix))
+                .convertToFormat(QImage::Format_ARGB32_Premultiplied)
+                .scaled(shown.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        };
+        QCOMPARE(shown.size(), QSize(kSide * 3 / 2, kSide * 3 / 2));
+        QVERIFY(Difference(shown, scaled("@2x")) <= 1);
+        QVERIFY(Difference(shown, scaled("")) > 32);
+    }
+
+private:
+    static void addIcons()
     {
         QTest::addColumn<QString>("name");
         for (const char* name :
@@ -28,24 +174,7 @@ private Q_SLOTS:
               "save_file", "photo", "pdf",       "close", "copy",    "paste",       "search"})
             QTest::newRow(name) << QString::fromLatin1(name);
     }
-
-    void everyIconIsThereInBothSizesAndDrawn()
-    {
-        QFETCH(QString, name);
-        const QString stem = QStringLiteral(":/Image/") + name;
-        for (const auto& [suffix, nSize] : {std::pair("", 24), std::pair("@2x", 48)}) {
-            const QImage icon(stem + QString::fromLatin1(suffix) + QStringLiteral(".png"));
-            QCOMPARE(icon.size(), QSize(nSize, nSize));
-            int nInk = 0;
-            for (int y = 0; y < nSize; ++y)
-                for (int x = 0; x < nSize; ++x)
-                    nInk += qAlpha(icon.pixel(x, y)) > 128 ? 1 : 0;
-            // Lines on a clear ground: neither empty nor a filled square.
-            QVERIFY(nInk > nSize * nSize / 20);
-            QVERIFY(nInk < nSize * nSize * 2 / 3);
-        }
-    }
 };
 
-VANTOR_CORE_TEST_MAIN(tst_ResourcesCommon)
+VANTOR_TEST_MAIN(tst_ResourcesCommon)
 #include "tst_ResourcesCommon.moc"
