@@ -25,7 +25,7 @@ constexpr double kLeastShare = 0.8;
 
 QString PathOf(const QString& strName, const char* pSuffix = "")
 {
-    return QStringLiteral(":/Image/%1%2.png").arg(strName, QLatin1String(pSuffix));
+    return strName + QLatin1String(pSuffix) + QStringLiteral(".png");
 }
 
 /// The light that a colour gives, 0 for black to 1 for white: "relative luminance" of WCAG 2.1.
@@ -97,7 +97,7 @@ private Q_SLOTS:
     {
         // The linker leaves out a library of which nothing is used, and its resources with it.
         QVERIFY(CMVCManager::m_vctItems.empty());
-        QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+        QCOMPARE(qApp->devicePixelRatio(), 1.5);
     }
 
     void everyIconIsThereInBothSizesAndDrawn_data() { addIcons(); }
@@ -165,6 +165,7 @@ private Q_SLOTS:
     }
 
 private:
+    /// The icons of the library, and those of the viewer, which are of the same hand.
     static void addIcons()
     {
         QTest::addColumn<QString>("name");
@@ -172,9 +173,22 @@ private:
              {"2D",        "3D",    "selection", "move",  "zoomfit", "rotate-left", "rotate-right",
               "previous",  "next",  "capture",   "ruler", "clear",   "add",         "open-folder",
               "save_file", "photo", "pdf",       "close", "copy",    "paste",       "search"})
-            QTest::newRow(name) << QString::fromLatin1(name);
+            QTest::newRow(name) << QStringLiteral(":/Image/") + QString::fromLatin1(name);
+        for (const char* name :
+             {"undo",       "redo",       "delete",     "quit",  "image-add", "recent", "layout-1x1",
+              "layout-2x1", "layout-2x2", "median",     "sobel", "ocr",       "globe",  "settings",
+              "about",      "shortcuts",  "dark-light", "dock",  "warning",   "info"})
+            QTest::addRow("app/%s", name) << QStringLiteral(":/app/Image/") + QString::fromLatin1(name);
     }
 };
 
-VANTOR_TEST_MAIN(tst_ResourcesCommon)
+int main(int argc, char* argv[])
+{
+    // QIcon looks for the large pictures only where some screen is denser than one to one.
+    qputenv("QT_SCALE_FACTOR", "1.5");
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication app(argc, argv);
+    tst_ResourcesCommon test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_ResourcesCommon.moc"
