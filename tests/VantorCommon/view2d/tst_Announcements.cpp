@@ -141,6 +141,18 @@ private Q_SLOTS:
         QVERIFY(!Ctrl(f)->CanUndo() && Ctrl(f)->CanRedo());
     }
 
+    void changingTheViewKeepsTheKeyboardInTheViewer()
+    {
+        CenterFixture f(2, 1);
+        f.View(0)->setFocus();
+        f.Viewer(0)->slot_Press3D();
+        QVERIFY(f.Viewer(0)->isAncestorOf(QApplication::focusWidget()));
+        f.Viewer(0)->slot_Press2D();
+        QVERIFY(f.View(0)->hasFocus());
+        f.Viewer(1)->slot_Press3D(); // not that of the focus
+        QVERIFY(f.View(0)->hasFocus());
+    }
+
     void theViewerTellsWhichViewItShows()
     {
         CenterFixture f(2, 1);

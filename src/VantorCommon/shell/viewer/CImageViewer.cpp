@@ -274,11 +274,17 @@ void CImageViewer::ShowView(bool b2D)
 {
     QWidget* pShown = b2D ? m_pView2D : m_pView3D;
     QWidget* pHidden = b2D ? m_pView3D : m_pView2D;
+    // The frame holds the keyboard meanwhile: it must not go to another viewer.
+    const bool bFocus = pHidden && pHidden->hasFocus();
+    if (bFocus)
+        setFocus(Qt::OtherFocusReason);
     // First one goes: side by side for a moment, both would be resized to half their width.
     if (pHidden)
         pHidden->setVisible(false);
     if (pShown)
         pShown->setVisible(true);
+    if (bFocus)
+        FocusVisibleView();
     CheckView(b2D);
 }
 
