@@ -15,7 +15,9 @@ public:
     void Add(std::shared_ptr<CGeometry> geometry);
     /// Appends a point.
     void Add(const CPoint<double>& point);
+    /// Removes all entries.
     void Clear() { m_vctGeometries.clear(); }
+    /// The number of entries.
     int Size() const { return static_cast<int>(m_vctGeometries.size()); }
     /// The entry at the index, null when it is out of range.
     std::shared_ptr<CGeometry> At(int index) const;

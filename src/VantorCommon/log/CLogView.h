@@ -19,6 +19,7 @@ class VANTORCOMMON_EXPORT CLogView : public QWidget
     Q_OBJECT
 
 public:
+    /// Makes the one log model if it is not there yet.
     explicit CLogView(QWidget* pParent = nullptr);
 
 public Q_SLOTS:

@@ -9,6 +9,7 @@
 class VANTORCOMMON_EXPORT CSnipToolModel : public CBaseModel
 {
 public:
+    /// The Qt parent, if any, owns the model.
     explicit CSnipToolModel(QObject* parent = nullptr);
     ~CSnipToolModel() override;
 };
