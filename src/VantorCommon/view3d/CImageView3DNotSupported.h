@@ -10,5 +10,6 @@
 class VANTORCOMMON_EXPORT CImageView3DNotSupported : public QWidget
 {
 public:
+    /// Made where there is no desktop OpenGL; the parent owns it.
     explicit CImageView3DNotSupported(QWidget* parent = nullptr);
 };

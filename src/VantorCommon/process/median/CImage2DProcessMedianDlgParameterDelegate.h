@@ -11,6 +11,7 @@ class VANTORCOMMON_EXPORT CImage2DProcessMedianDlgParameterDelegate
     : public CImage2DProcessEnumDelegate<EImage2DProcessMedian>
 {
 public:
+    /// The parent, if any, owns the delegate.
     explicit CImage2DProcessMedianDlgParameterDelegate(QObject* pParent = nullptr);
     ~CImage2DProcessMedianDlgParameterDelegate() override;
 };

@@ -11,6 +11,7 @@ class VANTORCOMMON_EXPORT CImage2DProcessSobelDlgParameterDelegate
     : public CImage2DProcessEnumDelegate<EImage2DProcessSobel>
 {
 public:
+    /// The parent, if any, owns the delegate.
     explicit CImage2DProcessSobelDlgParameterDelegate(QObject* pParent = nullptr);
     ~CImage2DProcessSobelDlgParameterDelegate() override;
 };
