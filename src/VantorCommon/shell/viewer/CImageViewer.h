@@ -45,6 +45,8 @@ public:
     /// @param nViewID  0 to 3 in a centre, shown in the title as it is
     /// @param pParent  owns the frame
     CImageViewer(CImageViewerModel* pModel, int nViewID, QWidget* pParent);
+    /// Viewer 0 without a model, as a form made in Qt Designer creates it; a CImageViewerCtrl fills it.
+    explicit CImageViewer(QWidget* pParent = nullptr);
     ~CImageViewer() override;
 
     /// Takes the views in (as children), shows the 2D one and hides the other two; called once. Any may be
@@ -175,5 +177,4 @@ private:
     QPushButton* m_pButtonSelect = nullptr;
     QPushButton* m_pButtonPanning = nullptr;
     int m_nViewID;
-    QString m_strObjectName;
 };
