@@ -169,8 +169,9 @@ public:
     int SobelXY(const Geometry::CGeometry* region, ERegionMode mode, double tolerance);
     /// @}
 
-    /// Why the last CopyFrom, MedianFilter or Sobel call on this image failed, as a sentence in English;
-    /// empty after a success and before the first of them. Any thread may ask, also while a filter runs.
+    /// Why the last CopyFrom, Load, Save, Rotate, MedianFilter or Sobel call on this image failed, as a
+    /// sentence in English; empty after a success and before the first of them. Any thread may ask, also
+    /// while a filter runs.
     std::string GetFailureReason() const;
 
     /// @{
@@ -181,6 +182,9 @@ public:
     /// @}
 
 private:
+    /// Why the image cannot be rotated, null when it was.
+    const char* TryRotate(const Geometry::CPoint<double>& centre, double angle, double fill,
+                          ERotationMode mode);
     /// Gives this image the channels, depth and row alignment of another one, and pixels of undefined value.
     int CreateLike(const CImage& model, int width, int height);
 

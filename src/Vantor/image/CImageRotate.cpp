@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/CImage.h>
 
+#include <Vantor/FailureReason_p.h>
 #include <Vantor/geometry/CPoint.h>
 #include <Vantor/image/Transpose_p.h>
 
@@ -259,22 +260,28 @@ void RotateFreely(const CImage& from, CImage& to, const Geometry::CPoint<double>
 
 int CImage::Rotate(const Geometry::CPoint<double>& centre, double angle, double fill, ERotationMode mode)
 {
-    if (!GetData() || !std::isfinite(angle) || !std::isfinite(fill))
-        return 1;
-    if (!IsUsable(centre.x()) || !IsUsable(centre.y()))
-        return 1;
+    return m_pFailure->Note(TryRotate(centre, angle, fill, mode));
+}
+
+const char* CImage::TryRotate(const Geometry::CPoint<double>& centre, double angle, double fill,
+                              ERotationMode mode)
+{
+    if (!GetData())
+        return "There is no image to rotate.";
+    if (!std::isfinite(angle) || !std::isfinite(fill) || !IsUsable(centre.x()) || !IsUsable(centre.y()))
+        return "A value of the rotation is not finite, or its centre is too far away.";
     if (mode != ERotationMode::KeepCanvas && mode != ERotationMode::GrowCanvas)
-        return 1;
+        return "The mode of the rotation is unknown.";
     const bool bGrow = mode == ERotationMode::GrowCanvas;
     const int nQuarters = QuarterTurns(angle);
     const SSize size = bGrow ? GrownSize(*this, angle, nQuarters) : SSize{GetWidth(), GetHeight()};
     if (!IsAllowed(*this, size))
-        return 1;
+        return "The rotated image would be too large.";
     if (nQuarters == 0)
-        return 0;
+        return nullptr;
     CImage result;
     if (result.CreateLike(*this, size.nWidth, size.nHeight) != 0)
-        return 1;
+        return "There is not enough memory for the rotated image.";
     ClearRowEnds(result);
     if (nQuarters > 0 && bGrow) {
         Turn(*this, result, {0, 0}, nQuarters); // covers every pixel
@@ -287,7 +294,7 @@ int CImage::Rotate(const Geometry::CPoint<double>& centre, double angle, double 
                          angle);
     }
     m_pPixels.swap(result.m_pPixels);
-    return 0;
+    return nullptr;
 }
 
 } // namespace Vantor::Algorithms

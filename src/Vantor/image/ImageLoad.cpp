@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/ImageLoad_p.h>
 
+#include <Vantor/FailureReason_p.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/ImageFormats_p.h>
 #include <Vantor/image/file/OpenFile_p.h>
@@ -16,35 +17,54 @@ namespace Vantor::Algorithms
 namespace
 {
 struct SFormat {
+    const char* pName;
     const char* pMagic;
     int nMagic;
     bool (*pLoad)(QIODevice& device, CImage& image);
 };
 
 const SFormat kFormats[] = {
-    {"\x89PNG\r\n\x1a\n", 8, LoadPng},
-    {"\xff\xd8\xff", 3, LoadJpeg},
-    {"GIF87a", 6, LoadGif},
-    {"GIF89a", 6, LoadGif},
-    {"II*\0", 4, LoadTiff},
-    {"MM\0*", 4, LoadTiff},
-    {"II+\0", 4, LoadTiff}, // BigTIFF
-    {"MM\0+", 4, LoadTiff},
-    {"BM", 2, LoadBmp},
+    {"PNG", "\x89PNG\r\n\x1a\n", 8, LoadPng},
+    {"JPEG", "\xff\xd8\xff", 3, LoadJpeg},
+    {"GIF", "GIF87a", 6, LoadGif},
+    {"GIF", "GIF89a", 6, LoadGif},
+    {"TIFF", "II*\0", 4, LoadTiff},
+    {"TIFF", "MM\0*", 4, LoadTiff},
+    {"TIFF", "II+\0", 4, LoadTiff}, // BigTIFF
+    {"TIFF", "MM\0+", 4, LoadTiff},
+    {"BMP", "BM", 2, LoadBmp},
 };
 constexpr qint64 kLongestMagic = 8;
+
+/// The format of what follows in the device; null when it is none of ours.
+const SFormat* FindFormat(QIODevice& device)
+{
+    const QByteArray head = device.peek(kLongestMagic);
+    for (const SFormat& format : kFormats) {
+        if (head.startsWith(QByteArray::fromRawData(format.pMagic, format.nMagic)))
+            return &format;
+    }
+    return nullptr;
+}
+
+std::string WhyNotLoaded(QFile& file)
+{
+    if (file.size() == 0)
+        return "The file is empty.";
+    file.seek(0);
+    const SFormat* pFormat = FindFormat(file);
+    if (!pFormat)
+        return "It is not an image in BMP, JPEG, PNG, GIF or TIFF format.";
+    return std::string("The ") + pFormat->pName + " file is damaged, too large or of an unsupported kind.";
+}
 
 } // namespace
 
 bool LoadImageFrom(QIODevice& device, CImage& image)
 {
     try {
-        const QByteArray head = device.peek(kLongestMagic);
-        for (const SFormat& format : kFormats) {
-            if (head.startsWith(QByteArray::fromRawData(format.pMagic, format.nMagic)))
-                return format.pLoad(device, image);
-        }
-        return false;
+        const SFormat* pFormat = FindFormat(device);
+        return pFormat && pFormat->pLoad(device, image);
     } catch (const std::bad_alloc&) {
         return false;
     }
@@ -54,8 +74,9 @@ int CImage::Load(const std::wstring& path)
 {
     try {
         QFile file;
-        if (!OpenRegularFile(path, file))
-            return 1;
+        std::string strReason;
+        if (!OpenRegularFile(path, file, &strReason))
+            return m_pFailure->Note(strReason);
         // Name and folder are made first: nothing may fail once the pixels are in place.
         const std::size_t nSlash = path.rfind(L'/');
         std::wstring strName = nSlash == std::wstring::npos ? path : path.substr(nSlash + 1);
@@ -64,13 +85,13 @@ int CImage::Load(const std::wstring& path)
             strFolder = L"/";
         CImage loaded;
         if (!LoadImageFrom(file, loaded))
-            return 1;
+            return m_pFailure->Note(WhyNotLoaded(file));
         m_pPixels.swap(loaded.m_pPixels);
         m_strName.swap(strName);
         m_strFolder.swap(strFolder);
-        return 0;
+        return m_pFailure->Note(nullptr);
     } catch (const std::bad_alloc&) {
-        return 1;
+        return m_pFailure->Note("There is not enough memory for the image.");
     }
 }
 

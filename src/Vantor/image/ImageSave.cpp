@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/CImage.h>
 
+#include <Vantor/FailureReason_p.h>
 #include <Vantor/image/file/AtomicFile_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
 #include <Vantor/image/file/OpenFile_p.h>
@@ -22,6 +23,8 @@ struct SSuffix {
     const char* pSuffix;
     Saver pSave;
 };
+
+constexpr const char* kNoMemory = "There is not enough memory to save the image.";
 
 const SSuffix kSuffixes[] = {{"bmp", SaveBmp},  {"jpg", SaveJpeg},  {"jpeg", SaveJpeg}, {"png", SavePng},
                              {"tif", SaveTiff}, {"tiff", SaveTiff}, {"gif", SaveGif}};
@@ -62,17 +65,23 @@ int CImage::Save(const std::wstring& path) const
     try {
         const std::string strPath = ToSystemPath(path);
         const Saver pSave = FindSaver(strPath);
-        if (!pSave || !GetData() || GetBitDepth() != 8)
-            return 1;
+        if (!pSave)
+            return m_pFailure->Note("The name must end in bmp, jpg, jpeg, png, tif, tiff or gif.");
+        if (!GetData())
+            return m_pFailure->Note("There is no image to save.");
+        if (GetBitDepth() != 8)
+            return m_pFailure->Note("Only images of 8 bits per channel can be saved.");
         CImage expanded;
         if (GetChannel() == 2 && !ExpandTwoChannels(*this, expanded))
-            return 1;
+            return m_pFailure->Note(kNoMemory);
         AtomicFile file;
-        if (!file.Open(strPath) || !pSave(file.Device(), GetChannel() == 2 ? expanded : *this))
-            return 1;
-        return file.Commit() ? 0 : 1;
+        if (!file.Open(strPath))
+            return m_pFailure->Note("The file or its folder cannot be written.");
+        if (!pSave(file.Device(), GetChannel() == 2 ? expanded : *this) || !file.Commit())
+            return m_pFailure->Note("The file could not be written whole.");
+        return m_pFailure->Note(nullptr);
     } catch (const std::bad_alloc&) {
-        return 1;
+        return m_pFailure->Note(kNoMemory);
     }
 }
 

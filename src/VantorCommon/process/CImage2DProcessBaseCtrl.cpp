@@ -105,10 +105,28 @@ void CImage2DProcessBaseCtrl::slot_ChangeDrawableObjectProperty(unsigned int)
 void CImage2DProcessBaseCtrl::StartProcess()
 {
     m_timer.start();
+    m_bRunning = true;
+    Q_EMIT signal_Started();
+}
+
+void CImage2DProcessBaseCtrl::End()
+{
+    if (!m_bRunning)
+        return;
+    m_bRunning = false;
+    Q_EMIT signal_Ended();
+}
+
+void CImage2DProcessBaseCtrl::Fail(const QString& strReason)
+{
+    m_strFailureReason = strReason;
+    End();
+    Q_EMIT signal_Failed(strReason);
 }
 
 void CImage2DProcessBaseCtrl::EndProcess()
 {
+    End();
     if (!m_pDlg)
         return;
     const long long nElapsed = m_timer.isValid() ? m_timer.elapsed() : 0;
@@ -122,9 +140,9 @@ CImage2DProcessBaseCtrl::SSource CImage2DProcessBaseCtrl::TakeSource()
     m_strFailureReason.clear();
     SSource source;
     if (!m_pDlg || !m_pSourceViewCtrl || !m_pSourceView)
-        m_strFailureReason = QStringLiteral("No source viewer is chosen.");
+        Fail(QStringLiteral("No source viewer is chosen."));
     else if (!(source.pImage = m_pSourceViewCtrl->GetImage()))
-        m_strFailureReason = QStringLiteral("The source viewer shows no image.");
+        Fail(QStringLiteral("The source viewer shows no image."));
     else
         source.pRegion = FindRegion();
     return source;
@@ -162,6 +180,6 @@ void CImage2DProcessBaseCtrl::ShowResult(const ImagePtr& pImage)
 bool CImage2DProcessBaseCtrl::Succeeded(int nResult, const std::string& strReason)
 {
     if (nResult != 0)
-        m_strFailureReason = QString::fromStdString(strReason);
+        Fail(QString::fromStdString(strReason));
     return nResult == 0;
 }

@@ -52,13 +52,21 @@ public:
     CImageViewer* GetSourceView() const;
     /// @}
 
-    /// Starts the clock of a run.
+    /// Starts the clock of a run and announces it.
     void StartProcess();
-    /// Shows and logs the time since StartProcess; nothing without a dialog.
+    /// Announces the end; shows and logs the time since StartProcess, nothing of that without a dialog.
     void EndProcess();
 
     /// Why the last run gave no result or only an unprocessed one, in English; empty after a good one.
     QString GetFailureReason() const { return m_strFailureReason; }
+
+Q_SIGNALS:
+    /// The work itself begins, during which the thread is busy.
+    void signal_Started();
+    /// It is over, done or failed; once for each signal_Started.
+    void signal_Ended();
+    /// The run gave no result or only an unprocessed one, and why; after signal_Ended if it had started.
+    void signal_Failed(const QString& strReason);
 
 public Q_SLOTS:
     /// The user has chosen another viewer in the dialog: ChangeSourceImageView.
@@ -91,18 +99,21 @@ protected:
     /// Ends the run (EndProcess) and makes the image the current one of the source viewer, an undoable step
     /// that drops the annotations. The viewer keeps the image: it must not be changed any more.
     void ShowResult(const ImagePtr& pImage);
-    /// Whether a call of the core library succeeded (gave 0); if not, its reason is kept for
-    /// GetFailureReason. A run that does without the core library passes 1 and a sentence of its own.
+    /// Whether a call of the core library succeeded (gave 0); if not, the run ends with its reason. A run
+    /// that does without the core library passes 1 and a sentence of its own.
     bool Succeeded(int nResult, const std::string& strReason);
 
 private:
     void ConnectSource(bool bConnect);
     void FillSourceROI();
     std::shared_ptr<Vantor::Geometry::CGeometry> FindRegion() const;
+    void End();
+    void Fail(const QString& strReason);
 
     QPointer<CImage2DProcessBaseDlg> m_pDlg;
     QPointer<CImageViewerCtrl> m_pSourceViewCtrl;
     QPointer<CImageViewer> m_pSourceView;
     QElapsedTimer m_timer;
+    bool m_bRunning = false;
     QString m_strFailureReason;
 };

@@ -157,6 +157,16 @@ bool CImageView2DCtrl::Redo()
     return true;
 }
 
+bool CImageView2DCtrl::CanUndo() const
+{
+    return m_pCommands->CanUndo();
+}
+
+bool CImageView2DCtrl::CanRedo() const
+{
+    return m_pCommands->CanRedo();
+}
+
 void CImageView2DCtrl::slot_Undo()
 {
     Undo();
@@ -295,11 +305,12 @@ void CImageView2DCtrl::Rotate(double dblAngle)
     if (!pCurrent || !m_pView || !m_pCommands)
         return;
     const auto pRotated = std::make_shared<CImage>();
-    if (pRotated->CopyFrom(pCurrent.get()) != 0)
-        return;
-    const Vantor::Geometry::CPoint<double> centre(pRotated->GetWidth() * 0.5, pRotated->GetHeight() * 0.5);
-    if (pRotated->Rotate(centre, dblAngle, 0.0, ERotationMode::GrowCanvas) == 0)
+    const Vantor::Geometry::CPoint<double> centre(pCurrent->GetWidth() * 0.5, pCurrent->GetHeight() * 0.5);
+    if (pRotated->CopyFrom(pCurrent.get()) == 0 &&
+        pRotated->Rotate(centre, dblAngle, 0.0, ERotationMode::GrowCanvas) == 0)
         ChangeCurrentImage(pRotated);
+    else
+        Fail(QStringLiteral("Cannot rotate the image."), QString::fromStdString(pRotated->GetFailureReason()));
 }
 
 void CImageView2DCtrl::SetApplicationVisible(bool bVisible)

@@ -35,6 +35,11 @@ namespace Vantor::Algorithms
 class CImage;
 }
 
+namespace Vantor::Utils
+{
+class CPDFReader;
+}
+
 /// The controller of a 2D view: its image and file operations, the clipboard, undo and redo, and the slots
 /// behind the view's gestures.
 ///
@@ -98,6 +103,11 @@ public:
     bool PushImage(ImagePtr pImage);
     /// The current image, which must not be changed; null without one.
     ImagePtr GetCurrentImgage() const;
+    /// @{
+    /// Whether Undo or Redo would have something to do, wherever the focus is.
+    bool CanUndo() const;
+    bool CanRedo() const;
+    /// @}
     /// Replaces the current image and drops the annotations, as an undoable step; null changes nothing.
     void ChangeCurrentImage(ImagePtr pImage);
     /// @{
@@ -235,6 +245,21 @@ public Q_SLOTS:
     /// Delete and Backspace delete the selection, Escape leaves a drawing mode while the view is visible.
     void slot_PressKey(int nKey);
 
+Q_SIGNALS:
+    /// A file has been loaded or added; once for a document of many pages.
+    void signal_FileOpened(const QString& strPath);
+    /// The image has been saved.
+    void signal_FileSaved(const QString& strPath);
+    /// Something that was asked for could not be done: a file could not be loaded, added, pasted or saved, or
+    /// the image not be rotated. One line in English with the path and the reason.
+    void signal_Failed(const QString& strMessage);
+    /// @{
+    /// The pages of a document are being rendered: their number, then the count of those that are done. The
+    /// thread is busy meanwhile.
+    void signal_ChangeProgressMaxRange(int nMaxRange);
+    void signal_ChangeProgressValue(int nValue);
+    /// @}
+
 protected:
     /// Watches the view for what ends a gesture without a release.
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
@@ -250,8 +275,10 @@ private:
     void PutIntoDock(QScrollArea* pDock, QWidget* pPanel);
     void SetMode(int nMode);
     std::vector<ImagePtr> LoadAny(const QString& strPath);
-    void ReplaceImages(const std::vector<ImagePtr>& vctImages);
+    void ReplaceImages(const std::vector<ImagePtr>& vctImages, const QString& strPath);
     void PasteUrls(const QList<QUrl>& lstUrls);
+    void Fail(const QString& strWhat, const QString& strReason);
+    bool ReadDocument(Vantor::Utils::CPDFReader& reader, const QString& strPath);
     void Rotate(double dblAngle);
     void Execute(std::unique_ptr<CCommand> pCommand);
 

@@ -35,12 +35,8 @@ bool LooksLikePdf(const QString& strPath)
     return strPath.contains(QRegExp(QStringLiteral(".pdf|.PDF"), Qt::CaseSensitive, QRegExp::RegExp));
 }
 
-void ReportUnreadablePdf(const QString& strPath, QWidget* pParent, bool bTell)
+void TellUnreadablePdf(const QString& strPath, QWidget* pParent)
 {
-    const QByteArray path = strPath.toUtf8();
-    CLogger::Write(ERROR, "Cannot load pdf file %s", path.constData());
-    if (!bTell)
-        return;
     auto* pBox =
         new QMessageBox(QMessageBox::Critical, QString(),
                         QStringLiteral("Cannot load pdf file %1").arg(strPath), QMessageBox::Ok, pParent);
@@ -49,10 +45,36 @@ void ReportUnreadablePdf(const QString& strPath, QWidget* pParent, bool bTell)
     pBox->open();
 }
 
-/// Opens the document, with a password from the user where it wants one. True when its pages can be had.
-/// The parent may go while the user is asked.
-bool ReadPdf(CPDFReader& reader, const QString& strPath, const QPointer<CImageView2D> pParent)
+QString WhyUnreadable(int nResult)
 {
+    switch (nResult) {
+    case CPDFReader::EReadResult_CannotOpen:
+        return QStringLiteral("The file is missing, no regular file, or must not be read.");
+    case CPDFReader::EReadResult_NoMemory:
+        return QStringLiteral("The document is too large for the memory.");
+    case CPDFReader::EReadResult_PasswordRequired:
+        return QStringLiteral("The document needs a password.");
+    default:
+        return QStringLiteral("It is not a PDF document with pages, or it is damaged.");
+    }
+}
+
+QString ReasonOf(const CImage& image)
+{
+    return QString::fromStdString(image.GetFailureReason());
+}
+} // namespace
+
+/// The failure of something that was asked for, beside what the log says of it.
+void CImageView2DCtrl::Fail(const QString& strWhat, const QString& strReason)
+{
+    Q_EMIT signal_Failed(strWhat + QLatin1Char(' ') + strReason);
+}
+
+/// Opens the document, with a password from the user where it wants one. True when its pages can be had.
+bool CImageView2DCtrl::ReadDocument(CPDFReader& reader, const QString& strPath)
+{
+    const QPointer<CImageView2D> pParent = m_pView; // may go while the user is asked
     int nResult = reader.Read(strPath.toStdWString(), std::wstring());
     bool bPasswordGiven = false;
     if (nResult == CPDFReader::EReadResult_PasswordRequired) {
@@ -64,15 +86,17 @@ bool ReadPdf(CPDFReader& reader, const QString& strPath, const QPointer<CImageVi
     }
     if (nResult == CPDFReader::EReadResult_OK && reader.GetPageNumber() > 0)
         return true;
-    ReportUnreadablePdf(strPath, pParent, bPasswordGiven);
+    CLogger::Write(ERROR, "Cannot load pdf file %s", qUtf8Printable(strPath));
+    Fail(QStringLiteral("Cannot load pdf file %1.").arg(strPath), WhyUnreadable(nResult));
+    if (bPasswordGiven)
+        TellUnreadablePdf(strPath, pParent);
     return false;
 }
-} // namespace
 
 void CImageView2DCtrl::LoadFile(const QString& strPath)
 {
     if (m_pModel && !strPath.isEmpty())
-        ReplaceImages(LoadAny(strPath));
+        ReplaceImages(LoadAny(strPath), strPath);
 }
 
 std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadAny(const QString& strPath)
@@ -80,13 +104,14 @@ std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadAny(const QString&
     return LooksLikePdf(strPath) ? LoadPDF(strPath) : LoadImage(strPath);
 }
 
-void CImageView2DCtrl::ReplaceImages(const std::vector<ImagePtr>& vctImages)
+void CImageView2DCtrl::ReplaceImages(const std::vector<ImagePtr>& vctImages, const QString& strPath)
 {
     if (!m_pModel || vctImages.empty())
         return;
     m_pModel->SetImages(vctImages);
     if (m_pGeometryModel)
         m_pGeometryModel->ClearObject();
+    Q_EMIT signal_FileOpened(strPath);
 }
 
 std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadImage(const QString& strPath)
@@ -94,8 +119,8 @@ std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadImage(const QStrin
     auto pImage = std::make_shared<CImage>();
     if (pImage->Load(strPath.toStdWString()) == 0)
         return {std::move(pImage)};
-    const QByteArray path = strPath.toUtf8();
-    CLogger::Write(ERROR, "Cannot load image %s", path.constData());
+    CLogger::Write(ERROR, "Cannot load image %s", qUtf8Printable(strPath));
+    Fail(QStringLiteral("Cannot load image %1.").arg(strPath), ReasonOf(*pImage));
     return {};
 }
 
@@ -109,18 +134,25 @@ std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadPDF(const QString&
     reader.SetResolutionX(CSettingManager::GetDouble(QStringLiteral("PDF_RESOLUTION_X"), kDefaultResolution));
     // Deliberate: the Y setting goes to X, too, and overwrites it; Y itself is never set.
     reader.SetResolutionX(CSettingManager::GetDouble(QStringLiteral("PDF_RESOLUTION_Y"), kDefaultResolution));
-    if (!ReadPdf(reader, strPath, m_pView))
+    if (!ReadDocument(reader, strPath))
         return {};
 
     std::vector<ImagePtr> vctPages;
-    for (int i = 0; i < reader.GetPageNumber(); ++i) {
+    const int nPages = reader.GetPageNumber();
+    Q_EMIT signal_ChangeProgressMaxRange(nPages);
+    for (int i = 0; i < nPages; ++i) {
+        Q_EMIT signal_ChangeProgressValue(i);
         auto pPage = std::make_shared<CImage>();
-        if (reader.RenderPage(i, pPage.get()) != 0)
+        if (reader.RenderPage(i, pPage.get()) != 0) {
+            Fail(QStringLiteral("Cannot load all of pdf file %1.").arg(strPath),
+                 QStringLiteral("Page %1 of %2 cannot be rendered.").arg(i + 1).arg(nPages));
             break;
+        }
         pPage->SetName(strName);
         pPage->SetFolder(strFolder);
         vctPages.push_back(std::move(pPage));
     }
+    Q_EMIT signal_ChangeProgressValue(nPages);
     return vctPages;
 }
 
@@ -128,17 +160,24 @@ void CImageView2DCtrl::AddImage(const QString& strPath)
 {
     if (!m_pModel || strPath.isEmpty())
         return;
-    for (const ImagePtr& pImage : LoadAny(strPath))
+    const std::vector<ImagePtr> vctImages = LoadAny(strPath);
+    for (const ImagePtr& pImage : vctImages)
         PushImage(pImage);
+    if (!vctImages.empty())
+        Q_EMIT signal_FileOpened(strPath);
 }
 
 void CImageView2DCtrl::SaveFile(const QString& strPath)
 {
     const ImagePtr pImage = GetCurrentImgage();
-    if (!pImage || strPath.isEmpty() || pImage->Save(strPath.toStdWString()) == 0)
+    if (!pImage || strPath.isEmpty())
         return;
-    const QByteArray path = strPath.toUtf8();
-    CLogger::Write(ERROR, "Cannot save image %s", path.constData());
+    if (pImage->Save(strPath.toStdWString()) == 0) {
+        Q_EMIT signal_FileSaved(strPath);
+        return;
+    }
+    CLogger::Write(ERROR, "Cannot save image %s", qUtf8Printable(strPath));
+    Fail(QStringLiteral("Cannot save image %1.").arg(strPath), ReasonOf(*pImage));
 }
 
 void CImageView2DCtrl::slot_LoadFile()
@@ -152,7 +191,7 @@ void CImageView2DCtrl::slot_LoadImage()
     const QString strPath =
         ImageFileDialogs::ChooseFile(m_pView, QStringLiteral("Load Image"), ImageFileDialogs::ImagesFilter());
     if (!strPath.isEmpty())
-        ReplaceImages(LoadImage(strPath));
+        ReplaceImages(LoadImage(strPath), strPath);
 }
 
 void CImageView2DCtrl::slot_LoadPdf()
@@ -160,7 +199,7 @@ void CImageView2DCtrl::slot_LoadPdf()
     const QString strPath =
         ImageFileDialogs::ChooseFile(m_pView, QStringLiteral("Load PDF File"), ImageFileDialogs::PdfFilter());
     if (!strPath.isEmpty())
-        ReplaceImages(LoadPDF(strPath));
+        ReplaceImages(LoadPDF(strPath), strPath);
 }
 
 void CImageView2DCtrl::slot_AddImage()
@@ -217,7 +256,10 @@ void CImageView2DCtrl::PasteUrls(const QList<QUrl>& lstUrls)
 {
     for (const QUrl& url : lstUrls) {
         const auto pImage = std::make_shared<CImage>();
-        if (pImage->Load(url.toLocalFile().toStdWString()) == 0)
+        const QString strPath = url.toLocalFile();
+        if (pImage->Load(strPath.toStdWString()) == 0)
             PushImage(pImage);
+        else
+            Fail(QStringLiteral("Cannot paste %1.").arg(url.toDisplayString()), ReasonOf(*pImage));
     }
 }

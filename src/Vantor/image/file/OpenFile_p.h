@@ -14,6 +14,7 @@ std::string ToSystemPath(const std::wstring& path);
 
 /// Opens an existing regular file for reading. A folder, a FIFO, a device or a socket fails at once, without
 /// waiting for the other end.
-bool OpenRegularFile(const std::wstring& path, QFile& file);
+/// @param reason  takes a sentence that tells why it failed; may be null
+bool OpenRegularFile(const std::wstring& path, QFile& file, std::string* reason = nullptr);
 
 } // namespace Vantor::Algorithms

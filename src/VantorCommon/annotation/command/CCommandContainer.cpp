@@ -59,3 +59,15 @@ void CCommandContainer::DeleteAll(History& history, QMutex& mutex)
     while (TakeNewest(history, mutex, pCommand))
         delete pCommand;
 }
+
+bool CCommandContainer::CanUndo() const
+{
+    const QMutexLocker lock(&m_mutexUndo);
+    return !m_deqUndo.empty();
+}
+
+bool CCommandContainer::CanRedo() const
+{
+    const QMutexLocker lock(&m_mutexRedo);
+    return !m_deqRedo.empty();
+}

@@ -31,6 +31,12 @@ public:
     /// The mirror image.
     virtual void Redo();
 
+    /// @{
+    /// Whether there is a step to take back, or one to repeat. Any thread.
+    bool CanUndo() const;
+    bool CanRedo() const;
+    /// @}
+
 private:
     using History = std::deque<CCommand*>;
 
@@ -40,6 +46,6 @@ private:
 
     History m_deqUndo;
     History m_deqRedo;
-    QMutex m_mutexUndo;
-    QMutex m_mutexRedo;
+    mutable QMutex m_mutexUndo;
+    mutable QMutex m_mutexRedo;
 };

@@ -56,9 +56,11 @@ public:
         delete m_pDlg;
     }
 
-    void Open(QWidget* pParent)
+    /// @return the controller when it was made just now, else null
+    CImage2DProcessBaseCtrl* Open(QWidget* pParent)
     {
-        if (!m_pDlg) {
+        const bool bNew = !m_pDlg;
+        if (bNew) {
             m_pCtrl.reset();
             m_pModel = std::make_unique<Model>();
             m_pDlg = new Dlg(m_pModel.get(), pParent);
@@ -67,7 +69,10 @@ public:
         m_pDlg->show();
         m_pDlg->raise();
         m_pDlg->activateWindow();
+        return bNew ? m_pCtrl.get() : nullptr;
     }
+
+    QString Title() const { return m_pDlg->windowTitle(); }
 
 private:
     std::unique_ptr<Model> m_pModel;
@@ -263,19 +268,32 @@ void CCenterCtrl::slot_Convert()
             pCtrl->Convert();
 }
 
+template <class Tool> void CCenterCtrl::OpenTool(Tool& tool)
+{
+    const CImage2DProcessBaseCtrl* pNew = tool.Open(m_pView);
+    if (!pNew)
+        return;
+    const QString strTool = tool.Title();
+    using C = CImage2DProcessBaseCtrl;
+    connect(pNew, &C::signal_Started, this, [this, strTool] { Q_EMIT signal_ProcessStarted(strTool); });
+    connect(pNew, &C::signal_Ended, this, [this, strTool] { Q_EMIT signal_ProcessEnded(strTool); });
+    connect(pNew, &C::signal_Failed, this,
+            [this, strTool](const QString& strReason) { Q_EMIT signal_ProcessFailed(strTool, strReason); });
+}
+
 void CCenterCtrl::slot_OpenMedianTool()
 {
-    m_pTools->median.Open(m_pView);
+    OpenTool(m_pTools->median);
 }
 
 void CCenterCtrl::slot_OpenSobelTool()
 {
-    m_pTools->sobel.Open(m_pView);
+    OpenTool(m_pTools->sobel);
 }
 
 void CCenterCtrl::slot_OpenOCRTool()
 {
-    m_pTools->ocr.Open(m_pView);
+    OpenTool(m_pTools->ocr);
 }
 
 CImageViewerCtrl* CCenterCtrl::FindByViewID(int nViewID) const

@@ -91,6 +91,15 @@ public:
     void RegisterGeometryAction(const QString& strName, const QIcon& icon,
                                 std::function<void(int, unsigned int)> func);
 
+Q_SIGNALS:
+    /// @{
+    /// Of the processing tools that the centre has made, by the title of their dialog: a run begins (the
+    /// thread is busy until it ends), is over, could not be done and why.
+    void signal_ProcessStarted(const QString& strTool);
+    void signal_ProcessEnded(const QString& strTool);
+    void signal_ProcessFailed(const QString& strTool, const QString& strReason);
+    /// @}
+
 public Q_SLOTS:
     /// @{
     /// One viewer, two side by side, four in two rows.
@@ -119,6 +128,8 @@ private:
     void CreateViewer(int nIndex, CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                       CStatusBarDockView* pStatusBarDockView);
     void ConnectCentre();
+    /// Shows a tool and relays its signals.
+    template <class Tool> void OpenTool(Tool& tool);
     int CellCount() const;
     SMVCItem FindByName(const QString& strName, int nCount) const;
     CImageViewerCtrl* FindByViewID(int nViewID) const;

@@ -245,6 +245,11 @@ void CImageViewer::SetImageView(QWidget* pView2D, QWidget* pView3D, CStatusBarVi
     slot_ChangeViewType();
 }
 
+bool CImageViewer::Is3DShown() const
+{
+    return m_pView3D && !m_pView3D->isHidden();
+}
+
 unsigned int CImageViewer::GetCurrentImageUID() const
 {
     const auto* pView = dynamic_cast<const CImageView2D*>(m_pView2D.data());

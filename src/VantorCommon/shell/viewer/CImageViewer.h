@@ -56,6 +56,8 @@ public:
 
     /// The identifier given at construction.
     int GetViewID() const { return m_nViewID; }
+    /// Whether the 3D view is the one that is shown, or would be if the viewer were.
+    bool Is3DShown() const;
     /// Identifier of the image shown, 0xFFFFFFFF without one.
     unsigned int GetCurrentImageUID() const;
     /// The annotations, newest first; empty without a 2D view.

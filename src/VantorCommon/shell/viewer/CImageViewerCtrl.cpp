@@ -19,6 +19,7 @@
 #include <VantorCommon/view3d/CImageView3DModel.h>
 #include <VantorCommon/view3d/CImageView3DNotSupported.h>
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QIcon>
 #include <QOpenGLContext>
@@ -79,6 +80,20 @@ void CImageViewerCtrl::Create2D(CToolBoxDockView* pToolBoxDockView, CPropertyDoc
                                                    m_pView2D, pToolBoxDockView, pPropertyDockView,
                                                    pStatusBarDockView);
     m_pView2D->installEventFilter(this);
+    connect(m_pCtrl2D.get(), &CImageView2DCtrl::signal_ChangeProgressMaxRange, this,
+            &CImageViewerCtrl::slot_ChangeProgressMaxRange);
+    connect(m_pCtrl2D.get(), &CImageView2DCtrl::signal_ChangeProgressValue, this, [this](int nValue) {
+        slot_ChangeProgressValue(nValue);
+        PaintStatusBar();
+    });
+}
+
+void CImageViewerCtrl::PaintStatusBar()
+{
+    if (!m_pStatusBarView || !m_pStatusBarView->isVisible())
+        return;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    m_pStatusBarView->repaint();
 }
 
 QWidget* CImageViewerCtrl::Create3D(CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,

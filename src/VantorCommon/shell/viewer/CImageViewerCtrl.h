@@ -58,6 +58,8 @@ public:
     bool Redo() override;
     /// @}
 
+    /// The controller of the 2D view, owned by this one; never null.
+    CImageView2DCtrl* Get2DCtrl() const { return m_pCtrl2D.get(); }
     /// Shows the images of a file in place of the list; annotations go. What cannot be loaded is logged and
     /// changes nothing. See CImageView2DCtrl for this and the next two.
     void LoadFile(const QString& strPath);
@@ -89,8 +91,8 @@ public:
 
 public Q_SLOTS:
     /// @{
-    /// The progress of the 3D build. The bar is shown while the value lies strictly between 0 and the
-    /// maximum.
+    /// The progress of the 3D build and of the pages of a document. The bar is shown while the value lies
+    /// strictly between 0 and the maximum.
     void slot_ChangeProgressMaxRange(int nMaxRange);
     void slot_ChangeProgressValue(int nValue);
     /// @}
@@ -107,6 +109,8 @@ private:
                       CStatusBarDockView* pStatusBarDockView);
     void ConnectButtons();
     void ConnectModels();
+    /// Shows what the status bar has to show although the thread does not return to its events.
+    void PaintStatusBar();
     /// Progress is shown while it lies strictly between 0 and its maximum.
     void UpdateStatusBar();
 
