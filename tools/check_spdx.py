@@ -37,6 +37,9 @@ TABLE_LICENCES = {
 
 
 def files():
+    if not (ROOT / ".git").exists():  # an archive of the sources
+        paths = (path.relative_to(ROOT) for path in ROOT.rglob("*") if path.is_file())
+        return sorted(str(path) for path in paths if path.parts[0] != "build" and "__pycache__" not in path.parts)
     out = subprocess.run(["git", "-C", ROOT, "ls-files", "-z", "--cached", "--others", "--exclude-standard"],
                          check=True, capture_output=True, text=True).stdout
     return sorted(name for name in out.split("\0") if name and (ROOT / name).is_file())
