@@ -5,20 +5,30 @@
 #include <QMainWindow>
 #include <QString>
 #include <memory>
+#include <vector>
 
+class CActionTable;
 class CCenterCtrl;
 class CCenterModel;
 class CCenterView;
 class CImageView3DEarth;
-class CImageViewerCtrl;
+class CMessageBar;
 class CPropertyDockView;
+class CRecentFiles;
 class CSettingCtrl;
 class CSettingDlg;
 class CStatusBarDockView;
+class CTheme;
 class CToolBoxDockView;
+class CViewers;
+class QAction;
 class QDockWidget;
+class QMenu;
+struct SLogMessage;
 
-/// The example host: the centre, its three docks, the log, the settings and the menus that reach them.
+/// The example host: the centre, its three docks, the log, the settings, and the menus that reach them. What
+/// the library does without a word is told here: failures in a bar inside the window, long work in the status
+/// bar.
 class CMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -28,27 +38,64 @@ public:
     ~CMainWindow() override;
 
     /// Opens each file in a viewer of its own as long as there are four; further ones are appended to them.
-    /// What cannot be opened is named on standard error with the reason.
+    /// For two files or more the layout shows as many viewers. What cannot be opened is told in the window
+    /// and on standard error.
     /// @return how many could be opened
     int OpenFiles(const QStringList& lstFiles);
 
+    /// @param strLayout  "1x1", "2x1" or "2x2"
+    /// @return false for anything else, which changes nothing
+    bool ChangeLayout(const QString& strLayout);
+
+protected:
+    void closeEvent(QCloseEvent* pEvent) override;
+
 private:
     void CreateDocks();
+    QDockWidget* AddDock(const char* pName, const QString& strTitle, QWidget* pWidget,
+                         Qt::DockWidgetArea eArea);
     void CreateMenus();
-    QDockWidget* AddDock(const QString& strTitle, QWidget* pWidget, Qt::DockWidgetArea eArea);
-    bool OpenIn(CImageViewerCtrl& viewer, const QString& strFile);
+    void CreateFileMenu();
+    void CreateEditMenu();
+    void CreateViewMenu();
+    void CreateLayoutEntries(QMenu* pMenu);
+    void CreateAppearanceMenu(QMenu* pParent);
+    void CreateToolsMenu();
+    void CreateDrawingMenu(QMenu* pParent);
+    void CreateSettingsMenu();
+    void CreateHelpMenu();
+    void CreateToolBar();
+    void ConnectMessages();
+    void TellLog(const SLogMessage& sMessage);
+    void ShowWork(const QString& strTool);
+    void EndWork();
+    void CheckFolders();
+    void RestoreState();
+    void StoreState();
+    QString Layout() const;
+    bool OpenIn(std::size_t nViewer, const QString& strFile);
+    void OpenInActive(const QString& strFile);
     void CloseImage();
+    void Undo(bool bUndo);
     void ShowSettings();
     void ShowGlobe();
+    void ShowShortcuts();
     void About();
 
     CSettingDlg* m_pSettingDlg = nullptr;
     CImageView3DEarth* m_pGlobe = nullptr; ///< made when it is asked for
     std::unique_ptr<CSettingCtrl> m_pSettingCtrl;
+    std::unique_ptr<CTheme> m_pTheme;
     CToolBoxDockView* m_pToolBox = nullptr;
     CPropertyDockView* m_pProperties = nullptr;
     CStatusBarDockView* m_pStatus = nullptr;
     std::unique_ptr<CCenterModel> m_pModel;
     CCenterView* m_pView = nullptr;
+    CMessageBar* m_pMessages = nullptr;
     std::unique_ptr<CCenterCtrl> m_pCtrl;
+    std::unique_ptr<CViewers> m_pViewers;
+    CActionTable* m_pActions = nullptr;
+    std::vector<QAction*> m_vctToolBar; ///< those of the menus that the tool bar shows, too
+    CRecentFiles* m_pRecent = nullptr;
+    bool m_bPasteUseful = true; ///< what the clipboard held when the menu was opened last
 };

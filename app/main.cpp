@@ -1,16 +1,29 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 #include "CMainWindow.h"
+#include "CommandLine.h"
+
+#include <VantorCommon/settings/CSettingManager.h>
+#include <VantorCommon/settings/CSettingModel.h>
 
 #include <QApplication>
-#include <QCommandLineParser>
+#include <QDir>
 #include <QEvent>
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QSignalBlocker>
 #include <QTimer>
+#include <QTranslator>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
+#include <memory>
 
 namespace
 {
+enum EExit : int { EExit_OK = 0, EExit_Failure = 1, EExit_Usage = 2 };
+
 /// Runs a function once, as soon as the window has painted and the events of its start are through.
 class CFirstPaint : public QObject
 {
@@ -34,38 +47,102 @@ private:
     std::function<void()> m_func;
 };
 
+int Complain(const QString& strText, EExit eExit)
+{
+    std::fprintf(stderr, "vantor-viewer: %s\n", qPrintable(strText));
+    return eExit;
+}
+
 int SaveScreenshot(CMainWindow& window, const QString& strPath)
 {
     if (window.grab().save(strPath))
-        return 0;
-    std::fprintf(stderr, "vantor-viewer: cannot write %s\n", qPrintable(strPath));
-    return 1;
+        return EExit_OK;
+    return Complain(SCommandLine::tr("cannot write %1").arg(strPath), EExit_Failure);
+}
+
+void InstallTranslations()
+{
+    auto* pOwn = new QTranslator(QCoreApplication::instance());
+    if (pOwn->load(QLocale(), QStringLiteral("vantor-viewer"), QStringLiteral("_"),
+                   QStringLiteral(":/app/translations")))
+        QCoreApplication::installTranslator(pOwn);
+    auto* pQt = new QTranslator(QCoreApplication::instance());
+    if (pQt->load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                  QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(pQt);
+}
+
+/// Qt cannot go on without a display: its word, and an exit in place of a core file.
+void ExitOnFatal(QtMsgType eType, const QMessageLogContext&, const QString& strText)
+{
+    std::fprintf(stderr, "vantor-viewer: %s\n", qPrintable(strText));
+    if (eType == QtFatalMsg)
+        std::_Exit(EExit_Failure);
+}
+
+/// --help, --version and complaints need no display.
+/// @return an exit status, or -1 to go on
+int Answer(int argc, char* argv[])
+{
+    const QCoreApplication app(argc, argv);
+    InstallTranslations();
+    const SCommandLine line = SCommandLine::Parse(QCoreApplication::arguments());
+    if (line.bHelp)
+        std::fputs(qPrintable(line.strHelp), stdout);
+    else if (line.bVersion)
+        std::puts("vantor-viewer " VANTOR_VERSION);
+    else if (!line.strError.isEmpty())
+        return Complain(line.strError + QLatin1Char('\n') + SCommandLine::tr("Try 'vantor-viewer --help'."),
+                        EExit_Usage);
+    else
+        return -1;
+    return EExit_OK;
+}
+
+/// For this run only: not stored, and above what is stored.
+void UseFolder(const char* pKey, const QString& strFolder)
+{
+    if (strFolder.isEmpty())
+        return;
+    QDir().mkpath(strFolder);
+    const QSignalBlocker blocker(CSettingModel::GetInstance());
+    CSettingManager::Set(QLatin1String(pKey), QDir(strFolder).absolutePath());
+}
+
+int Show(const SCommandLine& line)
+{
+    UseFolder("GENERAL_PROGRAM_CONFIG_DIR", line.strConfigDir);
+    CMainWindow window;
+    UseFolder("GENERAL_LOG_DIR", line.strLogDir);
+    window.show();
+    const bool bNothingOpened = window.OpenFiles(line.lstFiles) == 0 && !line.lstFiles.isEmpty();
+    window.ChangeLayout(line.strLayout);
+    if (!line.strScreenshot.isEmpty()) {
+        // Nobody would see what the window tells.
+        if (bNothingOpened)
+            return EExit_Failure;
+        new CFirstPaint(window, [&] { QApplication::exit(SaveScreenshot(window, line.strScreenshot)); });
+    }
+    return QApplication::exec();
 }
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("vantor-viewer"));
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Shows, annotates and processes images."));
-    parser.addHelpOption();
-    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
-                                        QStringLiteral("Write a picture of the main window and quit."),
-                                        QStringLiteral("file"));
-    parser.addOption(screenshot);
-    parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Images and PDF documents."),
-                                 QStringLiteral("[files...]"));
-    parser.process(app);
+    QCoreApplication::setApplicationName(QStringLiteral("vantor-viewer"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VANTOR_VERSION));
+    const int nAnswer = Answer(argc, argv);
+    if (nAnswer >= 0)
+        return nAnswer;
 
-    CMainWindow window;
-    window.show();
-    const QStringList lstFiles = parser.positionalArguments();
-    const bool bNothingOpened = window.OpenFiles(lstFiles) == 0 && !lstFiles.isEmpty();
-    if (bNothingOpened)
-        return 1;
-    if (parser.isSet(screenshot))
-        new CFirstPaint(window,
-                        [&] { QApplication::exit(SaveScreenshot(window, parser.value(screenshot))); });
-    return QApplication::exec();
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    qInstallMessageHandler(ExitOnFatal);
+    QApplication app(argc, argv);
+    qInstallMessageHandler(nullptr);
+    QGuiApplication::setDesktopFileName(QStringLiteral("vantor-viewer"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/app/icons/vantor-viewer-64.png")));
+    InstallTranslations();
+    return Show(SCommandLine::Parse(QCoreApplication::arguments()));
 }

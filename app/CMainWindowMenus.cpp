@@ -1,0 +1,295 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// The menus and the tool bar of CMainWindow.
+#include "CActionTable.h"
+#include "CMainWindow.h"
+#include "CRecentFiles.h"
+#include "CTheme.h"
+#include "HostSettings.h"
+#include "Viewers.h"
+
+#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
+#include <VantorCommon/settings/CSettingManager.h>
+#include <VantorCommon/shell/center/CCenterCtrl.h>
+#include <VantorCommon/shell/viewer/CImageViewer.h>
+#include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
+#include <VantorCommon/view2d/CImageView2D.h>
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
+
+#include <QAction>
+#include <QActionGroup>
+#include <QClipboard>
+#include <QDockWidget>
+#include <QGuiApplication>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QToolBar>
+#include <algorithm>
+
+namespace
+{
+constexpr int kToolIconSize = 24;
+
+QIcon HostIcon(const char* pName)
+{
+    return QIcon(QStringLiteral(":/app/Image/%1.png").arg(QLatin1String(pName)));
+}
+
+QIcon LibraryIcon(const char* pName)
+{
+    return QIcon(QStringLiteral(":/Image/%1.png").arg(QLatin1String(pName)));
+}
+
+/// The platform's keys for a purpose, or one of ours where it has none.
+QList<QKeySequence> Keys(QKeySequence::StandardKey eStandard, const char* pElse = "")
+{
+    const QList<QKeySequence> lstKeys = QKeySequence::keyBindings(eStandard);
+    return lstKeys.isEmpty() ? QList<QKeySequence>{QKeySequence(QLatin1String(pElse))} : lstKeys;
+}
+
+QList<QKeySequence> Key(const char* pKey)
+{
+    return {QKeySequence(QLatin1String(pKey))};
+}
+
+bool HasSelection(const SViewer& viewer)
+{
+    const auto objects = viewer.pCtrl->Get2DDrawableObjects();
+    return std::any_of(objects.begin(), objects.end(),
+                       [](const auto& pObject) { return pObject->GetSelected(); });
+}
+
+/// Whether the 2D view would paste something.
+bool CanPaste()
+{
+    const QMimeData* pData = QGuiApplication::clipboard()->mimeData();
+    return pData && (pData->hasUrls() || (pData->hasImage() && !pData->hasText()));
+}
+
+bool HasNeighbour(const SViewer& viewer, int nStep)
+{
+    const CImageView2DModel* pModel = viewer.Ctrl2D()->GetImageModel();
+    const int nIndex = pModel->GetCurrentIndex() + nStep;
+    return nIndex >= 0 && nIndex < pModel->GetImageCount();
+}
+} // namespace
+
+void CMainWindow::CreateMenus()
+{
+    CreateFileMenu();
+    CreateEditMenu();
+    CreateViewMenu();
+    CreateToolsMenu();
+    CreateSettingsMenu();
+    CreateHelpMenu();
+    for (const QAction* pTop : menuBar()->actions())
+        m_pActions->Watch(pTop->menu());
+}
+
+void CMainWindow::CreateFileMenu()
+{
+    const auto ctrl = [this] { return m_pViewers->Active().Ctrl2D(); };
+    const auto hasImage = [this] { return m_pViewers->Active().HasImage(); };
+    QMenu* pFile = menuBar()->addMenu(tr("&File"));
+    m_vctToolBar.push_back(
+        m_pActions->Add(pFile, {tr("&Open..."), LibraryIcon("open-folder"), Keys(QKeySequence::Open)},
+                        [ctrl] { ctrl()->slot_LoadFile(); }));
+    m_pActions->Add(pFile, {tr("&Add Images..."), HostIcon("image-add"), Key("Ctrl+Shift+O")},
+                    [ctrl] { ctrl()->slot_AddImage(); });
+    QMenu* pRecent = pFile->addMenu(HostIcon("recent"), tr("Open &Recent"));
+    m_pRecent = new CRecentFiles(pRecent, [this](const QString& strFile) { OpenInActive(strFile); });
+    connect(pFile, &QMenu::aboutToShow, this,
+            [this, pRecent] { pRecent->setEnabled(!m_pRecent->Files().isEmpty()); });
+    m_vctToolBar.push_back(m_pActions->Add(
+        pFile, {tr("&Save As..."), LibraryIcon("save_file"), Keys(QKeySequence::SaveAs, "Ctrl+Shift+S")},
+        [ctrl] { ctrl()->slot_SaveImage(); }, hasImage));
+    pFile->addSeparator();
+    m_pActions->Add(
+        pFile, {tr("&Close Image"), LibraryIcon("close"), Keys(QKeySequence::Close)},
+        [this] { CloseImage(); }, hasImage);
+    m_pActions->Add(
+        pFile, {tr("Close A&ll Images"), LibraryIcon("clear"), Key("Ctrl+Shift+W")},
+        [ctrl] { ctrl()->slot_ClearImage(); }, hasImage);
+    pFile->addSeparator();
+    m_pActions->Add(pFile, {tr("&Quit"), HostIcon("quit"), Keys(QKeySequence::Quit, "Ctrl+Q")},
+                    [this] { close(); });
+}
+
+void CMainWindow::CreateEditMenu()
+{
+    const auto ctrl = [this] { return m_pViewers->Active().Ctrl2D(); };
+    const auto hasImage = [this] { return m_pViewers->Active().HasImage(); };
+    const auto is2D = [this] { return !m_pViewers->Active().pView->Is3DShown(); };
+    QMenu* pEdit = menuBar()->addMenu(tr("&Edit"));
+    // Before the table looks. Asking at other times would wait for whoever owns the clipboard.
+    connect(pEdit, &QMenu::aboutToShow, this, [this] { m_bPasteUseful = CanPaste(); });
+    connect(
+        pEdit, &QMenu::aboutToHide, this, [this] { m_bPasteUseful = true; }, Qt::QueuedConnection);
+    m_vctToolBar.push_back(m_pActions->Add(
+        pEdit, {tr("&Undo"), HostIcon("undo"), Keys(QKeySequence::Undo)}, [this] { Undo(true); },
+        [ctrl, is2D] { return is2D() && ctrl()->CanUndo(); }));
+    m_vctToolBar.push_back(m_pActions->Add(
+        pEdit, {tr("&Redo"), HostIcon("redo"), Keys(QKeySequence::Redo)}, [this] { Undo(false); },
+        [ctrl, is2D] { return is2D() && ctrl()->CanRedo(); }));
+    pEdit->addSeparator();
+    m_vctToolBar.push_back(m_pActions->Add(
+        pEdit, {tr("&Copy"), LibraryIcon("copy"), Keys(QKeySequence::Copy)}, [ctrl] { ctrl()->slot_Copy(); },
+        hasImage));
+    m_vctToolBar.push_back(m_pActions->Add(
+        pEdit, {tr("&Paste"), LibraryIcon("paste"), Keys(QKeySequence::Paste)},
+        [ctrl] { ctrl()->slot_Paste(); }, [this] { return m_bPasteUseful; }));
+    m_pActions->Add(
+        pEdit, {tr("&Delete"), HostIcon("delete"), Keys(QKeySequence::Delete)},
+        [ctrl] { ctrl()->DeleteSelectedObjects(); }, [this] { return HasSelection(m_pViewers->Active()); });
+    pEdit->addSeparator();
+    m_pActions->Add(
+        pEdit, {tr("Rotate &Left"), LibraryIcon("rotate-left"), Key("Ctrl+L")},
+        [ctrl] { ctrl()->slot_RotateLeft(); }, hasImage);
+    m_pActions->Add(
+        pEdit, {tr("Rotate Ri&ght"), LibraryIcon("rotate-right"), Key("Ctrl+R")},
+        [ctrl] { ctrl()->slot_RotateRight(); }, hasImage);
+}
+
+void CMainWindow::CreateLayoutEntries(QMenu* pMenu)
+{
+    const auto add = [&](const QString& strText, const char* pIcon, const char* pKey, const char* pLayout) {
+        const QString strLayout = QLatin1String(pLayout);
+        m_vctToolBar.push_back(m_pActions->Add(
+            pMenu, {strText, HostIcon(pIcon), Key(pKey)}, [this, strLayout] { ChangeLayout(strLayout); }, {},
+            [this, strLayout] { return Layout() == strLayout; }));
+    };
+    add(tr("&One Viewer (1x1)"), "layout-1x1", "Ctrl+1", "1x1");
+    add(tr("&Two Viewers (2x1)"), "layout-2x1", "Ctrl+2", "2x1");
+    add(tr("&Four Viewers (2x2)"), "layout-2x2", "Ctrl+4", "2x2");
+}
+
+void CMainWindow::CreateViewMenu()
+{
+    const auto viewer = [this] { return m_pViewers->Active(); };
+    const auto ctrl = [this] { return m_pViewers->Active().Ctrl2D(); };
+    const auto shows2D = [viewer] { return viewer().HasImage() && !viewer().pView->Is3DShown(); };
+    QMenu* pView = menuBar()->addMenu(tr("&View"));
+    CreateLayoutEntries(pView);
+    pView->addSeparator();
+    m_vctToolBar.push_back(m_pActions->Add(
+        pView, {tr("Fit to &Window"), LibraryIcon("zoomfit"), Key("Ctrl+0")},
+        [viewer] { viewer().View2D()->slot_ZoomFit(); }, shows2D));
+    m_pActions->Add(
+        pView, {tr("&Go To..."), LibraryIcon("search"), Key("Ctrl+G")},
+        [viewer] { viewer().View2D()->slot_Goto(); }, shows2D);
+    m_pActions->Add(
+        pView, {tr("&Previous Image"), LibraryIcon("previous"), Key("Ctrl+PgUp")},
+        [ctrl] { ctrl()->slot_Previous(); }, [viewer] { return HasNeighbour(viewer(), -1); });
+    m_pActions->Add(
+        pView, {tr("&Next Image"), LibraryIcon("next"), Key("Ctrl+PgDown")}, [ctrl] { ctrl()->slot_Next(); },
+        [viewer] { return HasNeighbour(viewer(), 1); });
+    pView->addSeparator();
+    const auto show3D = [this](bool b3D) {
+        CImageViewer* pViewer = m_pViewers->Active().pView;
+        b3D ? pViewer->slot_Press3D() : pViewer->slot_Press2D();
+        m_pViewers->FocusActive();
+    };
+    m_pActions->Add(
+        pView, {tr("&2D View"), LibraryIcon("2D"), Key("F2")}, [show3D] { show3D(false); }, {},
+        [viewer] { return !viewer().pView->Is3DShown(); });
+    m_pActions->Add(
+        pView, {tr("&3D View"), LibraryIcon("3D"), Key("F3")}, [show3D] { show3D(true); }, {},
+        [viewer] { return viewer().pView->Is3DShown(); });
+    pView->addSeparator();
+    QMenu* pDocks = pView->addMenu(HostIcon("dock"), tr("&Docks"));
+    for (QDockWidget* pDock : findChildren<QDockWidget*>())
+        pDocks->addAction(pDock->toggleViewAction());
+    CreateAppearanceMenu(pView);
+}
+
+void CMainWindow::CreateAppearanceMenu(QMenu* pParent)
+{
+    QMenu* pMenu = pParent->addMenu(HostIcon("dark-light"), tr("&Appearance"));
+    const auto add = [&](const QString& strText, CTheme::EScheme eScheme) {
+        m_pActions->Add(
+            pMenu, {strText, QIcon(), {}},
+            [this, eScheme] {
+                m_pTheme->SetScheme(eScheme);
+                CSettingManager::Set(HostSettings::kScheme, static_cast<int>(eScheme));
+            },
+            {}, [this, eScheme] { return m_pTheme->GetScheme() == eScheme; });
+    };
+    add(tr("As the &Desktop"), CTheme::EScheme_Desktop);
+    add(tr("&Light"), CTheme::EScheme_Light);
+    add(tr("Dar&k"), CTheme::EScheme_Dark);
+}
+
+void CMainWindow::CreateToolsMenu()
+{
+    QMenu* pTools = menuBar()->addMenu(tr("&Tools"));
+    m_vctToolBar.push_back(m_pActions->Add(pTools,
+                                           {tr("&Median Filter..."), HostIcon("median"), Key("Ctrl+M")},
+                                           [this] { m_pCtrl->slot_OpenMedianTool(); }));
+    m_vctToolBar.push_back(m_pActions->Add(pTools, {tr("&Sobel Filter..."), HostIcon("sobel"), Key("Ctrl+E")},
+                                           [this] { m_pCtrl->slot_OpenSobelTool(); }));
+    m_vctToolBar.push_back(m_pActions->Add(pTools, {tr("&OCR..."), HostIcon("ocr"), Key("Ctrl+T")},
+                                           [this] { m_pCtrl->slot_OpenOCRTool(); }));
+    pTools->addSeparator();
+    CreateDrawingMenu(pTools);
+    m_vctToolBar.push_back(
+        m_pActions->Add(pTools, {tr("&Capture the Screen"), LibraryIcon("capture"), Key("Ctrl+Shift+C")},
+                        [this] { m_pViewers->Active().Ctrl2D()->slot_OpenSnipTool(); }));
+    pTools->addSeparator();
+    m_vctToolBar.push_back(
+        m_pActions->Add(pTools, {tr("&Globe"), HostIcon("globe"), {}}, [this] { ShowGlobe(); }));
+}
+
+/// The modes of the mouse, which all viewers share.
+void CMainWindow::CreateDrawingMenu(QMenu* pParent)
+{
+    using C = CImageView2DCtrl;
+    const auto add = [this](QMenu* pMenu, const SActionFace& face, void (C::*pSlot)()) {
+        m_pActions->Add(pMenu, face, [this, pSlot] {
+            (m_pViewers->Active().Ctrl2D()->*pSlot)();
+            m_pViewers->FocusActive();
+        });
+    };
+    add(pParent, {tr("S&elect"), LibraryIcon("selection"), Key("Ctrl+Shift+E")}, &C::slot_ChangeSelectMode);
+    add(pParent, {tr("&Pan"), LibraryIcon("move"), Key("Ctrl+Shift+M")}, &C::slot_ChangePanningMode);
+    add(pParent, {tr("&Ruler"), LibraryIcon("ruler"), Key("Ctrl+Shift+R")}, &C::slot_DrawRuler);
+    QMenu* pShapes = pParent->addMenu(tr("&Draw"));
+    add(pShapes, {tr("&Rectangle"), QIcon(), {}}, &C::slot_SelectROIRectangle);
+    add(pShapes, {tr("&Ellipse"), QIcon(), {}}, &C::slot_SelectROIEllipse);
+    add(pShapes, {tr("&Circle"), QIcon(), {}}, &C::slot_SelectROICircle);
+    add(pShapes, {tr("&Polygon"), QIcon(), {}}, &C::slot_SelectROIPolygon);
+}
+
+void CMainWindow::CreateSettingsMenu()
+{
+    QMenu* pSettings = menuBar()->addMenu(tr("&Settings"));
+    m_pActions->Add(pSettings,
+                    {tr("&Preferences..."), HostIcon("settings"), Keys(QKeySequence::Preferences, "Ctrl+,")},
+                    [this] { ShowSettings(); });
+}
+
+void CMainWindow::CreateHelpMenu()
+{
+    QMenu* pHelp = menuBar()->addMenu(tr("&Help"));
+    m_pActions->Add(pHelp, {tr("&Shortcuts"), HostIcon("shortcuts"), Keys(QKeySequence::HelpContents, "F1")},
+                    [this] { ShowShortcuts(); });
+    m_pActions->Add(pHelp, {tr("&About Vantor"), HostIcon("about"), {}}, [this] { About(); });
+}
+
+/// What is used most, by the icons of the menus. A tool bar's buttons never take the focus.
+void CMainWindow::CreateToolBar()
+{
+    QToolBar* pBar = addToolBar(tr("Tool Bar"));
+    pBar->setObjectName(QStringLiteral("ToolBar"));
+    pBar->setIconSize(QSize(kToolIconSize, kToolIconSize));
+    const QWidget* pMenu = nullptr;
+    for (QAction* pAction : m_vctToolBar) {
+        const QWidget* pOwner = pAction->associatedWidgets().constFirst();
+        if (pMenu && pOwner != pMenu)
+            pBar->addSeparator();
+        pMenu = pOwner;
+        pBar->addAction(pAction);
+    }
+}

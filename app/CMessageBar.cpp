@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include "CMessageBar.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QToolButton>
+#include <algorithm>
+
+namespace
+{
+constexpr int kIconSize = 24;
+constexpr int kMargin = 6;
+constexpr int kMaxShown = 3;   // messages; the others are in the log
+constexpr int kMaxRecent = 50; // messages whose line in the log may still come
+} // namespace
+
+CMessageBar::CMessageBar(QWidget* pParent) : QFrame(pParent)
+{
+    setFrameShape(QFrame::StyledPanel);
+    setAccessibleName(tr("Messages"));
+    auto* pIcon = new QLabel(this);
+    pIcon->setPixmap(QIcon(QStringLiteral(":/app/Image/warning.png")).pixmap(kIconSize, kIconSize));
+    pIcon->setAccessibleName(tr("Warning"));
+    m_pText = new QLabel(this);
+    m_pText->setTextFormat(Qt::PlainText);
+    m_pText->setWordWrap(true);
+    // By mouse only: the label never takes the keyboard from a viewer.
+    m_pText->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* pClose = new QToolButton(this);
+    pClose->setIcon(QIcon(QStringLiteral(":/Image/close.png")));
+    pClose->setAutoRaise(true);
+    pClose->setFocusPolicy(Qt::TabFocus);
+    pClose->setToolTip(tr("Close the message"));
+    pClose->setAccessibleName(pClose->toolTip());
+    connect(pClose, &QToolButton::clicked, this, &CMessageBar::Dismiss);
+
+    auto* pLayout = new QHBoxLayout(this);
+    pLayout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    pLayout->addWidget(pIcon, 0, Qt::AlignTop);
+    pLayout->addWidget(m_pText, 1);
+    pLayout->addWidget(pClose, 0, Qt::AlignTop);
+    hide();
+}
+
+void CMessageBar::Tell(const QString& strMessage)
+{
+    if (strMessage.isEmpty())
+        return;
+    m_lstRecent.append(strMessage);
+    if (m_lstRecent.size() > kMaxRecent)
+        m_lstRecent.removeFirst();
+    m_lstMessages.removeAll(strMessage);
+    m_lstMessages.append(strMessage);
+    ShowMessages();
+}
+
+void CMessageBar::TellLogLine(const QString& strLine)
+{
+    const bool bTold = std::any_of(m_lstRecent.cbegin(), m_lstRecent.cend(),
+                                   [&](const QString& strTold) { return strTold.startsWith(strLine); });
+    if (!bTold)
+        Tell(strLine);
+}
+
+void CMessageBar::ShowMessages()
+{
+    const int nHidden = std::max(0, m_lstMessages.size() - kMaxShown);
+    QString strText = m_lstMessages.mid(nHidden).join(QLatin1Char('\n'));
+    if (nHidden > 0)
+        strText += QLatin1Char('\n') + tr("%n more in the log.", nullptr, nHidden);
+    m_pText->setText(strText);
+    m_pText->setAccessibleName(strText);
+    show();
+    QAccessibleEvent alert(m_pText, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+void CMessageBar::Dismiss()
+{
+    m_lstMessages.clear();
+    hide();
+}

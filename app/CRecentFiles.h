@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <functional>
+
+class QMenu;
+
+/// The files opened lately, newest first, kept in the settings, and the menu that opens them again.
+class CRecentFiles : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kMaxFiles = 10;
+
+    /// @param pMenu  is filled each time it opens
+    /// @param open   opens a file
+    CRecentFiles(QMenu* pMenu, std::function<void(const QString&)> open);
+
+    /// Absolute paths.
+    QStringList Files() const;
+    void Add(const QString& strPath);
+    void Clear();
+
+private:
+    void Fill();
+    void Store(const QStringList& lstFiles);
+
+    QMenu* m_pMenu;
+    std::function<void(const QString&)> m_open;
+};

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QCoreApplication>
+#include <QString>
+#include <QStringList>
+
+/// What the user wants, from the command line.
+struct SCommandLine {
+    Q_DECLARE_TR_FUNCTIONS(SCommandLine)
+
+public:
+    QStringList lstFiles;
+    QString strLayout;     ///< "1x1", "2x1", "2x2", or empty
+    QString strScreenshot; ///< a file, or empty
+    QString strConfigDir;  ///< a folder, or empty
+    QString strLogDir;     ///< a folder, or empty
+    bool bHelp = false;
+    bool bVersion = false;
+    QString strError; ///< what is wrong with it, or empty
+    QString strHelp;  ///< the text for --help
+
+    /// Needs an application object, of any kind.
+    static SCommandLine Parse(const QStringList& lstArguments);
+};

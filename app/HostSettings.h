@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QString>
+
+/// The names of what the viewer keeps in the settings of the library.
+namespace HostSettings
+{
+const auto kGeometry = QStringLiteral("HOST_GEOMETRY"); ///< of the window, base64
+const auto kState = QStringLiteral("HOST_STATE");       ///< of its docks and tool bar, base64
+const auto kLayout = QStringLiteral("HOST_LAYOUT");     ///< "1x1", "2x1" or "2x2"
+const auto kRecentFiles = QStringLiteral("HOST_RECENT_FILES");
+const auto kScheme = QStringLiteral("HOST_SCHEME");                ///< a CTheme::EScheme
+const auto kDesktopScheme = QStringLiteral("HOST_DESKTOP_SCHEME"); ///< what the desktop preferred last
+const auto kLastStart = QStringLiteral("HOST_LAST_START");         ///< ISO date and time
+} // namespace HostSettings

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include "Viewers.h"
+
+#include <VantorCommon/shell/center/CCenterView.h>
+#include <VantorCommon/shell/mvc/CMVCManager.h>
+#include <VantorCommon/shell/viewer/CImageViewer.h>
+#include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
+#include <VantorCommon/view2d/CImageView2D.h>
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view3d/CImageView3D.h>
+
+#include <QApplication>
+#include <algorithm>
+
+CImageView2D* SViewer::View2D() const
+{
+    return pView->findChild<CImageView2D*>();
+}
+
+CImageView2DCtrl* SViewer::Ctrl2D() const
+{
+    return pCtrl->Get2DCtrl();
+}
+
+bool SViewer::HasImage() const
+{
+    return pCtrl->GetImage() != nullptr;
+}
+
+CViewers::CViewers(CCenterView* pCentre)
+{
+    for (CImageViewer* pView : pCentre->findChildren<CImageViewer*>()) {
+        const auto item = CMVCManager::FindFirst([&](const SMVC& mvc) { return mvc.pView == pView; });
+        if (auto* pCtrl = item ? dynamic_cast<CImageViewerCtrl*>(item->pCtrl) : nullptr)
+            m_vctViewers.push_back({pView, pCtrl});
+    }
+    std::sort(m_vctViewers.begin(), m_vctViewers.end(),
+              [](const SViewer& a, const SViewer& b) { return a.pView->GetViewID() < b.pView->GetViewID(); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* pNow) { FollowFocus(pNow); });
+}
+
+const SViewer& CViewers::Active() const
+{
+    const SViewer& active = m_vctViewers[m_nActive];
+    return active.pView->isHidden() ? m_vctViewers.front() : active;
+}
+
+void CViewers::FocusActive()
+{
+    const SViewer& viewer = Active();
+    QWidget* pView = viewer.View2D();
+    if (viewer.pView->Is3DShown())
+        pView = viewer.pView->findChild<CImageView3D*>();
+    if (pView)
+        pView->setFocus(Qt::OtherFocusReason);
+}
+
+void CViewers::FollowFocus(QWidget* pNow)
+{
+    for (std::size_t i = 0; i < m_vctViewers.size(); ++i)
+        if (m_vctViewers[i].pView == pNow || m_vctViewers[i].pView->isAncestorOf(pNow))
+            m_nActive = i;
+}
