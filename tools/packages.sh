@@ -8,6 +8,7 @@ run="libqt5widgets5 libqt5sql5-sqlite libgl1-mesa-dri fonts-liberation fonts-dej
 test="doxygen libopencv-imgproc-dev valgrind xclip xdotool mariadb-server libqt5sql5-mysql clang-14 libclang-rt-14-dev"
 test="libopencv-imgproc-dev valgrind xclip xdotool mariadb-server libqt5sql5-mysql clang-14 libclang-rt-14-dev"
 package="qttools5-dev dpkg-dev debhelper chrpath lintian desktop-file-utils mandoc"
+coverage="gcovr"
 bench="libbenchmark-dev libspdlog-dev libopencv-imgproc-dev libturbojpeg0-dev libpng-dev"
 
 wanted=""
