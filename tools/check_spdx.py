@@ -15,7 +15,7 @@ HEAD_LINES = 5
 CPP_HEAD = ["// SPDX-License-Identifier: MIT", "// Copyright (c) The Vantor authors"]
 CPP = (".cpp", ".h")
 # These carry the line; so does whatever begins with "#!".
-SOURCES = CPP + (".py", ".sh", ".cmake", ".in", ".qrc", ".ui", ".vert", ".frag", ".svg", ".ts", ".supp", ".1", ".desktop", ".xml",
+SOURCES = CPP + (".py", ".sh", ".cmake", ".in", ".qrc", ".ui", ".vert", ".frag", ".svg", ".supp", ".1", ".desktop", ".xml",
                  "CMakeLists.txt", ".clang-format", ".clang-tidy", ".editorconfig", ".gitignore", "tools/layers.txt")
 
 # The project's own files that have no place for a line, or whose every byte counts: MIT, see LICENSE.
@@ -25,6 +25,7 @@ REST = [
     "src/VantorCommon/resources/Files/database_sqlite.sql",     # runs as it is
     "src/VantorCommon/resources/Image/*.png",                   # drawn by tools/make_icons.py
     "src/VantorCommon/resources/OpenGL/8081_earthmap4k.jpg",    # drawn by tools/make_earth.py
+    "app/translations/*.ts",                                    # lupdate would drop a line
     "app/Image/*.png", "app/icons/*.png", "docs/pictures/*.png",
 ]
 
