@@ -7,7 +7,8 @@
 namespace Vantor::Geometry
 {
 
-/// An ordered list of geometries, usually points. It is a container, not a shape.
+/// An ordered list of geometries, usually points. It is a container, not a shape; one list is used
+/// by one thread at a time.
 class VANTOR_EXPORT CPointList
 {
 public:

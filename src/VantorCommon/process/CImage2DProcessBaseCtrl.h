@@ -29,8 +29,8 @@ class CGeometry;
 /// list of regions in step with the shapes of that viewer and times the runs.
 ///
 /// A run of a derived tool is: TakeSource, CopyOf, StartProcess, a call of the core library, ShowResult. A
-/// run that cannot be done ends without a word; GetFailureReason tells why. Dialog and viewer are not owned;
-/// the binding is dropped when the viewer dies. GUI thread only; a run blocks it.
+/// run that cannot be done ends early; signal_Failed and GetFailureReason tell why. Dialog and viewer are not
+/// owned; the binding is dropped when the viewer dies. GUI thread only; a run blocks it.
 class VANTORCOMMON_EXPORT CImage2DProcessBaseCtrl : public CBaseCtrl
 {
     Q_OBJECT

@@ -10,7 +10,7 @@
 
 /// Edits the first row of a parameter tree by a combo box of the keys of an enumeration, in the order of
 /// their declaration; the cell gets the key as text. Every other cell has no editor. The values run from 0
-/// without a gap. It has no state.
+/// without a gap. It has no state. GUI thread only.
 template <class Enum> class CImage2DProcessEnumDelegate : public QStyledItemDelegate
 {
 public:

@@ -76,7 +76,7 @@ Q_SIGNALS:
     void signal_MousePositionChanged(); ///< the mouse is over another point
     void signal_ChangeImageList();      ///< entries came, went or were replaced
     void signal_ChangeCurrentIndex();   ///< another entry was stepped to
-    void signal_ChangeCurrentImage();   ///< another image, or none, is current; sent after the others but one
+    void signal_ChangeCurrentImage();   ///< another image, or none, is current
 
 private:
     bool IsInRange(int nIndex) const;

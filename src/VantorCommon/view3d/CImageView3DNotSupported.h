@@ -6,7 +6,7 @@
 
 #include <QWidget>
 
-/// Stands in the place of the 3D view where it cannot be had: one label that says so.
+/// Stands in the place of the 3D view where it cannot be had: one label that says so. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView3DNotSupported : public QWidget
 {
 public:

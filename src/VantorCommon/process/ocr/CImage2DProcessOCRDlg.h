@@ -14,7 +14,7 @@ class QStandardItemModel;
 class QTextEdit;
 
 /// The dialog of the OCR tool: language, folder of the language data and resolution, and the text that was
-/// read. The model is not owned and may be null.
+/// read. The model is not owned and may be null. GUI thread only.
 class VANTORCOMMON_EXPORT CImage2DProcessOCRDlg : public CImage2DProcessBaseDlg
 {
     Q_OBJECT

@@ -7,7 +7,7 @@
 #include <QStyledItemDelegate>
 
 /// Edits the values of the OCR tool's parameter tree: the language by a combo box, the folder by a file
-/// dialog, the resolution by a spin box. Every other cell has no editor. It has no state.
+/// dialog, the resolution by a spin box. Every other cell has no editor. It has no state. GUI thread only.
 class VANTORCOMMON_EXPORT CImage2DProcessOCRDlgParameterDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

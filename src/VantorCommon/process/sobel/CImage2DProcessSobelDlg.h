@@ -12,7 +12,8 @@ class CImage2DProcessSobelModel;
 class QModelIndex;
 class QStandardItemModel;
 
-/// The dialog of the Sobel tool: one parameter, the type. The model is not owned and may be null.
+/// The dialog of the Sobel tool: one parameter, the type. The model is not owned and may be null. GUI thread
+/// only.
 class VANTORCOMMON_EXPORT CImage2DProcessSobelDlg : public CImage2DProcessBaseDlg
 {
     Q_OBJECT
