@@ -8,6 +8,10 @@ build=$(cd "${1:-$root/build/release}" && pwd)
 packages=$(dirname "$build")/packages
 version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build/CMakeCache.txt")
 
+if [ ! -f "$build/lib/designer/libvantor-designer.so" ]; then
+    echo "$build is not complete. First: cmake --preset release && cmake --build --preset release"
+    exit 1
+fi
 rm -rf "$packages"
 mkdir -p "$packages/vantor-$version"
 cp -r "$root/packaging/debian" "$packages/vantor-$version/debian"
