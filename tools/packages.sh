@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# packages.sh build|run|test|package|bench ... : installs the Debian packages of the named groups that are missing.
+# packages.sh build|run|test|coverage|package|bench ... : installs the Debian packages of the named groups that are missing.
 set -euo pipefail
 
 build="build-essential python3 cmake ninja-build pkg-config qtbase5-dev qttools5-dev libpoppler-qt5-dev libtiff-dev libgif-dev libhwy-dev libtesseract-dev libleptonica-dev"
