@@ -194,11 +194,11 @@ private Q_SLOTS:
     {
         CMessageBar bar(nullptr);
         for (int i = 0; i < 20; ++i)
-            bar.Tell(QStringLiteral("message %1").arg(QChar('A' + i)));
+            bar.Tell(QString(i + 1, QLatin1Char('x')));
         QStringList lstTexts;
         for (const QLabel* pLabel : bar.findChildren<QLabel*>())
             lstTexts.append(pLabel->text());
-        const QString strText = lstTexts.join(QChar(' '));
+        const QString strText = lstTexts.join(QLatin1Char(' '));
         QVERIFY2(strText.contains(QStringLiteral("17")), qUtf8Printable(strText));
         QFETCH(QString, language);
         QCOMPARE(strText.contains(QStringLiteral("more in the log")), language == QStringLiteral("en"));
