@@ -309,7 +309,7 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
     <message>
         <source>Zoom about the mouse</source>
-        <translation>Phóng to, thu nhỏ quanh con trỏ chuột</translation>
+        <translation>Thu phóng quanh con trỏ</translation>
     </message>
     <message>
         <source>Wheel</source>
@@ -325,11 +325,11 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
     <message>
         <source>Select, move or resize an annotation</source>
-        <translation>Chọn, di chuyển hoặc đổi cỡ chú thích</translation>
+        <translation>Chọn, dời, đổi cỡ chú thích</translation>
     </message>
     <message>
         <source>Click, drag it or a handle</source>
-        <translation>Nhấp, kéo chú thích hoặc điểm nắm</translation>
+        <translation>Nhấp, kéo nó hoặc điểm nắm</translation>
     </message>
     <message>
         <source>Delete the selected annotations</source>

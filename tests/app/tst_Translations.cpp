@@ -152,6 +152,16 @@ private Q_SLOTS:
                          qUtf8Printable(pDock->windowTitle()));
     }
 
+    void theToolBarsTipsShowNoMnemonics_data() { Languages(true); }
+    void theToolBarsTipsShowNoMnemonics()
+    {
+        const CMainWindow window;
+        for (const QAction* pAction : window.findChild<QToolBar*>(QStringLiteral("ToolBar"))->actions()) {
+            QVERIFY2(!HasTraceOfMnemonic(pAction->toolTip()), qUtf8Printable(pAction->toolTip()));
+            QVERIFY2(!HasTraceOfMnemonic(pAction->iconText()), qUtf8Printable(pAction->iconText()));
+        }
+    }
+
     void theListOfShortcutsShowsWholeTextsWithoutMnemonics_data() { Languages(true); }
     void theListOfShortcutsShowsWholeTextsWithoutMnemonics()
     {
@@ -169,6 +179,10 @@ private Q_SLOTS:
         for (int i = 0; i < pMenus->childCount(); ++i)
             QVERIFY2(!HasTraceOfMnemonic(pMenus->child(i)->text(0)),
                      qUtf8Printable(pMenus->child(i)->text(0)));
+        for (int i = 0; i < pTree->columnCount(); ++i) {
+            const int nWanted = static_cast<const QAbstractItemView*>(pTree)->sizeHintForColumn(i);
+            QVERIFY2(nWanted <= pTree->columnWidth(i), qPrintable(QString::number(nWanted)));
+        }
         QVERIFY(pTree->header()->length() <= pTree->viewport()->width());
     }
 
