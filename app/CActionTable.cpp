@@ -25,6 +25,16 @@ bool IsOfUser(QEvent::Type eType)
     return eType == QEvent::MouseButtonRelease || eType == QEvent::KeyRelease || eType == QEvent::FocusIn ||
            eType == QEvent::Drop;
 }
+
+QString WithoutMnemonic(const QString& strText)
+{
+    QString strPlain = strText;
+    // In Korean the letter stands behind the text: "열기(&O)".
+    const int nBracket = strPlain.indexOf(QLatin1String("(&"));
+    if (nBracket >= 0)
+        strPlain.remove(nBracket, 4);
+    return strPlain.remove(QLatin1Char('&')).remove(QStringLiteral("..."));
+}
 } // namespace
 
 CActionTable::CActionTable(QObject* pParent) : QObject(pParent), m_pUpdateLater(new QTimer(this))
@@ -38,6 +48,9 @@ QAction* CActionTable::Add(QMenu* pMenu, const SActionFace& face, const std::fun
                            const Condition& isUseful, const Condition& isChecked)
 {
     QAction* pAction = pMenu->addAction(face.icon, face.strText);
+    // For the tool bar: Qt's own would leave the letter of "열기(&O)".
+    pAction->setIconText(WithoutMnemonic(face.strText));
+    pAction->setToolTip(pAction->iconText());
     pAction->setShortcuts(face.lstKeys);
     pAction->setCheckable(static_cast<bool>(isChecked));
     connect(pAction, &QAction::triggered, this, [this, func] {

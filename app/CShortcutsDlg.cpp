@@ -8,19 +8,6 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
-namespace
-{
-QString WithoutMnemonic(const QString& strText)
-{
-    QString strPlain = strText;
-    // In Korean the letter stands behind the text: "열기(&O)".
-    const int nBracket = strPlain.indexOf(QLatin1String("(&"));
-    if (nBracket >= 0)
-        strPlain.remove(nBracket, 4);
-    return strPlain.remove(QLatin1Char('&')).remove(QStringLiteral("..."));
-}
-} // namespace
-
 CShortcutsDlg::CShortcutsDlg(const std::vector<QAction*>& vctActions, QWidget* pParent) : QDialog(pParent)
 {
     setWindowTitle(tr("Shortcuts"));
@@ -34,7 +21,7 @@ CShortcutsDlg::CShortcutsDlg(const std::vector<QAction*>& vctActions, QWidget* p
     for (const QAction* pAction : vctActions)
         if (!pAction->shortcuts().isEmpty())
             new QTreeWidgetItem(pMenus,
-                                {WithoutMnemonic(pAction->text()),
+                                {pAction->iconText(),
                                  QKeySequence::listToString(pAction->shortcuts(), QKeySequence::NativeText)});
     AddViewerKeys(AddGroup(pTree, tr("In a viewer")));
     pTree->expandAll();

@@ -1,277 +1,280 @@
 <?xml version="1.0" encoding="utf-8"?>
+<!-- SPDX-License-Identifier: MIT -->
 <!DOCTYPE TS>
 <TS version="2.1" language="ko" sourcelanguage="en">
 <context>
     <name>CMainWindow</name>
     <message>
         <source>Tools</source>
-        <translation type="unfinished"></translation>
+        <translation>도구</translation>
     </message>
     <message>
         <source>Status</source>
-        <translation type="unfinished"></translation>
+        <translation>상태</translation>
     </message>
     <message>
         <source>Properties</source>
-        <translation type="unfinished"></translation>
+        <translation>속성</translation>
     </message>
     <message>
         <source>Log</source>
-        <translation type="unfinished"></translation>
+        <translation>로그</translation>
     </message>
     <message>
         <source>Saved %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 저장됨</translation>
     </message>
     <message>
         <source>%1 is running...</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 실행 중...</translation>
     </message>
     <message>
         <source>Settings cannot be kept in the folder %1; they last until the program ends.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 폴더에 설정을 저장할 수 없습니다. 설정은 프로그램을 끝낼 때까지만 유지됩니다.</translation>
     </message>
     <message>
         <source>Log files cannot be written in the folder %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 폴더에 로그 파일을 쓸 수 없습니다.</translation>
     </message>
     <message>
         <source>Globe</source>
-        <translation type="unfinished"></translation>
+        <translation>지구본</translation>
     </message>
     <message>
         <source>About Vantor</source>
-        <translation type="unfinished"></translation>
+        <translation>Vantor 정보</translation>
     </message>
     <message>
         <source>Vantor %1
 
 An example host of libVantorCommon: components for viewing, annotating and processing raster images.</source>
-        <translation type="unfinished"></translation>
+        <translation>Vantor %1
+
+libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 이미지를 보고, 주석을 달고, 처리하는 구성 요소입니다.</translation>
     </message>
     <message>
         <source>&amp;File</source>
-        <translation type="unfinished"></translation>
+        <translation>파일(&amp;F)</translation>
     </message>
     <message>
         <source>&amp;Open...</source>
-        <translation type="unfinished"></translation>
+        <translation>열기(&amp;O)...</translation>
     </message>
     <message>
         <source>&amp;Add Images...</source>
-        <translation type="unfinished"></translation>
+        <translation>이미지 추가(&amp;A)...</translation>
     </message>
     <message>
         <source>Open &amp;Recent</source>
-        <translation type="unfinished"></translation>
+        <translation>최근 파일 열기(&amp;R)</translation>
     </message>
     <message>
         <source>&amp;Save As...</source>
-        <translation type="unfinished"></translation>
+        <translation>다른 이름으로 저장(&amp;S)...</translation>
     </message>
     <message>
         <source>&amp;Close Image</source>
-        <translation type="unfinished"></translation>
+        <translation>이미지 닫기(&amp;C)</translation>
     </message>
     <message>
         <source>Close A&amp;ll Images</source>
-        <translation type="unfinished"></translation>
+        <translation>모든 이미지 닫기(&amp;L)</translation>
     </message>
     <message>
         <source>&amp;Quit</source>
-        <translation type="unfinished"></translation>
+        <translation>끝내기(&amp;Q)</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
-        <translation type="unfinished"></translation>
+        <translation>편집(&amp;E)</translation>
     </message>
     <message>
         <source>&amp;Undo</source>
-        <translation type="unfinished"></translation>
+        <translation>실행 취소(&amp;U)</translation>
     </message>
     <message>
         <source>&amp;Redo</source>
-        <translation type="unfinished"></translation>
+        <translation>다시 실행(&amp;R)</translation>
     </message>
     <message>
         <source>&amp;Copy</source>
-        <translation type="unfinished"></translation>
+        <translation>복사(&amp;C)</translation>
     </message>
     <message>
         <source>&amp;Paste</source>
-        <translation type="unfinished"></translation>
+        <translation>붙여넣기(&amp;P)</translation>
     </message>
     <message>
         <source>&amp;Delete</source>
-        <translation type="unfinished"></translation>
+        <translation>삭제(&amp;D)</translation>
     </message>
     <message>
         <source>Rotate &amp;Left</source>
-        <translation type="unfinished"></translation>
+        <translation>왼쪽으로 회전(&amp;L)</translation>
     </message>
     <message>
         <source>Rotate Ri&amp;ght</source>
-        <translation type="unfinished"></translation>
+        <translation>오른쪽으로 회전(&amp;G)</translation>
     </message>
     <message>
         <source>&amp;One Viewer (1x1)</source>
-        <translation type="unfinished"></translation>
+        <translation>뷰어 1개 (1x1)(&amp;O)</translation>
     </message>
     <message>
         <source>&amp;Two Viewers (2x1)</source>
-        <translation type="unfinished"></translation>
+        <translation>뷰어 2개 (2x1)(&amp;T)</translation>
     </message>
     <message>
         <source>&amp;Four Viewers (2x2)</source>
-        <translation type="unfinished"></translation>
+        <translation>뷰어 4개 (2x2)(&amp;F)</translation>
     </message>
     <message>
         <source>&amp;View</source>
-        <translation type="unfinished"></translation>
+        <translation>보기(&amp;V)</translation>
     </message>
     <message>
         <source>Fit to &amp;Window</source>
-        <translation type="unfinished"></translation>
+        <translation>창에 맞춤(&amp;W)</translation>
     </message>
     <message>
         <source>&amp;Go To...</source>
-        <translation type="unfinished"></translation>
+        <translation>위치로 이동(&amp;G)...</translation>
     </message>
     <message>
         <source>&amp;Previous Image</source>
-        <translation type="unfinished"></translation>
+        <translation>이전 이미지(&amp;P)</translation>
     </message>
     <message>
         <source>&amp;Next Image</source>
-        <translation type="unfinished"></translation>
+        <translation>다음 이미지(&amp;N)</translation>
     </message>
     <message>
         <source>&amp;2D View</source>
-        <translation type="unfinished"></translation>
+        <translation>2D 보기(&amp;2)</translation>
     </message>
     <message>
         <source>&amp;3D View</source>
-        <translation type="unfinished"></translation>
+        <translation>3D 보기(&amp;3)</translation>
     </message>
     <message>
         <source>&amp;Docks</source>
-        <translation type="unfinished"></translation>
+        <translation>도킹 창(&amp;D)</translation>
     </message>
     <message>
         <source>&amp;Appearance</source>
-        <translation type="unfinished"></translation>
+        <translation>모양(&amp;A)</translation>
     </message>
     <message>
         <source>As the &amp;Desktop</source>
-        <translation type="unfinished"></translation>
+        <translation>데스크톱 설정 따르기(&amp;D)</translation>
     </message>
     <message>
         <source>&amp;Light</source>
-        <translation type="unfinished"></translation>
+        <translation>밝게(&amp;L)</translation>
     </message>
     <message>
         <source>Dar&amp;k</source>
-        <translation type="unfinished"></translation>
+        <translation>어둡게(&amp;K)</translation>
     </message>
     <message>
         <source>&amp;Tools</source>
-        <translation type="unfinished"></translation>
+        <translation>도구(&amp;T)</translation>
     </message>
     <message>
         <source>&amp;Median Filter...</source>
-        <translation type="unfinished"></translation>
+        <translation>중앙값 필터(&amp;M)...</translation>
     </message>
     <message>
         <source>&amp;Sobel Filter...</source>
-        <translation type="unfinished"></translation>
+        <translation>소벨 필터(&amp;S)...</translation>
     </message>
     <message>
         <source>&amp;OCR...</source>
-        <translation type="unfinished"></translation>
+        <translation>문자 인식 OCR(&amp;O)...</translation>
     </message>
     <message>
         <source>&amp;Capture the Screen</source>
-        <translation type="unfinished"></translation>
+        <translation>화면 캡처(&amp;C)</translation>
     </message>
     <message>
         <source>&amp;Globe</source>
-        <translation type="unfinished"></translation>
+        <translation>지구본(&amp;G)</translation>
     </message>
     <message>
         <source>S&amp;elect</source>
-        <translation type="unfinished"></translation>
+        <translation>선택(&amp;E)</translation>
     </message>
     <message>
         <source>&amp;Pan</source>
-        <translation type="unfinished"></translation>
+        <translation>화면 이동(&amp;P)</translation>
     </message>
     <message>
         <source>&amp;Ruler</source>
-        <translation type="unfinished"></translation>
+        <translation>눈금자(&amp;R)</translation>
     </message>
     <message>
         <source>&amp;Draw</source>
-        <translation type="unfinished"></translation>
+        <translation>그리기(&amp;D)</translation>
     </message>
     <message>
         <source>&amp;Rectangle</source>
-        <translation type="unfinished"></translation>
+        <translation>사각형(&amp;R)</translation>
     </message>
     <message>
         <source>&amp;Ellipse</source>
-        <translation type="unfinished"></translation>
+        <translation>타원(&amp;E)</translation>
     </message>
     <message>
         <source>&amp;Circle</source>
-        <translation type="unfinished"></translation>
+        <translation>원(&amp;C)</translation>
     </message>
     <message>
         <source>&amp;Polygon</source>
-        <translation type="unfinished"></translation>
+        <translation>다각형(&amp;P)</translation>
     </message>
     <message>
         <source>&amp;Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>설정(&amp;S)</translation>
     </message>
     <message>
         <source>&amp;Preferences...</source>
-        <translation type="unfinished"></translation>
+        <translation>환경 설정(&amp;P)...</translation>
     </message>
     <message>
         <source>&amp;Help</source>
-        <translation type="unfinished"></translation>
+        <translation>도움말(&amp;H)</translation>
     </message>
     <message>
         <source>&amp;Shortcuts</source>
-        <translation type="unfinished"></translation>
+        <translation>단축키(&amp;S)</translation>
     </message>
     <message>
         <source>&amp;About Vantor</source>
-        <translation type="unfinished"></translation>
+        <translation>Vantor 정보(&amp;A)</translation>
     </message>
     <message>
         <source>Tool Bar</source>
-        <translation type="unfinished"></translation>
+        <translation>도구 모음</translation>
     </message>
 </context>
 <context>
     <name>CMessageBar</name>
     <message>
         <source>Messages</source>
-        <translation type="unfinished"></translation>
+        <translation>메시지</translation>
     </message>
     <message>
         <source>Warning</source>
-        <translation type="unfinished"></translation>
+        <translation>경고</translation>
     </message>
     <message>
         <source>Close the message</source>
-        <translation type="unfinished"></translation>
+        <translation>메시지 닫기</translation>
     </message>
     <message numerus="yes">
         <source>%n more in the log.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>로그에 %n개가 더 있습니다.</numerusform>
         </translation>
     </message>
 </context>
@@ -279,153 +282,214 @@ An example host of libVantorCommon: components for viewing, annotating and proce
     <name>CRecentFiles</name>
     <message>
         <source>&amp;Clear the List</source>
-        <translation type="unfinished"></translation>
+        <translation>목록 지우기(&amp;C)</translation>
     </message>
 </context>
 <context>
     <name>CShortcutsDlg</name>
     <message>
         <source>Shortcuts</source>
-        <translation type="unfinished"></translation>
+        <translation>단축키</translation>
     </message>
     <message>
         <source>Action</source>
-        <translation type="unfinished"></translation>
+        <translation>동작</translation>
     </message>
     <message>
         <source>Keys</source>
-        <translation type="unfinished"></translation>
+        <translation>키</translation>
     </message>
     <message>
         <source>Menus</source>
-        <translation type="unfinished"></translation>
+        <translation>메뉴</translation>
     </message>
     <message>
         <source>In a viewer</source>
-        <translation type="unfinished"></translation>
+        <translation>뷰어 안에서</translation>
     </message>
     <message>
         <source>Zoom about the mouse</source>
-        <translation type="unfinished"></translation>
+        <translation>마우스 위치를 중심으로 확대/축소</translation>
     </message>
     <message>
         <source>Wheel</source>
-        <translation type="unfinished"></translation>
+        <translation>휠</translation>
     </message>
     <message>
         <source>Pan, in panning mode</source>
-        <translation type="unfinished"></translation>
+        <translation>화면 이동 모드에서 화면 이동</translation>
     </message>
     <message>
         <source>Drag</source>
-        <translation type="unfinished"></translation>
+        <translation>끌기</translation>
     </message>
     <message>
         <source>Select, move or resize an annotation</source>
-        <translation type="unfinished"></translation>
+        <translation>주석 선택, 이동, 크기 조절</translation>
     </message>
     <message>
         <source>Click, drag it or a handle</source>
-        <translation type="unfinished"></translation>
+        <translation>클릭, 주석이나 조절점 끌기</translation>
     </message>
     <message>
         <source>Delete the selected annotations</source>
-        <translation type="unfinished"></translation>
+        <translation>선택한 주석 삭제</translation>
     </message>
     <message>
         <source>Delete or Backspace</source>
-        <translation type="unfinished"></translation>
+        <translation>Delete 또는 Backspace</translation>
     </message>
     <message>
         <source>Back to selecting</source>
-        <translation type="unfinished"></translation>
+        <translation>선택 모드로 돌아가기</translation>
     </message>
     <message>
         <source>Escape</source>
-        <translation type="unfinished"></translation>
+        <translation>Esc</translation>
     </message>
     <message>
         <source>Close a polygon</source>
-        <translation type="unfinished"></translation>
+        <translation>다각형 닫기</translation>
     </message>
     <message>
         <source>Click at its first corner</source>
-        <translation type="unfinished"></translation>
+        <translation>첫 꼭짓점 클릭</translation>
     </message>
     <message>
         <source>Context menu</source>
-        <translation type="unfinished"></translation>
+        <translation>컨텍스트 메뉴</translation>
     </message>
     <message>
         <source>Right click or Menu key</source>
-        <translation type="unfinished"></translation>
+        <translation>오른쪽 클릭 또는 메뉴 키</translation>
     </message>
     <message>
         <source>Turn the 3D view</source>
-        <translation type="unfinished"></translation>
+        <translation>3D 보기 회전</translation>
+    </message>
+</context>
+<context>
+    <name>QCommandLineParser</name>
+    <message>
+        <source>Usage: %1</source>
+        <translation>사용법: %1</translation>
+    </message>
+    <message>
+        <source>[options]</source>
+        <translation>[옵션]</translation>
+    </message>
+    <message>
+        <source>Options:</source>
+        <translation>옵션:</translation>
+    </message>
+    <message>
+        <source>Arguments:</source>
+        <translation>인자:</translation>
+    </message>
+    <message>
+        <source>Missing value after &apos;%1&apos;.</source>
+        <translation>&apos;%1&apos; 다음에 값이 없습니다.</translation>
+    </message>
+    <message>
+        <source>Unexpected value after &apos;%1&apos;.</source>
+        <translation>&apos;%1&apos; 다음에 예상하지 않은 값이 있습니다.</translation>
+    </message>
+    <message>
+        <source>Unknown option &apos;%1&apos;.</source>
+        <translation>알 수 없는 옵션 &apos;%1&apos;.</translation>
+    </message>
+    <message>
+        <source>Unknown options: %1.</source>
+        <translation>알 수 없는 옵션: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>QDockWidget</name>
+    <message>
+        <source>Close</source>
+        <translation>닫기</translation>
+    </message>
+    <message>
+        <source>Closes the dock widget</source>
+        <translation>도킹 창을 닫습니다</translation>
+    </message>
+    <message>
+        <source>Float</source>
+        <translation>띄우기</translation>
+    </message>
+    <message>
+        <source>Undocks and re-attaches the dock widget</source>
+        <translation>도킹 창을 떼거나 다시 붙입니다</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>Close</source>
+        <translation>닫기</translation>
     </message>
 </context>
 <context>
     <name>SCommandLine</name>
     <message>
         <source>Shows, annotates and processes images and PDF documents.</source>
-        <translation type="unfinished"></translation>
+        <translation>이미지와 PDF 문서를 보고, 주석을 달고, 처리합니다.</translation>
     </message>
     <message>
         <source>Show one, two or four viewers: 1x1, 2x1 or 2x2.</source>
-        <translation type="unfinished"></translation>
+        <translation>뷰어를 1개, 2개 또는 4개 표시합니다: 1x1, 2x1 또는 2x2.</translation>
     </message>
     <message>
         <source>layout</source>
-        <translation type="unfinished"></translation>
+        <translation>배치</translation>
     </message>
     <message>
         <source>Write a picture of the main window and quit.</source>
-        <translation type="unfinished"></translation>
+        <translation>주 창의 그림을 저장하고 끝냅니다.</translation>
     </message>
     <message>
         <source>file</source>
-        <translation type="unfinished"></translation>
+        <translation>파일</translation>
     </message>
     <message>
         <source>Keep the settings in this folder; it is made if need be.</source>
-        <translation type="unfinished"></translation>
+        <translation>설정을 이 폴더에 저장합니다. 폴더가 없으면 만듭니다.</translation>
     </message>
     <message>
         <source>folder</source>
-        <translation type="unfinished"></translation>
+        <translation>폴더</translation>
     </message>
     <message>
         <source>Write the log files into this folder; it is made if need be.</source>
-        <translation type="unfinished"></translation>
+        <translation>로그 파일을 이 폴더에 씁니다. 폴더가 없으면 만듭니다.</translation>
     </message>
     <message>
         <source>Show the version and quit.</source>
-        <translation type="unfinished"></translation>
+        <translation>버전을 표시하고 끝냅니다.</translation>
     </message>
     <message>
         <source>Show this help and quit.</source>
-        <translation type="unfinished"></translation>
+        <translation>이 도움말을 표시하고 끝냅니다.</translation>
     </message>
     <message>
         <source>Images and documents: each in a viewer of its own, up to four.</source>
-        <translation type="unfinished"></translation>
+        <translation>이미지와 문서: 각각 별도의 뷰어에, 최대 4개까지 엽니다.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no layout; use 1x1, 2x1 or 2x2.</source>
-        <translation type="unfinished"></translation>
+        <translation>&quot;%1&quot;은(는) 올바른 배치가 아닙니다. 1x1, 2x1 또는 2x2를 사용하십시오.</translation>
     </message>
     <message>
         <source>The option --%1 needs a name.</source>
-        <translation type="unfinished"></translation>
+        <translation>--%1 옵션에는 이름이 필요합니다.</translation>
     </message>
     <message>
         <source>cannot write %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1에 쓸 수 없습니다</translation>
     </message>
     <message>
         <source>Try &apos;vantor-viewer --help&apos;.</source>
-        <translation type="unfinished"></translation>
+        <translation>&apos;vantor-viewer --help&apos;를 실행해 보십시오.</translation>
     </message>
 </context>
 </TS>
