@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # test_packages.sh BUILD SOURCE LIBDIR IMAGE: makes the Debian packages twice, which gives the same bytes, unpacks them into one
-# folder, and runs from there the host, the Designer plugin and a program that was built against them.
+# folder, looks whether all libraries are found there, and runs the host and a program that was built against them.
 set -euo pipefail
 build=$1 source=$2 libdir=$3 image=$4
 packages=$(dirname "$build")/packages
