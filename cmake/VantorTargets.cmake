@@ -25,7 +25,6 @@ endif()
 # vantor_harden(<target>): what Debian expects of whatever reads foreign files.
 function(vantor_harden target)
     target_compile_definitions(${target} PRIVATE $<$<CONFIG:Release>:_FORTIFY_SOURCE=2>)
-    target_link_options(${target} PRIVATE $<$<CONFIG:Release>:-Wl,-z,now>)
 endfunction()
 
 # vantor_add_library(<target>): a shared library of all sources below the current folder. Files ending in

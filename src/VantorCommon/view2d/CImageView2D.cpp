@@ -250,17 +250,21 @@ void CImageView2D::slot_Goto()
 {
     if (!m_pImage)
         return;
-    CImageView2DGotoDlg dialog(this);
-    dialog.SetMinimumX(0);
-    dialog.SetMaximumX(m_pImage->GetWidth() - 1);
-    dialog.SetMinimumY(0);
-    dialog.SetMaximumY(m_pImage->GetHeight() - 1);
-    if (dialog.exec() != QDialog::Accepted)
+    const QPointer<CImageView2DGotoDlg> pDialog = new CImageView2DGotoDlg(this);
+    pDialog->SetMinimumX(0);
+    pDialog->SetMaximumX(m_pImage->GetWidth() - 1);
+    pDialog->SetMinimumY(0);
+    pDialog->SetMaximumY(m_pImage->GetHeight() - 1);
+    const bool bAccepted = pDialog->exec() == QDialog::Accepted;
+    if (!pDialog) // gone with the view while the user was asked
         return;
-    // Deliberate: the position becomes the pan as it is, whatever the zoom.
-    m_pZoom->dblPanX = -dialog.GetX();
-    m_pZoom->dblPanY = -dialog.GetY();
-    Repaint();
+    if (bAccepted) {
+        // Deliberate: the position becomes the pan as it is, whatever the zoom.
+        m_pZoom->dblPanX = -pDialog->GetX();
+        m_pZoom->dblPanY = -pDialog->GetY();
+        Repaint();
+    }
+    delete pDialog;
 }
 
 void CImageView2D::slot_ChangeCurrentImage()

@@ -310,7 +310,8 @@ void CImageView2DCtrl::Rotate(double dblAngle)
         pRotated->Rotate(centre, dblAngle, 0.0, ERotationMode::GrowCanvas) == 0)
         ChangeCurrentImage(pRotated);
     else
-        Fail(QStringLiteral("Cannot rotate the image."), QString::fromStdString(pRotated->GetFailureReason()));
+        Fail(QStringLiteral("Cannot rotate the image."),
+             QString::fromStdString(pRotated->GetFailureReason()));
 }
 
 void CImageView2DCtrl::SetApplicationVisible(bool bVisible)

@@ -74,7 +74,9 @@ void CImageView2DCtrl::Fail(const QString& strWhat, const QString& strReason)
 /// Opens the document, with a password from the user where it wants one. True when its pages can be had.
 bool CImageView2DCtrl::ReadDocument(CPDFReader& reader, const QString& strPath)
 {
-    const QPointer<CImageView2D> pParent = m_pView; // may go while the user is asked
+    // View and controller may go while the user is asked.
+    const QPointer<CImageView2D> pParent = m_pView;
+    const QPointer<CImageView2DCtrl> pThis = this;
     int nResult = reader.Read(strPath.toStdWString(), std::wstring());
     bool bPasswordGiven = false;
     if (nResult == CPDFReader::EReadResult_PasswordRequired) {
@@ -85,9 +87,10 @@ bool CImageView2DCtrl::ReadDocument(CPDFReader& reader, const QString& strPath)
             nResult = reader.Read(strPath.toStdWString(), strPassword.toStdWString());
     }
     if (nResult == CPDFReader::EReadResult_OK && reader.GetPageNumber() > 0)
-        return true;
+        return pThis;
     CLogger::Write(ERROR, "Cannot load pdf file %s", qUtf8Printable(strPath));
-    Fail(QStringLiteral("Cannot load pdf file %1.").arg(strPath), WhyUnreadable(nResult));
+    if (pThis)
+        Fail(QStringLiteral("Cannot load pdf file %1.").arg(strPath), WhyUnreadable(nResult));
     if (bPasswordGiven)
         TellUnreadablePdf(strPath, pParent);
     return false;
@@ -95,8 +98,12 @@ bool CImageView2DCtrl::ReadDocument(CPDFReader& reader, const QString& strPath)
 
 void CImageView2DCtrl::LoadFile(const QString& strPath)
 {
-    if (m_pModel && !strPath.isEmpty())
-        ReplaceImages(LoadAny(strPath), strPath);
+    if (!m_pModel || strPath.isEmpty())
+        return;
+    const QPointer<CImageView2DCtrl> pThis = this;
+    const std::vector<ImagePtr> vctImages = LoadAny(strPath);
+    if (pThis)
+        ReplaceImages(vctImages, strPath);
 }
 
 std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadAny(const QString& strPath)
@@ -160,11 +167,13 @@ void CImageView2DCtrl::AddImage(const QString& strPath)
 {
     if (!m_pModel || strPath.isEmpty())
         return;
+    const QPointer<CImageView2DCtrl> pThis = this;
     const std::vector<ImagePtr> vctImages = LoadAny(strPath);
+    if (!pThis || vctImages.empty())
+        return;
     for (const ImagePtr& pImage : vctImages)
         PushImage(pImage);
-    if (!vctImages.empty())
-        Q_EMIT signal_FileOpened(strPath);
+    Q_EMIT signal_FileOpened(strPath);
 }
 
 void CImageView2DCtrl::SaveFile(const QString& strPath)
@@ -198,8 +207,12 @@ void CImageView2DCtrl::slot_LoadPdf()
 {
     const QString strPath =
         ImageFileDialogs::ChooseFile(m_pView, QStringLiteral("Load PDF File"), ImageFileDialogs::PdfFilter());
-    if (!strPath.isEmpty())
-        ReplaceImages(LoadPDF(strPath), strPath);
+    if (strPath.isEmpty())
+        return;
+    const QPointer<CImageView2DCtrl> pThis = this;
+    const std::vector<ImagePtr> vctPages = LoadPDF(strPath);
+    if (pThis)
+        ReplaceImages(vctPages, strPath);
 }
 
 void CImageView2DCtrl::slot_AddImage()

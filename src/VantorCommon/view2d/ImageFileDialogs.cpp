@@ -3,6 +3,7 @@
 #include <VantorCommon/view2d/ImageFileDialogs_p.h>
 
 #include <QFileDialog>
+#include <QPointer>
 
 namespace
 {
@@ -45,11 +46,13 @@ QStringList ImageFileDialogs::ChooseFiles(QWidget* pParent, const QString& strTi
 
 QString ImageFileDialogs::ChooseImageToSave(QWidget* pParent)
 {
-    QFileDialog dialog(pParent, QStringLiteral("Save Image"), QString(),
-                       QStringLiteral("Files (%1)").arg(ImagePatterns()));
-    dialog.setDefaultSuffix(QStringLiteral("bmp"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return QString();
-    return dialog.selectedFiles().first();
+    // The parent may go while the user chooses, and takes the dialog with it.
+    const QPointer<QFileDialog> pDialog = new QFileDialog(pParent, QStringLiteral("Save Image"), QString(),
+                                                          QStringLiteral("Files (%1)").arg(ImagePatterns()));
+    pDialog->setDefaultSuffix(QStringLiteral("bmp"));
+    pDialog->setAcceptMode(QFileDialog::AcceptSave);
+    const bool bAccepted = pDialog->exec() == QDialog::Accepted;
+    const QString strFile = pDialog && bAccepted ? pDialog->selectedFiles().value(0) : QString();
+    delete pDialog;
+    return strFile;
 }

@@ -194,14 +194,14 @@ void CImageView3DModel::LoadImage(std::shared_ptr<CImage> pImage)
         Q_EMIT signal_LoadFinished();
         return;
     }
-    CImage copy;
-    if (copy.CopyFrom(pImage.get()) != 0)
-        return;
     try {
+        CImage copy;
+        if (copy.CopyFrom(pImage.get()) != 0)
+            throw std::bad_alloc();
         Build(copy);
     } catch (const std::bad_alloc&) {
-        CLogger::Write(WARNING, "Not enough memory for the 3D view of %d x %d pixels", copy.GetWidth(),
-                       copy.GetHeight());
+        CLogger::Write(WARNING, "Not enough memory for the 3D view of %d x %d pixels", pImage->GetWidth(),
+                       pImage->GetHeight());
         Q_EMIT signal_ChangeProgressValue(kProgressBegin);
     }
 }

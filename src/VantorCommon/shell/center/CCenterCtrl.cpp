@@ -204,12 +204,15 @@ SMVCItem CCenterCtrl::SelectMVC()
     const int nCount = CellCount();
     if (nCount < 2)
         return m_vctMVC.front();
-    CSelectionDialog dialog(m_pView);
+    const QPointer<CCenterCtrl> pThis = this;
+    const QPointer<CSelectionDialog> pDialog = new CSelectionDialog(m_pView);
     for (int i = 0; i < nCount; ++i)
-        dialog.AddSelectionItem(ViewerName(i));
-    if (dialog.exec() != QDialog::Accepted)
-        return kNoItem;
-    return FindByName(dialog.GetSelectedItem(), nCount);
+        pDialog->AddSelectionItem(ViewerName(i));
+    const bool bAccepted = pDialog->exec() == QDialog::Accepted;
+    // The centre may go while the user is asked, and its view takes the dialog with it.
+    const QString strName = pDialog && bAccepted ? pDialog->GetSelectedItem() : QString();
+    delete pDialog;
+    return pThis ? FindByName(strName, nCount) : kNoItem;
 }
 
 void CCenterCtrl::OpenFile(const QString& strFile)
