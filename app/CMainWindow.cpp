@@ -22,8 +22,10 @@
 #include <VantorCommon/shell/dock/CStatusBarDockView.h>
 #include <VantorCommon/shell/dock/CToolBoxDockView.h>
 #include <VantorCommon/shell/mvc/CMVCManager.h>
+#include <VantorCommon/shell/viewer/CImageViewer.h>
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view3d/CImageView3D.h>
 #include <VantorCommon/view3d/CImageView3DEarth.h>
 
 #include <QApplication>
@@ -281,6 +283,16 @@ void CMainWindow::Undo(bool bUndo)
         m_pCtrl->Undo();
     else
         m_pCtrl->Redo();
+}
+
+void CMainWindow::Show3D(bool b3D)
+{
+    CImageViewer* pViewer = m_pViewers->Active().pView;
+    b3D ? pViewer->slot_Press3D() : pViewer->slot_Press2D();
+    m_pViewers->FocusActive();
+    // A system with OpenGL ES alone gets a placeholder. What else is missing is told by the log.
+    if (b3D && !pViewer->findChild<CImageView3D*>())
+        m_pMessages->Tell(tr("The 3D view needs OpenGL 3.3, which this system does not offer."));
 }
 
 void CMainWindow::ShowSettings()

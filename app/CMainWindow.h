@@ -77,6 +77,7 @@ private:
     void OpenInActive(const QString& strFile);
     void CloseImage();
     void Undo(bool bUndo);
+    void Show3D(bool b3D);
     void ShowSettings();
     void ShowGlobe();
     void ShowShortcuts();

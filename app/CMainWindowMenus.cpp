@@ -187,16 +187,11 @@ void CMainWindow::CreateViewMenu()
         pView, {tr("&Next Image"), LibraryIcon("next"), Key("Ctrl+PgDown")}, [ctrl] { ctrl()->slot_Next(); },
         [viewer] { return HasNeighbour(viewer(), 1); });
     pView->addSeparator();
-    const auto show3D = [this](bool b3D) {
-        CImageViewer* pViewer = m_pViewers->Active().pView;
-        b3D ? pViewer->slot_Press3D() : pViewer->slot_Press2D();
-        m_pViewers->FocusActive();
-    };
     m_pActions->Add(
-        pView, {tr("&2D View"), LibraryIcon("2D"), Key("F2")}, [show3D] { show3D(false); }, {},
+        pView, {tr("&2D View"), LibraryIcon("2D"), Key("F2")}, [this] { Show3D(false); }, {},
         [viewer] { return !viewer().pView->Is3DShown(); });
     m_pActions->Add(
-        pView, {tr("&3D View"), LibraryIcon("3D"), Key("F3")}, [show3D] { show3D(true); }, {},
+        pView, {tr("&3D View"), LibraryIcon("3D"), Key("F3")}, [this] { Show3D(true); }, {},
         [viewer] { return viewer().pView->Is3DShown(); });
     pView->addSeparator();
     QMenu* pDocks = pView->addMenu(HostIcon("dock"), tr("&Docks"));

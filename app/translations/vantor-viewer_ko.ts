@@ -256,6 +256,10 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>Tool Bar</source>
         <translation>도구 모음</translation>
     </message>
+    <message>
+        <source>The 3D view needs OpenGL 3.3, which this system does not offer.</source>
+        <translation>3D 보기에는 이 시스템이 제공하지 않는 OpenGL 3.3이 필요합니다.</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>

@@ -256,6 +256,10 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>Tool Bar</source>
         <translation>Thanh công cụ</translation>
     </message>
+    <message>
+        <source>The 3D view needs OpenGL 3.3, which this system does not offer.</source>
+        <translation>Chế độ xem 3D cần OpenGL 3.3, thứ mà hệ thống này không có.</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
