@@ -9,6 +9,7 @@
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/shell/dock/CStatusBarView.h>
 #include <VantorCommon/shell/viewer/CImageViewerModel.h>
+#include <VantorCommon/shell/viewer/FlowLayout_p.h>
 #include <VantorCommon/shell/viewer/ModelStateButton_p.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
@@ -30,7 +31,6 @@ namespace
 {
 constexpr unsigned int kNoUID = 0xFFFFFFFFu;
 constexpr int kIconSize = 20;
-constexpr int kMinButtonWidth = 16;
 constexpr int kButtonSize = 28;
 constexpr int kSideListWidth = 90;
 constexpr int kViewWidth = 400;
@@ -144,15 +144,14 @@ void CImageViewer::CreateSideList()
             &CImageViewer::slot_CurrentChanged);
 }
 
-QPushButton* CImageViewer::AddButton(QHBoxLayout* pLayout, QPushButton* pButton, const char* pIcon,
+QPushButton* CImageViewer::AddButton(QLayout* pLayout, QPushButton* pButton, const char* pIcon,
                                      const QString& strName)
 {
     pButton->setIcon(QIcon(QStringLiteral(":/Image/") + QLatin1String(pIcon)));
     pButton->setIconSize(QSize(kIconSize, kIconSize));
     pButton->setFlat(true);
     pButton->setFocusPolicy(Qt::NoFocus);
-    pButton->setMinimumSize(kMinButtonWidth, kButtonSize);
-    pButton->setMaximumSize(kButtonSize, kButtonSize);
+    pButton->setFixedSize(kButtonSize, kButtonSize);
     pButton->setToolTip(strName);
     pButton->setAccessibleName(strName);
     pLayout->addWidget(pButton);
@@ -162,9 +161,7 @@ QPushButton* CImageViewer::AddButton(QHBoxLayout* pLayout, QPushButton* pButton,
 QWidget* CImageViewer::CreateButtons()
 {
     auto* pRow = new QWidget(this);
-    auto* pLayout = new QHBoxLayout(pRow);
-    pLayout->setContentsMargins(0, 0, 0, 0);
-    pLayout->setSpacing(0);
+    auto* pLayout = new CFlowLayout(pRow);
     const auto add = [&](QPushButton* pButton, const char* pIcon, const QString& strName, auto pTarget) {
         AddButton(pLayout, pButton, pIcon, strName);
         connect(pButton, &QPushButton::pressed, this, pTarget);
@@ -192,7 +189,6 @@ QWidget* CImageViewer::CreateButtons()
     plain("add.png", QStringLiteral("Add images"), &CImageViewer::signal_AddImage);
     plain("open-folder.png", QStringLiteral("Open a file"), &CImageViewer::signal_OpenFile);
     plain("save_file.png", QStringLiteral("Save the image"), &CImageViewer::signal_SaveFile);
-    pLayout->addStretch(1);
     return pRow;
 }
 
