@@ -67,8 +67,8 @@ QString PixelText(const CImage& image, int x, int y)
     }
 }
 
-/// The image scaled to a width, with pixels of its own. Null when it cannot be shown.
-QImage MakeThumbnail(CImage* pImage, int nWidth)
+/// The image scaled to a width, in pixels of the screen and of its own. Null when it cannot be shown.
+QImage MakeThumbnail(CImage* pImage, int nWidth, double dblPixelRatio)
 {
     QImage view;
     if (!CUtilManager::ConvertImage(pImage, view, false))
@@ -79,11 +79,14 @@ QImage MakeThumbnail(CImage* pImage, int nWidth)
         dblWidth *= kMaxThumbnailHeight / dblHeight;
         dblHeight = kMaxThumbnailHeight;
     }
-    const QSize size(std::max(1, RoundToInt(dblWidth)), std::max(1, RoundToInt(dblHeight)));
+    const QSize logical(std::max(1, RoundToInt(dblWidth)), std::max(1, RoundToInt(dblHeight)));
+    const QSize size = logical * dblPixelRatio;
     const QSize coarse = size * kThumbnailOversampling;
     if (view.width() > coarse.width() && view.height() > coarse.height())
         view = view.scaled(coarse);
-    return view.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).copy();
+    QImage thumbnail = view.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).copy();
+    thumbnail.setDevicePixelRatio(dblPixelRatio);
+    return thumbnail;
 }
 } // namespace
 
@@ -354,7 +357,7 @@ int CImageViewer::ThumbnailWidth() const
 
 bool CImageViewer::SetThumbnail(QStandardItem* pItem, CImage* pImage)
 {
-    const QImage thumbnail = MakeThumbnail(pImage, ThumbnailWidth());
+    const QImage thumbnail = MakeThumbnail(pImage, ThumbnailWidth(), m_pSideList->devicePixelRatioF());
     if (thumbnail.isNull())
         return false;
     pItem->setData(QPixmap::fromImage(thumbnail), Qt::DecorationRole);
@@ -388,11 +391,12 @@ void CImageViewer::ResizeSideView()
 {
     if (!m_pImageModel)
         return;
+    const int nWidth = qRound(ThumbnailWidth() * m_pSideList->devicePixelRatioF());
     for (int i = 0; i < m_pSideModel->rowCount(); ++i) {
         QStandardItem* pItem = m_pSideModel->item(i);
         const auto pImage = m_pImageModel->GetImage(pItem->data(kImageIndexRole).toInt());
         const auto thumbnail = pItem->data(Qt::DecorationRole).value<QPixmap>();
-        if (pImage && thumbnail.width() != ThumbnailWidth())
+        if (pImage && thumbnail.width() != nWidth)
             SetThumbnail(pItem, pImage.get());
     }
 }
