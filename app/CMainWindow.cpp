@@ -163,7 +163,9 @@ void CMainWindow::ConnectMessages()
 /// What went wrong in a corner that has no signal of its own (OpenGL, the settings file, the screen).
 void CMainWindow::TellLog(const SLogMessage& sMessage)
 {
-    if (sMessage.eLevel == WARNING || sMessage.eLevel == ERROR)
+    // That settings cannot be stored is told once, not for each of them.
+    const bool bTold = sMessage.strMessage.startsWith(QStringLiteral("Update Setting"));
+    if (!bTold && (sMessage.eLevel == WARNING || sMessage.eLevel == ERROR))
         m_pMessages->TellLogLine(sMessage.strMessage);
 }
 
@@ -211,7 +213,6 @@ void CMainWindow::closeEvent(QCloseEvent* pEvent)
 {
     StoreState();
     QMainWindow::closeEvent(pEvent);
-    QApplication::closeAllWindows(); // the globe, which would keep the program alive
 }
 
 QString CMainWindow::Layout() const

@@ -29,6 +29,7 @@ CMessageBar::CMessageBar(QWidget* pParent) : QFrame(pParent)
     m_pText->setWordWrap(true);
     // By mouse only: the label never takes the keyboard from a viewer.
     m_pText->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_pText->setFocusPolicy(Qt::NoFocus);
     auto* pClose = new QToolButton(this);
     pClose->setIcon(QIcon(QStringLiteral(":/Image/close.png")));
     pClose->setAutoRaise(true);

@@ -4,6 +4,8 @@
 
 #include <Vantor/Export.h>
 
+/// The core imaging library libVantor. It knows no widgets, and its headers need nothing but the standard
+/// library.
 namespace Vantor
 {
 
@@ -15,8 +17,11 @@ namespace Vantor
 class VANTOR_EXPORT CVObject
 {
 public:
+    /// Takes the next identifier.
     CVObject();
+    /// Takes the next identifier too; nothing of the other object is taken over.
     CVObject(const CVObject& other);
+    /// Does nothing: each of the two keeps its identifier.
     CVObject& operator=(const CVObject& other);
     virtual ~CVObject();
 

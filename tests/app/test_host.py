@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """test_host.py VIEWER XRUN DATA: starts the example host on a virtual screen and looks at what it leaves."""
+import contextlib
 import os
+import sqlite3
 import struct
 import subprocess
 import sys
@@ -26,8 +28,9 @@ class Host(unittest.TestCase):
         self.addCleanup(self.folder.cleanup)
         self.picture = os.path.join(self.folder.name, "out.png")
 
-    def run_host(self, *arguments):
-        return subprocess.run([XRUN, VIEWER, *arguments], stderr=subprocess.PIPE, text=True, timeout=60)
+    def run_host(self, *arguments, command=(XRUN, VIEWER), **environment):
+        return subprocess.run([*command, *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
+                              timeout=60, env={**os.environ, **environment})
 
     def line_of(self, path, result):
         lines = [line for line in result.stderr.splitlines() if path in line and "vantor-viewer:" in line]
@@ -40,6 +43,14 @@ class Host(unittest.TestCase):
         self.assertEqual(png_size(self.picture), (1200, 820))
         self.assertNotIn("vantor-viewer:", result.stderr)
 
+    def test_a_fractional_scale_is_kept(self):
+        result = self.run_host("--screenshot", self.picture, GOOD, QT_SCALE_FACTOR="1.5")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        width, height = png_size(self.picture)
+        self.assertEqual(width % 3, 0)
+        self.assertAlmostEqual(height / width, 820 / 1200, delta=0.2)
+        self.assertGreater(width, 1200)
+
     def test_what_was_opened_is_in_the_picture(self):
         other = os.path.join(self.folder.name, "empty.png")
         self.assertEqual(self.run_host("--screenshot", other).returncode, 0)
@@ -50,14 +61,14 @@ class Host(unittest.TestCase):
     def test_a_missing_file_is_named_with_the_reason(self):
         result = self.run_host("--screenshot", self.picture, "/nowhere/at all.png")
         self.assertEqual(result.returncode, 1)
-        self.assertIn("there is no such file", self.line_of("/nowhere/at all.png", result))
+        self.assertIn("There is no such file.", self.line_of("/nowhere/at all.png", result))
         self.assertFalse(os.path.exists(self.picture))
 
     def test_a_folder_and_a_broken_file_have_their_reasons(self):
-        result = self.run_host(self.folder.name, BROKEN)
+        result = self.run_host("--screenshot", self.picture, self.folder.name, BROKEN)
         self.assertEqual(result.returncode, 1)
-        self.assertIn("it is not a regular file", self.line_of(self.folder.name, result))
-        self.assertIn("not an image or a PDF document", self.line_of(BROKEN, result))
+        self.assertIn("It is not a regular file.", self.line_of(self.folder.name, result))
+        self.assertIn("The BMP file is damaged", self.line_of(BROKEN, result))
 
     def test_a_good_and_a_bad_file_open_the_good_one_and_name_the_bad_one(self):
         result = self.run_host("--screenshot", self.picture, GOOD, "/nowhere/b.png")
@@ -75,6 +86,53 @@ class Host(unittest.TestCase):
         result = self.run_host("--screenshot", "/nowhere/out.png", GOOD)
         self.assertEqual(result.returncode, 1)
         self.assertIn("cannot write", self.line_of("/nowhere/out.png", result))
+
+    def test_help_and_version_need_no_display(self):
+        for name in ("DISPLAY", "WAYLAND_DISPLAY"):
+            os.environ.pop(name, None)
+        result = self.run_host("--version", command=(VIEWER,))
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assertRegex(result.stdout, r"^vantor-viewer \d+\.\d+\.\d+\n$")
+        result = self.run_host("--help", command=(VIEWER,))
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        for option in ("--layout", "--screenshot", "--config-dir", "--log-dir", "--version", "--help", "files"):
+            self.assertIn(option, result.stdout)
+
+    def test_a_wrong_usage_is_explained_and_has_its_own_status(self):
+        for arguments, word in ((("--nonsense",), "nonsense"), (("--layout", "3x3"), "3x3"),
+                                (("--layout",), "layout"), (("--screenshot", ""), "screenshot")):
+            result = self.run_host(*arguments, command=(VIEWER,))
+            self.assertEqual(result.returncode, 2, arguments)
+            self.assertEqual(result.stdout, "")
+            lines = result.stderr.splitlines()
+            self.assertTrue(lines[0].startswith("vantor-viewer: ") and word in lines[0], result.stderr)
+            self.assertIn("--help", lines[1])
+
+    def test_without_a_display_it_says_so_and_ends(self):
+        result = self.run_host(GOOD, command=(VIEWER,), DISPLAY="", WAYLAND_DISPLAY="", QT_QPA_PLATFORM="xcb")
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("vantor-viewer: could not connect to display", result.stderr)
+
+    def test_settings_and_log_go_into_the_folders_that_are_named(self):
+        config = os.path.join(self.folder.name, "a", "config")
+        log = os.path.join(self.folder.name, "b's log")
+        result = self.run_host("--config-dir", config, "--log-dir", log, "--screenshot", self.picture, GOOD)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        with contextlib.closing(sqlite3.connect(os.path.join(config, "settings.data"))) as connection:
+            rows = dict(connection.execute("SELECT NAME, VALUE FROM settings"))
+        self.assertIn("HOST_LAST_START", rows)
+        # For one run only.
+        self.assertNotIn("GENERAL_PROGRAM_CONFIG_DIR", rows)
+        self.assertNotIn("GENERAL_LOG_DIR", rows)
+        self.assertEqual(len(os.listdir(log)), 1)
+
+    def test_the_layout_is_taken_from_the_command_line(self):
+        sizes = {}
+        for layout in ("1x1", "2x2"):
+            self.assertEqual(self.run_host("--layout", layout, "--screenshot", self.picture).returncode, 0)
+            sizes[layout] = os.path.getsize(self.picture)
+        # Three more rows of buttons.
+        self.assertGreater(sizes["2x2"], sizes["1x1"] + 2000)
 
 
 unittest.main(argv=sys.argv[:1])

@@ -1,44 +1,38 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
-#include "app/CMainWindow.h"
+#include "HostSupport.h"
 #include "tests/VantorCommon/process/ToolParts.h"
 #include "tests/support/TestMain.h"
 
 #include <VantorCommon/log/CLogModel.h>
 #include <VantorCommon/log/CLogView.h>
 #include <VantorCommon/settings/CSettingDlg.h>
-#include <VantorCommon/settings/CSettingManager.h>
 #include <VantorCommon/view3d/CImageView3DEarth.h>
 
 #include <QApplication>
+#include <QDir>
 #include <QDockWidget>
-#include <QMenuBar>
+#include <QPushButton>
+#include <QScreen>
 #include <QSpinBox>
+#include <QStandardPaths>
+#include <QStatusBar>
 #include <QTableView>
+#include <QTemporaryDir>
 
 namespace
 {
-QAction* MenuEntry(const CMainWindow& window, const QString& strMenu, const QString& strText)
+/// Opens the settings as a person does.
+CSettingDlg* OpenSettings(const Host& host)
 {
-    for (const QAction* pMenu : window.menuBar()->actions()) {
-        if (pMenu->text() != strMenu)
-            continue;
-        for (QAction* pEntry : pMenu->menu()->actions())
-            if (pEntry->text() == strText)
-                return pEntry;
-    }
-    return nullptr;
+    auto* pDialog = host.window.findChild<CSettingDlg*>();
+    host.Entry("Settings", "Preferences...")->trigger();
+    return pDialog && QTest::qWaitForWindowActive(pDialog) ? pDialog : nullptr;
 }
 
-/// Opens the settings as a person does.
-CSettingDlg* OpenSettings(CMainWindow& window)
+bool IsInside(const QWidget& window)
 {
-    QAction* pEntry = MenuEntry(window, QStringLiteral("&File"), QStringLiteral("S&ettings..."));
-    auto* pDialog = window.findChild<CSettingDlg*>();
-    if (!pEntry || !pDialog)
-        return nullptr;
-    pEntry->trigger();
-    return QTest::qWaitForWindowActive(pDialog) ? pDialog : nullptr;
+    return window.screen()->availableGeometry().contains(window.geometry().center());
 }
 } // namespace
 
@@ -47,13 +41,14 @@ class tst_CMainWindow : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void init() { Host::ForgetSettings(); }
+
     void aResolutionChangedInTheSettingsIsFoundAgainByTheNextWindow()
     {
         {
-            CMainWindow window;
-            window.show();
-            QVERIFY(QTest::qWaitForWindowActive(&window));
-            CSettingDlg* pDialog = OpenSettings(window);
+            Host host;
+            QVERIFY(host.Show());
+            CSettingDlg* pDialog = OpenSettings(host);
             QVERIFY(pDialog);
             auto* pBox = pDialog->findChild<QSpinBox*>(QStringLiteral("GENERAL_PDF_RESOLUTION_X"));
             QCOMPARE(pBox->value(), 0);
@@ -63,10 +58,9 @@ private Q_SLOTS:
             QCOMPARE(pDialog->GetGeneralPDFResolutionX(), 300);
             QCOMPARE(CSettingManager::GetInt(QStringLiteral("GENERAL_PDF_RESOLUTION_X"), 0), 0);
         }
-        CMainWindow window;
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        CSettingDlg* pDialog = OpenSettings(window);
+        Host host;
+        QVERIFY(host.Show());
+        CSettingDlg* pDialog = OpenSettings(host);
         QVERIFY(pDialog);
         QCOMPARE(pDialog->GetGeneralPDFResolutionX(), 300);
         QCOMPARE(pDialog->GetGeneralPDFResolutionY(), 0);
@@ -74,10 +68,9 @@ private Q_SLOTS:
 
     void theLogDockShowsTheLinesThatArriveWhileWorking()
     {
-        CMainWindow window;
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        auto* pDock = window.findChild<QDockWidget*>(QStringLiteral("Log"));
+        Host host;
+        QVERIFY(host.Show());
+        auto* pDock = host.window.findChild<QDockWidget*>(QStringLiteral("Log"));
         QVERIFY(pDock);
         QVERIFY(pDock->isVisible());
         const auto* pView = qobject_cast<CLogView*>(pDock->widget());
@@ -86,7 +79,7 @@ private Q_SLOTS:
         CLogger::Write(WARNING, "a line");
         QTRY_VERIFY(pRows->rowCount() > 0 &&
                     pRows->index(pRows->rowCount() - 1, 2).data().toString() == QStringLiteral("a line"));
-        QVERIFY(MenuEntry(window, QStringLiteral("&View"), QStringLiteral("Log")));
+        QVERIFY(host.Entry({QStringLiteral("View"), QStringLiteral("Docks"), QStringLiteral("Log")}));
     }
 
     void aToolIsOpenedFromTheMenuByKeys_data()
@@ -117,7 +110,7 @@ private Q_SLOTS:
         QVERIFY(Activate(window));
         QVERIFY(!window.findChild<CImageView3DEarth*>());
         const auto open = [&] {
-            QTest::keyClick(window.windowHandle(), Qt::Key_V, Qt::AltModifier);
+            QTest::keyClick(window.windowHandle(), Qt::Key_T, Qt::AltModifier);
             if (!QTest::qWaitFor([] { return QApplication::activePopupWidget(); }))
                 return false;
             QTest::keyClick(QApplication::activePopupWidget(), 'g');
@@ -145,6 +138,144 @@ private Q_SLOTS:
         QVERIFY(Activate(window));
         QVERIFY(open()); // the same again
         QCOMPARE(window.findChildren<CImageView3DEarth*>().size(), 1);
+    }
+
+    void twoFilesAreShownSideBySideAndThreeInFour()
+    {
+        Host two;
+        QVERIFY(two.Show({kPhoto, kDocument}));
+        QCOMPARE(two.ShownViewers(), 2);
+        Host three;
+        QVERIFY(three.Show({kPhoto, kDocument, kPhoto}));
+        QCOMPARE(three.ShownViewers(), 4);
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(three.View(i)->GetImageUID() != 0xFFFFFFFFu);
+        QCOMPARE(three.View(3)->GetImageUID(), 0xFFFFFFFFu);
+    }
+
+    void theNextWindowHasTheGeometryTheDocksAndTheLayoutOfTheLast()
+    {
+        {
+            Host host;
+            QVERIFY(host.Show());
+            host.window.setGeometry(100, 120, 700, 600);
+            QTRY_COMPARE(host.window.size(), QSize(700, 600));
+            host.window.findChild<QDockWidget*>(QStringLiteral("Log"))->hide();
+            host.window.findChild<QDockWidget*>(QStringLiteral("Status"))->show();
+            QVERIFY(host.window.ChangeLayout(QStringLiteral("2x2")));
+            QVERIFY(host.window.close());
+        }
+        Host host;
+        QVERIFY(host.Show());
+        QCOMPARE(host.window.size(), QSize(700, 600));
+        QVERIFY(host.window.findChild<QDockWidget*>(QStringLiteral("Log"))->isHidden());
+        QVERIFY(!host.window.findChild<QDockWidget*>(QStringLiteral("Status"))->isHidden());
+        QCOMPARE(host.ShownViewers(), 4);
+    }
+
+    void aGeometryFromALargerScreenIsBroughtInside()
+    {
+        {
+            Host host;
+            host.window.setGeometry(5000, 4000, 640, 480); // never shown: no window manager corrects it
+            host.window.close();
+        }
+        Host host;
+        QVERIFY(host.Show());
+        QVERIFY(IsInside(host.window));
+    }
+
+    void storedNonsenseGivesTheStandardWindow()
+    {
+        Host::StoreSetting(HostSettings::kGeometry, QStringLiteral("no base64 at all"));
+        Host::StoreSetting(HostSettings::kState, QStringLiteral("AAAA"));
+        Host::StoreSetting(HostSettings::kLayout, QStringLiteral("9x9"));
+        Host::StoreSetting(HostSettings::kScheme, 77);
+        Host host;
+        QVERIFY(host.Show());
+        QCOMPARE(host.window.size(), QSize(1200, 820));
+        QCOMPARE(host.ShownViewers(), 1);
+    }
+
+    void whatCannotBeOpenedIsToldInTheWindowWithTheReason()
+    {
+        Host host;
+        QVERIFY(host.Show());
+        QCOMPARE(host.Message(), QString());
+        QCOMPARE(host.window.OpenFiles({QStringLiteral("/nowhere/a.png")}), 0);
+        QCOMPARE(host.Message(), QStringLiteral("Cannot load image /nowhere/a.png. There is no such file."));
+        QVERIFY(!QApplication::activeModalWidget());
+        // The log says it once more, later; the bar does not.
+        CLogger::Write(ERROR, "the end of the queue");
+        QTRY_VERIFY(host.Message().endsWith(QStringLiteral("the end of the queue")));
+        QCOMPARE(host.Message().count(QLatin1Char('\n')), 1);
+    }
+
+    void aToolRunThatFailedIsToldWithTheReason()
+    {
+        Host host;
+        QVERIFY(host.Show());
+        host.Entry("Tools", "Median Filter...")->trigger();
+        auto* pDlg = host.window.findChild<CImage2DProcessBaseDlg*>();
+        for (auto* pButton : pDlg->findChildren<QPushButton*>())
+            if (pButton->text() == QStringLiteral("Run"))
+                pButton->click();
+        QCOMPARE(host.Message(), QStringLiteral("Median Filter: The source viewer shows no image."));
+    }
+
+    void aSettingsFolderThatCannotBeWrittenIsTold()
+    {
+        QTemporaryDir folder;
+        const QString strKey = QStringLiteral("GENERAL_PROGRAM_CONFIG_DIR");
+        const QString strBefore =
+            QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + QStringLiteral("/Vantor");
+        const QString strBad = folder.filePath(QStringLiteral("missing"));
+        CSettingManager::Set(strKey, strBad);
+        {
+            Host host;
+            QVERIFY(host.Show());
+            QTRY_VERIFY(host.Message().contains(
+                QStringLiteral("Settings cannot be kept in the folder %1").arg(strBad)));
+            QTRY_VERIFY(CLogModel::GetInstance()->IsEmpty());
+            QCoreApplication::processEvents();
+        }
+        CSettingManager::Set(strKey, folder.path());
+        Host host;
+        QVERIFY(host.Show());
+        QTest::qWait(100); // long enough for the look at the folders
+        QCOMPARE(host.Message(), QString());
+        CSettingManager::Set(strKey, strBefore);
+    }
+
+    void aLogFolderThatCannotBeWrittenIsTold()
+    {
+        const QString strKey = QStringLiteral("GENERAL_LOG_DIR");
+        CSettingManager::Set(strKey, QStringLiteral("/proc/nowhere"));
+        {
+            Host host;
+            QVERIFY(host.Show());
+            QTRY_VERIFY(host.Message().contains(QStringLiteral("Log files cannot be written")));
+        }
+        CSettingManager::Set(strKey, QDir::tempPath());
+    }
+
+    void aRunningToolIsShownInTheStatusBarBeforeTheThreadIsBusy()
+    {
+        Host host;
+        QVERIFY(host.Show({kPhoto}));
+        host.Entry("Tools", "Sobel Filter...")->trigger();
+        auto* pDlg = host.window.findChild<CImage2DProcessBaseDlg*>();
+        QStringList messages;
+        connect(host.window.statusBar(), &QStatusBar::messageChanged, this, [&](const QString& strText) {
+            messages << strText;
+            if (!strText.isEmpty())
+                QVERIFY(QApplication::overrideCursor());
+        });
+        for (auto* pButton : pDlg->findChildren<QPushButton*>())
+            if (pButton->text() == QStringLiteral("Run"))
+                pButton->click();
+        QCOMPARE(messages, (QStringList{QStringLiteral("Sobel Filter is running..."), QString()}));
+        QVERIFY(!QApplication::overrideCursor());
     }
 };
 

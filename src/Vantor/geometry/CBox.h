@@ -13,20 +13,29 @@ namespace Vantor::Geometry
 class VANTOR_EXPORT CBox : public CGeometry
 {
 public:
+    /// @{
+    /// Raw corner and raw, possibly negative size, in pixels.
     double x() const { return m_dblX; }
     double y() const { return m_dblY; }
     double width() const { return m_dblWidth; }
     double height() const { return m_dblHeight; }
+    /// @}
 
+    /// @{
+    /// The raw corners: "left" is where x is, "right" where x + width is, whatever the signs.
     CPoint<double> topLeft() const { return {m_dblX, m_dblY}; }
     CPoint<double> topRight() const { return {m_dblOtherX, m_dblY}; }
     CPoint<double> bottomRight() const { return {m_dblOtherX, m_dblOtherY}; }
     CPoint<double> bottomLeft() const { return {m_dblX, m_dblOtherY}; }
+    /// @}
 
+    /// @{
+    /// Puts a corner on the point; the opposite one stays, and the size becomes their difference.
     void SetTopLeft(const CPoint<double>& point);
     void SetTopRight(const CPoint<double>& point);
     void SetBottomRight(const CPoint<double>& point);
     void SetBottomLeft(const CPoint<double>& point);
+    /// @}
 
     CRectangle GetBoundingRectangle() const override;
     void MoveTopLeftTo(const CPoint<double>& point) override;
@@ -34,6 +43,7 @@ public:
 
 protected:
     CBox() = default;
+    /// Takes the corner and the size as they are given, negative sizes too.
     CBox(double x, double y, double width, double height)
         : m_dblX(x), m_dblY(y), m_dblWidth(width), m_dblHeight(height), m_dblOtherX(x + width),
           m_dblOtherY(y + height)

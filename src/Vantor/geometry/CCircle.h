@@ -15,12 +15,13 @@ public:
     /// A negative radius counts as its absolute value.
     CCircle(const CPoint<double>& centre, double radius);
 
-    const CPoint<double>& center() const { return m_centre; }
-    double radius() const { return m_dblRadius; }
+    const CPoint<double>& center() const { return m_centre; } ///< the middle
+    double radius() const { return m_dblRadius; }             ///< in pixels, 0 or more
 
     EGeometryType GetType() const override { return EGeometryType_Circle; }
     CRectangle GetBoundingRectangle() const override;
     void MoveTopLeftTo(const CPoint<double>& point) override;
+    /// The outline is the four corners of the bounding rectangle; there are no handles.
     int GetPoints(CPointList& outline, CPointList& handles) const override;
     bool Contains(const CPoint<double>& point) const override;
     std::vector<SPixelRun> GetPixelRuns(int width, int height) const override;

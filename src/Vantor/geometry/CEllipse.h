@@ -12,10 +12,14 @@ class VANTOR_EXPORT CEllipse : public CBox
 {
 public:
     CEllipse() = default;
+    /// Takes the box as it is given, negative sizes too.
     CEllipse(double x, double y, double width, double height) : CBox(x, y, width, height) {}
 
+    /// @{
+    /// The centre, in pixels.
     double centerX() const { return x() + width() * 0.5; }
     double centerY() const { return y() + height() * 0.5; }
+    /// @}
     /// Half the width, >= 0.
     double radiusA() const;
     /// Half the height, >= 0.

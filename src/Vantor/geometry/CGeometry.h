@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+/// Shapes: regions of images, and what annotations are made of.
 namespace Vantor::Geometry
 {
 
@@ -16,30 +17,32 @@ class CPointList;
 
 /// The kinds of geometry; the values are part of the interface.
 enum EGeometryType : int {
-    EGeometryType_Point = 0,
-    EGeometryType_Line = 1,
-    EGeometryType_Rectangle = 2,
-    EGeometryType_Circle = 3,
-    EGeometryType_Ellipse = 4,
-    EGeometryType_Polygon = 6,
-    EGeometryType_GeometryArray = 7
+    EGeometryType_Point = 0,        ///< CPoint
+    EGeometryType_Line = 1,         ///< CLine
+    EGeometryType_Rectangle = 2,    ///< CRectangle
+    EGeometryType_Circle = 3,       ///< CCircle
+    EGeometryType_Ellipse = 4,      ///< CEllipse
+    EGeometryType_Polygon = 6,      ///< CPolygon; 5 stands for nothing
+    EGeometryType_GeometryArray = 7 ///< CGeometryArray
 };
 
 /// A run of pixels of one row: columns nBegin to nEnd - 1 of row nRow.
 struct SPixelRun {
-    int nRow;
-    int nBegin;
-    int nEnd;
+    int nRow;   ///< from the top, 0 first
+    int nBegin; ///< first column
+    int nEnd;   ///< column after the last one
 };
 
 /// Base of all shapes. Coordinates are image coordinates in pixels, y downwards; the pixel (i, j) covers
 /// [i, i+1) x [j, j+1) and its centre is (i + 0.5, j + 0.5). Shapes are plain values without an identity;
-/// nothing throws but std::bad_alloc inside the containers.
+/// nothing throws but std::bad_alloc inside the containers. One shape is used by one thread at a time;
+/// several may read it.
 class VANTOR_EXPORT CGeometry
 {
 public:
     virtual ~CGeometry();
 
+    /// The kind, by which the class is known.
     virtual EGeometryType GetType() const = 0;
 
     /// The smallest upright rectangle around the shape, with width and height >= 0. An empty shape (a
@@ -47,7 +50,8 @@ public:
     virtual CRectangle GetBoundingRectangle() const = 0;
 
     /// Translates the shape so that the top-left corner of its bounding rectangle lies on the point. Signs
-    /// of widths and heights are kept; an empty shape stays as it is.
+    /// of widths and heights are kept. An empty shape stays as it is; so does any with a point that is not
+    /// finite.
     virtual void MoveTopLeftTo(const CPoint<double>& point) = 0;
 
     /// Fills two lists of points: the outline (corners or vertices, in drawing order) and the handles by
@@ -72,8 +76,11 @@ public:
 
 protected:
     CGeometry() = default;
+    /// @{
+    /// Copies are for derived classes only, so that a shape is never cut down to its base; others use Clone.
     CGeometry(const CGeometry&) = default;
     CGeometry& operator=(const CGeometry&) = default;
+    /// @}
 };
 
 } // namespace Vantor::Geometry

@@ -14,13 +14,17 @@ public:
     /// Appends a member. Ignored are a null pointer, the array itself and an array that holds it at any
     /// depth: arrays never form a ring.
     void Add(std::shared_ptr<CGeometry> geometry);
+    /// The number of members, those of nested arrays not counted.
     int Size() const { return static_cast<int>(m_vctMembers.size()); }
     /// The member at the index, null when it is out of range.
     std::shared_ptr<CGeometry> At(int index) const;
 
     EGeometryType GetType() const override { return EGeometryType_GeometryArray; }
+    /// Around all members that are not empty.
     CRectangle GetBoundingRectangle() const override;
+    /// Moves the shared members themselves, keeping their places to each other.
     void MoveTopLeftTo(const CPoint<double>& point) override;
+    /// The outline is that of the members, one after another; there are no handles.
     int GetPoints(CPointList& outline, CPointList& handles) const override;
     bool Contains(const CPoint<double>& point) const override;
     std::vector<SPixelRun> GetPixelRuns(int width, int height) const override;

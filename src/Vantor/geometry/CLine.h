@@ -12,12 +12,16 @@ class VANTOR_EXPORT CLine : public CGeometry
 {
 public:
     CLine() = default;
+    /// From start to end; both may be the same point.
     CLine(const CPoint<double>& start, const CPoint<double>& end) : m_start(start), m_end(end) {}
 
+    /// @{
+    /// The two ends, in the order of drawing.
     const CPoint<double>& start() const { return m_start; }
     const CPoint<double>& end() const { return m_end; }
     void SetStart(const CPoint<double>& start) { m_start = start; }
     void SetEnd(const CPoint<double>& end) { m_end = end; }
+    /// @}
     /// Euclidean length in pixels.
     double GetLength() const { return m_start.GetDistance(m_end); }
 

@@ -7,24 +7,30 @@
 namespace Vantor::Geometry
 {
 
-/// A point (kind 0). Instantiated in the library for double and float.
+/// A point (kind 0). Instantiated in the library for double and float; lists and handles hold double ones.
 template <class T = double> class VANTOR_EXPORT CPoint : public CGeometry
 {
 public:
     CPoint() = default;
+    /// In pixels; any value is stored.
     CPoint(T x, T y) : m_x(x), m_y(y) {}
 
+    /// @{
+    /// The coordinates, in pixels; any value is stored.
     T x() const { return m_x; }
     T y() const { return m_y; }
     void SetX(T x) { m_x = x; }
     void SetY(T y) { m_y = y; }
+    /// @}
 
-    /// Euclidean distance.
+    /// Euclidean distance in pixels.
     double GetDistance(const CPoint& other) const;
 
+    /// @{
     /// Exact equality of both coordinates, without a tolerance.
     bool operator==(const CPoint& other) const { return m_x == other.m_x && m_y == other.m_y; }
     bool operator!=(const CPoint& other) const { return !(*this == other); }
+    /// @}
 
     EGeometryType GetType() const override { return EGeometryType_Point; }
     CRectangle GetBoundingRectangle() const override;

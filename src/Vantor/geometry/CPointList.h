@@ -7,7 +7,8 @@
 namespace Vantor::Geometry
 {
 
-/// An ordered list of geometries, usually points. It is a container, not a shape.
+/// An ordered list of geometries, usually points. It is a container, not a shape; one list is used
+/// by one thread at a time.
 class VANTOR_EXPORT CPointList
 {
 public:
@@ -15,7 +16,9 @@ public:
     void Add(std::shared_ptr<CGeometry> geometry);
     /// Appends a point.
     void Add(const CPoint<double>& point);
+    /// Removes all entries.
     void Clear() { m_vctGeometries.clear(); }
+    /// The number of entries.
     int Size() const { return static_cast<int>(m_vctGeometries.size()); }
     /// The entry at the index, null when it is out of range.
     std::shared_ptr<CGeometry> At(int index) const;

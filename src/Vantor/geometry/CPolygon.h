@@ -21,6 +21,7 @@ public:
     /// @return 0
     int SetPoints(const CPointList& points);
 
+    /// In drawing order; the edge from the last one back to the first is not repeated.
     const std::vector<CPoint<double>>& GetVertices() const { return m_vctVertices; }
 
     EGeometryType GetType() const override { return EGeometryType_Polygon; }

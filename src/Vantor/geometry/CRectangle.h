@@ -12,6 +12,7 @@ class VANTOR_EXPORT CRectangle : public CBox
 {
 public:
     CRectangle() = default;
+    /// Takes corner and size as they are given, negative sizes too.
     CRectangle(double x, double y, double width, double height) : CBox(x, y, width, height) {}
 
     EGeometryType GetType() const override { return EGeometryType_Rectangle; }

@@ -20,6 +20,7 @@ namespace Vantor
 class CFailureReason;
 }
 
+/// Images, their files and filters, and reading text.
 namespace Vantor::Algorithms
 {
 
@@ -51,6 +52,7 @@ enum class ERegionMode : int {
 class VANTOR_EXPORT CImage : public CVObject
 {
 public:
+    /// Makes an empty image: no pixels, all sizes 0.
     CImage();
     ~CImage() override;
     CImage(const CImage&) = delete;
@@ -69,31 +71,43 @@ public:
     /// Copies pixels, name and folder, not the identifier. Null: failure. Itself: nothing to do, 0.
     int CopyFrom(const CImage* source);
 
-    int GetWidth() const;  ///< pixels, 0 for an empty image
-    int GetHeight() const; ///< rows, 0 for an empty image
-    int GetChannel() const;
-    int GetBitDepth() const; ///< bits per channel
-    EImageType GetImageType() const;
-    int GetStride() const; ///< bytes from one row to the next
+    int GetWidth() const;            ///< pixels, 0 for an empty image
+    int GetHeight() const;           ///< rows, 0 for an empty image
+    int GetChannel() const;          ///< samples per pixel: 1 to 4, 0 for an empty image
+    int GetBitDepth() const;         ///< bits per sample: 8 or 16, 0 for an empty image
+    EImageType GetImageType() const; ///< Interleaved
+    int GetStride() const;           ///< bytes from one row to the next, 0 for an empty image
 
-    /// The first byte of the buffer (GetStride() * GetHeight() bytes), null for an empty image.
+    /// @{
+    /// The first byte of the buffer (GetStride() * GetHeight() bytes), null for an empty image. As all
+    /// pointers into an image it is valid until the image gets other pixels or dies. Samples of 16 bits have
+    /// the byte order of the machine.
     unsigned char* GetData();
     const unsigned char* GetData() const;
+    /// @}
+    /// @{
     /// GetHeight() pointers, one to the start of each row; null for an empty image.
     unsigned char** GetRows();
     const unsigned char* const* GetRows() const;
+    /// @}
     /// GetWidth() byte offsets of the pixels from the start of their row; null for an empty image.
     const std::size_t* GetColumnOffsets() const;
+    /// @{
     /// The first byte of the pixel (x, y), null outside the image.
     unsigned char* GetPixel(int x, int y);
     const unsigned char* GetPixel(int x, int y) const;
+    /// @}
 
-    /// File name, without folder.
+    /// @{
+    /// File name, without folder; empty at the start.
     void SetName(const std::wstring& name);
     const std::wstring& GetName() const;
-    /// Folder, without a trailing separator.
+    /// @}
+    /// @{
+    /// Folder, without a trailing separator unless it is the root; empty for a file that was named alone.
     void SetFolder(const std::wstring& folder);
     const std::wstring& GetFolder() const;
+    /// @}
 
     /// Loads the first page or frame of a BMP, JPEG, PNG, GIF or TIFF file (its content decides, not its
     /// suffix) as 8 bits per channel and sets name and folder.
@@ -107,21 +121,26 @@ public:
     ///   than the length of the file can account for is refused before memory is taken. The decoder may
     ///   need twice the limit for itself beside the image.
     /// - A file cut short loads partly as JPEG and GIF and fails as BMP, PNG and TIFF.
+    /// @return 0, or non-zero for a path that names no readable image, one beyond the limits or lack of
+    ///         memory; the image then stays
     int Load(const std::wstring& path);
     /// Saves by suffix: bmp, jpg, jpeg (quality 95), png, tif, tiff (LZW), gif (256 colours, exact when there
     /// are no more), in any case; any other suffix fails. 8 bits per channel only; 2 channels are saved as
     /// RGBA; JPEG and GIF drop the alpha. Atomic: after a failure or a kill a file that stood there before is
     /// whole. A symbolic link is followed, the permissions of an old file are kept.
+    /// @return 0, or non-zero for an empty image, 16 bits, an unknown suffix or what cannot be written
     int Save(const std::wstring& path) const;
 
     /// Rotates about a point.
     /// @param centre  in pixels, (0, 0) being the top-left corner of the top-left pixel; at most 2^31 away.
     ///                A canvas that grows fits closely around the rotated image wherever the centre lies.
+    ///                Not finite: failure.
     /// @param angle   radians, positive is clockwise on the screen. Multiples of 90 degrees (within 1e-9) are
     ///                exact: the pixels only change places, on a kept canvas to the nearest whole pixel.
     ///                Other angles are bilinear; the pixels whose centre lies in the rotated image are
     ///                covered.
     /// @param fill    value of every byte that the rotated image does not cover, 0 to 255 (rounded, clamped)
+    /// @param mode    what happens to the canvas
     /// @return 0, or non-zero for an empty image, a value that is not finite, an unknown mode, a lack of
     ///         memory, or a result that is larger than both the decode limit and the image itself
     int Rotate(const Geometry::CPoint<double>& centre, double angle, double fill, ERotationMode mode);
@@ -130,10 +149,10 @@ public:
     /// stay. The window reads the original pixels, those beyond the region too; the border of the image is
     /// repeated outwards. Channels are independent; alpha (the last of 2 or 4 channels) is left alone.
     /// From about 4 million pixels on, a second thread helps.
-    /// @param radiusX, radiusY  0 or more; the window is 2 radiusX + 1 pixels wide and 2 radiusY + 1 high,
-    /// and
-    ///                          its size does not change the time. 0, 0 changes nothing.
+    /// @param radiusX, radiusY  0 or more; the window is 2 radiusX + 1 pixels wide and 2 radiusY + 1
+    ///                          pixels high, and its size does not change the time. 0, 0 changes nothing.
     /// @param region            null is the whole image; only read
+    /// @param mode              which side of the region is written
     /// @param tolerance         grows the region by that many pixels, or shrinks it when negative: -4096 to
     ///                          4096, 0 is exact
     /// @return 0, also for a region without pixels in the image; non-zero, with every pixel as before, for an
@@ -141,22 +160,26 @@ public:
     int MedianFilter(int radiusX, int radiusY, const Geometry::CGeometry* region, ERegionMode mode,
                      double tolerance);
 
-    /// Replace every sample of a region by the strength of its edges, from the Sobel gradients Gx (weights
+    /// @{
+    /// Replaces every sample of a region by the strength of its edges, from the Sobel gradients Gx (weights
     /// -1 0 1, -2 0 2, -1 0 1) and Gy (the same, transposed) of the original pixels: min(255, |Gx|),
     /// min(255, |Gy|), and min(255, round(sqrt(Gx^2 + Gy^2))). Everything else as for MedianFilter.
     int SobelX(const Geometry::CGeometry* region, ERegionMode mode, double tolerance);
     int SobelY(const Geometry::CGeometry* region, ERegionMode mode, double tolerance);
     int SobelXY(const Geometry::CGeometry* region, ERegionMode mode, double tolerance);
+    /// @}
 
     /// Why the last CopyFrom, Load, Save, Rotate, MedianFilter or Sobel call on this image failed, as a
     /// sentence in English; empty after a success and before the first of them. Any thread may ask, also
     /// while a filter runs.
     std::string GetFailureReason() const;
 
+    /// @{
     /// The largest decoded size in bytes that Load accepts, and that Rotate lets an image grow to, for the
-    /// whole process; 1 GiB at the start.
+    /// whole process; 1 GiB at the start. Any thread.
     static void SetDecodeLimit(std::size_t bytes);
     static std::size_t GetDecodeLimit();
+    /// @}
 
 private:
     /// Why the image cannot be rotated, null when it was.

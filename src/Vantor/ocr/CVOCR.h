@@ -26,6 +26,7 @@ class CImage;
 class VANTOR_EXPORT CVOCR : public CVObject
 {
 public:
+    /// No language is selected, so that Decode fails until SetLanguageData has succeeded.
     CVOCR();
     ~CVOCR() override;
     CVOCR(const CVOCR&) = delete;
@@ -33,18 +34,22 @@ public:
 
     /// Selects the language.
     /// @param language  the code of one language, or several joined by '+', such as "eng+vie"; UTF-8
-    /// @param folder    where <code>.traineddata of each of them lies; UTF-8
-    /// @return non-zero when a file is missing: the failure's reason names it
+    /// @param folder    where eng.traineddata and its like lie for each of them; UTF-8
+    /// @return 0, or non-zero for a null pointer, a code that is empty or holds "..", or a missing file,
+    ///         which the failure's reason names
     int SetLanguageData(const char* language, const char* folder);
 
     /// The resolution that the engine is to assume, 1 to 2400 dots per inch; 144 at the start.
+    /// @param dpi  anything else: failure
     int SetUserDefinedDpi(int dpi);
 
     /// Recognises the text inside a region, whose surroundings are read as white, as is what is transparent.
     /// Pages that lie on a side or upside down are read too.
     /// @param image   1 to 4 channels of 8 or 16 bits; only read
     /// @param region  null is the whole image; outside the image there is no text
-    /// @return 0, also when there is no text: GetText() is empty then
+    /// @return 0, also when there is no text: GetText() is empty then. Non-zero without an image or a
+    ///         language, for a region with a side beyond 32,767 pixels, for data that the engine refuses, and
+    ///         for lack of memory.
     int Decode(const CImage* image, const Geometry::CGeometry* region);
 
     /// The text of the last successful Decode, UTF-8 with '\n' between the lines and none at the end. Never

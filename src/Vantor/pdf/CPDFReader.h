@@ -12,6 +12,7 @@ namespace Vantor::Algorithms
 class CImage;
 }
 
+/// Documents.
 namespace Vantor::Utils
 {
 
@@ -22,13 +23,15 @@ class VANTOR_EXPORT CPDFReader
 public:
     /// What Read returns.
     enum EReadResult : int {
-        EReadResult_OK = 0,
+        EReadResult_OK = 0,              ///< the document is open
         EReadResult_CannotOpen = 1,      ///< missing, no regular file, or not readable
         EReadResult_NotAPdf = 2,         ///< damaged beyond use, without pages, or something else
         EReadResult_NoMemory = 3,        ///< or the file is larger than the decode limit of CImage
         EReadResult_PasswordRequired = 4 ///< a password is needed, or the one given is wrong
     };
 
+    /// No document is open. The first reader of the process silences the renderer's messages on standard
+    /// error for the whole process.
     CPDFReader();
     ~CPDFReader();
     CPDFReader(const CPDFReader&) = delete;
@@ -39,8 +42,9 @@ public:
     /// The same along y. While it is unset, the resolution along x is used.
     void SetResolutionY(double dpi);
 
-    /// Opens a document and drops the one before. The password (user's or owner's, tried as UTF-8 and as
-    /// Latin-1) may be empty.
+    /// Opens a document and drops the one before, which is gone after a failure too.
+    /// @param path      UTF-8 for the system, whatever the locale; only regular files are opened
+    /// @param password  the user's or the owner's, tried as UTF-8 and as Latin-1; may be empty
     /// @return an EReadResult
     int Read(const std::wstring& path, const std::wstring& password);
 
@@ -51,6 +55,8 @@ public:
     /// stay. A page of w x h points has ceil(w dpi / 72) x ceil(h dpi / 72) pixels. A page whose rendering
     /// (4 bytes a pixel) and image (3) together exceed the decode limit of CImage, or with a side above
     /// 1,000,000 pixels, is refused before memory is taken.
+    /// @param page   0 to GetPageNumber() - 1
+    /// @param image  receives the page; not owned
     /// @return 0, or non-zero for a page that does not exist or cannot be rendered; the image then stays
     int RenderPage(int page, Algorithms::CImage* image);
 

@@ -28,6 +28,7 @@ class VANTORCOMMON_EXPORT CDatabaseHelper
 {
 public:
     using ValueMap = std::map<QString, QVariant>; ///< values by column name, walked in the order of the names
+    /// Records of one table, shared with whoever reads them.
     using RecordList = std::vector<std::shared_ptr<CDatabaseModel>>;
 
     /// @param pFactory  makes the records of SelectFromTable; not owned, may be null
@@ -37,20 +38,28 @@ public:
     CDatabaseHelper(const CDatabaseHelper&) = delete;
     CDatabaseHelper& operator=(const CDatabaseHelper&) = delete;
 
+    /// Another factory for the records to come; not owned, may be null.
     void SetFactory(CDatabaseModelFactory* pFactory);
 
     /// Opens a SQLite file if the host contains "localhost" in any case, otherwise a MySQL database.
-    /// @param strDatabase  with SQLite the path of the file, which appears with the first write
+    /// @param strHost               a host name; the standard port of MySQL is used
+    /// @param strDatabase           with SQLite the path of the file, which appears with the first write
+    /// @param strUser, strPassword  not used with SQLite; never logged
+    /// @return whether it is open
     bool OpenDatabase(const QString& strHost, const QString& strDatabase, const QString& strUser,
                       const QString& strPassword);
     /// Closes the database and logs it; true, also if none was open.
     bool Close();
 
+    /// @{
+    /// As those of CSqlConnector: false while no database is open.
     bool StartTransaction();
     bool Commit();
+    /// @}
 
     /// Runs the statements in order up to the first failure; empty and blank ones succeed. Deliberate: a
     /// failure within a transaction does not take back the statements that ran before it; they are committed.
+    /// @param vecQueries    one statement each
     /// @param bTransaction  run them in one transaction
     /// @return whether all ran, and were committed
     bool RunQueries(const std::vector<QString>& vecQueries, bool bTransaction);
@@ -59,7 +68,8 @@ public:
     /// semicolon, inside quotes and comments too.
     bool RunQueryFile(const QString& strPath, bool bTransaction);
 
-    /// Adds the record and stores the identifier that the database assigned in it.
+    /// Adds the record and stores the identifier that the database assigned in it. False without a record, an
+    /// open database or success; the record then stays as it is.
     bool InsertToTable(std::shared_ptr<CDatabaseModel> pRecord);
     /// Adds the records in order; their identifiers stay as they are. An empty pointer among them: nothing is
     /// run, false.
@@ -72,6 +82,9 @@ public:
     bool DeleteFromTable(const QString& strTable, const ValueMap& mapWhere, bool bTransaction);
 
     /// Appends a record for each row that matches. A row whose record the factory cannot make is skipped.
+    /// @param strTable    a constant of the program
+    /// @param vecRecords  keeps what it holds
+    /// @param mapWhere    an empty one matches all rows
     /// @return whether the statement ran to its end; no rows are no failure
     bool SelectFromTable(const QString& strTable, RecordList& vecRecords, const ValueMap& mapWhere);
 

@@ -10,7 +10,7 @@
 class CDatabaseModel;
 
 /// Makes the records of the tables. It knows the table of settings; a program with further tables derives
-/// from it.
+/// from it. Used by one thread at a time.
 class VANTORCOMMON_EXPORT CDatabaseModelFactory
 {
 public:

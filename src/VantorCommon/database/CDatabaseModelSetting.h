@@ -19,12 +19,15 @@ public:
     /// single quote makes a broken statement: callers keep quotes out.
     QString ParseToInsertQuery() override;
 
+    /// @{
+    /// The three columns; empty at the start. The type is "bool", "int", "double", "string" or empty.
     void SetName(const QString& strName);
     QString GetName() const;
     void SetValue(const QString& strValue);
     QString GetValue() const;
     void SetType(const QString& strType);
     QString GetType() const;
+    /// @}
 
 private:
     QString m_strName;

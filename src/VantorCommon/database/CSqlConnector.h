@@ -17,6 +17,7 @@ class QSqlQuery;
 class VANTORCOMMON_EXPORT CSqlConnector
 {
 public:
+    /// Without a connection.
     CSqlConnector();
     /// Closes the connection.
     ~CSqlConnector();
@@ -26,7 +27,10 @@ public:
     /// Opens a database with one of Qt's drivers; a connection that is there already is closed first. The
     /// connection is named host + database; if that name is in use in this process, it gets a number, so that
     /// nobody's connection is taken away.
-    /// @param strDatabase  the name of the database, for "QSQLITE" the path of its file
+    /// @param strDriver             "QSQLITE", "QMYSQL"; a driver that is missing fails with Qt's warning
+    /// @param strHost               not used by "QSQLITE" but for the name
+    /// @param strDatabase           the name of the database, for "QSQLITE" the path of its file
+    /// @param strUser, strPassword  not used by "QSQLITE"
     /// @return whether it is open
     bool Connect(const QString& strDriver, const QString& strHost, const QString& strDatabase,
                  const QString& strUser, const QString& strPassword);
@@ -36,11 +40,13 @@ public:
     /// The connection, owned by this object; null before Connect and after Close.
     QSqlDatabase* GetDatabase() const;
 
+    /// @{
     /// The three transaction calls: false without a connection; true, and nothing is done, if the driver has
     /// no transactions, whether the database is open or not; false if it is not open.
     bool StartTransaction();
     bool Commit();
     bool Rollback();
+    /// @}
 
     /// Runs one statement.
     /// @param strSql  true, and nothing is run, if it is empty or blank

@@ -63,7 +63,9 @@ Q_SIGNALS:
     void signal_NewMessage(const SLogMessage& sMessage);
 
 public Q_SLOTS:
-    /// Writes one line to the file of the day, in the folder of the setting "GENERAL_LOG_DIR" as it is now.
+    /// Writes one line to the file of the day, in the folder of the setting "GENERAL_LOG_DIR" as it is now,
+    /// by default "Vantor" in the user's documents. Line breaks and control characters are written as \\n,
+    /// \\x1b and so on.
     void slot_NewMessage(const SLogMessage& sMessage);
     /// Takes one message, if there is any, and announces it.
     void slot_OnTimer();

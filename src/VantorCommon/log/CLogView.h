@@ -13,12 +13,13 @@ struct SLogMessage;
 
 /// Lists the log messages as they leave the queue of CLogModel, one row each, coloured by level on a dark
 /// ground, the newest in sight. At 500 rows it is emptied and starts again. It shows what is announced from
-/// its construction on, and cannot be edited.
+/// its construction on, and cannot be edited. GUI thread only.
 class VANTORCOMMON_EXPORT CLogView : public QWidget
 {
     Q_OBJECT
 
 public:
+    /// Makes the one log model if it is not there yet.
     explicit CLogView(QWidget* pParent = nullptr);
 
 public Q_SLOTS:

@@ -6,10 +6,10 @@
 
 /// The level of a log message. Deliberate: the numbers are not sorted by severity, DEBUG comes second.
 enum ELogLevel : int {
-    NORMAL = 0,
-    DEBUG = 1,
-    WARNING = 2,
-    ERROR = 3,
+    NORMAL = 0,  ///< what was done
+    DEBUG = 1,   ///< what a developer looks for
+    WARNING = 2, ///< what may be wrong
+    ERROR = 3,   ///< what has failed
 };
 
 /// The one logging call of the library. It holds no state: the messages go to CLogModel, which writes them to

@@ -29,13 +29,14 @@ class CGeometry;
 /// list of regions in step with the shapes of that viewer and times the runs.
 ///
 /// A run of a derived tool is: TakeSource, CopyOf, StartProcess, a call of the core library, ShowResult. A
-/// run that cannot be done ends without a word; GetFailureReason tells why. Dialog and viewer are not owned;
-/// the binding is dropped when the viewer dies. GUI thread only; a run blocks it.
+/// run that cannot be done ends early; signal_Failed and GetFailureReason tell why. Dialog and viewer are not
+/// owned; the binding is dropped when the viewer dies. GUI thread only; a run blocks it.
 class VANTORCOMMON_EXPORT CImage2DProcessBaseCtrl : public CBaseCtrl
 {
     Q_OBJECT
 
 public:
+    /// Images are shared with the viewers and their undo steps.
     using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
 
     /// Binds the tool to the viewer that the dialog shows; the dialog may be null.
@@ -45,8 +46,11 @@ public:
     /// Binds the tool to the registered viewer with that window title. Without one the tool is unbound, and
     /// the dialog's list of regions stays as it was.
     void ChangeSourceImageView(const QString& strTitle);
+    /// @{
+    /// The source; null while the tool is unbound.
     CImageViewerCtrl* GetSourceViewCtrl() const;
     CImageViewer* GetSourceView() const;
+    /// @}
 
     /// Starts the clock of a run and announces it.
     void StartProcess();
@@ -65,12 +69,17 @@ Q_SIGNALS:
     void signal_Failed(const QString& strReason);
 
 public Q_SLOTS:
+    /// The user has chosen another viewer in the dialog: ChangeSourceImageView.
     void slot_ChangeSourceImageView(const QString& strTitle);
+    /// @{
+    /// Lists a new shape of the source at the end of the regions, or takes the first one of a deleted shape's
+    /// name out of them; rulers and texts are no regions.
     /// Deliberate: neither the viewer nor the image is compared, the signal comes from the source itself.
     void slot_AddDrawableObjectWithViewID(int nViewID, unsigned int nImageUID, unsigned int nGeometryUID,
                                           QString strName);
     void slot_DeleteDrawableObjectWithViewID(int nViewID, unsigned int nImageUID, unsigned int nGeometryUID,
                                              QString strName);
+    /// @}
     /// Deliberate: nothing. A region keeps the name under which it was listed.
     void slot_ChangeDrawableObjectProperty(unsigned int nUID);
 
@@ -84,11 +93,14 @@ protected:
     /// The current image of the source viewer, and the shape that is chosen by name; of several with that
     /// name the last one in the viewer's list.
     SSource TakeSource();
-    /// A copy to work on, for images that a viewer holds never change; null when there is none.
+    /// A copy to work on, for images that a viewer holds never change. Null when there is no image or not
+    /// enough memory.
     ImagePtr CopyOf(const SSource& source);
-    /// Ends the run and makes the image the current one of the source viewer, an undoable step.
+    /// Ends the run (EndProcess) and makes the image the current one of the source viewer, an undoable step
+    /// that drops the annotations. The viewer keeps the image: it must not be changed any more.
     void ShowResult(const ImagePtr& pImage);
-    /// Whether a call of the core library succeeded (gave 0); if not, the run ends with its reason.
+    /// Whether a call of the core library succeeded (gave 0); if not, the run ends with its reason. A run
+    /// that does without the core library passes 1 and a sentence of its own.
     bool Succeeded(int nResult, const std::string& strReason);
 
 private:

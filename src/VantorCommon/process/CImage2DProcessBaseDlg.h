@@ -23,6 +23,8 @@ class VANTORCOMMON_EXPORT CImage2DProcessBaseDlg : public QDialog
     Q_OBJECT
 
 public:
+    /// With empty sections, and the registered centre's viewers to choose from. The parent, usually the
+    /// centre view or the host's window, owns the dialog.
     explicit CImage2DProcessBaseDlg(QWidget* pParent);
     ~CImage2DProcessBaseDlg() override;
 
@@ -30,45 +32,53 @@ public:
     /// stays chosen while it is there. Without a centre nothing changes.
     void ChangeImageViewNumber();
 
-    /// The regions are listed by name, in the order given.
+    /// Lists the regions by name, in the order given, in place of those before; the first one is chosen.
     virtual void SetSourceROITitle(const std::vector<QString>& vctNames);
+    /// Takes every region off the list.
     virtual void ClearSourceROI();
+    /// Appends a region; the first one of a list is chosen.
     virtual void AddSourceROI(const QString& name);
-    /// The first entry of that name.
+    /// Removes the first entry of that name, if there is one.
     virtual void DeleteSourceROI(const QString& name);
+    /// The name of the chosen viewer, "Image View [0]" and so on; empty when there is none.
     virtual QString GetSourceImage() const;
-    /// An index beyond the list is ignored; a negative one chooses no region.
+    /// Chooses a region. An index beyond the list is ignored; a negative one chooses none.
     virtual void SetSourceROIIndex(int index);
-    /// -1 when no region is chosen.
+    /// The chosen region, 0 for the first; -1 when there is none.
     virtual int GetSourceROIIndex() const;
-    /// Empty when no region is chosen.
+    /// The name of the chosen region; empty when there is none, and then the whole image is processed.
     virtual QString GetSourceROIName() const;
-    /// Plain text.
+    /// Shows a text in the section "Message", as plain text.
     virtual void SetMessage(const QString& strMessage);
 
+    /// 600 x 300 pixels.
     QSize sizeHint() const override;
 
 Q_SIGNALS:
-    /// The user has chosen a viewer.
+    /// The user has chosen a viewer, given by its name.
     void signal_ChangeSourceImageView(const QString& strTitle);
 
 public Q_SLOTS:
+    /// The grid of the centre has changed: ChangeImageViewNumber.
     void slot_ChangeImageViewNumber();
 
 protected:
     /// One row of the parameter tree.
     struct SParameter {
-        QString strLabel;
-        QString strValue;
+        QString strLabel; ///< first column
+        QString strValue; ///< second column, edited by the delegate
     };
 
-    /// Fills "Parameter" with a tree of two columns, label and value.
-    /// @param pDelegate makes the editors of the values; it belongs to the caller and outlives the tree
-    /// @return the model of the tree, which belongs to the dialog
+    /// Fills "Parameter" with a tree of two columns, label and value. Called once. Labels can be edited too.
+    /// @param vctRows    from top to bottom
+    /// @param pDelegate  makes the editors of the values; it belongs to the caller and outlives the tree
+    /// @return the model of the tree, which belongs to the dialog; its dataChanged tells of every edit
     QStandardItemModel* AddParameterTree(const std::vector<SParameter>& vctRows,
                                          QAbstractItemDelegate* pDelegate);
-    /// Fills "Button" with the button "Run", which no key but those on itself presses.
+    /// Fills "Button" with the button "Run", which no key but those on itself presses. Called once; the
+    /// button belongs to the dialog.
     QPushButton* AddRunButton();
+    /// The section "Result", without a layout, for what a tool has to show.
     QGroupBox* ResultGroup() const { return m_pResultGroup; }
 
 private:

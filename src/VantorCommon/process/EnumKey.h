@@ -6,7 +6,7 @@
 #include <QString>
 
 /// The printable keys of an enumeration that Qt's meta-object system knows (Q_ENUM or Q_ENUM_NS). It must
-/// have int underneath, for -1 is stored in it.
+/// have int underneath, for -1 is stored in it. Any thread.
 namespace EnumKey
 {
 /// Empty for a value that has no key.

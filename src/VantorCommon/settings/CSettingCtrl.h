@@ -51,6 +51,7 @@ public:
     bool Redo() override; ///< false
 
 public Q_SLOTS:
+    /// UpdateParameter, with its result left to the log.
     void slot_UpdateSettingParameter(const QString& strKey, const QVariant& var);
 
 private:

@@ -23,6 +23,7 @@ class VANTORCOMMON_EXPORT CSettingDlg : public QDialog
     Q_OBJECT
 
 public:
+    /// With the tab "General", not yet showing the settings: see UpdateParameter. GUI thread only.
     explicit CSettingDlg(QWidget* pParent = nullptr);
 
     /// Makes the tab "General". The constructor calls it; a second call does nothing.
@@ -38,14 +39,19 @@ public:
     /// (stored) as long as the setting itself stays the same.
     void UpdateParameter();
 
+    /// @{
+    /// What the two boxes show, in dots per inch, 0 to 9999.
     int GetGeneralPDFResolutionX() const;
     int GetGeneralPDFResolutionY() const;
+    /// @}
 
 public Q_SLOTS:
-    /// Announce the sender's value under the sender's object name; nothing for a sender without one.
+    /// @{
+    /// Announces the sender's value under the sender's object name; nothing for a sender without one.
     void slot_ChangeValueInt(int nValue);
     void slot_ChangeValueDouble(double dblValue);
     void slot_ChangeValueString(const QString& strValue);
+    /// @}
 
 Q_SIGNALS:
     /// A value to store: entered by the user, or changed in the settings of the process (which are connected

@@ -29,6 +29,7 @@ public:
     void Set(const QString& strKey, const QVariant& value);
 
 Q_SIGNALS:
+    /// The key holds another value now.
     void signal_UpdateSettingParameter(const QString& strKey, const QVariant& value);
 
 private:

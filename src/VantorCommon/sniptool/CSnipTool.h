@@ -21,7 +21,9 @@ class VANTORCOMMON_EXPORT CSnipTool : public QDialog
     Q_OBJECT
 
 public:
-    /// Hidden at first. @param pModel not owned, may be null
+    /// Hidden at first.
+    /// @param pModel  not owned, may be null
+    /// @param parent  null, see above
     CSnipTool(CSnipToolModel* pModel, QWidget* parent);
     ~CSnipTool() override;
 
@@ -33,13 +35,21 @@ Q_SIGNALS:
     void signal_ExitCapture();
 
 protected:
+    /// @{
+    /// The cross cursor comes with showing; hiding drops the selection; closing gives the arrow back.
     void showEvent(QShowEvent* pEvent) override;
     void hideEvent(QHideEvent* pEvent) override;
     void closeEvent(QCloseEvent* pEvent) override;
+    /// @}
+    /// Escape emits signal_ExitCapture; every other key is left alone.
     void keyPressEvent(QKeyEvent* pEvent) override;
+    /// @{
+    /// The left button drags the selection; the others do nothing.
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void mouseReleaseEvent(QMouseEvent* pEvent) override;
+    /// @}
+    /// The grey, the hole and its green outline.
     void paintEvent(QPaintEvent* pEvent) override;
 
 private:

@@ -22,12 +22,15 @@ class VANTORCOMMON_EXPORT CSnipToolCtrl : public CBaseCtrl
     Q_OBJECT
 
 public:
+    /// Connects the tool's signals, also its closing by the window manager, which counts as Escape.
     CSnipToolCtrl(CSnipToolModel* pModel, CSnipTool* pView, CImageView2DCtrl* pImageView2DCtrl);
     ~CSnipToolCtrl() override;
 
-    /// Nothing can be undone here: both return false.
+    /// @{
+    /// Nothing can be undone here: false.
     bool Undo() override;
     bool Redo() override;
+    /// @}
 
 public Q_SLOTS:
     /// Hides the tool, grabs that part of the primary screen, shows the application again and puts the

@@ -52,18 +52,24 @@ class VANTORCOMMON_EXPORT CImageView2DCtrl : public CBaseCtrl
     Q_OBJECT
 
 public:
+    /// @{
+    /// Shared with the models, the undo steps and other viewers.
     using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
     using ObjectPtr = std::shared_ptr<CImageView2DDrawableObject>;
+    /// @}
 
+    /// Makes the panels and the snip tool and connects the view.
     CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeometryModel* pGeometryModel,
                      CImageView2DToolModel* pToolModel, CImageView2D* pView,
                      CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                      CStatusBarDockView* pStatusBarDockView);
     ~CImageView2DCtrl() override;
 
-    /// Act only while the view has the keyboard focus; true then.
+    /// @{
+    /// Acts only while the view has the keyboard focus; true then. A drag in progress is taken back first.
     bool Undo() override;
     bool Redo() override;
+    /// @}
 
     /// Loads an image or the pages of a PDF document and shows them in place of the list; annotations go.
     /// What cannot be loaded is logged and changes nothing. Deliberate: a document is told by "pdf" or "PDF"
@@ -72,40 +78,54 @@ public:
     /// The image in a list of one; empty and one log line when it cannot be loaded.
     std::vector<ImagePtr> LoadImage(const QString& strPath);
     /// One image per page, in page order, up to the first that cannot be rendered. Asks for a password when
-    /// the document wants one.
+    /// the document wants one, and blocks meanwhile. What cannot be read is logged, after a password also
+    /// shown in a message box. Deliberate: the setting "PDF_RESOLUTION_Y" (dots per inch, 144 by default)
+    /// holds for both directions.
     std::vector<ImagePtr> LoadPDF(const QString& strPath);
     /// Appends an image or the pages of a document; the last one becomes current. Annotations stay.
     void AddImage(const QString& strPath);
+    /// Saves the current image in the format of the suffix. A failure is logged.
     void SaveFile(const QString& strPath);
 
+    /// Puts a copy of the current image on the clipboard, as a picture; nothing without one.
     void CopyToClipBoard();
-    /// Shows (true) or minimises the first registered main window.
+    /// Shows the first registered main window, maximised and active (true), or minimises it.
     void SetApplicationVisible(bool bVisible);
 
+    /// Drops the current image and all annotations, without a way back.
     void CloseCurrentImage();
+    /// Replaces one image of the list and drops all annotations, also when the index, 0 to count - 1, is
+    /// none.
     void ChangeImage(ImagePtr pImage, int nIndex);
     /// Replaces the current image and drops the annotations, without a way back; see ChangeCurrentImage.
     void SetCurrentImage(ImagePtr pImage);
     /// Appends an image. @return whether there was a model
     bool PushImage(ImagePtr pImage);
+    /// The current image, which must not be changed; null without one.
     ImagePtr GetCurrentImgage() const;
+    /// @{
     /// Whether Undo or Redo would have something to do, wherever the focus is.
     bool CanUndo() const;
     bool CanRedo() const;
-    /// Replaces the current image as an undoable step.
+    /// @}
+    /// Replaces the current image and drops the annotations, as an undoable step; null changes nothing.
     void ChangeCurrentImage(ImagePtr pImage);
+    /// @{
     /// A quarter turn, counter-clockwise or clockwise, as an undoable step.
     void RotateLeft();
     void RotateRight();
+    /// @}
 
-    /// Adds a shape as an undoable step.
+    /// Adds a shape of any kind as an undoable step and selects it alone; null is ignored.
     void AddRectangle(std::shared_ptr<CImageView2DDrawableGeometry> pObject);
     /// Adds an object and selects it alone. Called back by the commands, as are the next three.
     void AddDrawableObject(ObjectPtr pObject);
-    /// @return whether the object was there
+    /// @{
+    /// Deletes an object, without a step of its own. @return whether it was there
     bool DeleteDrawableObject(ObjectPtr pObject);
     bool DeleteDrawableObject(unsigned int nUID);
-    /// Moves the object so that the point is (dx, dy) from its top-left corner.
+    /// @}
+    /// Moves the object so that the point is (dx, dy) from its top-left corner, all in image pixels.
     void MoveDrawableObject(ObjectPtr pObject, double dx, double dy, QPointF& point);
     /// Moves the handle found within 10 widget pixels of `from` to `to`, less the resize offset. The third
     /// point is not used.
@@ -117,34 +137,61 @@ public:
     /// How near to a handle counts as on it: 10 widget pixels, in image pixels. 0.0 without a view.
     double HandleTolerance() const;
 
+    /// @{
+    /// The models that were given; null when there is none any more.
     CImageView2DModel* GetImageModel() const;
     CImageView2DGeometryModel* GetGeometryModel() const;
+    /// @}
 
 public Q_SLOTS:
     /// Puts the controller's panels into the docks.
     void slot_Active();
+    /// @{
+    /// Asks for a file (an image or a document, an image, a document), and shows it in place of the list;
+    /// annotations go. Blocks while the dialog is open.
     void slot_LoadFile();
     void slot_LoadImage();
     void slot_LoadPdf();
+    /// @}
+    /// Asks for files and appends their images. Blocks while the dialog is open.
     void slot_AddImage();
+    /// AddImage.
     void slot_AddImageDragDrop(const QString& strPath);
+    /// Asks for a name and saves the current image. Blocks while the dialog is open.
     void slot_SaveImage();
+    /// @{
+    /// CloseCurrentImage, CopyToClipBoard, Undo and Redo.
     void slot_CloseImage();
     void slot_Copy();
+    /// Appends what is on the clipboard: the image files of a list of URLs, or a picture. Deliberate: text
+    /// wins over a picture and is ignored; documents in the list are not opened, and what does not load is
+    /// not logged.
     void slot_Paste();
     void slot_Undo();
     void slot_Redo();
+    /// @}
+    /// @{
+    /// Previous, Next, SetCurrentIndex and Clear of the image model; annotations stay.
     void slot_Previous();
     void slot_Next();
     void slot_SelectImage(int nIndex);
     void slot_ClearImage();
+    /// @}
+    /// @{
+    /// RotateLeft and RotateRight.
     void slot_RotateLeft();
     void slot_RotateRight();
+    /// @}
     /// Minimises the main window and lays the snip tool over the screen that it was on.
     void slot_OpenSnipTool();
+    /// Tells the image model, in image coordinates.
     void slot_ChangeMousePosition(QPointF& mousePos);
+    /// Opens the menu of the first annotation whose bounding rectangle holds the point (image coordinates),
+    /// and selects it; where there is none, the menu of the image.
     void slot_ShowContextMenu(const QPointF& point);
 
+    /// @{
+    /// Sets the mode of the tool model, which all viewers share.
     void slot_ChangeSelectMode();
     void slot_ChangePanningMode();
     void slot_SelectROIRectangle();
@@ -152,7 +199,13 @@ public Q_SLOTS:
     void slot_SelectROICircle();
     void slot_SelectROIPolygon();
     void slot_DrawRuler();
+    /// @}
 
+    /// @{
+    /// The drags of the drawing modes, in image coordinates. Doing shows a preview; End adds the shape as an
+    /// undoable step and returns to selecting. Deliberate: there is no least size, a click leaves a shape of
+    /// 0 x 0. A circle is an ellipse with equal axes about the press point; a line becomes a ruler. A polygon
+    /// is closed by a release within HandleTolerance of its first point, from three edges on.
     void slot_DrawRectangleStart(QPointF& pointStart);
     void slot_DrawRectangleDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_DrawRectangleEnd(QPointF& pointStart, QPointF& pointEnd);
@@ -169,15 +222,25 @@ public Q_SLOTS:
     void slot_DrawPolygonDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_DrawPolygonWaiting(QPointF& point);
     void slot_DrawPolygonEnd(QPointF& pointStart, QPointF& pointEnd);
+    /// @}
 
+    /// Looks for a handle of any annotation within HandleTolerance; the cursor tells.
     void slot_CheckResizeRotate(QPointF& point);
+    /// @{
+    /// The drag of the selecting mode, in image coordinates: pulls a handle, moves what is selected, or
+    /// catches annotations in a rubber band; with Ctrl a press adds to the selection. End makes an undoable
+    /// step of it.
     void slot_SelectMovingStart(QPointF& pointStart);
     void slot_SelectMovingDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_SelectMovingEnd(QPointF& pointStart, QPointF& pointEnd);
+    /// @}
+    /// @{
     /// Deliberate: nothing; resizing is part of the SelectMoving slots.
     void slot_SelectResizeStart(QPointF& pointStart);
     void slot_SelectResizeDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_SelectResizeEnd(QPointF& pointStart, QPointF& pointEnd);
+    /// @}
+    /// DeleteSelectedObjects.
     void slot_DeleteDrawableObject();
     /// Delete and Backspace delete the selection, Escape leaves a drawing mode while the view is visible.
     void slot_PressKey(int nKey);
@@ -190,10 +253,12 @@ Q_SIGNALS:
     /// Something that was asked for could not be done: a file could not be loaded, added, pasted or saved, or
     /// the image not be rotated. One line in English with the path and the reason.
     void signal_Failed(const QString& strMessage);
+    /// @{
     /// The pages of a document are being rendered: their number, then the count of those that are done. The
     /// thread is busy meanwhile.
     void signal_ChangeProgressMaxRange(int nMaxRange);
     void signal_ChangeProgressValue(int nValue);
+    /// @}
 
 protected:
     /// Watches the view for what ends a gesture without a release.

@@ -40,29 +40,41 @@ public:
     /// Appends an object to be painted; a null pointer is ignored. Deliberate: duplicates are not looked for,
     /// an object handed in twice is painted twice.
     virtual void DrawObject(std::shared_ptr<CImageView2DDrawableObject> pObject);
+    /// Takes every object off the list.
     virtual void Clear();
+    /// Where the image lies, in widget pixels; at first, and until it is set, the widget as it was made.
     virtual void SetViewPort(const QRect& rect);
+    /// The part of the image shown, in image pixels; at first the widget as it was made.
     virtual void SetWindow(const QRect& rect);
     /// A copy of the list, in painting order.
     virtual std::vector<std::shared_ptr<CImageView2DDrawableObject>> GetDrawableObjects();
     /// Paints what lies below the annotations; the painter is untransformed. Nothing here.
     virtual void Paint(QPainter& painter);
 
+    /// @{
     /// Widget to image coordinates and back. With an empty viewport or window the result is zero.
     /// Deliberate: the window's origin takes no part; image coordinates count from its top-left corner.
     QPointF MapToImage(const QPointF& point) const;
     QRectF MapToImage(const QRectF& rect) const;
     QPointF MapToWidget(const QPointF& point) const;
     QRectF MapToWidget(const QRectF& rect) const;
+    /// @}
 
 public Q_SLOTS:
+    /// Sets the cursor: an arrow for selecting, four arrows for panning, a cross for drawing.
     void slot_ChangeViewMode();
 
 protected:
+    /// Paint, then the objects in the order of the list; no objects without a mapping.
     void paintEvent(QPaintEvent* pEvent) override;
 
+    // The painter of all four maps the window to the viewport; nothing is painted without one.
+
+    /// Draws a shape or a ruler, green or, when it is selected, red, with its name or its length; nothing for
+    /// other kinds. Deliberate: the object's own pen and brush take no part.
     void InternalDrawObject(QPainter* pPainter, std::shared_ptr<CImageView2DDrawableObject> pObject);
-    /// Draws one simple shape; r is the radius of a point, in image pixels.
+    /// Draws a point, a line, a rectangle or an ellipse with the painter's pen and brush, nothing else; r is
+    /// the radius of a point, in image pixels.
     void InternalDrawElementGeometry(QPainter* pPainter, Vantor::Geometry::CGeometry* pGeometry, double r);
     /// Draws a shape with its handles and its dashed bounding box; s is the size of a widget pixel in image
     /// pixels.
@@ -75,8 +87,9 @@ protected:
     /// Replaces the list without asking for a repaint.
     void ReplaceDrawableObjects(std::vector<std::shared_ptr<CImageView2DDrawableObject>> vctObjects);
 
-    const QRect& ViewPort() const { return m_rectViewPort; }
-    const QRect& Window() const { return m_rectWindow; }
+    const QRect& ViewPort() const { return m_rectViewPort; } ///< what SetViewPort was given
+    const QRect& Window() const { return m_rectWindow; }     ///< what SetWindow was given
+    /// Null when there is none any more.
     CImageView2DToolModel* ToolModel() const;
 
 private:

@@ -16,18 +16,23 @@ class VANTORCOMMON_EXPORT CImageView2DGotoDlg : public QDialog
     Q_OBJECT
 
 public:
+    /// Both positions from 0 to 99, at 0.
     explicit CImageView2DGotoDlg(QWidget* parent = nullptr);
     ~CImageView2DGotoDlg() override;
 
+    /// @{
     /// Smallest and largest position that can be chosen, in pixels; 0 and 99 at the start.
     void SetMinimumX(int nMinimum);
     void SetMaximumX(int nMaximum);
     void SetMinimumY(int nMinimum);
     void SetMaximumY(int nMaximum);
+    /// @}
 
+    /// @{
     /// The position; 0 if the spin box is gone.
     int GetX() const;
     int GetY() const;
+    /// @}
 
 private:
     QPointer<QSpinBox> m_pSpinX;

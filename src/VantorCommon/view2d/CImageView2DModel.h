@@ -26,20 +26,25 @@ class VANTORCOMMON_EXPORT CImageView2DModel : public CBaseModel
     Q_OBJECT
 
 public:
+    /// Shared with whoever shows or processes an image; what is in the list is never changed.
     using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
 
+    /// Without images, the index 0; the Qt parent, if any, owns the model.
     explicit CImageView2DModel(QObject* parent = nullptr);
     ~CImageView2DModel() override;
 
+    /// @{
     /// In image coordinates (pixels, any value). Emits only when the point differs by QPointF's own fuzzy
     /// comparison.
     void SetMousePosition(const QPointF& ptPosition);
     QPointF GetMousePosition() const;
+    /// @}
 
-    int GetImageCount() const;
-    int GetCurrentIndex() const;
+    int GetImageCount() const;   ///< the entries, null ones too
+    int GetCurrentIndex() const; ///< any value, see above
     /// Null outside 0..count-1.
     ImagePtr GetImage(int nIndex) const;
+    /// Null when there is no current image, or when its entry is null.
     ImagePtr GetCurrentImage() const;
 
     /// Replaces one entry; nothing happens outside 0..count-1. Emits list, and current image when it was
@@ -51,9 +56,11 @@ public:
     void PushImage(ImagePtr pImage);
     /// Shows another image; nothing happens outside 0..count-1. Emits current index, current image.
     void SetCurrentIndex(int nIndex);
+    /// @{
     /// Steps to the neighbour, if there is one. Emits current index, current image.
     void Next();
     void Previous();
+    /// @}
     /// Replaces the current image and emits current image. Without one the given image becomes the only
     /// entry; emits list, current image. Deliberate: in that case the index stays as it is, so the image is
     /// not current unless the index was 0.
@@ -66,10 +73,10 @@ public:
     void Clear();
 
 Q_SIGNALS:
-    void signal_MousePositionChanged();
-    void signal_ChangeImageList();
-    void signal_ChangeCurrentIndex();
-    void signal_ChangeCurrentImage();
+    void signal_MousePositionChanged(); ///< the mouse is over another point
+    void signal_ChangeImageList();      ///< entries came, went or were replaced
+    void signal_ChangeCurrentIndex();   ///< another entry was stepped to
+    void signal_ChangeCurrentImage();   ///< another image, or none, is current
 
 private:
     bool IsInRange(int nIndex) const;

@@ -17,6 +17,7 @@ class VANTORCOMMON_EXPORT CImageView2DPropertyView : public QWidget
     Q_OBJECT
 
 public:
+    /// With labels that have no values yet.
     explicit CImageView2DPropertyView(CImageView2DModel* pModel, QWidget* parent = nullptr);
     ~CImageView2DPropertyView() override;
 

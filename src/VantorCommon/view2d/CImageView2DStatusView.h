@@ -12,5 +12,6 @@ class VANTORCOMMON_EXPORT CImageView2DStatusView : public QWidget
     Q_OBJECT
 
 public:
+    /// Without a layout.
     explicit CImageView2DStatusView(QWidget* parent = nullptr);
 };

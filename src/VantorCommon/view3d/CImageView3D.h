@@ -33,16 +33,20 @@ class VANTORCOMMON_EXPORT CImageView3D : public QOpenGLWidget, private QOpenGLFu
     Q_OBJECT
 
 public:
+    /// The parent owns the view; the model may be null.
     CImageView3D(CImageView3DModel* pModel, QWidget* pParent);
     ~CImageView3D() override;
 
+    /// Becoming visible makes the OpenGL objects anew, asks for the image and announces signal_Active3DView.
     void setVisible(bool visible) override;
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
+    QSize sizeHint() const override;        ///< 200 x 200 pixels
+    QSize minimumSizeHint() const override; ///< 50 x 50 pixels
 
-    /// Both only repaint.
+    /// @{
+    /// Only repaints; the arguments are not used.
     void rotatedBy(int nX, int nY, int nZ);
     void setClearColor(const QColor& color);
+    /// @}
 
     /// Drops the OpenGL objects, the mesh among them, and makes new ones; nothing without a valid context.
     void InitImageView3DGL();
@@ -54,34 +58,52 @@ public:
     void ClearMesh();
 
 Q_SIGNALS:
+    /// The view was shown or pressed: its panel belongs into the dock.
     void signal_Active3DView();
     /// The view has nothing to show and wants the current image.
     void signal_ChangeCurrentImage();
+    /// @{
+    /// What the model shall hold, in degrees: a drag turns by 0.1 a pixel, the wheel changes the field of
+    /// view by 1.2 a notch. Not limited here.
     void signal_ChangeRotateX(double dblAngle);
     void signal_ChangeRotateY(double dblAngle);
     void signal_ChangeFOV(double dblValue);
+    /// @}
+    /// "Switch To 2D View" in the menu.
     void signal_Switch3DTo2D();
 
 public Q_SLOTS:
     /// Does nothing.
     void slot_ChangeImage();
+    /// Repaints.
     void slot_Timmer();
     /// Takes the newest mesh from the model and uploads it.
     void slot_LoadFinished();
+    /// InitMatrix, which repaints.
     void slot_ChangeTransformMatrix();
+    /// Logs a message of the driver.
     void slot_OpenGLMessageLogged(const QOpenGLDebugMessage& debugMessage);
+    /// Opens the menu at a point in widget pixels. Does not block.
     void slot_ShowContextMenu(const QPoint& pos);
 
 protected:
+    /// @{
+    /// Called by Qt with the context current: makes the objects, paints axes, frame and mesh, sets the
+    /// viewport.
     void initializeGL() override;
     void paintGL() override;
     void resizeGL(int nWidth, int nHeight) override;
+    /// @}
+    /// @{
+    /// Drag and wheel become the signals above. A resize paints once, not twice; a view that is shown with
+    /// its window asks for the image.
     void resizeEvent(QResizeEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void mouseReleaseEvent(QMouseEvent* pEvent) override;
     void wheelEvent(QWheelEvent* pEvent) override;
     void showEvent(QShowEvent* pEvent) override;
+    /// @}
 
 private:
     struct SObjects;

@@ -29,22 +29,29 @@ class VANTORCOMMON_EXPORT CImageView3DCtrl : public CBaseCtrl
     Q_OBJECT
 
 public:
+    /// Makes the panel and connects view and models. The tool box and the status dock are not used.
     CImageView3DCtrl(CImageView3DModel* pModel3D, CImageView2DModel* pModel2D, CImageView3D* pView,
                      CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                      CStatusBarDockView* pStatusBarDockView);
     ~CImageView3DCtrl() override;
 
+    /// @{
     /// There are no steps here: false, and nothing happens.
     bool Undo() override;
     bool Redo() override;
+    /// @}
 
 public Q_SLOTS:
+    /// Puts the panel into the property dock.
     void slot_Active3DView();
     /// Starts a build, or drops the mesh when there is no image. One build runs at a time; a change that
     /// comes meanwhile starts another one when it has ended, so that the newest image always comes last.
     void slot_ChangeCurrentImage();
 
     // clang-format off
+    /// @{
+    /// Sets a parameter of the model. Beyond the range of float it becomes the largest float, not a number is
+    /// refused; the panel's ranges do not hold here.
     void slot_ChangeRotateX(double dblAngle);
     void slot_ChangeRotateY(double dblAngle);
     void slot_ChangeRotateZ(double dblAngle);
@@ -66,6 +73,7 @@ public Q_SLOTS:
     void slot_ChangeFOV(double dblValue);
     void slot_ChangeNear(double dblValue);
     void slot_ChangeFar(double dblValue);
+    /// @}
     // clang-format on
 
 private:

@@ -14,9 +14,18 @@ class QTimer;
 
 /// A vertex of the globe: position, normal, texture coordinate (s to the east, t to the south).
 struct _SVertex {
+    /// @{
+    /// Position.
     float x, y, z;
+    /// @}
+    /// @{
+    /// Normal, of length 1.
     float nx, ny, nz;
+    /// @}
+    /// @{
+    /// Texture coordinate, 0 to 1.
     float s, t;
+    /// @}
 };
 static_assert(sizeof(_SVertex) == 32);
 
@@ -35,12 +44,17 @@ class VANTORCOMMON_EXPORT CImageView3DEarth : public QOpenGLWidget, private QOpe
     Q_OBJECT
 
 public:
+    /// At yaw -90, pitch 0 and a field of view of 45 degrees. It repaints each 16 ms while it is shown.
     explicit CImageView3DEarth(QWidget* parent = nullptr);
     ~CImageView3DEarth() override;
 
+    /// @{
+    /// The camera: where it stands, (0, 0, 3) for good, in radii of the globe; where it looks to, and what is
+    /// up for it, both of length 1.
     QVector3D GetCameraPosition() const { return m_cameraPosition; }
     QVector3D GetCameraFront() const { return m_cameraFront; }
     QVector3D GetCameraUp() const { return m_cameraUp; }
+    /// @}
     float GetYaw() const { return m_fYaw; }     ///< degrees
     float GetPitch() const { return m_fPitch; } ///< degrees, -89 to 89
     float GetFOV() const { return m_fFOV; }     ///< degrees
@@ -50,15 +64,22 @@ public Q_SLOTS:
     void slot_Timmer();
 
 protected:
+    /// @{
+    /// Called by Qt with the context current: makes sphere and texture, paints them, sets the viewport.
     void initializeGL() override;
     void paintGL() override;
     void resizeGL(int nWidth, int nHeight) override;
+    /// @}
+    /// @{
+    /// A drag changes yaw and pitch by 0.1 degrees a pixel, the wheel the field of view by 1.2 a notch;
+    /// hiding stops the repainting.
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void mouseReleaseEvent(QMouseEvent* pEvent) override;
     void wheelEvent(QWheelEvent* pEvent) override;
     void showEvent(QShowEvent* pEvent) override;
     void hideEvent(QHideEvent* pEvent) override;
+    /// @}
 
 private:
     struct SObjects;

@@ -18,29 +18,30 @@ class CImage;
 }
 
 /// The parameters of the 3D view: angles in degrees, lengths in units of the mesh (the image is 1 x 1).
+/// With each stands what it is at the start.
 enum EImageView3DParameter : int {
-    EImageView3DParameter_RotateX,
-    EImageView3DParameter_RotateY,
-    EImageView3DParameter_RotateZ,
-    EImageView3DParameter_TranslateX,
-    EImageView3DParameter_TranslateY,
-    EImageView3DParameter_TranslateZ,
-    EImageView3DParameter_ScaleX,
-    EImageView3DParameter_ScaleY,
-    EImageView3DParameter_ScaleZ,
-    EImageView3DParameter_CameraPositionX,
-    EImageView3DParameter_CameraPositionY,
-    EImageView3DParameter_CameraPositionZ,
-    EImageView3DParameter_CameraCenterX,
-    EImageView3DParameter_CameraCenterY,
-    EImageView3DParameter_CameraCenterZ,
-    EImageView3DParameter_CameraUpX,
-    EImageView3DParameter_CameraUpY,
-    EImageView3DParameter_CameraUpZ,
-    EImageView3DParameter_FOV,
-    EImageView3DParameter_Near,
-    EImageView3DParameter_Far,
-    EImageView3DParameter_Count
+    EImageView3DParameter_RotateX,         ///< -73
+    EImageView3DParameter_RotateY,         ///< 0
+    EImageView3DParameter_RotateZ,         ///< 19
+    EImageView3DParameter_TranslateX,      ///< 0
+    EImageView3DParameter_TranslateY,      ///< 0
+    EImageView3DParameter_TranslateZ,      ///< 0
+    EImageView3DParameter_ScaleX,          ///< 1
+    EImageView3DParameter_ScaleY,          ///< 1
+    EImageView3DParameter_ScaleZ,          ///< 1
+    EImageView3DParameter_CameraPositionX, ///< 0
+    EImageView3DParameter_CameraPositionY, ///< 0
+    EImageView3DParameter_CameraPositionZ, ///< 5
+    EImageView3DParameter_CameraCenterX,   ///< 0.5
+    EImageView3DParameter_CameraCenterY,   ///< 0.5
+    EImageView3DParameter_CameraCenterZ,   ///< 0
+    EImageView3DParameter_CameraUpX,       ///< 0
+    EImageView3DParameter_CameraUpY,       ///< 1
+    EImageView3DParameter_CameraUpZ,       ///< 0
+    EImageView3DParameter_FOV,             ///< 22, the vertical field of view
+    EImageView3DParameter_Near,            ///< 0.1
+    EImageView3DParameter_Far,             ///< 100
+    EImageView3DParameter_Count            ///< how many there are
 };
 
 /// The height of a pixel: its grey value, 0 to 255. Bytes 0, 1, 2 of 3 or 4 channels count as red, green,
@@ -57,15 +58,19 @@ class VANTORCOMMON_EXPORT CImageView3DModel : public CBaseModel
     Q_OBJECT
 
 public:
+    /// Without a mesh, the parameters as at the start.
     CImageView3DModel();
     ~CImageView3DModel() override;
 
     /// Stores a value and emits signal_ChangeTransformMatrix when it differs from the stored one (within the
     /// core's tolerance for floats). A value that is not finite is refused.
     void SetParameter(EImageView3DParameter eParameter, float fValue);
+    /// The stored value; the parameter is one of the enumeration, not its count.
     float GetParameter(EImageView3DParameter eParameter) const { return m_arrParameters[eParameter]; }
 
     // clang-format off
+    /// @{
+    /// SetParameter and GetParameter by name.
     void SetRotateX(float fValue) { SetParameter(EImageView3DParameter_RotateX, fValue); }
     void SetRotateY(float fValue) { SetParameter(EImageView3DParameter_RotateY, fValue); }
     void SetRotateZ(float fValue) { SetParameter(EImageView3DParameter_RotateZ, fValue); }
@@ -109,6 +114,7 @@ public:
     float GetFOV() const { return GetParameter(EImageView3DParameter_FOV); }
     float GetNear() const { return GetParameter(EImageView3DParameter_Near); }
     float GetFar() const { return GetParameter(EImageView3DParameter_Far); }
+    /// @}
     // clang-format on
 
     /// Builds the mesh of an image: per pixel, rows from the top, position (x / w, (h - 1 - row) / h,
@@ -121,12 +127,14 @@ public:
     /// pixel of two channels has no colour, so its vertex has three floats instead of six.
     void LoadImage(std::shared_ptr<Vantor::Algorithms::CImage> pImage);
 
+    /// @{
     /// The mesh that was handed over last, until somebody takes it. The getters do not lock: they are for the
     /// thread that takes the mesh, while no build runs. Sizes count floats and indices.
     const float* GetVerticesBuffer() const { return m_vctVertices.data(); }
     int GetVerticesSize() const { return static_cast<int>(m_vctVertices.size()); }
     const unsigned int* GetIndicesBuffer() const { return m_vctIndices.data(); }
     int GetIndicesSize() const { return static_cast<int>(m_vctIndices.size()); }
+    /// @}
 
     /// Moves the newest mesh out, on any thread; the sizes are 0 afterwards. False, and nothing changes, when
     /// it has been taken or cleared already.
@@ -134,15 +142,21 @@ public:
     /// Empties both buffers, keeping their capacity.
     void ClearBufferData();
 
+    /// @{
     /// The most bytes that both buffers of a mesh may take, for the whole process; 2 GiB at the start.
+    /// Any thread.
     static void SetBufferLimit(std::size_t nBytes);
     static std::size_t GetBufferLimit();
+    /// @}
 
 Q_SIGNALS:
     /// Never emitted: the progress runs to 100.
     void signal_ChangeProgressMaxRange(int nMaxRange);
+    /// Progress of a build, 0 to 100; sent from the thread of the build.
     void signal_ChangeProgressValue(int nValue);
+    /// A mesh, perhaps an empty one, waits to be taken; sent from the thread of the build.
     void signal_LoadFinished();
+    /// A parameter has changed.
     void signal_ChangeTransformMatrix();
 
 private:

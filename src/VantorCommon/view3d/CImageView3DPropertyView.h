@@ -19,6 +19,7 @@ class VANTORCOMMON_EXPORT CImageView3DPropertyView : public QWidget
     Q_OBJECT
 
 public:
+    /// Shows the model's values; without a model, the boxes' own.
     CImageView3DPropertyView(CImageView3DModel* pModel, QWidget* pParent);
     ~CImageView3DPropertyView() override;
 
@@ -28,9 +29,13 @@ public:
     void UpdateValue();
 
 public Q_SLOTS:
+    /// UpdateValue.
     void slot_ChangeTransformMatrix();
 
 Q_SIGNALS:
+    /// @{
+    /// A box shows another number: degrees for the rotation (-90 to 90) and the field of view (0 to 90),
+    /// units of the mesh for the rest.
     void signal_ChangeRotateX(double dblAngle);
     void signal_ChangeRotateY(double dblAngle);
     void signal_ChangeRotateZ(double dblAngle);
@@ -52,6 +57,7 @@ Q_SIGNALS:
     void signal_ChangeFOV(double dblValue);
     void signal_ChangeNear(double dblValue);
     void signal_ChangeFar(double dblValue);
+    /// @}
 
 private:
     QPointer<CImageView3DModel> m_pModel;

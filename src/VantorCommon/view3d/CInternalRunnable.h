@@ -16,12 +16,15 @@ class CImageView3DModel;
 class VANTORCOMMON_EXPORT CInternalRunnable : public QRunnable, public IVRunnable
 {
 public:
+    /// @param pModel3D  gets the mesh; may be null
+    /// @param pModel2D  has the image; may be null
     /// @param funcGone  called once from the destructor, on whichever thread that is, whether run() has been
     ///                  called or not
     CInternalRunnable(CImageView3DModel* pModel3D, CImageView2DModel* pModel2D,
                       std::function<void()> funcGone = {});
     ~CInternalRunnable() override;
 
+    /// Builds the mesh of the image that is current at that moment.
     void run() override;
 
 private:

@@ -14,7 +14,9 @@ public:
     CCommand(const CCommand&) = delete;
     CCommand& operator=(const CCommand&) = delete;
 
+    /// Does the step, or does it again after undo().
     virtual void exec() = 0;
+    /// Takes the step back. Called only after exec().
     virtual void undo() = 0;
     /// Calls exec().
     virtual void redo();

@@ -31,9 +31,11 @@ public:
     /// The mirror image.
     virtual void Redo();
 
+    /// @{
     /// Whether there is a step to take back, or one to repeat. Any thread.
     bool CanUndo() const;
     bool CanRedo() const;
+    /// @}
 
 private:
     using History = std::deque<CCommand*>;

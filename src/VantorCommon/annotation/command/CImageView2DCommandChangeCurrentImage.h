@@ -25,8 +25,10 @@ class CImage;
 class VANTORCOMMON_EXPORT CImageView2DCommandChangeCurrentImage : public CCommand
 {
 public:
+    /// Images are shared with the model and the other steps.
     using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
 
+    /// Remembers the controller's current page and image; changes nothing yet. Null is allowed for both.
     CImageView2DCommandChangeCurrentImage(CImageView2DCtrl* pCtrl, ImagePtr pNewImage);
     ~CImageView2DCommandChangeCurrentImage() override;
 

@@ -26,8 +26,11 @@ class CGeometry;
 class VANTORCOMMON_EXPORT CImageView2DCommandChangeShape : public CCommand
 {
 public:
+    /// @{
+    /// Shared with the model and the other steps.
     using ObjectPtr = std::shared_ptr<CImageView2DDrawableObject>;
     using GeometryPtr = std::shared_ptr<Vantor::Geometry::CGeometry>;
+    /// @}
 
     ~CImageView2DCommandChangeShape() override;
 
@@ -35,12 +38,17 @@ public:
     void undo() override;
 
 protected:
-    /// @param pBefore the shape before a live gesture, or null; it is copied.
+    /// @param pCtrl    carries the step out; not owned, may be null
+    /// @param pObject  what is moved or resized; may be null
+    /// @param pBefore  the shape before a live gesture, or null; it is copied
     CImageView2DCommandChangeShape(CImageView2DCtrl* pCtrl, ObjectPtr pObject, const GeometryPtr& pBefore);
 
-    /// Make the step and take it back, from the points; called with a controller and an object only.
+    /// @{
+    /// Make the step and take it back, from the points. Called only when there are a controller and an
+    /// object.
     virtual void Do(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) = 0;
     virtual void Revert(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) = 0;
+    /// @}
 
 private:
     CImageView2DCtrl* m_pCtrl;

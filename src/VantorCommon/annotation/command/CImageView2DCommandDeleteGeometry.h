@@ -15,6 +15,7 @@ class CImageView2DDrawableObject;
 class VANTORCOMMON_EXPORT CImageView2DCommandDeleteGeometry : public CCommand
 {
 public:
+    /// Changes nothing yet; null is allowed for both.
     CImageView2DCommandDeleteGeometry(CImageView2DCtrl* pCtrl,
                                       std::shared_ptr<CImageView2DDrawableObject> pObject);
     ~CImageView2DCommandDeleteGeometry() override;

@@ -11,17 +11,22 @@
 class VANTORCOMMON_EXPORT CImageView2DCommandMoveGeometry : public CImageView2DCommandChangeShape
 {
 public:
-    /// @param oldPoint, newPoint mouse positions in image coordinates
-    /// @param dx, dy the offset from the object's top-left corner to the mouse
-    /// @param pBefore the shape before the drag when the object was already moved live, otherwise null
+    /// @param pCtrl               carries the step out; not owned, may be null
+    /// @param pObject             what is moved; may be null
+    /// @param oldPoint, newPoint  mouse positions in image coordinates
+    /// @param dx, dy              the offset from the object's top-left corner to the mouse, in image pixels
+    /// @param pBefore             the shape before the drag when the object was already moved live, or null
     CImageView2DCommandMoveGeometry(CImageView2DCtrl* pCtrl, ObjectPtr pObject, const QPointF& oldPoint,
                                     const QPointF& newPoint, double dx, double dy,
                                     const GeometryPtr& pBefore = nullptr);
     ~CImageView2DCommandMoveGeometry() override;
 
 protected:
+    /// @{
+    /// By the controller, with the points as they are and the other way round.
     void Do(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) override;
     void Revert(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) override;
+    /// @}
 
 private:
     QPointF m_ptOld;

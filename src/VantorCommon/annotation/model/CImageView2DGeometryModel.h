@@ -22,9 +22,13 @@ class VANTORCOMMON_EXPORT CImageView2DGeometryModel : public CBaseModel
     Q_OBJECT
 
 public:
+    /// @{
+    /// Objects are shared with the undo commands and the views.
     using ObjectPtr = std::shared_ptr<CImageView2DDrawableObject>;
     using ObjectList = std::vector<ObjectPtr>;
+    /// @}
 
+    /// Empty; the Qt parent, if any, owns the model.
     explicit CImageView2DGeometryModel(QObject* parent = nullptr);
     ~CImageView2DGeometryModel() override;
 
@@ -32,6 +36,7 @@ public:
     int Size() const { return static_cast<int>(m_vctObjects.size()); }
     /// The finished object at the index, 0 being the newest; null when the index is out of range.
     ObjectPtr GetAt(int nIndex) const;
+    /// A copy of the list of finished objects, newest first.
     ObjectList GetObjects() const { return m_vctObjects; }
     /// The finished object with the identifier, or null.
     ObjectPtr FindObject(unsigned int nUID) const;
@@ -43,38 +48,47 @@ public:
     /// AddObject it leaves selection and mouse offset alone. Null and present ones are skipped; each of the
     /// others is logged and announced like an addition, the oldest first.
     void RestoreObjects(const ObjectList& vctObjects);
+    /// @{
     /// Emits signal_BeforeDeleteDrawableObject, removes, emits signal_DeleteDrawableObject. False, and no
     /// signal, when the object is not there.
     bool DeleteObject(ObjectPtr pObject);
     bool DeleteObject(unsigned int nUID);
+    /// @}
     /// Removes all finished objects with one signal_ClearObject, also when there are none.
     void ClearObject();
 
+    /// Unselects every finished object; those that were selected announce it.
     void UnSelectedAll();
-    /// Selects or unselects the object and sets its mouse offset; nothing for an unknown identifier.
+    /// Selects or unselects the object and sets its mouse offset (dx, dy) in image pixels; nothing for an
+    /// unknown identifier.
     void SetSelectedObject(unsigned int nUID, bool bSelected, double dx, double dy);
 
     /// Appends to the drawing.
     void AddObjectDrawing(ObjectPtr pObject);
+    /// The objects of the drawing in progress, in the order in which they were added.
     ObjectList GetObjectDrawing() const { return m_vctDrawing; }
-    /// Announced even when the drawing was empty.
+    /// Empties the drawing; announced even when it was empty.
     void ClearObjectDrawing();
 
     /// Replaces the waiting object and switches the display of its name off.
     void AddObjectDrawingWaiting(ObjectPtr pObject);
+    /// Null when nothing is waiting.
     ObjectPtr GetObjectDrawingWaiting() const { return m_pWaiting; }
-    /// Announced even when nothing was waiting.
+    /// Drops the waiting object; announced even when nothing was waiting.
     void ClearObjectDrawingWaiting();
 
 Q_SIGNALS:
     /// A finished object has changed.
     void signal_ChangeDrawableObjectProperty(unsigned int nUID);
+    /// The object is the first of the list.
     void signal_AddDrawableObject(unsigned int nUID, QString strName);
     /// The object is still in the list.
     void signal_BeforeDeleteDrawableObject(unsigned int nUID, QString strName);
+    /// The object has left the list.
     void signal_DeleteDrawableObject(unsigned int nUID, QString strName);
     /// The drawing or the waiting object has changed.
     void signal_ChangeDrawingObject();
+    /// All finished objects have left the list at once, without the two signals above.
     void signal_ClearObject();
 
 private:

@@ -27,6 +27,7 @@ public:
     void SetData(std::shared_ptr<Vantor::Geometry::CGeometry> pGeometry);
     /// The same, and announces the change.
     void ChangeData(std::shared_ptr<Vantor::Geometry::CGeometry> pGeometry);
+    /// The shape itself, not a copy, in image coordinates; whoever changes it tells nobody. May be null.
     std::shared_ptr<Vantor::Geometry::CGeometry> GetData() const { return m_pGeometry; }
 
     /// Empty without a geometry, even when a name was given; otherwise the given name, or the kind and the
@@ -41,6 +42,7 @@ public:
     void MoveResizePoint(const QPointF& handle, const QPointF& newPoint) override;
 
 protected:
+    /// For derived classes of another kind, such as the ruler.
     explicit CImageView2DDrawableGeometry(EImageView2DDrawbleObjectType eType);
 
 private:

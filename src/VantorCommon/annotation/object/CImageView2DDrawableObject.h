@@ -15,9 +15,9 @@
 
 /// The kind of a drawable object. The values are part of the interface; 2 is used by no class.
 enum EImageView2DDrawbleObjectType : int {
-    EImageView2DDrawbleObjectType_Text = 0,
-    EImageView2DDrawbleObjectType_Geometry = 1,
-    EImageView2DDrawbleObjectType_Ruler = 3
+    EImageView2DDrawbleObjectType_Text = 0,     ///< CImageView2DDrawableText
+    EImageView2DDrawbleObjectType_Geometry = 1, ///< CImageView2DDrawableGeometry
+    EImageView2DDrawbleObjectType_Ruler = 3     ///< CImageView2DDrawableRuler
 };
 
 /// One annotation on a 2D image view, with the editing state that the user interface needs.
@@ -30,6 +30,7 @@ class VANTORCOMMON_EXPORT CImageView2DDrawableObject : public QObject, public Va
     Q_OBJECT
 
 public:
+    /// Unselected, with its name displayed, no pen and no brush.
     explicit CImageView2DDrawableObject(EImageView2DDrawbleObjectType eType);
     ~CImageView2DDrawableObject() override;
 
@@ -39,44 +40,60 @@ public:
     virtual QRectF GetBoundary() const = 0;
     /// Translates the object so that the top-left corner of its boundary lies on the point.
     virtual void MoveTopLeftTo(const QPointF& point) = 0;
-    /// Looks for a resize handle within the tolerance (image pixels, the bound included) of the point.
-    /// @param handle receives the exact position of the first such handle; untouched when there is none.
-    /// The last argument is accepted and ignored; callers pass 0.0.
+    /// Looks for a resize handle near a point, in image coordinates. The last argument is accepted and
+    /// ignored; callers pass 0.0.
+    /// @param dblTolerance  image pixels, the bound included
+    /// @param point         near which it is looked for
+    /// @param handle        receives the exact position of the first such handle; untouched without one
+    /// @return whether there is one
     virtual bool FindResizePoint(double dblTolerance, const QPointF& point, QPointF& handle,
                                  double) const = 0;
     /// Moves a handle, given by the exact position that FindResizePoint told, to a new place. A point that is
     /// no handle changes nothing.
     virtual void MoveResizePoint(const QPointF& handle, const QPointF& newPoint) = 0;
 
+    /// The kind given at construction; it never changes.
     EImageView2DDrawbleObjectType GetType() const { return m_eType; }
 
-    /// An equal value changes nothing and emits nothing.
+    /// @{
+    /// Whether the object is selected. An equal value changes nothing and emits nothing.
     void SetSelected(bool bSelected);
     bool GetSelected() const { return m_bSelected; }
+    /// @}
 
+    /// @{
     /// Whether the name is written beside the object. An equal value emits nothing.
     void SetDisplayName(bool bDisplayName);
     bool GetDisplayName() const { return m_bDisplayName; }
+    /// @}
 
-    /// The vector from the top-left corner of the boundary to the mouse while the object is dragged. A point
-    /// that is equal by Qt's fuzzy comparison (1e-12) changes nothing and emits nothing.
+    /// @{
+    /// The vector from the top-left corner of the boundary to the mouse while the object is dragged, in image
+    /// pixels. A point that is equal by Qt's fuzzy comparison (1e-12) changes nothing and emits nothing.
     void SetMouseOffset(const QPointF& offset);
     QPointF GetMouseOffset() const { return m_ptMouseOffset; }
+    /// @}
 
+    /// @{
     /// A free slot for callers; changing it emits nothing.
     void SetExtraInfo(QVariant varInfo);
     QVariant GetExtraInfo() const { return m_varExtraInfo; }
+    /// @}
 
-    /// Deliberate: pen and brush are stored and announced even when they are equal to the present ones.
+    /// @{
+    /// Stored for callers; the views paint every object in their own colours. Deliberate: pen and brush are
+    /// stored and announced even when they are equal to the present ones.
     void SetPen(const QPen& pen);
     QPen GetPen() const { return m_pen; }
     void SetBrushFilled(const QBrush& brush);
     QBrush GetBrushFilled() const { return m_brushFilled; }
+    /// @}
 
     /// Gives the object a name for good: from the first different name on, GetName returns what is stored. An
     /// equal name changes nothing, so that the empty name on a new object leaves it named by its identifier.
     void SetName(const QString& strName);
 
+    /// The two of CVObject, for numbers.
     using Vantor::CVObject::CompareEqual;
     /// Both coordinates equal by CVObject::CompareEqual.
     static bool CompareEqual(const QPointF& a, const QPointF& b);
@@ -88,6 +105,7 @@ Q_SIGNALS:
     void signal_ChangeDrawableObjectProperty(unsigned int nUID);
 
 protected:
+    /// Emits signal_ChangeDrawableObjectProperty.
     void NotifyChange();
     /// The stored name while one was given, otherwise the prefix and the identifier.
     QString NameOr(const QString& strPrefix) const;

@@ -14,8 +14,8 @@ public:
     CImageView2DDrawableText();
     ~CImageView2DDrawableText() override;
 
-    QString GetText() const { return m_strText; }
-    QPointF GetPosition() const { return {m_dblX, m_dblY}; }
+    QString GetText() const { return m_strText; }            ///< empty: nothing sets it yet
+    QPointF GetPosition() const { return {m_dblX, m_dblY}; } ///< (0, 0): nothing sets it yet
 
     QRectF GetBoundary() const override;
     void MoveTopLeftTo(const QPointF& point) override;

@@ -15,6 +15,7 @@ class VANTORCOMMON_EXPORT CImageView2DGeometryPropertyView : public QWidget
     Q_OBJECT
 
 public:
+    /// Follows the model's changes of single objects.
     explicit CImageView2DGeometryPropertyView(CImageView2DGeometryModel* pModel, QWidget* pParent = nullptr);
     ~CImageView2DGeometryPropertyView() override;
 

@@ -13,6 +13,7 @@ class VANTORCOMMON_EXPORT CImageView2DLayer : public CImageView2DDrawableWidget
     Q_OBJECT
 
 public:
+    /// Paints nothing until it gets a geometry model. Viewport and window are set by the view beneath.
     CImageView2DLayer(int nViewID, CImageView2DToolModel* pToolModel, QWidget* pParent);
 
     /// The model is not owned. Null: the layer keeps what it paints.

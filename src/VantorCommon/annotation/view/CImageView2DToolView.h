@@ -20,16 +20,20 @@ class VANTORCOMMON_EXPORT CImageView2DToolView : public QWidget
     Q_OBJECT
 
 public:
+    /// With the model's mode pressed.
     explicit CImageView2DToolView(CImageView2DToolModel* pModel, QWidget* pParent = nullptr);
     ~CImageView2DToolView() override;
 
 Q_SIGNALS:
+    /// @{
+    /// A button was clicked; the mode is asked for, not yet set.
     void signal_SelectMode();
     void signal_PanningMode();
     void signal_ROIRectangleSelected();
     void signal_ROICircleSelected();
     void signal_ROIEllipseSelected();
     void signal_ROIPolygonSelected();
+    /// @}
 
 public Q_SLOTS:
     /// Logs the name of the model's mode and presses its button. Deliberate: line mode has no button and

@@ -15,14 +15,18 @@ class VANTORCOMMON_EXPORT CImage2DProcessMedianCtrl : public CImage2DProcessBase
     Q_OBJECT
 
 public:
+    /// Connects the dialog's signals. Null is allowed for both: then nothing runs.
     CImage2DProcessMedianCtrl(CImage2DProcessMedianModel* pModel, CImage2DProcessMedianDlg* pDlg);
     ~CImage2DProcessMedianCtrl() override;
 
+    /// @{
     /// A run is undone by its viewer; nothing here, false.
     bool Undo() override;
     bool Redo() override;
+    /// @}
 
 public Q_SLOTS:
+    /// Filters a copy of the source image and makes it the current one. Deliberate: 3x3 whatever the type is.
     void slot_Run();
     /// Code 0 is the type, given by its key; other codes are ignored.
     void slot_ChangeData(int nCode, const QString& strValue);

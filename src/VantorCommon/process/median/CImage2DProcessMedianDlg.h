@@ -12,16 +12,19 @@ class CImage2DProcessMedianModel;
 class QModelIndex;
 class QStandardItemModel;
 
-/// The dialog of the median tool: one parameter, the type. The model is not owned and may be null.
+/// The dialog of the median tool: one parameter, the type. The model is not owned and may be null. GUI thread
+/// only.
 class VANTORCOMMON_EXPORT CImage2DProcessMedianDlg : public CImage2DProcessBaseDlg
 {
     Q_OBJECT
 
 public:
+    /// Shows the model's type; the parent owns the dialog. Without a model no edit is announced.
     CImage2DProcessMedianDlg(CImage2DProcessMedianModel* pModel, QWidget* pParent);
     ~CImage2DProcessMedianDlg() override;
 
 Q_SIGNALS:
+    /// The button "Run" was clicked.
     void signal_Run();
     /// A cell of the parameter tree has a new text; the code is its row.
     void signal_ChangeData(int nCode, const QString& strValue);

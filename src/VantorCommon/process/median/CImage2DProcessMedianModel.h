@@ -14,9 +14,9 @@ Q_NAMESPACE_EXPORT(VANTORCOMMON_EXPORT)
 
 /// The values are part of the interface; -1 is stored for what is none of them.
 enum EImage2DProcessMedian : int {
-    EImage2DProcessMedian3x3 = 0,
-    EImage2DProcessMedian5x5 = 1,
-    EImage2DProcessMedianNxN = 2,
+    EImage2DProcessMedian3x3 = 0, ///< a window of 3 x 3 pixels
+    EImage2DProcessMedian5x5 = 1, ///< of 5 x 5
+    EImage2DProcessMedianNxN = 2, ///< of any size
 };
 Q_ENUM_NS(EImage2DProcessMedian)
 } // namespace Image2DProcessMedianType
@@ -34,8 +34,11 @@ public:
     CImage2DProcessMedianModel();
     ~CImage2DProcessMedianModel() override;
 
+    /// @{
+    /// The chosen type, 3 x 3 at the start; any value is stored.
     void SetType(EImage2DProcessMedian eType);
     EImage2DProcessMedian GetType() const { return m_eType; }
+    /// @}
 
 private:
     EImage2DProcessMedian m_eType = EImage2DProcessMedian3x3;

@@ -21,15 +21,18 @@ class VANTORCOMMON_EXPORT CImage2DProcessOCRCtrl : public CImage2DProcessBaseCtr
     Q_OBJECT
 
 public:
+    /// Connects the dialog's signals. Null is allowed for both: then nothing runs.
     CImage2DProcessOCRCtrl(CImage2DProcessOCRModel* pModel, CImage2DProcessOCRDlg* pDlg);
     ~CImage2DProcessOCRCtrl() override;
 
+    /// @{
     /// A run changes nothing that could be undone; false.
     bool Undo() override;
     bool Redo() override;
+    /// @}
 
 public Q_SLOTS:
-    /// A run that fails leaves the last text where it is.
+    /// Reads the text into the dialog. A run that fails leaves the last text where it is.
     void slot_RunOCR();
     /// Codes: 0 the language, 1 the folder of its data, 2 the resolution as a decimal number, where what is
     /// none counts as 0. Others are ignored.

@@ -14,12 +14,13 @@ class QStandardItemModel;
 class QTextEdit;
 
 /// The dialog of the OCR tool: language, folder of the language data and resolution, and the text that was
-/// read. The model is not owned and may be null.
+/// read. The model is not owned and may be null. GUI thread only.
 class VANTORCOMMON_EXPORT CImage2DProcessOCRDlg : public CImage2DProcessBaseDlg
 {
     Q_OBJECT
 
 public:
+    /// Shows the model's values; the parent owns the dialog. Without a model no edit is announced.
     CImage2DProcessOCRDlg(CImage2DProcessOCRModel* pModel, QWidget* pParent);
     ~CImage2DProcessOCRDlg() override;
 
@@ -27,6 +28,7 @@ public:
     void SetResultText(const QString& strText);
 
 Q_SIGNALS:
+    /// The button "Run" was clicked.
     void signal_Run();
     /// A cell of the parameter tree has a new text; the code is its row.
     void signal_ChangeData(int nCode, const QString& strValue);

@@ -15,14 +15,19 @@ class VANTORCOMMON_EXPORT CImage2DProcessSobelCtrl : public CImage2DProcessBaseC
     Q_OBJECT
 
 public:
+    /// Connects the dialog's signals. Null is allowed for both: then nothing runs.
     CImage2DProcessSobelCtrl(CImage2DProcessSobelModel* pModel, CImage2DProcessSobelDlg* pDlg);
     ~CImage2DProcessSobelCtrl() override;
 
+    /// @{
     /// A run is undone by its viewer; nothing here, false.
     bool Undo() override;
     bool Redo() override;
+    /// @}
 
 public Q_SLOTS:
+    /// Filters a copy of the source image by the model's type and makes it the current one. Deliberate: also
+    /// when the filter has failed, and for a type that is none; the copy is unfiltered then.
     void slot_Run();
     /// Code 0 is the type, given by its key; other codes are ignored.
     void slot_ChangeData(int nCode, const QString& strValue);

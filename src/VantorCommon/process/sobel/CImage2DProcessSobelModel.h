@@ -14,9 +14,9 @@ Q_NAMESPACE_EXPORT(VANTORCOMMON_EXPORT)
 
 /// The values are part of the interface; -1 is stored for what is none of them.
 enum EImage2DProcessSobel : int {
-    EImage2DProcessSobelX = 0,
-    EImage2DProcessSobelY = 1,
-    EImage2DProcessSobelXY = 2,
+    EImage2DProcessSobelX = 0,  ///< from left to right
+    EImage2DProcessSobelY = 1,  ///< from top to bottom
+    EImage2DProcessSobelXY = 2, ///< in any direction
 };
 Q_ENUM_NS(EImage2DProcessSobel)
 } // namespace Image2DProcessSobelType
@@ -34,8 +34,11 @@ public:
     CImage2DProcessSobelModel();
     ~CImage2DProcessSobelModel() override;
 
+    /// @{
+    /// The chosen type, X at the start; any value is stored.
     void SetType(EImage2DProcessSobel eType);
     EImage2DProcessSobel GetType() const { return m_eType; }
+    /// @}
 
 private:
     EImage2DProcessSobel m_eType = EImage2DProcessSobelX;

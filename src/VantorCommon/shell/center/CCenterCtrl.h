@@ -41,58 +41,88 @@ class VANTORCOMMON_EXPORT CCenterCtrl : public CBaseCtrl
     Q_OBJECT
 
 public:
+    /// Makes the four viewers and registers the triple of the centre. Everything may be null: without docks
+    /// their panels are shown nowhere, without a view the viewers belong to the controller.
     CCenterCtrl(CCenterModel* pModel, CCenterView* pView, CToolBoxDockView* pToolBoxDockView,
                 CPropertyDockView* pPropertyDockView, CStatusBarDockView* pStatusBarDockView);
     ~CCenterCtrl() override;
 
+    /// @{
     /// Asked of every viewer; only the one with the keyboard focus acts. False always.
     bool Undo() override;
     bool Redo() override;
+    /// @}
 
-    /// Deliberate: rows come first here, columns in the model.
+    /// Sets the model's grid: 1 x 1, 1 x 2 and 2 x 2 are laid out as one expects. Deliberate: rows come first
+    /// here, columns in the model.
     void ChangeLayout(int nRow, int nColumn);
     /// The only viewer shown, or the one that the user picks; empty when cancelled. Deliberate: one name is
     /// offered for each cell of the grid, whether there is a viewer of that name or not; without one the
     /// result is empty.
     SMVCItem SelectMVC();
 
+    /// Shows the images of a file in the viewer that SelectMVC gives, in place of what it held; annotations
+    /// go. A file that cannot be read is logged and changes nothing.
     void OpenFile(const QString& strFile);
-    /// Tells where the file went; both outputs are -1 (all bits set) when no viewer was chosen.
+    /// OpenFile, and tells where the file went.
+    /// @param strFile   a path
+    /// @param nViewID   the viewer, -1 when none was chosen
+    /// @param nImageID  the image that it shows now, the one before when the file could not be read;
+    ///                  0xFFFFFFFF when there is none
     void OpenFileWithViewIDImageID(const QString& strFile, int& nViewID, unsigned int& nImageID);
+    /// Drops the viewer's current image and all its annotations; no way back.
     void CloseCurrentImage(int nViewID);
-    /// An undoable step.
+    /// Adds a shape to the viewer and selects it alone, an undoable step; any kind of geometry will do.
     void AddRectangle(int nViewID, std::shared_ptr<CImageView2DDrawableGeometry> pObject);
-    /// By the viewer's index; null when there is no such viewer or object.
+    /// The annotation with that identifier in the viewer with that index, 0 to 3, which is the identifier of
+    /// the viewer too; null when there is no such viewer or object.
     std::shared_ptr<CImageView2DDrawableObject> Get2DDrawableObject(int nIndex, unsigned int nUID) const;
+    /// Deletes it, without a way back; false when there is no such viewer or object.
     bool Delete2DDrawableObject(int nIndex, unsigned int nUID);
     /// The current image of the viewer with that name ("Image View [2]"). Deliberate: while one viewer is
     /// shown the name is not looked at.
     std::shared_ptr<Vantor::Algorithms::CImage> FindImage(const QString& strName);
-    /// Adds an entry to the menu of annotations of every viewer.
+    /// Adds an entry to the menu of annotations of every viewer, behind those that are there.
+    /// @param strName  the text of the entry
+    /// @param icon     may be null
+    /// @param func     called with the identifiers of the viewer and of the annotation under the mouse; it
+    /// lives
+    ///                 as long as the viewers. An empty one does nothing
     void RegisterGeometryAction(const QString& strName, const QIcon& icon,
                                 std::function<void(int, unsigned int)> func);
 
 Q_SIGNALS:
+    /// @{
     /// Of the processing tools that the centre has made, by the title of their dialog: a run begins (the
     /// thread is busy until it ends), is over, could not be done and why.
     void signal_ProcessStarted(const QString& strTool);
     void signal_ProcessEnded(const QString& strTool);
     void signal_ProcessFailed(const QString& strTool, const QString& strReason);
+    /// @}
 
 public Q_SLOTS:
+    /// @{
+    /// One viewer, two side by side, four in two rows.
     void slot_ChangeLayout1x1();
     void slot_ChangeLayout2x1();
     void slot_ChangeLayout2x2();
+    /// @}
+    /// OpenFile.
     void slot_OpenFilePath(const QString& strFile);
+    /// Asks for a file and opens it.
     void slot_OpenFile();
+    /// Asks for a viewer and a name, and saves the viewer's current image.
     void slot_SaveFile();
     /// Opens the first entry that is a regular file.
     void slot_SelectFiles(const std::vector<QFileInfo>& vctFiles);
+    /// CImageViewerCtrl::Convert of every viewer, which does nothing yet.
     void slot_Convert();
-    /// Show a processing tool, which is made at the first call and belongs to the centre. It is modeless.
+    /// @{
+    /// Shows a processing tool, which is made at the first call and belongs to the centre. It is modeless.
     void slot_OpenMedianTool();
     void slot_OpenSobelTool();
     void slot_OpenOCRTool();
+    /// @}
 
 private:
     void CreateViewer(int nIndex, CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,

@@ -10,16 +10,18 @@ class VANTORCOMMON_EXPORT CCenterModel : public CBaseModel
     Q_OBJECT
 
 public:
+    /// One cell; the Qt parent, if any, owns the model.
     explicit CCenterModel(QObject* parent = nullptr);
     ~CCenterModel() override;
 
-    /// Any values are stored; what cannot be laid out shows no viewer or changes nothing.
+    /// Any values are stored; what cannot be laid out shows no viewer or changes nothing. Equal ones are not
+    /// announced.
     void ChangeSize(int nColumn, int nRow);
-    int GetColumn() const { return m_nColumn; }
-    int GetRow() const { return m_nRow; }
+    int GetColumn() const { return m_nColumn; } ///< 1 at the start
+    int GetRow() const { return m_nRow; }       ///< 1 at the start
 
 Q_SIGNALS:
-    void signal_ChangedSize();
+    void signal_ChangedSize(); ///< rows or columns are others
 
 private:
     int m_nColumn = 1;

@@ -19,6 +19,7 @@ class VANTORCOMMON_EXPORT CCenterView : public QWidget
     Q_OBJECT
 
 public:
+    /// Shows nothing until it gets viewers. The parent owns the view, the model may be null.
     CCenterView(CCenterModel* pModel, QWidget* pParent);
     ~CCenterView() override;
 
@@ -30,12 +31,20 @@ public:
     void UpdateLayout();
 
 Q_SIGNALS:
-    /// Sent by the host.
+    /// @{
+    /// Sent by the host, for its menus: the centre's controller changes the layout.
     void signal_ChangeLayout1x1();
     void signal_ChangeLayout2x1();
     void signal_ChangeLayout2x2();
+    /// @}
     /// Deliberate: nobody in the library emits it.
     void signal_Active();
+    /// @{
+    /// An annotation of one of the viewers was added, is about to be deleted (it is still there), was
+    /// deleted, or has changed (place, form, selection, name). Annotations without a name are not announced
+    /// but for changes. When all go at once, as with a new image, nothing is sent.
+    /// The identifiers are those of the viewer (0 to 3), of the image that it shows (0xFFFFFFFF without one)
+    /// and of the annotation.
     void signal_AddDrawableObjectWithViewID(int nViewID, unsigned int nImageUID, unsigned int nGeometryUID,
                                             QString strName);
     void signal_DeleteDrawableObjectWithViewID(int nViewID, unsigned int nImageUID,
@@ -44,11 +53,14 @@ Q_SIGNALS:
                                                      unsigned int nGeometryUID);
     void signal_ChangeDrawableObjectPropertyWithViewID(int nViewID, unsigned int nImageUID,
                                                        unsigned int nGeometryUID);
+    /// @}
 
 public Q_SLOTS:
+    /// UpdateLayout.
     void slot_Update();
 
 protected:
+    /// Lays the viewers out anew.
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:

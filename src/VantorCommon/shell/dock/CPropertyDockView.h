@@ -14,5 +14,6 @@ class VANTORCOMMON_EXPORT CPropertyDockView : public QScrollArea
     Q_OBJECT
 
 public:
+    /// Empty, its widget resized with it.
     explicit CPropertyDockView(QWidget* parent = nullptr);
 };

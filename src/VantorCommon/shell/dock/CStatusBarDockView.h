@@ -14,5 +14,6 @@ class VANTORCOMMON_EXPORT CStatusBarDockView : public QScrollArea
     Q_OBJECT
 
 public:
+    /// Empty, its widget resized with it.
     explicit CStatusBarDockView(QWidget* parent = nullptr);
 };

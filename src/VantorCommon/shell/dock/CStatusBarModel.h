@@ -12,18 +12,21 @@ class VANTORCOMMON_EXPORT CStatusBarModel : public CBaseModel
     Q_OBJECT
 
 public:
+    /// The Qt parent, if any, owns the model.
     explicit CStatusBarModel(QObject* parent = nullptr);
 
     int GetMaxRange() const; ///< 100 at the start
     int GetValue() const;    ///< 0 at the start
 
-    /// Both emit only when the value differs from the stored one.
+    /// @{
+    /// Emits only when the value differs from the stored one.
     void SetMaxRange(int nMaxRange);
     void SetValue(int nValue);
+    /// @}
 
 Q_SIGNALS:
-    void signal_MaxRangeChanged();
-    void signal_ValueChanged();
+    void signal_MaxRangeChanged(); ///< the maximum is another one
+    void signal_ValueChanged();    ///< the value is another one
 
 private:
     int m_nMaxRange = 100;

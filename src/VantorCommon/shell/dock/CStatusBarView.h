@@ -17,12 +17,14 @@ class VANTORCOMMON_EXPORT CStatusBarView : public QWidget
     Q_OBJECT
 
 public:
+    /// Follows the model from now on.
     explicit CStatusBarView(CStatusBarModel* pModel, QWidget* parent = nullptr);
     ~CStatusBarView() override;
 
 public Q_SLOTS:
     /// The bar goes from 0 to the model's maximum.
     void slot_ChangeMaxRange();
+    /// The bar shows the model's value; one outside its range is not shown.
     void slot_ChangeValue();
 
 private:

@@ -13,5 +13,6 @@ class VANTORCOMMON_EXPORT CToolBoxDockView : public QScrollArea
     Q_OBJECT
 
 public:
+    /// Empty, its widget resized with it.
     explicit CToolBoxDockView(QWidget* parent = nullptr);
 };

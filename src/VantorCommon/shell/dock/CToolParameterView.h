@@ -12,5 +12,6 @@ class VANTORCOMMON_EXPORT CToolParameterView : public QWidget
     Q_OBJECT
 
 public:
+    /// Without a layout.
     explicit CToolParameterView(QWidget* parent = nullptr);
 };

@@ -12,5 +12,6 @@ class VANTORCOMMON_EXPORT CViewParameterView : public QWidget
     Q_OBJECT
 
 public:
+    /// Without a layout.
     explicit CViewParameterView(QWidget* parent = nullptr);
 };

@@ -11,6 +11,7 @@
 class VANTORCOMMON_EXPORT CBaseCtrl : public QObject
 {
 public:
+    /// The Qt parent, if any, owns the controller.
     explicit CBaseCtrl(QObject* parent = nullptr);
     ~CBaseCtrl() override;
 

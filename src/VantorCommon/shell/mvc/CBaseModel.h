@@ -12,6 +12,7 @@
 class VANTORCOMMON_EXPORT CBaseModel : public QObject
 {
 public:
+    /// The Qt parent, if any, owns the model.
     explicit CBaseModel(QObject* parent = nullptr);
     ~CBaseModel() override;
 };

@@ -14,16 +14,16 @@ class QWidget;
 
 /// One record of the registry. The pointers are not owned; any of them may be null.
 struct SMVC {
-    CBaseModel* pModel;
-    CBaseCtrl* pCtrl;
-    QWidget* pView;
+    CBaseModel* pModel; ///< the state
+    CBaseCtrl* pCtrl;   ///< what connects the two
+    QWidget* pView;     ///< the widget; with the host's main window it stands alone
 };
 
 /// The same three pointers, as the centre lists its viewers.
 struct SMVCItem {
-    CBaseModel* pModel;
-    CBaseCtrl* pCtrl;
-    QWidget* pView;
+    CBaseModel* pModel; ///< a CImageViewerModel
+    CBaseCtrl* pCtrl;   ///< a CImageViewerCtrl
+    QWidget* pView;     ///< a CImageViewer
 };
 
 /// The process-wide registry of triples, in which code finds what it holds no pointer to. GUI thread only.
@@ -34,8 +34,9 @@ class VANTORCOMMON_EXPORT CMVCManager
 public:
     CMVCManager() = delete;
 
-    /// Appends a record; neither duplicates nor nulls are looked for. Deliberate: the order of the arguments
-    /// (model, view, controller) is not the order of the record's fields.
+    /// Appends a record; neither duplicates nor nulls are looked for. A host registers its main window alone,
+    /// with nulls for the rest: the screen capture minimises it meanwhile. Deliberate: the order of the
+    /// arguments (model, view, controller) is not the order of the record's fields.
     static void PushMVC(CBaseModel* pModel, QWidget* pView, CBaseCtrl* pCtrl);
 
     /// The record pushed first among those for which the predicate (taking a const SMVC&) holds.

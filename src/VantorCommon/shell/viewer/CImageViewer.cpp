@@ -91,8 +91,7 @@ QImage MakeThumbnail(CImage* pImage, int nWidth, double dblPixelRatio)
 } // namespace
 
 CImageViewer::CImageViewer(CImageViewerModel* pModel, int nViewID, QWidget* pParent)
-    : QFrame(pParent), m_pModel(pModel), m_nViewID(nViewID),
-      m_strObjectName(QString::asprintf("CImageViewer_%d", nViewID))
+    : QFrame(pParent), m_pModel(pModel), m_nViewID(nViewID)
 {
     m_pMainLayout = new QVBoxLayout(this);
     m_pMainLayout->setSpacing(0);
@@ -119,8 +118,12 @@ CImageViewer::CImageViewer(CImageViewerModel* pModel, int nViewID, QWidget* pPar
 
     connect(pSplitter, &QSplitter::splitterMoved, this, &CImageViewer::slot_SplitterMoved);
     setFrameShape(QFrame::Box);
-    setObjectName(m_strObjectName);
+    setObjectName(QString::asprintf("CImageViewer_%d", nViewID));
     setFocusPolicy(Qt::StrongFocus);
+}
+
+CImageViewer::CImageViewer(QWidget* pParent) : CImageViewer(nullptr, 0, pParent)
+{
 }
 
 CImageViewer::~CImageViewer() = default;
@@ -273,11 +276,17 @@ void CImageViewer::ShowView(bool b2D)
 {
     QWidget* pShown = b2D ? m_pView2D : m_pView3D;
     QWidget* pHidden = b2D ? m_pView3D : m_pView2D;
+    // The frame holds the keyboard meanwhile: it must not go to another viewer.
+    const bool bFocus = pHidden && pHidden->hasFocus();
+    if (bFocus)
+        setFocus(Qt::OtherFocusReason);
     // First one goes: side by side for a moment, both would be resized to half their width.
     if (pHidden)
         pHidden->setVisible(false);
     if (pShown)
         pShown->setVisible(true);
+    if (bFocus)
+        FocusVisibleView();
     CheckView(b2D);
 }
 
@@ -449,8 +458,8 @@ void CImageViewer::slot_ChangeDrawableObjectProperty(unsigned int nUID)
 void CImageViewer::ShowFocus(bool bFocus)
 {
     const QString strBorder = bFocus ? QStringLiteral("rgb(0, 100, 200)") : QStringLiteral("none");
-    const QString strStyle =
-        QStringLiteral("#%1 { border: 0.5px solid %2; }").arg(m_strObjectName, strBorder);
+    // A form gives the viewer a name of its own.
+    const QString strStyle = QStringLiteral("#%1 { border: 0.5px solid %2; }").arg(objectName(), strBorder);
     if (strStyle != styleSheet())
         setStyleSheet(strStyle);
 }

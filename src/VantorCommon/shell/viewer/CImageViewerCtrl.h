@@ -43,43 +43,59 @@ class VANTORCOMMON_EXPORT CImageViewerCtrl : public CBaseCtrl
     Q_OBJECT
 
 public:
+    /// Images are shared with the models and the undo steps.
     using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
 
+    /// Makes what is inside the viewer and registers the triple. Everything may be null.
     CImageViewerCtrl(CImageViewer* pViewer, CImageViewerModel* pModel, CImageView2DToolModel* pToolModel,
                      CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                      CStatusBarDockView* pStatusBarDockView);
     ~CImageViewerCtrl() override;
 
+    /// @{
     /// Asked of the 2D and of the 3D controller; false always.
     bool Undo() override;
     bool Redo() override;
+    /// @}
 
     /// The controller of the 2D view, owned by this one; never null.
     CImageView2DCtrl* Get2DCtrl() const { return m_pCtrl2D.get(); }
+    /// Shows the images of a file in place of the list; annotations go. What cannot be loaded is logged and
+    /// changes nothing. See CImageView2DCtrl for this and the next two.
     void LoadFile(const QString& strPath);
     /// Appends an image or the pages of a document to the viewer's list.
     void AddImage(const QString& strPath);
+    /// Saves the current image in the format of the suffix; a failure is logged.
     void SaveFile(const QString& strPath);
     /// Deliberate: nothing. The place of a conversion that a host may ask of all viewers.
     void Convert();
+    /// The current image, which must not be changed; null without one.
     ImagePtr GetImage() const;
-    /// 0xFFFFFFFF without an image.
+    /// Identifier of the current image, 0xFFFFFFFF without one.
     unsigned int GetImageID() const;
-    /// -1 without a viewer.
+    /// Identifier of the viewer, -1 without one.
     int GetViewID() const;
+    /// The annotations, newest first.
     std::vector<std::shared_ptr<CImageView2DDrawableObject>> Get2DDrawableObjects() const;
+    /// Deletes an annotation, without a way back. @return whether it was there
     bool Delete2DDrawableObject(unsigned int nUID);
+    /// Drops the current image and all annotations, without a way back.
     void CloseCurrentImage();
+    /// Replaces the current image and drops the annotations, an undoable step; null changes nothing.
     void ChangeCurrentImage(ImagePtr pImage);
-    /// An undoable step.
+    /// Adds a shape of any kind and selects it alone, an undoable step; null is ignored.
     void AddRectangle(std::shared_ptr<CImageView2DDrawableGeometry> pObject);
     /// Adds an entry to the menu of annotations; the function gets view identifier and annotation identifier.
     void RegisterGeometryAction(const QString& strText, const QIcon& icon,
                                 std::function<void(int, unsigned int)> func);
 
 public Q_SLOTS:
+    /// @{
+    /// The progress of the 3D build and of the pages of a document. The bar is shown while the value lies
+    /// strictly between 0 and the maximum.
     void slot_ChangeProgressMaxRange(int nMaxRange);
     void slot_ChangeProgressValue(int nValue);
+    /// @}
 
 protected:
     /// Makes the panels in the docks those of the viewer that gets the focus, however it gets it.

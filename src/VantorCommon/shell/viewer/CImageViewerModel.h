@@ -10,6 +10,7 @@ class VANTORCOMMON_EXPORT CImageViewerModel : public CBaseModel
     Q_OBJECT
 
 public:
+    /// The Qt parent, if any, owns the model.
     explicit CImageViewerModel(QObject* parent = nullptr);
     ~CImageViewerModel() override;
 };

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include "CAnnotationList.h"
+#include "CHostWindow.h"
+#include "CInvertCtrl.h"
+#include "CInvertDlg.h"
+#include "MeasureAction.h"
+
+#include <Vantor/geometry/CRectangle.h>
+#include <Vantor/image/CImage.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/shell/center/CCenterCtrl.h>
+#include <VantorCommon/shell/center/CCenterView.h>
+#include <VantorCommon/view2d/CImageView2D.h>
+
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QStandardItemModel>
+#include <QStatusBar>
+#include <QTreeView>
+#include <QtTest>
+
+using Vantor::Algorithms::CImage;
+
+namespace
+{
+QString s_strImage; // the program's argument
+
+/// The sum of all samples over a rectangle of the current image, and over the whole image.
+long long SumOf(const CImage& image, int nLeft, int nTop, int nRight, int nBottom)
+{
+    long long nSum = 0;
+    for (int y = nTop; y < nBottom; ++y)
+        for (int x = nLeft; x < nRight; ++x)
+            for (int c = 0; c < image.GetChannel(); ++c)
+                nSum += image.GetPixel(x, y)[c];
+    return nSum;
+}
+} // namespace
+
+/// Tries the host that the tutorial builds, as its author would have a person do it.
+class tst_Tutorial : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_pWindow = std::make_unique<CHostWindow>();
+        AddMeasureAction(*m_pWindow);
+        m_pList = new CAnnotationList(*m_pWindow);
+        AddInvertTool(*m_pWindow);
+        m_pWindow->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
+        m_pWindow->Centre().OpenFile(s_strImage);
+    }
+
+    void cleanup() { m_pWindow.reset(); }
+
+    void theImageIsOpen()
+    {
+        QVERIFY(Image());
+        QCOMPARE(Image()->GetChannel(), 3);
+    }
+
+    void theActionTellsTheSizeOfTheAnnotationUnderTheMouse()
+    {
+        const auto pObject = AddRectangle();
+        CImageView2D* pView = View();
+        const QPoint inside = pView->MapToWidget(pObject->GetBoundary().center()).toPoint();
+        pView->slot_ShowContextMenu(inside);
+        auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(pMenu);
+        const auto lstActions = pMenu->actions();
+        const auto it = std::find_if(lstActions.begin(), lstActions.end(), [](const QAction* pAction) {
+            return pAction->text() == QStringLiteral("Measure");
+        });
+        QVERIFY(it != lstActions.end());
+        (*it)->trigger();
+        pMenu->close();
+        QCOMPARE(m_pWindow->statusBar()->currentMessage(),
+                 pObject->GetName() + QStringLiteral(": 20.0 x 10.0 pixels"));
+    }
+
+    void theListFollowsAddingSelectingDeletingAndUndo()
+    {
+        QCOMPARE(m_pList->count(), 0);
+        const auto pObject = AddRectangle();
+        QCOMPARE(m_pList->count(), 1);
+        QCOMPARE(m_pList->item(0)->text(), QStringLiteral("[0] ") + pObject->GetName());
+        QVERIFY(m_pList->item(0)->font().bold());
+        pObject->SetSelected(false);
+        QVERIFY(!m_pList->item(0)->font().bold());
+        View()->setFocus();
+        QTest::keyClick(View(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(m_pList->count(), 0);
+        QTest::keyClick(View(), Qt::Key_Y, Qt::ControlModifier);
+        QTest::keyClick(View(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier); // redo, by either key
+        QCOMPARE(m_pList->count(), 1);
+        QVERIFY(m_pWindow->Centre().Delete2DDrawableObject(0, pObject->GetUID()));
+        QCOMPARE(m_pList->count(), 0);
+    }
+
+    void theListIsEmptiedByANewImage()
+    {
+        AddRectangle();
+        m_pWindow->Centre().OpenFile(s_strImage);
+        QCOMPARE(m_pList->count(), 0);
+    }
+
+    void theToolInvertsTheWholeImage()
+    {
+        const auto pBefore = Image();
+        const int w = pBefore->GetWidth();
+        const int h = pBefore->GetHeight();
+        const long long nBefore = SumOf(*pBefore, 0, 0, w, h);
+        RunTool();
+        QVERIFY(Image() != pBefore);
+        QCOMPARE(SumOf(*Image(), 0, 0, w, h), 255LL * 3 * w * h - nBefore);
+        View()->setFocus();
+        QTest::keyClick(View(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(Image(), pBefore);
+    }
+
+    void theToolKeepsToTheRegionAndToTheThreshold()
+    {
+        const auto pBefore = Image();
+        AddRectangle(); // the first region of a list is chosen
+        auto* pRows = qobject_cast<QStandardItemModel*>(Dialog()->findChild<QTreeView*>()->model());
+        QVERIFY(pRows);
+        pRows->setData(pRows->index(0, 1), QStringLiteral("100"));
+        RunTool();
+        const auto pAfter = Image();
+        int nInverted = 0;
+        for (int y = 0; y < pBefore->GetHeight(); ++y)
+            for (int x = 0; x < pBefore->GetWidth(); ++x)
+                for (int c = 0; c < 3; ++c) {
+                    const int nOld = pBefore->GetPixel(x, y)[c];
+                    const bool bInvert = x >= 5 && x < 25 && y >= 5 && y < 15 && nOld >= 100;
+                    nInverted += bInvert;
+                    QCOMPARE(int(pAfter->GetPixel(x, y)[c]), bInvert ? 255 - nOld : nOld);
+                }
+        QVERIFY(nInverted > 0 && nInverted < 20 * 10 * 3); // the image has both kinds there
+    }
+
+    void theToolTellsWhyItCannotRun()
+    {
+        m_pWindow->Centre().CloseCurrentImage(0);
+        RunTool();
+        bool bTold = false;
+        for (const QLabel* pLabel : Dialog()->findChildren<QLabel*>())
+            bTold = bTold || pLabel->text() == QStringLiteral("The source viewer shows no image.");
+        QVERIFY(bTold);
+    }
+
+private:
+    std::shared_ptr<CImage> Image() { return m_pWindow->Centre().FindImage(QString()); }
+    CImageView2D* View() { return m_pWindow->CentreView().findChild<CImageView2D*>(); }
+    CInvertDlg* Dialog() { return m_pWindow->findChild<CInvertDlg*>(); }
+    void RunTool() { Dialog()->findChild<QPushButton*>()->click(); }
+
+    std::shared_ptr<CImageView2DDrawableGeometry> AddRectangle()
+    {
+        auto pObject = std::make_shared<CImageView2DDrawableGeometry>();
+        pObject->SetData(std::make_shared<Vantor::Geometry::CRectangle>(5, 5, 20, 10));
+        m_pWindow->Centre().AddRectangle(0, pObject);
+        return pObject;
+    }
+
+    std::unique_ptr<CHostWindow> m_pWindow;
+    CAnnotationList* m_pList = nullptr;
+};
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    const QStringList lstArguments = QApplication::arguments();
+    if (lstArguments.size() != 2)
+        return 2;
+    s_strImage = lstArguments.at(1);
+    tst_Tutorial test;
+    return QTest::qExec(&test, {lstArguments.first()});
+}
+
+#include "tst_Tutorial.moc"
