@@ -93,7 +93,7 @@ void CSnipTool::paintEvent(QPaintEvent*)
     painter.fillRect(rect(), QColor(127, 127, 127, 127));
     if (m_rectSelect.isEmpty())
         return;
-    painter.setPen(QColor(0, 255, 0, 255));
-    // The outline's pixels lie around the selection; drawRect draws one pixel more than the size it is given.
-    painter.drawRect(m_rectSelect.adjusted(-1, -1, 0, 0));
+    painter.setPen(QPen(QColor(0, 255, 0, 255), 1.0, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    // The middle of a line that lies around the selection, one wide, on a screen of any density.
+    painter.drawRect(QRectF(m_rectSelect).adjusted(-0.5, -0.5, 0.5, 0.5));
 }

@@ -9,6 +9,7 @@
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/shell/dock/CStatusBarView.h>
 #include <VantorCommon/shell/viewer/CImageViewerModel.h>
+#include <VantorCommon/shell/viewer/FlowLayout_p.h>
 #include <VantorCommon/shell/viewer/ModelStateButton_p.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
@@ -30,7 +31,6 @@ namespace
 {
 constexpr unsigned int kNoUID = 0xFFFFFFFFu;
 constexpr int kIconSize = 20;
-constexpr int kMinButtonWidth = 16;
 constexpr int kButtonSize = 28;
 constexpr int kSideListWidth = 90;
 constexpr int kViewWidth = 400;
@@ -67,8 +67,8 @@ QString PixelText(const CImage& image, int x, int y)
     }
 }
 
-/// The image scaled to a width, with pixels of its own. Null when it cannot be shown.
-QImage MakeThumbnail(CImage* pImage, int nWidth)
+/// The image scaled to a width, in pixels of the screen and of its own. Null when it cannot be shown.
+QImage MakeThumbnail(CImage* pImage, int nWidth, double dblPixelRatio)
 {
     QImage view;
     if (!CUtilManager::ConvertImage(pImage, view, false))
@@ -79,11 +79,14 @@ QImage MakeThumbnail(CImage* pImage, int nWidth)
         dblWidth *= kMaxThumbnailHeight / dblHeight;
         dblHeight = kMaxThumbnailHeight;
     }
-    const QSize size(std::max(1, RoundToInt(dblWidth)), std::max(1, RoundToInt(dblHeight)));
+    const QSize logical(std::max(1, RoundToInt(dblWidth)), std::max(1, RoundToInt(dblHeight)));
+    const QSize size = logical * dblPixelRatio;
     const QSize coarse = size * kThumbnailOversampling;
     if (view.width() > coarse.width() && view.height() > coarse.height())
         view = view.scaled(coarse);
-    return view.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).copy();
+    QImage thumbnail = view.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).copy();
+    thumbnail.setDevicePixelRatio(dblPixelRatio);
+    return thumbnail;
 }
 } // namespace
 
@@ -147,15 +150,14 @@ void CImageViewer::CreateSideList()
             &CImageViewer::slot_CurrentChanged);
 }
 
-QPushButton* CImageViewer::AddButton(QHBoxLayout* pLayout, QPushButton* pButton, const char* pIcon,
+QPushButton* CImageViewer::AddButton(QLayout* pLayout, QPushButton* pButton, const char* pIcon,
                                      const QString& strName)
 {
     pButton->setIcon(QIcon(QStringLiteral(":/Image/") + QLatin1String(pIcon)));
     pButton->setIconSize(QSize(kIconSize, kIconSize));
     pButton->setFlat(true);
     pButton->setFocusPolicy(Qt::NoFocus);
-    pButton->setMinimumSize(kMinButtonWidth, kButtonSize);
-    pButton->setMaximumSize(kButtonSize, kButtonSize);
+    pButton->setFixedSize(kButtonSize, kButtonSize);
     pButton->setToolTip(strName);
     pButton->setAccessibleName(strName);
     pLayout->addWidget(pButton);
@@ -165,9 +167,7 @@ QPushButton* CImageViewer::AddButton(QHBoxLayout* pLayout, QPushButton* pButton,
 QWidget* CImageViewer::CreateButtons()
 {
     auto* pRow = new QWidget(this);
-    auto* pLayout = new QHBoxLayout(pRow);
-    pLayout->setContentsMargins(0, 0, 0, 0);
-    pLayout->setSpacing(0);
+    auto* pLayout = new CFlowLayout(pRow);
     const auto add = [&](QPushButton* pButton, const char* pIcon, const QString& strName, auto pTarget) {
         AddButton(pLayout, pButton, pIcon, strName);
         connect(pButton, &QPushButton::pressed, this, pTarget);
@@ -195,7 +195,6 @@ QWidget* CImageViewer::CreateButtons()
     plain("add.png", QStringLiteral("Add images"), &CImageViewer::signal_AddImage);
     plain("open-folder.png", QStringLiteral("Open a file"), &CImageViewer::signal_OpenFile);
     plain("save_file.png", QStringLiteral("Save the image"), &CImageViewer::signal_SaveFile);
-    pLayout->addStretch(1);
     return pRow;
 }
 
@@ -367,7 +366,7 @@ int CImageViewer::ThumbnailWidth() const
 
 bool CImageViewer::SetThumbnail(QStandardItem* pItem, CImage* pImage)
 {
-    const QImage thumbnail = MakeThumbnail(pImage, ThumbnailWidth());
+    const QImage thumbnail = MakeThumbnail(pImage, ThumbnailWidth(), m_pSideList->devicePixelRatioF());
     if (thumbnail.isNull())
         return false;
     pItem->setData(QPixmap::fromImage(thumbnail), Qt::DecorationRole);
@@ -401,11 +400,12 @@ void CImageViewer::ResizeSideView()
 {
     if (!m_pImageModel)
         return;
+    const int nWidth = qRound(ThumbnailWidth() * m_pSideList->devicePixelRatioF());
     for (int i = 0; i < m_pSideModel->rowCount(); ++i) {
         QStandardItem* pItem = m_pSideModel->item(i);
         const auto pImage = m_pImageModel->GetImage(pItem->data(kImageIndexRole).toInt());
         const auto thumbnail = pItem->data(Qt::DecorationRole).value<QPixmap>();
-        if (pImage && thumbnail.width() != ThumbnailWidth())
+        if (pImage && thumbnail.width() != nWidth)
             SetThumbnail(pItem, pImage.get());
     }
 }

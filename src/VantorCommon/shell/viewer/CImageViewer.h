@@ -16,6 +16,7 @@ class CImageViewerModel;
 class CStatusBarView;
 class QHBoxLayout;
 class QLabel;
+class QLayout;
 class QListView;
 class QModelIndex;
 class QPushButton;
@@ -150,8 +151,7 @@ protected:
 
 private:
     QWidget* CreateButtons();
-    QPushButton* AddButton(QHBoxLayout* pLayout, QPushButton* pButton, const char* pIcon,
-                           const QString& strName);
+    QPushButton* AddButton(QLayout* pLayout, QPushButton* pButton, const char* pIcon, const QString& strName);
     QWidget* CreateBottomLine();
     void CreateSideList();
     void ShowView(bool b2D);

@@ -23,6 +23,7 @@
 #include <QStandardItemModel>
 #include <QVBoxLayout>
 #include <QWindow>
+#include <set>
 
 using Vantor::Algorithms::CImage;
 using Vantor::Algorithms::EImageType;
@@ -204,6 +205,52 @@ private Q_SLOTS:
     }
 
     void thereAreFifteenButtons() { QCOMPARE(SFixture().parts.Buttons().size(), 15); }
+
+    void buttonsKeepTheirSizeAndWrapWhereTheViewerIsNarrow_data()
+    {
+        QTest::addColumn<int>("nWidth");
+        QTest::addColumn<int>("nMaxRows");
+        QTest::newRow("wide") << 800 << 1;
+        QTest::newRow("half") << 400 << 2;
+        QTest::newRow("narrow") << 260 << 3;
+    }
+    void buttonsKeepTheirSizeAndWrapWhereTheViewerIsNarrow()
+    {
+        QFETCH(int, nWidth);
+        QFETCH(int, nMaxRows);
+        SFixture f;
+        QVERIFY(f.Show());
+        f.window.layout()->removeWidget(f.pViewer);
+        f.pViewer->setGeometry(0, 40, nWidth, 400);
+        QCOMPARE(f.pViewer->width(), nWidth);
+        QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        const QRect whole = f.pViewer->contentsRect();
+        const auto lstButtons = f.parts.Buttons();
+        std::set<int> setRows;
+        QRegion covered;
+        for (const QPushButton* pButton : lstButtons) {
+            const QRect rect(pButton->mapTo(f.pViewer, QPoint()), pButton->size());
+            QCOMPARE(rect.size(), QSize(28, 28));
+            QVERIFY(whole.contains(rect));
+            QVERIFY(!covered.intersects(rect));
+            covered += rect;
+            setRows.insert(rect.y());
+        }
+        QCOMPARE(static_cast<int>(setRows.size()), nMaxRows);
+        const QRect view(f.pView2D->mapTo(f.pViewer, QPoint()), f.pView2D->size());
+        QVERIFY(!covered.intersects(view));
+        QVERIFY(view.height() > 250);
+    }
+
+    void besideTheListAViewerCanBeAsNarrowAsAButtonAndItsCellCanVanish()
+    {
+        SFixture f;
+        QVERIFY(f.parts.Splitter()->widget(1)->minimumSizeHint().width() <= 2 * 28);
+        QVERIFY(f.Show());
+        f.window.layout()->removeWidget(f.pViewer);
+        f.pViewer->setGeometry(0, 40, 0, 0);
+        QCOMPARE(f.pViewer->size(), QSize(0, 0));
+    }
 
     void everyButtonHasAPictureAToolTipAnAccessibleNameAndItsSignal_data() { AddButtonRows(); }
     void everyButtonHasAPictureAToolTipAnAccessibleNameAndItsSignal()
