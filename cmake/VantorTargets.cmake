@@ -22,10 +22,11 @@ if(VANTOR_COVERAGE)
     target_link_options(vantor_options INTERFACE --coverage)
 endif()
 
-# vantor_add_library(<target>): a shared library of all sources below the current folder. Files ending in
-# _p.h are private, every other header is public and installed under its own folder.
+# vantor_add_library(<target>): a shared library of all sources below the current folder, without those of its
+# engines. Files ending in _p.h are private, every other header is public and installed under its own folder.
 function(vantor_add_library target)
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS "*.cpp" "*.qrc")
+    list(FILTER sources EXCLUDE REGEX "/engine/")
     file(GLOB_RECURSE private_headers CONFIGURE_DEPENDS "*_p.h")
     file(GLOB_RECURSE public_headers CONFIGURE_DEPENDS "*.h")
     if(private_headers)
@@ -44,4 +45,17 @@ function(vantor_add_library target)
         INSTALL_RPATH "$ORIGIN" # the libraries find each other below any prefix
         LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
     add_library(${target}::${target} ALIAS ${target})
+endfunction()
+
+# vantor_add_engine(<target> <source> [libraries ...]): a module that libVantor loads when it needs it, from the
+# folder "vantor" beside itself.
+function(vantor_add_engine target source)
+    add_library(${target} MODULE ${source})
+    target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/src")
+    target_link_libraries(${target} PRIVATE vantor_options ${ARGN})
+    set_target_properties(${target} PROPERTIES
+        PREFIX "" CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+        LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib/vantor")
+    install(TARGETS ${target} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/vantor")
+    add_dependencies(Vantor ${target})
 endfunction()

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <string>
+
+/// Before the function of a module that makes an object of its engine.
+#define VANTOR_ENGINE_FUNCTION extern "C" __attribute__((visibility("default")))
+
+namespace Vantor
+{
+
+/// An engine that is loaded with its many libraries when it is used for the first time: a module in the
+/// folder "vantor" beside libVantor. Each module has one function, which makes an object of the engine.
+/// @tparam Engine  the engine's interface
+template <class Engine> struct SEngineModule {
+    /// The caller owns the new object. Null when the module could not be loaded.
+    Engine* (*pMake)() = nullptr;
+    /// Why not, as the system has it; else empty.
+    std::string strFault;
+};
+
+/// The address of a function of a module; the module stays until the process ends.
+/// @param file      its name in the folder of the modules
+/// @param function  the function's name
+/// @param fault     gets the reason of a failure
+/// @return null on failure
+void* FindInModule(const char* file, const char* function, std::string& fault);
+
+template <class Engine> SEngineModule<Engine> LoadEngineModule(const char* file, const char* function)
+{
+    SEngineModule<Engine> module;
+    module.pMake = reinterpret_cast<Engine* (*)()>(FindInModule(file, function, module.strFault));
+    return module;
+}
+
+} // namespace Vantor
