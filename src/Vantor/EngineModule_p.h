@@ -4,18 +4,18 @@
 
 #include <string>
 
-/// Before the function of a module that makes an object of its engine.
+/// Before the function of a module that gives its engine.
 #define VANTOR_ENGINE_FUNCTION extern "C" __attribute__((visibility("default")))
 
 namespace Vantor
 {
 
-/// An engine that is loaded with its many libraries when it is used for the first time: a module in the
-/// folder "vantor" beside libVantor. Each module has one function, which makes an object of the engine.
+/// An engine that is loaded with its libraries when it is used for the first time: a module in the folder
+/// "vantor" beside libVantor, with one function.
 /// @tparam Engine  the engine's interface
 template <class Engine> struct SEngineModule {
-    /// The caller owns the new object. Null when the module could not be loaded.
-    Engine* (*pMake)() = nullptr;
+    /// Gives an engine; its interface says who owns it. Null when the module could not be loaded.
+    Engine* (*pFunction)() = nullptr;
     /// Why not, as the system has it; else empty.
     std::string strFault;
 };
@@ -30,7 +30,7 @@ void* FindInModule(const char* file, const char* function, std::string& fault);
 template <class Engine> SEngineModule<Engine> LoadEngineModule(const char* file, const char* function)
 {
     SEngineModule<Engine> module;
-    module.pMake = reinterpret_cast<Engine* (*)()>(FindInModule(file, function, module.strFault));
+    module.pFunction = reinterpret_cast<Engine* (*)()>(FindInModule(file, function, module.strFault));
     return module;
 }
 

@@ -97,9 +97,9 @@ std::string CVOCR::SEngine::Prepare()
     if (pOcr && loaded == wanted)
         return {};
     const SEngineModule<IOcrEngine>& module = OcrModule();
-    if (!module.pMake)
+    if (!module.pFunction)
         return "The OCR engine cannot be loaded: " + module.strFault + '.';
-    std::unique_ptr<IOcrEngine> pNew(module.pMake());
+    std::unique_ptr<IOcrEngine> pNew(module.pFunction());
     if (!pNew->Load(wanted.strCode, wanted.strFolder, IsSingleBlock(wanted)))
         return "The OCR engine cannot use the language data.";
     pOcr = std::move(pNew);

@@ -37,7 +37,7 @@ public:
     virtual SReading Read(const SPage& page, int nDpi) = 0;
 };
 
-/// The module and its function that makes an engine.
+/// The module and its function that makes an engine, which the caller owns.
 constexpr const char* kOcrModule = "vantor-ocr.so";
 constexpr const char* kOcrFunction = "VantorMakeOcrEngine";
 

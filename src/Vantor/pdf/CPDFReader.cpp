@@ -114,9 +114,9 @@ try {
         return nResult;
     if (ClaimsTooManyObjects(bytes))
         return EReadResult_NotAPdf;
-    if (!PdfModule().pMake)
+    if (!PdfModule().pFunction)
         return EReadResult_CannotOpen;
-    std::unique_ptr<IPdfEngine> pPdf(PdfModule().pMake());
+    std::unique_ptr<IPdfEngine> pPdf(PdfModule().pFunction());
     nResult = pPdf->Read(bytes, password);
     if (nResult == EReadResult_OK)
         m_pDocument->pPdf = std::move(pPdf);

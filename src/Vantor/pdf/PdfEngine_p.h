@@ -35,7 +35,7 @@ public:
     virtual QImage Render(int page, double dpiX, double dpiY, int width, int height) const = 0;
 };
 
-/// The module and its function that makes an engine.
+/// The module and its function that makes an engine, which the caller owns.
 constexpr const char* kPdfModule = "vantor-pdf.so";
 constexpr const char* kPdfFunction = "VantorMakePdfEngine";
 
