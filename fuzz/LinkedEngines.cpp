@@ -16,3 +16,8 @@ void* Vantor::FindInModule(const char* file, const char*, std::string& fault)
     fault = "not linked";
     return nullptr;
 }
+
+bool Vantor::ModulesHaveEnded()
+{
+    return false;
+}

@@ -2,6 +2,8 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/EngineModule_p.h>
 
+#include <atomic>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
@@ -13,6 +15,7 @@ namespace Vantor
 namespace
 {
 constexpr const char* kFolder = "vantor";
+std::atomic<bool> g_bEnded{false};
 
 /// Where this library lies.
 std::filesystem::path OwnFolder()
@@ -35,7 +38,14 @@ void* FindInModule(const char* file, const char* function, std::string& fault)
         const char* szReason = ::dlerror();
         fault = szReason ? szReason : "unknown reason";
     }
+    // Runs before what dlopen has made for the module ends.
+    std::atexit([] { g_bEnded = true; });
     return pFound;
+}
+
+bool ModulesHaveEnded()
+{
+    return g_bEnded;
 }
 
 } // namespace Vantor

@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <memory>
 #include <string>
 
 /// Before the function of a module that gives its engine.
@@ -19,6 +20,20 @@ template <class Engine> struct SEngineModule {
     /// Why not, as the system has it; else empty.
     std::string strFault;
 };
+
+/// Whether the process ends and has begun to take down what the modules keep for themselves.
+bool ModulesHaveEnded();
+
+/// Deletes an engine; but one that lives as long as the process stays as it is, for what it needs has gone
+/// before it: a module, which is loaded late, ends early.
+struct SEngineDeleter {
+    template <class Engine> void operator()(Engine* pEngine) const
+    {
+        if (!ModulesHaveEnded())
+            delete pEngine;
+    }
+};
+template <class Engine> using EnginePtr = std::unique_ptr<Engine, SEngineDeleter>;
 
 /// The address of a function of a module; the module stays until the process ends.
 /// @param file      its name in the folder of the modules

@@ -83,7 +83,7 @@ struct CVOCR::SEngine {
     SLanguage loaded;
     int nDpi = kDefaultDpi;
     std::string strText;
-    std::unique_ptr<IOcrEngine> pOcr;
+    EnginePtr<IOcrEngine> pOcr;
 
     /// Makes the engine for the wanted language; empty or the reason of the failure.
     std::string Prepare();
@@ -99,7 +99,7 @@ std::string CVOCR::SEngine::Prepare()
     const SEngineModule<IOcrEngine>& module = OcrModule();
     if (!module.pFunction)
         return "The OCR engine cannot be loaded: " + module.strFault + '.';
-    std::unique_ptr<IOcrEngine> pNew(module.pFunction());
+    EnginePtr<IOcrEngine> pNew(module.pFunction());
     if (!pNew->Load(wanted.strCode, wanted.strFolder, IsSingleBlock(wanted)))
         return "The OCR engine cannot use the language data.";
     pOcr = std::move(pNew);

@@ -82,7 +82,7 @@ const SEngineModule<IPdfEngine>& PdfModule()
 } // namespace
 
 struct CPDFReader::SDocument {
-    std::unique_ptr<IPdfEngine> pPdf; ///< null, or with a readable document of at least one page
+    EnginePtr<IPdfEngine> pPdf; ///< null, or with a readable document of at least one page
     double dResolutionX = kPointsPerInch;
     double dResolutionY = 0.0; ///< 0: as along x
 };
@@ -116,7 +116,7 @@ try {
         return EReadResult_NotAPdf;
     if (!PdfModule().pFunction)
         return EReadResult_CannotOpen;
-    std::unique_ptr<IPdfEngine> pPdf(PdfModule().pFunction());
+    EnginePtr<IPdfEngine> pPdf(PdfModule().pFunction());
     nResult = pPdf->Read(bytes, password);
     if (nResult == EReadResult_OK)
         m_pDocument->pPdf = std::move(pPdf);
