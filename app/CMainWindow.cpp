@@ -15,6 +15,7 @@
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 #include <VantorCommon/view3d/CImageView3DEarth.h>
 
+#include <QCoreApplication>
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QMenuBar>
@@ -59,6 +60,8 @@ QString ReasonOf(const QString& strFile)
 
 CMainWindow::CMainWindow()
 {
+    // OpenGL comes with the first 3D view: half the time and the memory of a start would go into it.
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
     setWindowTitle(QStringLiteral("Vantor"));
     resize(1200, 820);
     // First, for the others read them.

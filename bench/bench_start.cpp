@@ -5,6 +5,7 @@
 // CPU time and peak memory of each process as it reports them itself. Needs a display: tools/xrun.
 #include "bench/BenchSupport.h"
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -16,11 +17,6 @@
 namespace
 {
 namespace fs = std::filesystem;
-
-struct SCost {
-    double dMs = 0.0; ///< user and system
-    double dMb = 0.0; ///< peak of the resident memory
-};
 
 /// A home folder of its own, and no other place for the files of a user.
 class CHome
@@ -58,55 +54,73 @@ private:
     fs::path m_path;
 };
 
-/// Runs a program of the benchmark's folder. @return false when it did not report
-bool Run(const char* name, SCost& cost)
+/// The programs of the benchmark's folder.
+constexpr std::array<const char*, 2> kHost{"start_host", nullptr};
+constexpr std::array<const char*, 2> kEmpty{"start_empty", nullptr};
+constexpr std::array<const char*, 2> kRaster{"start_empty", "raster"};
+
+/// What several starts of a program have cost.
+struct SCosts {
+    std::array<const char*, 2> arrCommand;
+    std::vector<double> vctMs;
+    std::vector<double> vctMb;
+};
+
+/// Runs a program. @return false when it did not report
+bool Run(SCosts& costs)
 {
     int ends[2];
-    const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / name;
+    const char* szName = costs.arrCommand[0];
+    const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / szName;
     if (::pipe(ends) != 0)
         return false;
     // What a forked process holds before it becomes another program counts for its peak: little, here.
     const pid_t child = ::fork();
     if (child == 0) {
         ::dup2(ends[1], STDOUT_FILENO);
-        ::execl(program.c_str(), name, static_cast<char*>(nullptr));
+        ::execl(program.c_str(), szName, costs.arrCommand[1], static_cast<char*>(nullptr));
         ::_exit(127);
     }
     ::close(ends[1]);
     FILE* pOutput = ::fdopen(ends[0], "r");
-    const bool bRead = pOutput && std::fscanf(pOutput, "%lf %lf", &cost.dMs, &cost.dMb) == 2;
+    double dMs = 0.0; // user and system
+    double dMb = 0.0; // peak of the resident memory
+    const bool bRead = pOutput && std::fscanf(pOutput, "%lf %lf", &dMs, &dMb) == 2;
     if (pOutput)
         std::fclose(pOutput);
+    costs.vctMs.push_back(dMs);
+    costs.vctMb.push_back(dMb);
     int nStatus = 0;
     return child > 0 && ::waitpid(child, &nStatus, 0) == child && bRead && nStatus == 0;
 }
 
-/// Both in turn. The home folder has been used by both before, or is new to each host.
+/// All in turn. The home folder has been used before, or is new to each host.
 void Start(benchmark::State& state, bool bUsed)
 {
     const CHome home;
-    SCost host, empty;
-    std::vector<double> vctHost, vctEmpty, vctHostMb, vctEmptyMb;
-    bool bRun = Run("start_host", host) && Run("start_empty", empty) && home.IsUsed();
+    SCosts once{kHost, {}, {}};
+    SCosts host{kHost, {}, {}};
+    SCosts empty{kEmpty, {}, {}};
+    SCosts raster{kRaster, {}, {}};
+    bool bRun = Run(once) && home.IsUsed();
     for (auto _ : state) {
         if (!bUsed)
             home.Clear();
-        bRun = bRun && Run("start_host", host) && Run("start_empty", empty);
+        bRun = bRun && Run(host) && Run(empty) && Run(raster);
         if (!bRun) {
             state.SkipWithError("a program did not start, or the host has left no settings");
             break;
         }
-        vctHost.push_back(host.dMs);
-        vctEmpty.push_back(empty.dMs);
-        vctHostMb.push_back(host.dMb);
-        vctEmptyMb.push_back(empty.dMb);
-        state.SetIterationTime(host.dMs / 1e3);
+        state.SetIterationTime(host.vctMs.back() / 1e3);
     }
-    state.counters["ours_ms"] = VantorBench::MedianOf(vctHost);
-    state.counters["peer_ms"] = VantorBench::MedianOf(vctEmpty);
-    state.counters["x_peer"] = VantorBench::MedianRatioOf(vctHost, vctEmpty);
-    state.counters["ours_mb"] = VantorBench::MedianOf(vctHostMb);
-    state.counters["peer_mb"] = VantorBench::MedianOf(vctEmptyMb);
+    state.counters["ours_ms"] = VantorBench::MedianOf(host.vctMs);
+    state.counters["peer_ms"] = VantorBench::MedianOf(empty.vctMs);
+    state.counters["limit_ms"] = VantorBench::MedianOf(raster.vctMs);
+    state.counters["x_peer"] = VantorBench::MedianRatioOf(host.vctMs, empty.vctMs);
+    state.counters["x_limit"] = VantorBench::MedianRatioOf(host.vctMs, raster.vctMs);
+    state.counters["ours_mb"] = VantorBench::MedianOf(host.vctMb);
+    state.counters["peer_mb"] = VantorBench::MedianOf(empty.vctMb);
+    state.counters["limit_mb"] = VantorBench::MedianOf(raster.vctMb);
 }
 
 void StartAgain(benchmark::State& state)

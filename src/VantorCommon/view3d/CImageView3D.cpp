@@ -80,6 +80,8 @@ void CImageView3D::setClearColor(const QColor&)
 
 void CImageView3D::setVisible(bool visible)
 {
+    if (visible)
+        PrepareWindow(*this);
     QOpenGLWidget::setVisible(visible);
     if (!visible)
         return;

@@ -38,6 +38,8 @@ public:
     explicit CImageView3DEarth(QWidget* parent = nullptr);
     ~CImageView3DEarth() override;
 
+    void setVisible(bool bVisible) override;
+
     QVector3D GetCameraPosition() const { return m_cameraPosition; }
     QVector3D GetCameraFront() const { return m_cameraFront; }
     QVector3D GetCameraUp() const { return m_cameraUp; }

@@ -4,8 +4,11 @@
 
 #include <VantorCommon/log/CLogger.h>
 
+#include <QCoreApplication>
 #include <QLabel>
+#include <QPointer>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <climits>
 
 namespace
@@ -30,6 +33,32 @@ bool HasUsableContext(const QOpenGLWidget& widget)
 {
     return widget.isValid() && widget.context()->format().version() >= qMakePair(kMajor, kMinor) &&
            !widget.context()->isOpenGLES();
+}
+
+void PrepareWindow(QOpenGLWidget& widget)
+{
+    if (!QCoreApplication::testAttribute(Qt::AA_ForceRasterWidgets))
+        return;
+    QWidget& window = *widget.window();
+    window.winId(); // the handle exists from here on
+    QWindow& handle = *window.windowHandle();
+    if (handle.surfaceType() != QSurface::RasterSurface)
+        return;
+    const bool bVisible = window.isVisible();
+    const QRect geometry = window.geometry();
+    const QPointer<QWidget> pFocus = window.focusWidget();
+    if (bVisible)
+        window.hide();
+    handle.destroy();
+    handle.setSurfaceType(QSurface::RasterGLSurface);
+    handle.create();
+    if (!bVisible)
+        return;
+    if (!window.isMaximized() && !window.isFullScreen())
+        window.setGeometry(geometry);
+    window.show();
+    if (pFocus)
+        pFocus->setFocus();
 }
 
 void ShowNotSupported(QOpenGLWidget& widget)
