@@ -37,7 +37,8 @@ bool HasUsableContext(const QOpenGLWidget& widget)
 
 void PrepareWindow(QOpenGLWidget& widget)
 {
-    if (!QCoreApplication::testAttribute(Qt::AA_ForceRasterWidgets))
+    QOpenGLContext context;
+    if (!QCoreApplication::testAttribute(Qt::AA_ForceRasterWidgets) || !context.create())
         return;
     QWidget& window = *widget.window();
     window.winId(); // the handle exists from here on
