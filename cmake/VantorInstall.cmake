@@ -1,9 +1,10 @@
 # SPDX-License-Identifier: MIT
-# What `cmake --install` puts where. Components: Core and Common (the libraries as programs need them), Development, Viewer.
+# What `cmake --install` puts where, below any prefix. Components, a Debian package each: Core and Common (the libraries
+# as programs need them), Development, Viewer.
 include(CMakePackageConfigHelpers)
 
-# vantor_install_library(<library> <component> [<line for the package file> ...]): the library, its headers and the package that
-# find_package(<library>) finds, which first looks for what the lines name.
+# vantor_install_library(<library> <component> [<line for the package file> ...]): the library, its headers and the package
+# that find_package(<library>) finds, which first looks for what the lines name.
 function(vantor_install_library library component)
     list(JOIN ARGN "\n" dependencies)
     set(folder "${CMAKE_INSTALL_LIBDIR}/cmake/${library}")
@@ -18,11 +19,37 @@ function(vantor_install_library library component)
     install(FILES "${PROJECT_BINARY_DIR}/${library}Config.cmake" "${PROJECT_BINARY_DIR}/${library}ConfigVersion.cmake"
             DESTINATION "${folder}" COMPONENT Development)
 endfunction()
+
+# vantor_install_pkgconfig(<library> <description> <requires> <flags>): the same for those who ask pkg-config.
+function(vantor_install_pkgconfig library description requires flags)
+    string(TOLOWER ${library} name)
+    file(RELATIVE_PATH to_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+    string(REGEX REPLACE "/$" "" to_prefix "${to_prefix}")
+    configure_file(cmake/library.pc.in "${PROJECT_BINARY_DIR}/${name}.pc" @ONLY)
+    install(FILES "${PROJECT_BINARY_DIR}/${name}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+            COMPONENT Development)
+endfunction()
+
 vantor_install_library(Vantor Core)
+vantor_install_pkgconfig(Vantor "Images, geometry, filters, PDF pages and OCR" "" "")
 vantor_install_library(VantorCommon Common
     "find_dependency(Vantor ${PROJECT_VERSION})"
     "find_dependency(Qt5 5.15 COMPONENTS Core Gui Widgets Sql)")
+# Qt is built so that position independent programs alone are not enough for it.
+vantor_install_pkgconfig(VantorCommon "${PROJECT_DESCRIPTION}"
+    "vantor >= ${PROJECT_VERSION} Qt5Core Qt5Gui Qt5Widgets Qt5Sql" "-fPIC")
 
 if(VANTOR_BUILD_APP)
     install(TARGETS vantor-viewer RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT Viewer)
+    install(FILES app/vantor-viewer.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications" COMPONENT Viewer)
+    install(FILES app/vantor-viewer.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT Viewer)
+    set(icons "${CMAKE_INSTALL_DATADIR}/icons/hicolor")
+    install(FILES app/icons/vantor-viewer.svg DESTINATION "${icons}/scalable/apps" COMPONENT Viewer)
+    file(GLOB pictures CONFIGURE_DEPENDS app/icons/vantor-viewer-*.png)
+    foreach(picture IN LISTS pictures)
+        get_filename_component(name "${picture}" NAME)
+        string(REGEX REPLACE "[^0-9]" "" size "${name}")
+        install(FILES "${picture}" DESTINATION "${icons}/${size}x${size}/apps" RENAME vantor-viewer.png
+                COMPONENT Viewer)
+    endforeach()
 endif()

@@ -22,6 +22,12 @@ if(VANTOR_COVERAGE)
     target_link_options(vantor_options INTERFACE --coverage)
 endif()
 
+# vantor_harden(<target>): what Debian expects of whatever reads foreign files.
+function(vantor_harden target)
+    target_compile_definitions(${target} PRIVATE $<$<CONFIG:Release>:_FORTIFY_SOURCE=2>)
+    target_link_options(${target} PRIVATE $<$<CONFIG:Release>:-Wl,-z,now>)
+endfunction()
+
 # vantor_add_library(<target>): a shared library of all sources below the current folder, without those of its
 # engines. Files ending in _p.h are private, every other header is public and installed under its own folder.
 function(vantor_add_library target)
@@ -44,6 +50,7 @@ function(vantor_add_library target)
         VERIFY_INTERFACE_HEADER_SETS ON
         INSTALL_RPATH "$ORIGIN" # the libraries find each other below any prefix
         LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+    vantor_harden(${target})
     add_library(${target}::${target} ALIAS ${target})
 endfunction()
 
@@ -56,6 +63,7 @@ function(vantor_add_engine target source)
     set_target_properties(${target} PROPERTIES
         PREFIX "" CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
         LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib/vantor")
-    install(TARGETS ${target} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/vantor")
+    vantor_harden(${target})
+    install(TARGETS ${target} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/vantor" COMPONENT Core)
     add_dependencies(Vantor ${target})
 endfunction()

@@ -89,8 +89,7 @@ QImage MakeThumbnail(CImage* pImage, int nWidth)
 } // namespace
 
 CImageViewer::CImageViewer(CImageViewerModel* pModel, int nViewID, QWidget* pParent)
-    : QFrame(pParent), m_pModel(pModel), m_nViewID(nViewID),
-      m_strObjectName(QString::asprintf("CImageViewer_%d", nViewID))
+    : QFrame(pParent), m_pModel(pModel), m_nViewID(nViewID)
 {
     m_pMainLayout = new QVBoxLayout(this);
     m_pMainLayout->setSpacing(0);
@@ -117,8 +116,12 @@ CImageViewer::CImageViewer(CImageViewerModel* pModel, int nViewID, QWidget* pPar
 
     connect(pSplitter, &QSplitter::splitterMoved, this, &CImageViewer::slot_SplitterMoved);
     setFrameShape(QFrame::Box);
-    setObjectName(m_strObjectName);
+    setObjectName(QString::asprintf("CImageViewer_%d", nViewID));
     setFocusPolicy(Qt::StrongFocus);
+}
+
+CImageViewer::CImageViewer(QWidget* pParent) : CImageViewer(nullptr, 0, pParent)
+{
 }
 
 CImageViewer::~CImageViewer() = default;
@@ -445,8 +448,8 @@ void CImageViewer::slot_ChangeDrawableObjectProperty(unsigned int nUID)
 void CImageViewer::ShowFocus(bool bFocus)
 {
     const QString strBorder = bFocus ? QStringLiteral("rgb(0, 100, 200)") : QStringLiteral("none");
-    const QString strStyle =
-        QStringLiteral("#%1 { border: 0.5px solid %2; }").arg(m_strObjectName, strBorder);
+    // A form gives the viewer a name of its own.
+    const QString strStyle = QStringLiteral("#%1 { border: 0.5px solid %2; }").arg(objectName(), strBorder);
     if (strStyle != styleSheet())
         setStyleSheet(strStyle);
 }

@@ -41,6 +41,8 @@ class VANTORCOMMON_EXPORT CImageViewer : public QFrame
 
 public:
     CImageViewer(CImageViewerModel* pModel, int nViewID, QWidget* pParent);
+    /// Viewer 0 without a model, as a form made in Qt Designer creates it; a CImageViewerCtrl fills it.
+    explicit CImageViewer(QWidget* pParent = nullptr);
     ~CImageViewer() override;
 
     /// Takes the views in (as children), shows the 2D one and hides the other two; called once.
@@ -141,5 +143,4 @@ private:
     QPushButton* m_pButtonSelect = nullptr;
     QPushButton* m_pButtonPanning = nullptr;
     int m_nViewID;
-    QString m_strObjectName;
 };
