@@ -27,10 +27,11 @@ function(vantor_harden target)
     target_compile_definitions(${target} PRIVATE $<$<CONFIG:Release>:_FORTIFY_SOURCE=2>)
 endfunction()
 
-# vantor_add_library(<target>): a shared library of all sources below the current folder. Files ending in
-# _p.h are private, every other header is public and installed under its own folder.
+# vantor_add_library(<target>): a shared library of all sources below the current folder, without those of its
+# engines. Files ending in _p.h are private, every other header is public and installed under its own folder.
 function(vantor_add_library target)
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS "*.cpp" "*.qrc")
+    list(FILTER sources EXCLUDE REGEX "/engine/")
     file(GLOB_RECURSE private_headers CONFIGURE_DEPENDS "*_p.h")
     file(GLOB_RECURSE public_headers CONFIGURE_DEPENDS "*.h")
     if(private_headers)
@@ -50,4 +51,18 @@ function(vantor_add_library target)
         LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
     vantor_harden(${target})
     add_library(${target}::${target} ALIAS ${target})
+endfunction()
+
+# vantor_add_engine(<target> <source> [libraries ...]): a module that libVantor loads when it needs it, from the
+# folder "vantor" beside itself.
+function(vantor_add_engine target source)
+    add_library(${target} MODULE ${source})
+    target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/src")
+    target_link_libraries(${target} PRIVATE vantor_options ${ARGN})
+    set_target_properties(${target} PROPERTIES
+        PREFIX "" CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+        LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib/vantor")
+    vantor_harden(${target})
+    install(TARGETS ${target} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/vantor" COMPONENT Core)
+    add_dependencies(Vantor ${target})
 endfunction()

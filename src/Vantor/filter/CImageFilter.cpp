@@ -2,11 +2,13 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/CImage.h>
 
+#include <Vantor/EngineModule_p.h>
 #include <Vantor/FailureReason_p.h>
 #include <Vantor/filter/NeighbourFilter_p.h>
 #include <Vantor/filter/WindowMedian_p.h>
 
 #include <new>
+#include <string>
 
 namespace Vantor::Algorithms
 {
@@ -22,9 +24,9 @@ struct SRegion {
 };
 
 /// Runs a filter on the region of an 8-bit image.
-/// @param filter  takes the job and returns whether there was memory for it
-/// @return null or the reason of the failure
-template <class Filter> const char* RunFilter(CImage& image, const SRegion& region, const Filter& filter)
+/// @param filter  takes the job and returns the same as this function
+/// @return empty or the reason of the failure
+template <class Filter> std::string RunFilter(CImage& image, const SRegion& region, const Filter& filter)
 {
     if (!image.GetData())
         return "The image is empty.";
@@ -37,17 +39,25 @@ template <class Filter> const char* RunFilter(CImage& image, const SRegion& regi
         if (pReason)
             return pReason;
         const SFilterJob job{image.GetRows(), image.GetWidth(), image.GetHeight(), image.GetChannel(), runs};
-        return filter(job) ? nullptr : kNoMemory;
+        return filter(job);
     } catch (const std::bad_alloc&) {
         return kNoMemory;
     }
 }
 
-const char* RunKernel(CImage& image, const SRegion& region, const SRowKernel& kernel)
+const SEngineModule<const SRowKernels>& FilterModule()
 {
-    return RunFilter(image, region, [&kernel](const SFilterJob& job) {
-        FilterNeighbours(job, kernel);
-        return true;
+    static const auto module = LoadEngineModule<const SRowKernels>(kFilterModule, kFilterFunction);
+    return module;
+}
+
+std::string RunKernel(CImage& image, const SRegion& region, SRowKernel SRowKernels::*kernel)
+{
+    return RunFilter(image, region, [kernel](const SFilterJob& job) -> std::string {
+        if (!FilterModule().pFunction)
+            return "The filter cannot be loaded: " + FilterModule().strFault + '.';
+        FilterNeighbours(job, FilterModule().pFunction()->*kernel);
+        return {};
     });
 }
 } // namespace
@@ -59,25 +69,27 @@ int CImage::MedianFilter(int radiusX, int radiusY, const Geometry::CGeometry* re
     if (radiusX < 0 || radiusY < 0)
         return m_pFailure->Note("A radius of the median is negative.");
     if (radiusX == radiusY && (radiusX == 1 || radiusX == 2))
-        return m_pFailure->Note(RunKernel(*this, where, radiusX == 1 ? kMedian3x3 : kMedian5x5));
+        return m_pFailure->Note(
+            RunKernel(*this, where, radiusX == 1 ? &SRowKernels::median3x3 : &SRowKernels::median5x5));
     return m_pFailure->Note(RunFilter(*this, where, [radiusX, radiusY](const SFilterJob& job) {
-        return (radiusX == 0 && radiusY == 0) || WindowMedian(job, radiusX, radiusY);
+        const bool bDone = (radiusX == 0 && radiusY == 0) || WindowMedian(job, radiusX, radiusY);
+        return std::string(bDone ? "" : kNoMemory);
     }));
 }
 
 int CImage::SobelX(const Geometry::CGeometry* region, ERegionMode mode, double tolerance)
 {
-    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, kSobelX));
+    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, &SRowKernels::sobelX));
 }
 
 int CImage::SobelY(const Geometry::CGeometry* region, ERegionMode mode, double tolerance)
 {
-    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, kSobelY));
+    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, &SRowKernels::sobelY));
 }
 
 int CImage::SobelXY(const Geometry::CGeometry* region, ERegionMode mode, double tolerance)
 {
-    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, kSobelXY));
+    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, &SRowKernels::sobelXY));
 }
 
 } // namespace Vantor::Algorithms

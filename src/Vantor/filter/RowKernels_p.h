@@ -27,10 +27,17 @@ struct SRowKernel {
     int nRadius; ///< r
 };
 
-extern const SRowKernel kMedian3x3;
-extern const SRowKernel kMedian5x5;
-extern const SRowKernel kSobelX;
-extern const SRowKernel kSobelY;
-extern const SRowKernel kSobelXY;
+/// What the module gives: kernels that live until the process ends.
+struct SRowKernels {
+    SRowKernel median3x3;
+    SRowKernel median5x5;
+    SRowKernel sobelX;
+    SRowKernel sobelY;
+    SRowKernel sobelXY;
+};
+
+/// The module and its function that gives the kernels. What Highway does when it is loaded takes 3 ms.
+constexpr const char* kFilterModule = "vantor-filter.so";
+constexpr const char* kFilterFunction = "VantorGetRowKernels";
 
 } // namespace Vantor::Algorithms

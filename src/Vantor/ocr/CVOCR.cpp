@@ -2,20 +2,16 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/ocr/CVOCR.h>
 
+#include <Vantor/EngineModule_p.h>
 #include <Vantor/FailureReason_p.h>
-#include <Vantor/ocr/Page_p.h>
+#include <Vantor/ocr/OcrEngine_p.h>
 
-#include <tesseract/baseapi.h>
-
+#include <algorithm>
 #include <exception>
 #include <filesystem>
 #include <sstream>
 #include <system_error>
 #include <vector>
-
-/// Of the OpenMP runtime of GNU, which the engine uses: its header comes with one compiler only.
-extern "C" void omp_set_max_active_levels(int levels);
-extern "C" int omp_get_max_active_levels();
 
 namespace Vantor::Algorithms
 {
@@ -28,19 +24,6 @@ constexpr int kMaxDpi = 2400;
 constexpr int kMaxPageSide = 32767;
 /// Mean confidence in percent below which a page may stand on its head.
 constexpr int kDoubtful = 70;
-
-/// Holds back the engine's OpenMP threads, which make it several times slower, for the time of a call.
-class COneThread
-{
-public:
-    COneThread() : m_nLevels(omp_get_max_active_levels()) { omp_set_max_active_levels(0); }
-    ~COneThread() { omp_set_max_active_levels(m_nLevels); }
-    COneThread(const COneThread&) = delete;
-    COneThread& operator=(const COneThread&) = delete;
-
-private:
-    int m_nLevels;
-};
 
 /// A language and where its data lies.
 struct SLanguage {
@@ -55,11 +38,6 @@ struct SLanguage {
     std::vector<std::string> Parts() const;
     /// Empty, or which file cannot be used.
     std::string FindFault() const;
-};
-
-struct SReading {
-    std::string strText;
-    int nConfidence = -1; ///< percent; -1 when the engine has failed
 };
 
 std::vector<std::string> SLanguage::Parts() const
@@ -86,20 +64,16 @@ std::string SLanguage::FindFault() const
 
 /// Korean is set with wide gaps between its words, which the page analysis takes for columns: such pages
 /// count as one block. Others are analysed, which also finds text that lies on its side.
-tesseract::PageSegMode SegmentationFor(const SLanguage& language)
+bool IsSingleBlock(const SLanguage& language)
 {
-    for (const std::string& strPart : language.Parts()) {
-        if (strPart == "kor")
-            return tesseract::PSM_SINGLE_BLOCK;
-    }
-    return tesseract::PSM_AUTO;
+    const std::vector<std::string> vctParts = language.Parts();
+    return std::find(vctParts.begin(), vctParts.end(), "kor") != vctParts.end();
 }
 
-std::string Trimmed(const char* text)
+const SEngineModule<IOcrEngine>& OcrModule()
 {
-    std::string strText = text ? text : "";
-    strText.erase(strText.find_last_not_of(" \n\r\t\f") + 1);
-    return strText;
+    static const auto module = LoadEngineModule<IOcrEngine>(kOcrModule, kOcrFunction);
+    return module;
 }
 } // namespace
 
@@ -109,47 +83,31 @@ struct CVOCR::SEngine {
     SLanguage loaded;
     int nDpi = kDefaultDpi;
     std::string strText;
-    std::unique_ptr<tesseract::TessBaseAPI> pApi;
+    EnginePtr<IOcrEngine> pOcr;
 
-    /// Makes the engine for the wanted language; null or the reason of the failure.
-    const char* Prepare();
-    SReading Read(const SPage& page);
-    const char* Decode(const CImage* image, const Geometry::CGeometry* region);
+    /// Makes the engine for the wanted language; empty or the reason of the failure.
+    std::string Prepare();
+    std::string Decode(const CImage* image, const Geometry::CGeometry* region);
 };
 
-const char* CVOCR::SEngine::Prepare()
+std::string CVOCR::SEngine::Prepare()
 {
     if (wanted.strCode.empty())
         return "No language was selected.";
-    if (pApi && loaded == wanted)
-        return nullptr;
-    auto pNew = std::make_unique<tesseract::TessBaseAPI>();
-    // The engine would comment on every page on standard error.
-    pNew->SetVariable("debug_file", "/dev/null");
-    if (pNew->Init(wanted.strFolder.c_str(), wanted.strCode.c_str()) != 0)
+    if (pOcr && loaded == wanted)
+        return {};
+    const SEngineModule<IOcrEngine>& module = OcrModule();
+    if (!module.pFunction)
+        return "The OCR engine cannot be loaded: " + module.strFault + '.';
+    EnginePtr<IOcrEngine> pNew(module.pFunction());
+    if (!pNew->Load(wanted.strCode, wanted.strFolder, IsSingleBlock(wanted)))
         return "The OCR engine cannot use the language data.";
-    pNew->SetPageSegMode(SegmentationFor(wanted));
-    pApi = std::move(pNew);
+    pOcr = std::move(pNew);
     loaded = wanted;
-    return nullptr;
+    return {};
 }
 
-SReading CVOCR::SEngine::Read(const SPage& page)
-{
-    SReading reading;
-    pApi->SetImage(page.vctBytes.data(), page.nWidth, page.nHeight, page.nChannels,
-                   page.nWidth * page.nChannels);
-    pApi->SetSourceResolution(nDpi);
-    if (pApi->Recognize(nullptr) == 0) {
-        const std::unique_ptr<char[]> pText(pApi->GetUTF8Text());
-        reading.strText = Trimmed(pText.get());
-        reading.nConfidence = pApi->MeanTextConf();
-    }
-    pApi->Clear();
-    return reading;
-}
-
-const char* CVOCR::SEngine::Decode(const CImage* image, const Geometry::CGeometry* region)
+std::string CVOCR::SEngine::Decode(const CImage* image, const Geometry::CGeometry* region)
 {
     if (!image || !image->GetData())
         return "There is no image to read.";
@@ -160,27 +118,27 @@ const char* CVOCR::SEngine::Decode(const CImage* image, const Geometry::CGeometr
     SPage page = MakePage(*image, runs);
     if (page.nWidth > kMaxPageSide || page.nHeight > kMaxPageSide)
         return "The region is too large for the OCR engine.";
-    const COneThread oneThread;
-    if (const char* pReason = Prepare())
-        return pReason;
+    std::string strFault = Prepare();
+    if (!strFault.empty())
+        return strFault;
     if (page.vctBytes.empty()) {
         strText.clear();
-        return nullptr;
+        return {};
     }
     // The order saves a reading; which of two readings is taken does not hang on it.
-    if (pApi->GetPageSegMode() == tesseract::PSM_AUTO && page.SeemsTurned())
+    if (!IsSingleBlock(loaded) && pOcr->SeemsTurned(page))
         page.TurnUpsideDown();
-    SReading best = Read(page);
+    SReading best = pOcr->Read(page, nDpi);
     if (best.nConfidence < kDoubtful) {
         page.TurnUpsideDown();
-        SReading turned = Read(page);
+        SReading turned = pOcr->Read(page, nDpi);
         if (turned.nConfidence > best.nConfidence)
             best = std::move(turned);
     }
     if (best.nConfidence < 0)
         return "The OCR engine failed.";
     strText = std::move(best.strText);
-    return nullptr;
+    return {};
 }
 
 CVOCR::CVOCR() : m_pEngine(std::make_unique<SEngine>())

@@ -20,7 +20,9 @@ class CImage;
 /// Reads the text of an image, over the OCR engine Tesseract 5.
 ///
 /// The engine is made by the first Decode and kept; a change of language or folder makes the next Decode
-/// build another one. The int results are 0 on success and non-zero on failure, and a failure changes
+/// build another one. The first Decode of the process loads the engine's libraries, which then stay: the
+/// module vantor/vantor-ocr.so beside libVantor. When that is not possible, Decode fails, and the reason says
+/// why. The int results are 0 on success and non-zero on failure, and a failure changes
 /// neither the settings nor the text. One object is used by one thread at a time; only GetFailureReason may
 /// be called by any thread at any time.
 class VANTOR_EXPORT CVOCR : public CVObject

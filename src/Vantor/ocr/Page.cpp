@@ -2,8 +2,6 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/ocr/Page_p.h>
 
-#include <allheaders.h>
-
 #include <algorithm>
 #include <climits>
 #include <cstdint>
@@ -17,8 +15,6 @@ using Geometry::SPixelRun;
 namespace
 {
 constexpr int kWhite = 255;
-constexpr int kInk = 128;            ///< samples below it are ink
-constexpr float kSureOfTurn = 10.0f; ///< of pixOrientDetect, which takes 8 for sure
 
 /// A sample as 8 bits.
 int SampleOf(const unsigned char* pixel, int channel, int bytes)
@@ -43,27 +39,6 @@ void SPage::TurnUpsideDown()
         for (std::size_t i = 0; i + 2 < vctBytes.size(); i += 3)
             std::swap(vctBytes[i], vctBytes[i + 2]);
     }
-}
-
-bool SPage::SeemsTurned() const
-{
-    PIX* pInk = pixCreate(nWidth, nHeight, 1);
-    if (!pInk)
-        return false;
-    const std::size_t nPixel = static_cast<std::size_t>(nChannels);
-    const unsigned char* pSample = vctBytes.data() + nChannels / 2; // grey, or green
-    for (int y = 0; y < nHeight; ++y) {
-        l_uint32* pLine = pixGetData(pInk) + static_cast<std::ptrdiff_t>(y) * pixGetWpl(pInk);
-        for (int x = 0; x < nWidth; ++x, pSample += nPixel) {
-            if (*pSample < kInk)
-                SET_DATA_BIT(pLine, x);
-        }
-    }
-    float fUp = 0.0f;
-    float fLeft = 0.0f;
-    const bool bFound = pixOrientDetect(pInk, &fUp, &fLeft, 0, 0) == 0;
-    pixDestroy(&pInk);
-    return bFound && (fUp < -kSureOfTurn || fLeft > kSureOfTurn);
 }
 
 SPage MakePage(const CImage& image, const PixelRuns& runs)

@@ -18,9 +18,6 @@ struct SPage {
 
     /// Half a turn.
     void TurnUpsideDown();
-    /// Whether the text seems to stand on its head, or to lie on the side from which half a turn makes it
-    /// readable: Latin letters have more parts above their bodies than below. False when in doubt.
-    bool SeemsTurned() const;
 };
 
 /// The bounding box of the runs, cut out of the image. What the runs do not cover is white; alpha is composed

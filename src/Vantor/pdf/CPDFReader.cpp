@@ -2,17 +2,18 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/pdf/CPDFReader.h>
 
+#include <Vantor/EngineModule_p.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/DecodeBounds_p.h>
 #include <Vantor/image/file/OpenFile_p.h>
 #include <Vantor/image/file/QtImage_p.h>
 #include <Vantor/pdf/PdfClaims_p.h>
+#include <Vantor/pdf/PdfEngine_p.h>
 
 #include <QByteArray>
 #include <QFile>
 #include <QImage>
-#include <QString>
-#include <QVariant>
+#include <QSizeF>
 
 #include <algorithm>
 #include <climits>
@@ -20,8 +21,6 @@
 #include <cstddef>
 #include <exception>
 #include <new>
-
-#include <poppler-qt5.h>
 
 using Vantor::Algorithms::CImage;
 using Vantor::Algorithms::ConvertToCore;
@@ -40,24 +39,10 @@ constexpr std::size_t kRenderedBytesPerPixel = 4;
 constexpr int kChannels = 3;
 constexpr int kFailed = 1;
 
-using DocumentPtr = std::unique_ptr<Poppler::Document>;
-using PagePtr = std::unique_ptr<Poppler::Page>;
-
 struct SPixelSize {
     int nWidth = 0;
     int nHeight = 0;
 };
-
-/// The renderer's complaints about damaged documents go nowhere instead of to standard error. The setting
-/// belongs to the whole process.
-void SilenceRenderer()
-{
-    static const bool bDone = [] {
-        Poppler::setDebugErrorFunction([](const QString&, const QVariant&) {}, QVariant());
-        return true;
-    }();
-    Q_UNUSED(bDone)
-}
 
 /// Reads a regular file into memory.
 /// @return an EReadResult
@@ -74,18 +59,6 @@ int ReadFile(const std::wstring& path, QByteArray& bytes)
                                                 : CPDFReader::EReadResult_CannotOpen;
 }
 
-/// Old documents hold the password as Latin-1, new ones as UTF-8; it may be the user's or the owner's.
-bool Unlock(Poppler::Document& document, const std::wstring& password)
-{
-    const QString strPassword = QString::fromStdWString(password);
-    const QByteArray utf8 = strPassword.toUtf8();
-    if (!document.unlock(utf8, utf8)) // it says whether the document is still locked
-        return true;
-    const QByteArray latin1 = strPassword.toLatin1();
-    const bool bExact = QString::fromLatin1(latin1) == strPassword; // else it holds question marks
-    return bExact && latin1 != utf8 && !document.unlock(latin1, latin1);
-}
-
 /// One side of a page in pixels, 0 when it cannot be drawn (or is NaN).
 int PixelsOf(double points, double dpi)
 {
@@ -100,17 +73,22 @@ bool FitsDecodeLimit(const SPixelSize& size)
         static_cast<std::size_t>(size.nWidth) * static_cast<std::size_t>(size.nHeight);
     return nPixels <= CImage::GetDecodeLimit() / (kRenderedBytesPerPixel + kChannels);
 }
+
+const SEngineModule<IPdfEngine>& PdfModule()
+{
+    static const auto module = LoadEngineModule<IPdfEngine>(kPdfModule, kPdfFunction);
+    return module;
+}
 } // namespace
 
 struct CPDFReader::SDocument {
-    DocumentPtr pDocument; ///< null, or a readable document with at least one page
+    EnginePtr<IPdfEngine> pPdf; ///< null, or with a readable document of at least one page
     double dResolutionX = kPointsPerInch;
     double dResolutionY = 0.0; ///< 0: as along x
 };
 
 CPDFReader::CPDFReader() : m_pDocument(std::make_unique<SDocument>())
 {
-    SilenceRenderer();
 }
 
 CPDFReader::~CPDFReader() = default;
@@ -129,24 +107,20 @@ void CPDFReader::SetResolutionY(double dpi)
 
 int CPDFReader::Read(const std::wstring& path, const std::wstring& password)
 try {
-    m_pDocument->pDocument.reset();
+    m_pDocument->pPdf.reset();
     QByteArray bytes;
-    const int nResult = ReadFile(path, bytes);
+    int nResult = ReadFile(path, bytes);
     if (nResult != EReadResult_OK)
         return nResult;
     if (ClaimsTooManyObjects(bytes))
         return EReadResult_NotAPdf;
-    DocumentPtr pDocument(Poppler::Document::loadFromData(bytes));
-    if (!pDocument)
-        return EReadResult_NotAPdf;
-    if (pDocument->isLocked() && !Unlock(*pDocument, password))
-        return EReadResult_PasswordRequired;
-    if (pDocument->numPages() < 1)
-        return EReadResult_NotAPdf;
-    pDocument->setRenderHint(Poppler::Document::Antialiasing);
-    pDocument->setRenderHint(Poppler::Document::TextAntialiasing);
-    m_pDocument->pDocument = std::move(pDocument);
-    return EReadResult_OK;
+    if (!PdfModule().pFunction)
+        return EReadResult_CannotOpen;
+    EnginePtr<IPdfEngine> pPdf(PdfModule().pFunction());
+    nResult = pPdf->Read(bytes, password);
+    if (nResult == EReadResult_OK)
+        m_pDocument->pPdf = std::move(pPdf);
+    return nResult;
 } catch (const std::bad_alloc&) {
     return EReadResult_NoMemory;
 } catch (const std::exception&) {
@@ -155,23 +129,21 @@ try {
 
 int CPDFReader::GetPageNumber() const
 {
-    return m_pDocument->pDocument ? m_pDocument->pDocument->numPages() : 0;
+    return m_pDocument->pPdf ? m_pDocument->pPdf->GetPageNumber() : 0;
 }
 
 int CPDFReader::RenderPage(int page, CImage* image)
 try {
     if (!image || page < 0 || page >= GetPageNumber())
         return kFailed;
-    const PagePtr pPage(m_pDocument->pDocument->page(page));
-    if (!pPage)
-        return kFailed;
     const double dResolutionX = m_pDocument->dResolutionX;
     const double dResolutionY = m_pDocument->dResolutionY > 0.0 ? m_pDocument->dResolutionY : dResolutionX;
-    const QSizeF points = pPage->pageSizeF();
+    const QSizeF points = m_pDocument->pPdf->GetPageSize(page);
     const SPixelSize size{PixelsOf(points.width(), dResolutionX), PixelsOf(points.height(), dResolutionY)};
     if (size.nWidth == 0 || size.nHeight == 0 || !FitsDecodeLimit(size))
         return kFailed;
-    const QImage rendered = pPage->renderToImage(dResolutionX, dResolutionY, 0, 0, size.nWidth, size.nHeight);
+    const QImage rendered =
+        m_pDocument->pPdf->Render(page, dResolutionX, dResolutionY, size.nWidth, size.nHeight);
     if (rendered.width() != size.nWidth || rendered.height() != size.nHeight)
         return kFailed;
     return ConvertToCore(rendered, kChannels, *image) ? 0 : kFailed;

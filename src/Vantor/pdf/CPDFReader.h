@@ -17,14 +17,16 @@ namespace Vantor::Utils
 {
 
 /// Renders the pages of a PDF document into images. One reader serves one document and one thread; several
-/// readers may work on several threads. Nothing throws. Passwords are neither stored nor logged.
+/// readers may work on several threads. Nothing throws. Passwords are neither stored nor logged. The first
+/// Read of the process that gets as far loads the renderer's libraries, which then stay: the module
+/// vantor/vantor-pdf.so beside libVantor.
 class VANTOR_EXPORT CPDFReader
 {
 public:
     /// What Read returns.
     enum EReadResult : int {
         EReadResult_OK = 0,              ///< the document is open
-        EReadResult_CannotOpen = 1,      ///< missing, no regular file, or not readable
+        EReadResult_CannotOpen = 1,      ///< missing, no regular file, not readable, or there is no renderer
         EReadResult_NotAPdf = 2,         ///< damaged beyond use, without pages, or something else
         EReadResult_NoMemory = 3,        ///< or the file is larger than the decode limit of CImage
         EReadResult_PasswordRequired = 4 ///< a password is needed, or the one given is wrong

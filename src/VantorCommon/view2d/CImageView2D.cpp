@@ -12,6 +12,7 @@
 #include <VantorCommon/view2d/CUtilManager.h>
 #include <VantorCommon/view2d/PixelStamps_p.h>
 #include <VantorCommon/view2d/Saturate_p.h>
+#include <VantorCommon/view2d/SharedIcon_p.h>
 
 #include <QDragEnterEvent>
 #include <QGuiApplication>
@@ -106,8 +107,7 @@ CImageView2D::~CImageView2D() = default;
 void CImageView2D::CreateMenus()
 {
     const auto add = [this](QMenu* pMenu, const char* pIcon, const QString& strText, auto pTarget) {
-        connect(pMenu->addAction(QIcon(QStringLiteral(":/Image/") + QLatin1String(pIcon)), strText),
-                &QAction::triggered, this, pTarget);
+        connect(pMenu->addAction(SharedIcon(pIcon), strText), &QAction::triggered, this, pTarget);
     };
     m_pMenuImage = new QMenu(this);
     add(m_pMenuImage, "photo.png", QStringLiteral("Load Image"), &CImageView2D::signal_LoadImage);

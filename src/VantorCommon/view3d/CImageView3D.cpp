@@ -3,6 +3,7 @@
 #include <VantorCommon/view3d/CImageView3D.h>
 
 #include <VantorCommon/log/CLogger.h>
+#include <VantorCommon/view2d/SharedIcon_p.h>
 #include <VantorCommon/view3d/CImageView3DModel.h>
 #include <VantorCommon/view3d/ImageView3DObjects_p.h>
 #include <VantorCommon/view3d/OpenGLHelpers_p.h>
@@ -34,7 +35,7 @@ CImageView3D::CImageView3D(CImageView3DModel* pModel, QWidget* pParent)
     if (!IsDesktopOpenGL())
         ShowNotSupported(*this);
     m_pMenu = new QMenu(this);
-    m_pMenu->addAction(QIcon(QStringLiteral(":/Image/2D.png")), QStringLiteral("Switch To 2D View"), this,
+    m_pMenu->addAction(SharedIcon("2D.png"), QStringLiteral("Switch To 2D View"), this,
                        &CImageView3D::signal_Switch3DTo2D);
     setContextMenuPolicy(Qt::CustomContextMenu);
     connect(this, &QWidget::customContextMenuRequested, this, &CImageView3D::slot_ShowContextMenu);
@@ -79,6 +80,8 @@ void CImageView3D::setClearColor(const QColor&)
 
 void CImageView3D::setVisible(bool visible)
 {
+    if (visible)
+        PrepareWindow(*this);
     QOpenGLWidget::setVisible(visible);
     if (!visible)
         return;

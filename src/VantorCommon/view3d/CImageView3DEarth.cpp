@@ -183,6 +183,13 @@ void CImageView3DEarth::paintGL()
     qDebug() << "Paint OpenGl";
 }
 
+void CImageView3DEarth::setVisible(bool bVisible)
+{
+    if (bVisible)
+        PrepareWindow(*this);
+    QOpenGLWidget::setVisible(bVisible);
+}
+
 void CImageView3DEarth::slot_Timmer()
 {
     update();

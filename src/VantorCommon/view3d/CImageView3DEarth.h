@@ -48,6 +48,9 @@ public:
     explicit CImageView3DEarth(QWidget* parent = nullptr);
     ~CImageView3DEarth() override;
 
+    /// Lets the window carry OpenGL first, where the host has started without.
+    void setVisible(bool bVisible) override;
+
     /// @{
     /// The camera: where it stands, (0, 0, 3) for good, in radii of the globe; where it looks to, and what is
     /// up for it, both of length 1.

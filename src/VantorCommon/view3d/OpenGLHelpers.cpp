@@ -4,8 +4,11 @@
 
 #include <VantorCommon/log/CLogger.h>
 
+#include <QApplication>
 #include <QLabel>
+#include <QPointer>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <climits>
 
 namespace
@@ -30,6 +33,49 @@ bool HasUsableContext(const QOpenGLWidget& widget)
 {
     return widget.isValid() && widget.context()->format().version() >= qMakePair(kMajor, kMinor) &&
            !widget.context()->isOpenGLES();
+}
+
+namespace
+{
+/// The dialogs that stand above the window: a window of the system's that is new needs to be told again.
+void ShowDialogsAgain(const QWidget& window)
+{
+    for (QWidget* pDialog : QApplication::topLevelWidgets()) {
+        const QWidget* pParent = pDialog->parentWidget();
+        if (!pDialog->isVisible() || !pParent || pParent->window() != &window)
+            continue;
+        pDialog->hide();
+        pDialog->show();
+    }
+}
+} // namespace
+
+void PrepareWindow(QOpenGLWidget& widget)
+{
+    QOpenGLContext context;
+    if (!QCoreApplication::testAttribute(Qt::AA_ForceRasterWidgets) || !context.create())
+        return;
+    QWidget& window = *widget.window();
+    window.winId(); // the handle exists from here on
+    QWindow& handle = *window.windowHandle();
+    if (handle.surfaceType() != QSurface::RasterSurface)
+        return;
+    const bool bVisible = window.isVisible();
+    const QRect geometry = window.geometry();
+    const QPointer<QWidget> pFocus = window.focusWidget();
+    if (bVisible)
+        window.hide();
+    handle.destroy();
+    handle.setSurfaceType(QSurface::RasterGLSurface);
+    handle.create();
+    if (!bVisible)
+        return;
+    if (!window.isMaximized() && !window.isFullScreen())
+        window.setGeometry(geometry);
+    window.show();
+    ShowDialogsAgain(window);
+    if (pFocus)
+        pFocus->setFocus();
 }
 
 void ShowNotSupported(QOpenGLWidget& widget)

@@ -14,6 +14,12 @@ QSurfaceFormat OpenGLFormat();
 /// Whether the widget has a context that can run the shaders.
 bool HasUsableContext(const QOpenGLWidget& widget);
 
+/// Lets the widget's window carry OpenGL; to be called before the widget is shown. Windows can by themselves,
+/// unless the host has set Qt::AA_ForceRasterWidgets, which spares it half the time and the memory of its
+/// start: then the system's window is exchanged for one that can, once, and disappears for a moment. Where
+/// there is no OpenGL it stays.
+void PrepareWindow(QOpenGLWidget& widget);
+
 /// Logs that there is no such context, and lays a label that says so over the widget; once per widget.
 void ShowNotSupported(QOpenGLWidget& widget);
 

@@ -13,7 +13,9 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QOpenGLContext>
 #include <QThreadPool>
+#include <QWindow>
 #include <utility>
 
 namespace
@@ -77,6 +79,21 @@ private Q_SLOTS:
         QTRY_COMPARE(fixture.model.GetVerticesSize(), 0);
         fixture.pView->InitImageView3DGL();
         fixture.pView->ClearMesh();
+    }
+
+    void aHostsWindowStaysAsItIsWhereNoContextCanBeMade()
+    {
+        const CExpectedWarnings expected;
+        QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets, true);
+        SView3DFixture fixture;
+        fixture.pView->hide();
+        QVERIFY(fixture.ShowWindow());
+        fixture.pView->setVisible(true);
+        QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets, false);
+        QOpenGLContext context;
+        QCOMPARE(fixture.pView->window()->windowHandle()->surfaceType(),
+                 context.create() ? QSurface::RasterGLSurface : QSurface::RasterSurface);
+        QTRY_VERIFY(fixture.pView->findChild<QLabel*>());
     }
 
     void quickImageChangesAndDestructionsDuringABuildAreSafe()

@@ -15,6 +15,7 @@
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view2d/CUtilManager.h>
 #include <VantorCommon/view2d/Saturate_p.h>
+#include <VantorCommon/view2d/SharedIcon_p.h>
 #include <VantorCommon/view3d/CImageView3D.h>
 
 #include <QFocusEvent>
@@ -153,7 +154,7 @@ void CImageViewer::CreateSideList()
 QPushButton* CImageViewer::AddButton(QLayout* pLayout, QPushButton* pButton, const char* pIcon,
                                      const QString& strName)
 {
-    pButton->setIcon(QIcon(QStringLiteral(":/Image/") + QLatin1String(pIcon)));
+    pButton->setIcon(SharedIcon(pIcon));
     pButton->setIconSize(QSize(kIconSize, kIconSize));
     pButton->setFlat(true);
     pButton->setFocusPolicy(Qt::NoFocus);

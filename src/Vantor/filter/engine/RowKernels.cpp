@@ -7,10 +7,11 @@
 #undef HWY_DISABLED_TARGETS
 #define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "Vantor/filter/RowKernels.cpp"
+#define HWY_TARGET_INCLUDE "Vantor/filter/engine/RowKernels.cpp"
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include <Vantor/EngineModule_p.h>
 #include <Vantor/filter/RowKernels_p.h>
 
 #include <algorithm>
@@ -423,20 +424,24 @@ HWY_EXPORT(Median5x5);
 HWY_EXPORT(SobelX);
 HWY_EXPORT(SobelY);
 HWY_EXPORT(SobelXY);
-} // namespace
 
 // Wrapped, for the instruction set is chosen at each call.
-#define VANTOR_ROW_KERNEL(name, radius)                                                                      \
-    const SRowKernel k##name{[](RowWindow rows, unsigned char* out, std::size_t bytes, int channels) {       \
-                                 HWY_DYNAMIC_DISPATCH(name)(rows, out, bytes, channels);                     \
-                             },                                                                              \
-                             radius};
+#define VANTOR_ROW_KERNEL(name)                                                                              \
+    [](RowWindow rows, unsigned char* out, std::size_t bytes, int channels) {                                \
+        HWY_DYNAMIC_DISPATCH(name)(rows, out, bytes, channels);                                              \
+    }
 
-VANTOR_ROW_KERNEL(Median3x3, 1)
-VANTOR_ROW_KERNEL(Median5x5, 2)
-VANTOR_ROW_KERNEL(SobelX, 1)
-VANTOR_ROW_KERNEL(SobelY, 1)
-VANTOR_ROW_KERNEL(SobelXY, 1)
+const SRowKernels kKernels{{VANTOR_ROW_KERNEL(Median3x3), 1},
+                           {VANTOR_ROW_KERNEL(Median5x5), 2},
+                           {VANTOR_ROW_KERNEL(SobelX), 1},
+                           {VANTOR_ROW_KERNEL(SobelY), 1},
+                           {VANTOR_ROW_KERNEL(SobelXY), 1}};
+} // namespace
+
+VANTOR_ENGINE_FUNCTION const SRowKernels* VantorGetRowKernels()
+{
+    return &kKernels;
+}
 
 } // namespace Vantor::Algorithms
 #endif

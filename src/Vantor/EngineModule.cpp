@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <Vantor/EngineModule_p.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include <dlfcn.h>
+
+namespace Vantor
+{
+
+namespace
+{
+constexpr const char* kFolder = "vantor";
+std::atomic<bool> g_bEnded{false};
+
+/// Where this library lies.
+std::filesystem::path OwnFolder()
+{
+    Dl_info info = {};
+    if (::dladdr(reinterpret_cast<const void*>(&OwnFolder), &info) == 0 || !info.dli_fname)
+        return {};
+    std::error_code error;
+    const std::filesystem::path file = std::filesystem::canonical(info.dli_fname, error);
+    return (error ? std::filesystem::path(info.dli_fname) : file).parent_path();
+}
+} // namespace
+
+void* FindInModule(const char* file, const char* function, std::string& fault)
+{
+    const std::filesystem::path path = OwnFolder() / kFolder / file;
+    void* pModule = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* pFound = pModule ? ::dlsym(pModule, function) : nullptr;
+    if (!pFound) {
+        const char* szReason = ::dlerror();
+        fault = szReason ? szReason : "unknown reason";
+    }
+    // Runs before what dlopen has made for the module ends.
+    std::atexit([] { g_bEnded = true; });
+    return pFound;
+}
+
+bool ModulesHaveEnded()
+{
+    return g_bEnded;
+}
+
+} // namespace Vantor

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <Vantor/EngineModule_p.h>
+#include <Vantor/ocr/OcrEngine_p.h>
+
+#include <allheaders.h>
+#include <tesseract/baseapi.h>
+
+#include <cstddef>
+#include <memory>
+
+/// Of the OpenMP runtime of GNU, which the engine uses: its header comes with one compiler only.
+extern "C" void omp_set_max_active_levels(int levels);
+extern "C" int omp_get_max_active_levels();
+
+namespace Vantor::Algorithms
+{
+
+namespace
+{
+constexpr int kInk = 128;            ///< samples below it are ink
+constexpr float kSureOfTurn = 10.0f; ///< of pixOrientDetect, which takes 8 for sure
+
+/// Holds back the engine's OpenMP threads, which make it several times slower, for the time of a call.
+class COneThread
+{
+public:
+    COneThread() : m_nLevels(omp_get_max_active_levels()) { omp_set_max_active_levels(0); }
+    ~COneThread() { omp_set_max_active_levels(m_nLevels); }
+    COneThread(const COneThread&) = delete;
+    COneThread& operator=(const COneThread&) = delete;
+
+private:
+    int m_nLevels;
+};
+
+std::string Trimmed(const char* text)
+{
+    std::string strText = text ? text : "";
+    strText.erase(strText.find_last_not_of(" \n\r\t\f") + 1);
+    return strText;
+}
+
+/// IOcrEngine over Tesseract and its imaging library.
+class COcrEngine : public IOcrEngine
+{
+public:
+    bool Load(const std::string& strLanguage, const std::string& strFolder, bool bSingleBlock) override;
+    bool SeemsTurned(const SPage& page) override;
+    SReading Read(const SPage& page, int nDpi) override;
+
+private:
+    tesseract::TessBaseAPI m_api;
+};
+
+bool COcrEngine::Load(const std::string& strLanguage, const std::string& strFolder, bool bSingleBlock)
+{
+    const COneThread oneThread;
+    // The engine would comment on every page on standard error.
+    m_api.SetVariable("debug_file", "/dev/null");
+    if (m_api.Init(strFolder.c_str(), strLanguage.c_str()) != 0)
+        return false;
+    m_api.SetPageSegMode(bSingleBlock ? tesseract::PSM_SINGLE_BLOCK : tesseract::PSM_AUTO);
+    return true;
+}
+
+bool COcrEngine::SeemsTurned(const SPage& page)
+{
+    PIX* pInk = pixCreate(page.nWidth, page.nHeight, 1);
+    if (!pInk)
+        return false;
+    const std::size_t nPixel = static_cast<std::size_t>(page.nChannels);
+    const unsigned char* pSample = page.vctBytes.data() + page.nChannels / 2; // grey, or green
+    for (int y = 0; y < page.nHeight; ++y) {
+        l_uint32* pLine = pixGetData(pInk) + static_cast<std::ptrdiff_t>(y) * pixGetWpl(pInk);
+        for (int x = 0; x < page.nWidth; ++x, pSample += nPixel) {
+            if (*pSample < kInk)
+                SET_DATA_BIT(pLine, x);
+        }
+    }
+    float fUp = 0.0f;
+    float fLeft = 0.0f;
+    const bool bFound = pixOrientDetect(pInk, &fUp, &fLeft, 0, 0) == 0;
+    pixDestroy(&pInk);
+    return bFound && (fUp < -kSureOfTurn || fLeft > kSureOfTurn);
+}
+
+SReading COcrEngine::Read(const SPage& page, int nDpi)
+{
+    const COneThread oneThread;
+    SReading reading;
+    m_api.SetImage(page.vctBytes.data(), page.nWidth, page.nHeight, page.nChannels,
+                   page.nWidth * page.nChannels);
+    m_api.SetSourceResolution(nDpi);
+    if (m_api.Recognize(nullptr) == 0) {
+        const std::unique_ptr<char[]> pText(m_api.GetUTF8Text());
+        reading.strText = Trimmed(pText.get());
+        reading.nConfidence = m_api.MeanTextConf();
+    }
+    m_api.Clear();
+    return reading;
+}
+} // namespace
+
+VANTOR_ENGINE_FUNCTION IOcrEngine* VantorMakeOcrEngine()
+{
+    return new COcrEngine;
+}
+
+} // namespace Vantor::Algorithms

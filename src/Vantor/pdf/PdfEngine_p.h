@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <string>
+
+class QByteArray;
+class QImage;
+class QSizeF;
+
+namespace Vantor::Utils
+{
+
+/// The PDF engine with the document it has read. Used by one thread at a time; several may work on several
+/// threads.
+class IPdfEngine
+{
+public:
+    IPdfEngine() = default;
+    virtual ~IPdfEngine() = default;
+    IPdfEngine(const IPdfEngine&) = delete;
+    IPdfEngine& operator=(const IPdfEngine&) = delete;
+
+    /// Reads a document, once.
+    /// @return a CPDFReader::EReadResult; only after EReadResult_OK there are pages
+    virtual int Read(const QByteArray& bytes, const std::wstring& password) = 0;
+
+    virtual int GetPageNumber() const = 0;
+
+    /// The size of a page in points (1/72 inch); empty for a page that cannot be read.
+    virtual QSizeF GetPageSize(int page) const = 0;
+
+    /// Draws a page on white. The image has another size when this fails.
+    /// @param width, height  in pixels
+    virtual QImage Render(int page, double dpiX, double dpiY, int width, int height) const = 0;
+};
+
+/// The module and its function that makes an engine, which the caller owns.
+constexpr const char* kPdfModule = "vantor-pdf.so";
+constexpr const char* kPdfFunction = "VantorMakePdfEngine";
+
+} // namespace Vantor::Utils
