@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <new>
 
 namespace Vantor::Algorithms
 {
@@ -258,7 +259,7 @@ void RotateFreely(const CImage& from, CImage& to, const Geometry::CPoint<double>
 } // namespace
 
 int CImage::Rotate(const Geometry::CPoint<double>& centre, double angle, double fill, ERotationMode mode)
-{
+try {
     if (!GetData() || !std::isfinite(angle) || !std::isfinite(fill))
         return 1;
     if (!IsUsable(centre.x()) || !IsUsable(centre.y()))
@@ -288,6 +289,8 @@ int CImage::Rotate(const Geometry::CPoint<double>& centre, double angle, double 
     }
     m_pPixels.swap(result.m_pPixels);
     return 0;
+} catch (const std::bad_alloc&) {
+    return 1;
 }
 
 } // namespace Vantor::Algorithms

@@ -12,10 +12,12 @@
 #include <QTemporaryDir>
 #include <QtEndian>
 
+#include <climits>
 #include <cmath>
 #include <cstring>
 #include <vector>
 
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -41,6 +43,7 @@ int LoadData(CImage& image, const char* name)
 
 void WriteFile(const QString& path, const QByteArray& content)
 {
+    QFile::remove(path); // some file systems flush a file that is written over, which takes its time
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(content), qint64(content.size()));
@@ -79,6 +82,8 @@ struct STiff {
     int nPhotometric = PHOTOMETRIC_MINISBLACK;
     int nOrientation = ORIENTATION_TOPLEFT;
     int nExtra = -1; ///< kind of the last sample, -1 for none
+    int nCompression = COMPRESSION_NONE;
+    int nTile = 0; ///< side of a tile, which the image fits into; 0 for a strip
 };
 
 template <class T> void WriteTiff(const QString& path, const STiff& what, std::vector<T> samples)
@@ -97,7 +102,18 @@ template <class T> void WriteTiff(const QString& path, const STiff& what, std::v
         const auto nExtra = static_cast<uint16_t>(what.nExtra);
         TIFFSetField(pTiff, TIFFTAG_EXTRASAMPLES, 1, &nExtra);
     }
-    TIFFWriteEncodedStrip(pTiff, 0, samples.data(), static_cast<tmsize_t>(samples.size() * sizeof(T)));
+    TIFFSetField(pTiff, TIFFTAG_COMPRESSION, what.nCompression);
+    if (what.nPhotometric == PHOTOMETRIC_YCBCR)
+        TIFFSetField(pTiff, TIFFTAG_YCBCRSUBSAMPLING, 1, 1);
+    if (what.nTile > 0) {
+        TIFFSetField(pTiff, TIFFTAG_TILEWIDTH, what.nTile);
+        TIFFSetField(pTiff, TIFFTAG_TILELENGTH, what.nTile);
+    }
+    const auto nBytes = static_cast<tmsize_t>(samples.size() * sizeof(T));
+    if (what.nTile > 0)
+        TIFFWriteEncodedTile(pTiff, 0, samples.data(), nBytes);
+    else
+        TIFFWriteEncodedStrip(pTiff, 0, samples.data(), nBytes);
     TIFFClose(pTiff);
 }
 
@@ -130,6 +146,30 @@ long PeakMegabytes()
     const int nEnd = content.indexOf("kB", nStart);
     return content.mid(nStart, nEnd - nStart).trimmed().toLong() / 1024;
 }
+
+/// While it lives, what the decoders say about damaged files, to Qt or on standard error, is not shown.
+class CQuietDecoders
+{
+public:
+    CQuietDecoders()
+        : m_pBefore(qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {})),
+          m_nError(::dup(STDERR_FILENO))
+    {
+        const int nNull = ::open("/dev/null", O_WRONLY);
+        ::dup2(nNull, STDERR_FILENO);
+        ::close(nNull);
+    }
+    ~CQuietDecoders()
+    {
+        ::dup2(m_nError, STDERR_FILENO);
+        ::close(m_nError);
+        qInstallMessageHandler(m_pBefore);
+    }
+
+private:
+    QtMessageHandler m_pBefore;
+    int m_nError;
+};
 
 using Values = std::vector<int>;
 } // namespace
@@ -165,6 +205,21 @@ private Q_SLOTS:
     void aHugeClaimIsRefusedBeforeMemoryIsTaken_data();
     void aHugeClaimIsRefusedBeforeMemoryIsTaken();
     void aTiffWithoutItsStripsIsRefused();
+    void everyWidthOfASampleIsScaledToEightBits_data();
+    void everyWidthOfASampleIsScaledToEightBits();
+    void premultipliedGreyBecomesStraight();
+    void anOldColourMapOfEightBitValuesIsReadAsSuch();
+    void rareColoursBecomeRgb_data();
+    void rareColoursBecomeRgb();
+    void aTiffThatNobodyCanReadIsRefused_data();
+    void aTiffThatNobodyCanReadIsRefused();
+    void damagedSamplesOfATiffAreRefused_data();
+    void damagedSamplesOfATiffAreRefused();
+    void everyBeginningOfAFileLoadsWholeOrLeavesTheImage_data();
+    void everyBeginningOfAFileLoadsWholeOrLeavesTheImage();
+    void aChangedByteNeverCostsMoreThanTheLimit_data();
+    void aChangedByteNeverCostsMoreThanTheLimit();
+    void aFileAtTheRootHasTheRootAsItsFolder();
     void truncatedFilesLoadPartlyOrNotAtAll_data();
     void truncatedFilesLoadPartlyOrNotAtAll();
 };
@@ -600,6 +655,304 @@ void tst_CImageLoad::aTiffWithoutItsStripsIsRefused()
     TIFFClose(pTiff);
     CImage image;
     QVERIFY(LoadFile(image, path) != 0);
+}
+
+void tst_CImageLoad::everyWidthOfASampleIsScaledToEightBits_data()
+{
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<int>("format");
+    QTest::addColumn<QByteArray>("samples");
+    QTest::addColumn<QVector<int>>("expected");
+    const auto bytes = [](const auto& values) {
+        return QByteArray(reinterpret_cast<const char*>(values.data()),
+                          static_cast<int>(values.size() * sizeof(values[0])));
+    };
+    QTest::newRow("32 bits") << 32 << SAMPLEFORMAT_UINT
+                             << bytes(std::vector<quint32>{0, 0x80808080U, 0xffffffffU})
+                             << QVector<int>{0, 128, 255};
+    QTest::newRow("32 bits, signed") << 32 << SAMPLEFORMAT_INT
+                                     << bytes(std::vector<qint32>{INT_MIN, 0, INT_MAX})
+                                     << QVector<int>{0, 128, 255};
+    QTest::newRow("16 bits, signed") << 16 << SAMPLEFORMAT_INT
+                                     << bytes(std::vector<qint16>{SHRT_MIN, 0, SHRT_MAX})
+                                     << QVector<int>{0, 128, 255};
+    QTest::newRow("12 bits") << 12 << SAMPLEFORMAT_UINT << QByteArray("\x00\x08\x00\xff\xf0", 5)
+                             << QVector<int>{0, 128, 255};
+    QTest::newRow("4 bits, signed") << 4 << SAMPLEFORMAT_INT << QByteArray("\x80\x70", 2)
+                                    << QVector<int>{0, 136, 255};
+    // -1, 0.5, 1 and no number in 16 bits
+    QTest::newRow("half floats") << 16 << SAMPLEFORMAT_IEEEFP
+                                 << bytes(std::vector<quint16>{0xbc00, 0x3800, 0x3c00, 0x7e00})
+                                 << QVector<int>{0, 128, 255, 0};
+    QTest::newRow("doubles") << 64 << SAMPLEFORMAT_IEEEFP
+                             << bytes(std::vector<double>{-1.0, 0.5, 1e300, std::nan("")})
+                             << QVector<int>{0, 128, 255, 0};
+}
+
+void tst_CImageLoad::everyWidthOfASampleIsScaledToEightBits()
+{
+    QFETCH(int, bits);
+    QFETCH(int, format);
+    QFETCH(QByteArray, samples);
+    QFETCH(QVector<int>, expected);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.tif"));
+    STiff what;
+    what.nWidth = expected.size();
+    what.nBits = bits;
+    what.nFormat = format;
+    WriteTiff(path, what, std::vector<char>(samples.begin(), samples.end()));
+    CImage image;
+    QCOMPARE(LoadFile(image, path), 0);
+    for (int x = 0; x < expected.size(); ++x)
+        QCOMPARE(int(*image.GetPixel(x, 0)), expected[x]);
+}
+
+void tst_CImageLoad::premultipliedGreyBecomesStraight()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.tif"));
+    STiff what;
+    what.nWidth = 2;
+    what.nSamples = 2;
+    what.nExtra = EXTRASAMPLE_ASSOCALPHA;
+    WriteTiff(path, what, std::vector<unsigned char>{50, 100, 9, 0});
+    CImage image;
+    QCOMPARE(LoadFile(image, path), 0);
+    QCOMPARE(PixelOf(image, 0, 0), Values({128, 128, 128, 100}));
+    QCOMPARE(PixelOf(image, 1, 0), Values({0, 0, 0, 0}));
+}
+
+void tst_CImageLoad::anOldColourMapOfEightBitValuesIsReadAsSuch()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.tif"));
+    for (const int nScale : {1, 257}) {
+        TIFF* pTiff = TIFFOpen(path.toUtf8().constData(), "w");
+        QVERIFY(pTiff);
+        std::vector<quint16> map(4, 0);
+        map[2] = static_cast<quint16>(200 * nScale);
+        TIFFSetField(pTiff, TIFFTAG_IMAGEWIDTH, 4);
+        TIFFSetField(pTiff, TIFFTAG_IMAGELENGTH, 1);
+        TIFFSetField(pTiff, TIFFTAG_BITSPERSAMPLE, 2);
+        TIFFSetField(pTiff, TIFFTAG_SAMPLESPERPIXEL, 1);
+        TIFFSetField(pTiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_PALETTE);
+        TIFFSetField(pTiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
+        TIFFSetField(pTiff, TIFFTAG_COLORMAP, map.data(), map.data(), map.data());
+        unsigned char indexes = 0x1b; // 0 1 2 3
+        TIFFWriteEncodedStrip(pTiff, 0, &indexes, 1);
+        TIFFClose(pTiff);
+        CImage image;
+        QCOMPARE(LoadFile(image, path), 0);
+        QCOMPARE(PixelOf(image, 1, 0), Values({0, 0, 0}));
+        QCOMPARE(PixelOf(image, 2, 0), Values({200, 200, 200}));
+    }
+}
+
+void tst_CImageLoad::rareColoursBecomeRgb_data()
+{
+    QTest::addColumn<int>("photometric");
+    QTest::addColumn<int>("tile");
+    QTest::addColumn<QByteArray>("samples");
+    QTest::addColumn<QVector<int>>("expected"); // the grey of each of two pixels
+    QTest::newRow("L*a*b*") << int(PHOTOMETRIC_CIELAB) << 0 << QByteArray("\xff\0\0\0\0\0", 6)
+                            << QVector<int>{255, 0};
+    QTest::newRow("luminance and chrominance") << int(PHOTOMETRIC_YCBCR) << 0
+                                               << QByteArray("\x96\x80\x80\x14\x80\x80", 6)
+                                               << QVector<int>{150, 20};
+}
+
+void tst_CImageLoad::rareColoursBecomeRgb()
+{
+    QFETCH(int, photometric);
+    QFETCH(QByteArray, samples);
+    QFETCH(QVector<int>, expected);
+    constexpr int kRounding = 4; // white is that of another light
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.tif"));
+    for (const int nOrientation : {ORIENTATION_TOPLEFT, ORIENTATION_TOPRIGHT}) {
+        STiff what;
+        what.nWidth = 2;
+        what.nSamples = 3;
+        what.nPhotometric = photometric;
+        what.nOrientation = nOrientation;
+        WriteTiff(path, what, std::vector<char>(samples.begin(), samples.end()));
+        CImage image;
+        QCOMPARE(LoadFile(image, path), 0);
+        QCOMPARE(image.GetChannel(), 3);
+        QCOMPARE(image.GetWidth(), 2);
+        for (int x = 0; x < 2; ++x) {
+            const int nWanted = expected[nOrientation == ORIENTATION_TOPLEFT ? x : 1 - x];
+            for (const int nValue : PixelOf(image, x, 0))
+                QVERIFY2(std::abs(nValue - nWanted) <= kRounding, QByteArray::number(nValue).constData());
+        }
+    }
+}
+
+void tst_CImageLoad::aTiffThatNobodyCanReadIsRefused_data()
+{
+    QTest::addColumn<int>("photometric");
+    QTest::addColumn<int>("samples");
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<int>("format");
+    QTest::newRow("integers of 64 bits") << int(PHOTOMETRIC_MINISBLACK) << 1 << 64 << SAMPLEFORMAT_UINT;
+    QTest::newRow("floats of 24 bits") << int(PHOTOMETRIC_MINISBLACK) << 1 << 24 << SAMPLEFORMAT_IEEEFP;
+    QTest::newRow("complex numbers") << int(PHOTOMETRIC_MINISBLACK) << 1 << 64 << SAMPLEFORMAT_COMPLEXIEEEFP;
+    QTest::newRow("two samples for three colours") << int(PHOTOMETRIC_RGB) << 2 << 8 << SAMPLEFORMAT_UINT;
+    QTest::newRow("three inks for four") << int(PHOTOMETRIC_SEPARATED) << 3 << 8 << SAMPLEFORMAT_UINT;
+    QTest::newRow("sixty-five samples") << int(PHOTOMETRIC_RGB) << 65 << 8 << SAMPLEFORMAT_UINT;
+}
+
+void tst_CImageLoad::aTiffThatNobodyCanReadIsRefused()
+{
+    QFETCH(int, photometric);
+    QFETCH(int, samples);
+    QFETCH(int, bits);
+    QFETCH(int, format);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.tif"));
+    STiff what;
+    what.nSamples = samples;
+    what.nBits = bits;
+    what.nFormat = format;
+    what.nPhotometric = photometric;
+    WriteTiff(path, what, std::vector<char>(static_cast<std::size_t>(samples * bits / 8), 0));
+    const auto image = MakeTestImage(5, 4, 3);
+    QVERIFY(LoadFile(*image, path) != 0);
+    QVERIFY(SamePixels(*image, *MakeTestImage(5, 4, 3)));
+}
+
+void tst_CImageLoad::damagedSamplesOfATiffAreRefused_data()
+{
+    QTest::addColumn<int>("photometric");
+    QTest::addColumn<int>("tile");
+    QTest::newRow("rows") << int(PHOTOMETRIC_RGB) << 0;
+    QTest::newRow("tiles") << int(PHOTOMETRIC_RGB) << 16;
+    QTest::newRow("rare colours") << int(PHOTOMETRIC_CIELAB) << 0;
+}
+
+void tst_CImageLoad::damagedSamplesOfATiffAreRefused()
+{
+    QFETCH(int, photometric);
+    QFETCH(int, tile);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.tif"));
+    STiff what;
+    what.nWidth = 16;
+    what.nHeight = 16;
+    what.nSamples = 3;
+    what.nPhotometric = photometric;
+    what.nCompression = COMPRESSION_ADOBE_DEFLATE;
+    what.nTile = tile;
+    std::vector<unsigned char> samples(16 * 16 * 3);
+    for (std::size_t i = 0; i < samples.size(); ++i)
+        samples[i] = static_cast<unsigned char>(i * i >> 3);
+    WriteTiff(path, what, samples);
+    const auto image = MakeTestImage(5, 4, 3);
+    QCOMPARE(LoadFile(*image, path), 0);
+    QCOMPARE(image->GetWidth(), 16);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.seek(40)); // behind the head of the file and of the compressed samples
+    file.write(QByteArray(40, '\x55'));
+    file.close();
+    const auto same = MakeTestImage(5, 4, 3);
+    QVERIFY(LoadFile(*same, path) != 0);
+    QVERIFY(SamePixels(*same, *MakeTestImage(5, 4, 3)));
+}
+
+void tst_CImageLoad::everyBeginningOfAFileLoadsWholeOrLeavesTheImage_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    const QTemporaryDir folder;
+    for (const char* pSuffix : {"bmp", "png", "jpg", "gif", "tif"}) {
+        const QString path = folder.filePath(QStringLiteral("a.") + QString::fromLatin1(pSuffix));
+        QCOMPARE(MakeTestImage(9, 7, 3)->Save(path.toStdWString()), 0);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QTest::newRow(pSuffix) << file.readAll();
+    }
+    for (const char* pName : {"bmp/g_pal4rle.bmp", "gif/hippopotamus.interlaced.gif", "png/basn2c08.png",
+                              "jpeg/peacock.progressive.jpeg", "bmp/q_rgb24png.bmp"}) {
+        QFile file(TestDataPath(QString::fromLatin1(pName)));
+        QVERIFY2(file.open(QIODevice::ReadOnly), pName);
+        QTest::newRow(pName) << file.readAll();
+    }
+}
+
+void tst_CImageLoad::everyBeginningOfAFileLoadsWholeOrLeavesTheImage()
+{
+    QFETCH(QByteArray, content);
+    constexpr int kHead = 1200; // from here on in steps
+    constexpr int kStep = 997;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a"));
+    CImage whole;
+    WriteFile(path, content);
+    QCOMPARE(LoadFile(whole, path), 0);
+    const CQuietDecoders quiet;
+    const auto model = MakeTestImage(5, 4, 3);
+    for (int n = 0; n < content.size(); n += n < kHead ? 1 : kStep) {
+        WriteFile(path, content.left(n));
+        const auto image = MakeTestImage(5, 4, 3);
+        const bool bLoaded = LoadFile(*image, path) == 0;
+        QVERIFY2(n >= 30 || !bLoaded, QByteArray::number(n).constData()); // no head is that short
+        if (bLoaded) {
+            QCOMPARE(image->GetWidth(), whole.GetWidth());
+            QCOMPARE(image->GetHeight(), whole.GetHeight());
+            QCOMPARE(image->GetChannel(), whole.GetChannel());
+        } else {
+            QVERIFY2(SamePixels(*image, *model), QByteArray::number(n).constData());
+        }
+    }
+}
+
+void tst_CImageLoad::aChangedByteNeverCostsMoreThanTheLimit_data()
+{
+    everyBeginningOfAFileLoadsWholeOrLeavesTheImage_data();
+}
+
+void tst_CImageLoad::aChangedByteNeverCostsMoreThanTheLimit()
+{
+    QFETCH(QByteArray, content);
+    constexpr std::size_t kLimit = std::size_t(4) << 20;
+    constexpr int kHead = 300;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a"));
+    const CQuietDecoders quiet;
+    const std::size_t nBefore = CImage::GetDecodeLimit();
+    CImage::SetDecodeLimit(kLimit);
+    const auto model = MakeTestImage(5, 4, 3);
+    QByteArray fault;
+    for (int i = 0; i < std::min(content.size(), kHead) && fault.isEmpty(); ++i) {
+        for (const char byte : {'\0', '\x01', '\x7f', '\xff'}) {
+            QByteArray changed = content;
+            changed[i] = byte;
+            WriteFile(path, changed);
+            const auto image = MakeTestImage(5, 4, 3);
+            if (LoadFile(*image, path) != 0 ? !SamePixels(*image, *model)
+                                            : static_cast<std::size_t>(image->GetStride()) *
+                                                      static_cast<std::size_t>(image->GetHeight()) >
+                                                  kLimit)
+                fault = "byte " + QByteArray::number(i) + " as " + QByteArray::number(int(byte));
+        }
+    }
+    CImage::SetDecodeLimit(nBefore);
+    QVERIFY2(fault.isEmpty(), fault.constData());
+}
+
+void tst_CImageLoad::aFileAtTheRootHasTheRootAsItsFolder()
+{
+    if (::access("/", W_OK) != 0)
+        QSKIP("The root folder cannot be written here.");
+    const QString path = QStringLiteral("/vantor-test-%1.png").arg(::getpid());
+    QVERIFY(QFile::copy(TestDataPath(QStringLiteral("png/basn2c08.png")), path));
+    CImage image;
+    const int nLoaded = LoadFile(image, path);
+    QVERIFY(QFile::remove(path));
+    QCOMPARE(nLoaded, 0);
+    QVERIFY(image.GetFolder() == L"/");
+    QCOMPARE(QString::fromStdWString(image.GetName()), path.mid(1));
 }
 
 void tst_CImageLoad::truncatedFilesLoadPartlyOrNotAtAll_data()
