@@ -752,12 +752,14 @@ void tst_CImageLoad::anOldColourMapOfEightBitValuesIsReadAsSuch()
 void tst_CImageLoad::rareColoursBecomeRgb_data()
 {
     QTest::addColumn<int>("photometric");
-    QTest::addColumn<int>("tile");
+    QTest::addColumn<int>("slack");
     QTest::addColumn<QByteArray>("samples");
     QTest::addColumn<QVector<int>>("expected"); // the grey of each of two pixels
-    QTest::newRow("L*a*b*") << int(PHOTOMETRIC_CIELAB) << 0 << QByteArray("\xff\0\0\0\0\0", 6)
+    constexpr int kRounding = 2;
+    constexpr int kOtherLight = 40; // the codec leaves white as it looks in the light that it was measured in
+    QTest::newRow("L*a*b*") << int(PHOTOMETRIC_CIELAB) << kOtherLight << QByteArray("\xff\0\0\0\0\0", 6)
                             << QVector<int>{255, 0};
-    QTest::newRow("luminance and chrominance") << int(PHOTOMETRIC_YCBCR) << 0
+    QTest::newRow("luminance and chrominance") << int(PHOTOMETRIC_YCBCR) << kRounding
                                                << QByteArray("\x96\x80\x80\x14\x80\x80", 6)
                                                << QVector<int>{150, 20};
 }
@@ -767,7 +769,7 @@ void tst_CImageLoad::rareColoursBecomeRgb()
     QFETCH(int, photometric);
     QFETCH(QByteArray, samples);
     QFETCH(QVector<int>, expected);
-    constexpr int kRounding = 4; // white is that of another light
+    QFETCH(int, slack);
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("a.tif"));
     for (const int nOrientation : {ORIENTATION_TOPLEFT, ORIENTATION_TOPRIGHT}) {
@@ -784,7 +786,7 @@ void tst_CImageLoad::rareColoursBecomeRgb()
         for (int x = 0; x < 2; ++x) {
             const int nWanted = expected[nOrientation == ORIENTATION_TOPLEFT ? x : 1 - x];
             for (const int nValue : PixelOf(image, x, 0))
-                QVERIFY2(std::abs(nValue - nWanted) <= kRounding, QByteArray::number(nValue).constData());
+                QVERIFY2(std::abs(nValue - nWanted) <= slack, QByteArray::number(nValue).constData());
         }
     }
 }
