@@ -2,8 +2,8 @@
 // Copyright (c) The Vantor authors
 //
 // What the core does when memory runs out: every allocation of an operation is made to fail in turn, with all
-// that follow it. The operation says that it failed, and what it was to change is as it was. Only what the core
-// and the standard library allocate fails: Qt does not survive that itself.
+// that follow it. The operation says that it failed, and what it was to change is as it was. Only what the
+// core and the standard library allocate fails: Qt does not survive that itself.
 #include "tests/support/TestImages.h"
 #include "tests/support/TestMain.h"
 
@@ -127,7 +127,8 @@ void operator delete[](void* p, std::size_t) noexcept
 extern "C" void* aligned_alloc(std::size_t nAlignment, std::size_t nBytes) noexcept
 {
     void* p = nullptr;
-    return MayAllocate(__builtin_return_address(0)) && posix_memalign(&p, nAlignment, nBytes) == 0 ? p : nullptr;
+    return MayAllocate(__builtin_return_address(0)) && posix_memalign(&p, nAlignment, nBytes) == 0 ? p
+                                                                                                   : nullptr;
 }
 
 namespace
@@ -266,10 +267,9 @@ private Q_SLOTS:
         int nMet = 0;
         QCOMPARE(TryAll(
                      [&](CImage& image) {
-                         return radius == 0
-                                    ? image.SobelXY(region.get(), ERegionMode::Inside, tolerance)
-                                    : image.MedianFilter(radius, radius, region.get(), ERegionMode::Outside,
-                                                         tolerance);
+                         return radius == 0 ? image.SobelXY(region.get(), ERegionMode::Inside, tolerance)
+                                            : image.MedianFilter(radius, radius, region.get(),
+                                                                 ERegionMode::Outside, tolerance);
                      },
                      nMet),
                  QString());
@@ -309,8 +309,8 @@ private Q_SLOTS:
                          const int nResult = image.Save(strPath);
                          const CPause pause;
                          const QDir dir(folder.path());
-                         bLeft |= nResult != 0 && !dir.isEmpty(QDir::AllEntries | QDir::Hidden |
-                                                               QDir::NoDotAndDotDot);
+                         bLeft |= nResult != 0 &&
+                                  !dir.isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
                          QFile::remove(path);
                          return nResult;
                      },

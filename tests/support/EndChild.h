@@ -6,8 +6,8 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-/// Ends a forked child without the clean-up of the parent's objects. What it has covered would be lost so: where
-/// that is measured it ends in good order, and may write files again.
+/// Ends a forked child without the clean-up of the parent's objects. What it has covered would be lost so:
+/// where that is measured it ends in good order, and may write files again.
 [[noreturn]] inline void EndChild(int nStatus)
 {
 #ifdef VANTOR_COVERAGE

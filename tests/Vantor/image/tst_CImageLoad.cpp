@@ -759,9 +759,9 @@ void tst_CImageLoad::rareColoursBecomeRgb_data()
     constexpr int kOtherLight = 40; // the codec leaves white as it looks in the light that it was measured in
     QTest::newRow("L*a*b*") << int(PHOTOMETRIC_CIELAB) << kOtherLight << QByteArray("\xff\0\0\0\0\0", 6)
                             << QVector<int>{255, 0};
-    QTest::newRow("luminance and chrominance") << int(PHOTOMETRIC_YCBCR) << kRounding
-                                               << QByteArray("\x96\x80\x80\x14\x80\x80", 6)
-                                               << QVector<int>{150, 20};
+    QTest::newRow("luminance and chrominance")
+        << int(PHOTOMETRIC_YCBCR) << kRounding << QByteArray("\x96\x80\x80\x14\x80\x80", 6)
+        << QVector<int>{150, 20};
 }
 
 void tst_CImageLoad::rareColoursBecomeRgb()

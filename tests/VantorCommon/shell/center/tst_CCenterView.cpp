@@ -69,6 +69,20 @@ private Q_SLOTS:
             QVERIFY(!pViewer);
     }
 
+    void aViewerThatIsGoneLeavesTheOthersWhereTheyAre()
+    {
+        SFixture f;
+        f.model.ChangeSize(2, 1);
+        const QList<QRect> lstBefore = f.Shown();
+        QCOMPARE(lstBefore.size(), 2);
+        const QPointer<CImageViewer> pSecond = f.vctViewers[1];
+        delete f.vctViewers[0].data();
+        f.vctViewers.erase(f.vctViewers.begin());
+        f.pView->UpdateLayout();
+        QCOMPARE(f.Shown(), QList<QRect>{lstBefore[1]});
+        QCOMPARE(f.vctViewers[0], pSecond);
+    }
+
     void theLayouts_data()
     {
         QTest::addColumn<int>("nColumns");
