@@ -59,6 +59,7 @@ private Q_SLOTS:
     void theContentDecidesNotTheSuffix();
     void sixteenBitsAreRoundedToEight();
     void fewBitsPerChannelReachWhite();
+    void theOldestBmpOfTwentyFourBitsIsRead();
     void theDecodeLimitIsKept();
     void aFileAtTheRootHasTheRootAsItsFolder();
 };
@@ -285,6 +286,24 @@ void tst_CImageLoad::fewBitsPerChannelReachWhite()
         QVERIFY2(nMost == 255, pName);
         QVERIFY2(std::abs(image.GetPixel(60, 30)[0] - full.GetPixel(60, 30)[0]) <= 17, pName);
     }
+}
+
+void tst_CImageLoad::theOldestBmpOfTwentyFourBitsIsRead()
+{
+    // A header of twelve bytes, two pixels of blue, green and red.
+    const QByteArray content("BM\x22\0\0\0\0\0\0\0\x1a\0\0\0"
+                             "\x0c\0\0\0\x02\0\x01\0\x01\0\x18\0"
+                             "\x03\x02\x01\x06\x05\x04\0\0",
+                             34);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.bmp"));
+    WriteFile(path, content);
+    CImage image;
+    QCOMPARE(LoadFile(image, path), 0);
+    QCOMPARE(image.GetWidth(), 2);
+    QCOMPARE(image.GetHeight(), 1);
+    QCOMPARE(PixelOf(image, 0, 0), std::vector<int>({1, 2, 3}));
+    QCOMPARE(PixelOf(image, 1, 0), std::vector<int>({4, 5, 6}));
 }
 
 void tst_CImageLoad::theDecodeLimitIsKept()

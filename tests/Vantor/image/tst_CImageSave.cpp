@@ -81,6 +81,7 @@ private Q_SLOTS:
     void theSuffixMayBeInAnyCase();
     void anotherSuffixFails();
     void anEmptyOrDeepImageFails();
+    void aGifIsNoWiderThanItsHeaderCanSay();
     void anOldFileKeepsItsPermissions();
     void aSymbolicLinkIsFollowed();
     void aPathWithoutAFolderIsInTheCurrentOne();
@@ -242,6 +243,19 @@ void tst_CImageSave::anEmptyOrDeepImageFails()
     QCOMPARE(image.Create(4, 4, 3, 16, EImageType::Interleaved, 4), 0);
     QVERIFY(SaveFile(image, folder.filePath(QStringLiteral("a.png"))) != 0);
     QVERIFY(FilesIn(folder).isEmpty());
+}
+
+void tst_CImageSave::aGifIsNoWiderThanItsHeaderCanSay()
+{
+    const QTemporaryDir folder;
+    CImage image;
+    QCOMPARE(image.Create(65536, 1, 1, 8, EImageType::Interleaved, 4), 0);
+    QVERIFY(SaveFile(image, folder.filePath(QStringLiteral("a.gif"))) != 0);
+    QCOMPARE(image.Create(1, 65536, 1, 8, EImageType::Interleaved, 4), 0);
+    QVERIFY(SaveFile(image, folder.filePath(QStringLiteral("a.gif"))) != 0);
+    QVERIFY(FilesIn(folder).isEmpty());
+    QCOMPARE(image.Create(65535, 1, 1, 8, EImageType::Interleaved, 4), 0);
+    QCOMPARE(SaveFile(image, folder.filePath(QStringLiteral("a.gif"))), 0);
 }
 
 void tst_CImageSave::anOldFileKeepsItsPermissions()

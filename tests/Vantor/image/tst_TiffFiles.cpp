@@ -74,6 +74,7 @@ private Q_SLOTS:
     void greyWithAlphaBecomesRgba();
     void cmykBecomesRgb();
     void unspecifiedExtraSamplesAreNoAlpha();
+    void tilesOfGreyAreRead();
     void aTiffWithoutItsStripsIsRefused();
     void everyWidthOfASampleIsScaledToEightBits_data();
     void everyWidthOfASampleIsScaledToEightBits();
@@ -202,6 +203,31 @@ void tst_TiffFiles::unspecifiedExtraSamplesAreNoAlpha()
     CImage image;
     QCOMPARE(LoadFile(image, path), 0);
     QCOMPARE(PixelOf(image, 0, 0), Values({1, 2, 3}));
+    what.nExtra = -1; // not even named
+    WriteTiff(path, what, std::vector<unsigned char>{5, 6, 7, 8});
+    QCOMPARE(LoadFile(image, path), 0);
+    QCOMPARE(PixelOf(image, 0, 0), Values({5, 6, 7}));
+}
+
+void tst_TiffFiles::tilesOfGreyAreRead()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.tif"));
+    STiff what;
+    what.nWidth = 13;
+    what.nHeight = 11;
+    what.nTile = 16;
+    std::vector<unsigned char> samples(16 * 16);
+    for (std::size_t i = 0; i < samples.size(); ++i)
+        samples[i] = static_cast<unsigned char>(i);
+    WriteTiff(path, what, samples);
+    CImage image;
+    QCOMPARE(LoadFile(image, path), 0);
+    QCOMPARE(image.GetWidth(), 13);
+    QCOMPARE(image.GetHeight(), 11);
+    for (int y = 0; y < 11; ++y)
+        for (int x = 0; x < 13; ++x)
+            QCOMPARE(int(*image.GetPixel(x, y)), 16 * y + x);
 }
 
 void tst_TiffFiles::aTiffWithoutItsStripsIsRefused()
