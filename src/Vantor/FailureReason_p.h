@@ -3,6 +3,7 @@
 #pragma once
 
 #include <mutex>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -16,7 +17,14 @@ public:
     /// Notes how an operation ended.
     /// @param reason  a sentence in English; null or empty for success, which empties the text
     /// @return the operation's result: 0 for success, 1 for a failure
-    int Note(const char* reason) { return Note(std::string(reason ? reason : "")); }
+    int Note(const char* reason)
+    {
+        try {
+            return Note(std::string(reason ? reason : ""));
+        } catch (const std::bad_alloc&) {
+            return Note(std::string("Out of memory.")); // short enough to need none of its own
+        }
+    }
     int Note(std::string reason)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);

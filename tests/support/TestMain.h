@@ -7,7 +7,7 @@
 
 #ifdef __SANITIZE_ADDRESS__
 /// The leak checker names no frame of a library that has been unloaded; so nothing is unloaded.
-extern "C" int dlclose(void*)
+extern "C" int dlclose(void*) noexcept
 {
     return 0;
 }

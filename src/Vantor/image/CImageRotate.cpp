@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <new>
 
 namespace Vantor::Algorithms
 {
@@ -259,8 +260,10 @@ void RotateFreely(const CImage& from, CImage& to, const Geometry::CPoint<double>
 } // namespace
 
 int CImage::Rotate(const Geometry::CPoint<double>& centre, double angle, double fill, ERotationMode mode)
-{
+try {
     return m_pFailure->Note(TryRotate(centre, angle, fill, mode));
+} catch (const std::bad_alloc&) {
+    return m_pFailure->Note("There is not enough memory for the rotated image.");
 }
 
 const char* CImage::TryRotate(const Geometry::CPoint<double>& centre, double angle, double fill,

@@ -71,6 +71,20 @@ private Q_SLOTS:
         QVERIFY(*point == CPoint<>(108.0, 130.0));
     }
 
+    void anArrayInAnArrayCountsIfItHoldsAnything()
+    {
+        CGeometryArray array;
+        array.Add(std::make_shared<CRectangle>(10.0, 20.0, 4.0, 5.0));
+        const auto inner = std::make_shared<CGeometryArray>();
+        array.Add(inner);
+        CRectangle box = array.GetBoundingRectangle();
+        QVERIFY(box.x() == 10.0 && box.y() == 20.0 && box.width() == 4.0 && box.height() == 5.0);
+        inner->Add(std::make_shared<CGeometryArray>());
+        inner->Add(std::make_shared<CPoint<>>(2.0, 3.0));
+        box = array.GetBoundingRectangle();
+        QVERIFY(box.x() == 2.0 && box.y() == 3.0 && box.width() == 12.0 && box.height() == 22.0);
+    }
+
     void containsWhatAnyMemberContains()
     {
         CGeometryArray array;

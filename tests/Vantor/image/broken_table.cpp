@@ -3,6 +3,7 @@
 
 // broken_table FOLDER: loads every file below the folder, each in a process of its own, and prints what came
 // of it, the time and the growth of the process. Fails when a bound of one of the loaders is broken.
+#include "tests/support/EndChild.h"
 #include "tests/support/TestMain.h"
 
 #include <Vantor/image/CImage.h>
@@ -99,7 +100,7 @@ long PeakKilobytes()
     row.dMilliseconds = took.count();
     row.nMegabytes = (PeakKilobytes() - nBefore) / 1024;
     const bool bWritten = ::write(nPipe, &row, sizeof(row)) == static_cast<ssize_t>(sizeof(row));
-    ::_exit(bWritten ? 0 : 1);
+    EndChild(bWritten ? 0 : 1);
 }
 
 SRow Measure(const SLoader& loader, const QString& path)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 #include "tests/Vantor/image/ExpectedFiles.h"
-#include "tests/support/TestImages.h"
+#include "tests/Vantor/image/ImageFiles.h"
 #include "tests/support/TestMain.h"
 
 #include <Vantor/image/CImage.h>
@@ -10,7 +10,6 @@
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
-#include <QtEndian>
 
 #include <cmath>
 #include <cstring>
@@ -19,44 +18,14 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
-#include <tiffio.h>
 #include <unistd.h>
 
-using Vantor::Algorithms::CImage;
+using namespace ImageFiles;
 using Vantor::Algorithms::EImageType;
 
 namespace
 {
 constexpr int kAtOnceMilliseconds = 1000;
-
-int LoadFile(CImage& image, const QString& path)
-{
-    return image.Load(path.toStdWString());
-}
-
-int LoadData(CImage& image, const char* name)
-{
-    return LoadFile(image, TestDataPath(QString::fromLatin1(name)));
-}
-
-void WriteFile(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(content), qint64(content.size()));
-}
-
-bool SamePixels(const CImage& a, const CImage& b)
-{
-    if (a.GetWidth() != b.GetWidth() || a.GetHeight() != b.GetHeight() || a.GetChannel() != b.GetChannel())
-        return false;
-    const auto nRow = static_cast<std::size_t>(a.GetWidth() * a.GetChannel());
-    for (int y = 0; y < a.GetHeight(); ++y) {
-        if (std::memcmp(a.GetRows()[y], b.GetRows()[y], nRow) != 0)
-            return false;
-    }
-    return true;
-}
 
 double MeanDifference(const CImage& a, const CImage& b)
 {
@@ -68,70 +37,6 @@ double MeanDifference(const CImage& a, const CImage& b)
     }
     return dSum / (static_cast<double>(nRow) * a.GetHeight());
 }
-
-/// What a TIFF file of one strip is written with.
-struct STiff {
-    int nWidth = 1;
-    int nHeight = 1;
-    int nSamples = 1;
-    int nBits = 8;
-    int nFormat = SAMPLEFORMAT_UINT;
-    int nPhotometric = PHOTOMETRIC_MINISBLACK;
-    int nOrientation = ORIENTATION_TOPLEFT;
-    int nExtra = -1; ///< kind of the last sample, -1 for none
-};
-
-template <class T> void WriteTiff(const QString& path, const STiff& what, std::vector<T> samples)
-{
-    TIFF* pTiff = TIFFOpen(path.toUtf8().constData(), "w");
-    QVERIFY(pTiff);
-    TIFFSetField(pTiff, TIFFTAG_IMAGEWIDTH, what.nWidth);
-    TIFFSetField(pTiff, TIFFTAG_IMAGELENGTH, what.nHeight);
-    TIFFSetField(pTiff, TIFFTAG_SAMPLESPERPIXEL, what.nSamples);
-    TIFFSetField(pTiff, TIFFTAG_BITSPERSAMPLE, what.nBits);
-    TIFFSetField(pTiff, TIFFTAG_SAMPLEFORMAT, what.nFormat);
-    TIFFSetField(pTiff, TIFFTAG_PHOTOMETRIC, what.nPhotometric);
-    TIFFSetField(pTiff, TIFFTAG_ORIENTATION, what.nOrientation);
-    TIFFSetField(pTiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
-    if (what.nExtra >= 0) {
-        const auto nExtra = static_cast<uint16_t>(what.nExtra);
-        TIFFSetField(pTiff, TIFFTAG_EXTRASAMPLES, 1, &nExtra);
-    }
-    TIFFWriteEncodedStrip(pTiff, 0, samples.data(), static_cast<tmsize_t>(samples.size() * sizeof(T)));
-    TIFFClose(pTiff);
-}
-
-std::vector<int> PixelOf(const CImage& image, int x, int y)
-{
-    const unsigned char* p = image.GetPixel(x, y);
-    return std::vector<int>(p, p + image.GetChannel());
-}
-
-/// The checksum of a PNG chunk.
-quint32 Crc32(const QByteArray& bytes)
-{
-    quint32 nCrc = 0xffffffff;
-    for (const char byte : bytes) {
-        nCrc ^= static_cast<unsigned char>(byte);
-        for (int i = 0; i < 8; ++i)
-            nCrc = (nCrc & 1) != 0 ? (nCrc >> 1) ^ 0xedb88320U : nCrc >> 1;
-    }
-    return ~nCrc;
-}
-
-/// The largest address space that this process has had.
-long PeakMegabytes()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    const QByteArray content = status.readAll();
-    const int nStart = content.indexOf("VmPeak:") + 7;
-    const int nEnd = content.indexOf("kB", nStart);
-    return content.mid(nStart, nEnd - nStart).trimmed().toLong() / 1024;
-}
-
-using Values = std::vector<int>;
 } // namespace
 
 class tst_CImageLoad : public QObject
@@ -146,7 +51,6 @@ private Q_SLOTS:
     void theEightOrientationsShowTheSamePicture();
     void anOrientationIsExact_data();
     void anOrientationIsExact();
-    void theOrientationTagOfTiffIsApplied();
     void nameAndFolderComeFromThePath();
     void aFailureLeavesTheImageAsItWas();
     void whatIsNoRegularFileFailsAtOnce();
@@ -155,18 +59,9 @@ private Q_SLOTS:
     void theContentDecidesNotTheSuffix();
     void sixteenBitsAreRoundedToEight();
     void fewBitsPerChannelReachWhite();
-    void floatsAreClampedToZeroAndOne();
-    void signedSamplesBeginAtBlack();
-    void straightAlphaStaysAndPremultipliedBecomesStraight();
-    void greyWithAlphaBecomesRgba();
-    void cmykBecomesRgb();
-    void unspecifiedExtraSamplesAreNoAlpha();
+    void theOldestBmpOfTwentyFourBitsIsRead();
     void theDecodeLimitIsKept();
-    void aHugeClaimIsRefusedBeforeMemoryIsTaken_data();
-    void aHugeClaimIsRefusedBeforeMemoryIsTaken();
-    void aTiffWithoutItsStripsIsRefused();
-    void truncatedFilesLoadPartlyOrNotAtAll_data();
-    void truncatedFilesLoadPartlyOrNotAtAll();
+    void aFileAtTheRootHasTheRootAsItsFolder();
 };
 
 void tst_CImageLoad::everyFileLoadsWithItsSizeAndChannels_data()
@@ -278,30 +173,6 @@ void tst_CImageLoad::anOrientationIsExact()
     }
 }
 
-void tst_CImageLoad::theOrientationTagOfTiffIsApplied()
-{
-    // The picture  1 2 3  as it lies in the file for each orientation.
-    //              4 5 6
-    const std::vector<std::vector<unsigned char>> stored = {
-        {1, 2, 3, 4, 5, 6}, {3, 2, 1, 6, 5, 4}, {6, 5, 4, 3, 2, 1}, {4, 5, 6, 1, 2, 3},
-        {1, 4, 2, 5, 3, 6}, {3, 6, 2, 5, 1, 4}, {6, 3, 5, 2, 4, 1}, {4, 1, 5, 2, 6, 3}};
-    const QTemporaryDir folder;
-    for (int i = 1; i <= 8; ++i) {
-        STiff what;
-        what.nWidth = i < 5 ? 3 : 2;
-        what.nHeight = i < 5 ? 2 : 3;
-        what.nOrientation = i;
-        const QString path = folder.filePath(QStringLiteral("turned.tif"));
-        WriteTiff(path, what, stored[static_cast<std::size_t>(i - 1)]);
-        CImage image;
-        QCOMPARE(LoadFile(image, path), 0);
-        QCOMPARE(image.GetWidth(), 3);
-        QCOMPARE(image.GetHeight(), 2);
-        for (int n = 0; n < 6; ++n)
-            QCOMPARE(int(*image.GetPixel(n % 3, n / 3)), n + 1);
-    }
-}
-
 void tst_CImageLoad::nameAndFolderComeFromThePath()
 {
     CImage image;
@@ -385,21 +256,12 @@ void tst_CImageLoad::theContentDecidesNotTheSuffix()
 void tst_CImageLoad::sixteenBitsAreRoundedToEight()
 {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.tif"));
-    STiff what;
-    what.nWidth = 6;
-    what.nBits = 16;
-    WriteTiff(path, what, std::vector<quint16>{0, 128, 129, 32768, 65406, 65535});
-    CImage image;
-    QCOMPARE(LoadFile(image, path), 0);
-    for (const auto& [x, nValue] : {std::pair(0, 0), {1, 0}, {2, 1}, {3, 128}, {4, 254}, {5, 255}})
-        QCOMPARE(int(*image.GetPixel(x, 0)), nValue);
-
     const QString png = folder.filePath(QStringLiteral("a.png"));
     QImage deep(2, 1, QImage::Format_Grayscale16);
     reinterpret_cast<quint16*>(deep.scanLine(0))[0] = 128;
     reinterpret_cast<quint16*>(deep.scanLine(0))[1] = 129;
     QVERIFY(deep.save(png));
+    CImage image;
     QCOMPARE(LoadFile(image, png), 0);
     QCOMPARE(image.GetChannel(), 1);
     QCOMPARE(int(*image.GetPixel(0, 0)), 0);
@@ -426,97 +288,22 @@ void tst_CImageLoad::fewBitsPerChannelReachWhite()
     }
 }
 
-void tst_CImageLoad::floatsAreClampedToZeroAndOne()
+void tst_CImageLoad::theOldestBmpOfTwentyFourBitsIsRead()
 {
+    // A header of twelve bytes, two pixels of blue, green and red.
+    const QByteArray content("BM\x22\0\0\0\0\0\0\0\x1a\0\0\0"
+                             "\x0c\0\0\0\x02\0\x01\0\x01\0\x18\0"
+                             "\x03\x02\x01\x06\x05\x04\0\0",
+                             34);
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.tif"));
-    STiff what;
-    what.nWidth = 6;
-    what.nBits = 32;
-    what.nFormat = SAMPLEFORMAT_IEEEFP;
-    WriteTiff(path, what, std::vector<float>{-1.0F, 0.0F, 0.5F, 1.0F, 1e30F, NAN});
+    const QString path = folder.filePath(QStringLiteral("a.bmp"));
+    WriteFile(path, content);
     CImage image;
     QCOMPARE(LoadFile(image, path), 0);
-    for (const auto& [x, nValue] : {std::pair(0, 0), {1, 0}, {2, 128}, {3, 255}, {4, 255}, {5, 0}})
-        QCOMPARE(int(*image.GetPixel(x, 0)), nValue);
-}
-
-void tst_CImageLoad::signedSamplesBeginAtBlack()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.tif"));
-    STiff what;
-    what.nWidth = 3;
-    what.nFormat = SAMPLEFORMAT_INT;
-    WriteTiff(path, what, std::vector<qint8>{-128, 0, 127});
-    CImage image;
-    QCOMPARE(LoadFile(image, path), 0);
-    for (const auto& [x, nValue] : {std::pair(0, 0), {1, 128}, {2, 255}})
-        QCOMPARE(int(*image.GetPixel(x, 0)), nValue);
-}
-
-void tst_CImageLoad::straightAlphaStaysAndPremultipliedBecomesStraight()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.tif"));
-    STiff what;
-    what.nWidth = 2;
-    what.nSamples = 4;
-    what.nPhotometric = PHOTOMETRIC_RGB;
-    what.nExtra = EXTRASAMPLE_UNASSALPHA;
-    const std::vector<unsigned char> samples = {100, 50, 25, 100, 7, 8, 9, 0};
-    WriteTiff(path, what, samples);
-    CImage image;
-    QCOMPARE(LoadFile(image, path), 0);
-    QCOMPARE(PixelOf(image, 0, 0), Values({100, 50, 25, 100}));
-    QCOMPARE(PixelOf(image, 1, 0), Values({7, 8, 9, 0}));
-    what.nExtra = EXTRASAMPLE_ASSOCALPHA;
-    WriteTiff(path, what, samples);
-    QCOMPARE(LoadFile(image, path), 0);
-    QCOMPARE(PixelOf(image, 0, 0), Values({255, 128, 64, 100}));
-    QCOMPARE(PixelOf(image, 1, 0), Values({0, 0, 0, 0}));
-}
-
-void tst_CImageLoad::greyWithAlphaBecomesRgba()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.tif"));
-    STiff what;
-    what.nSamples = 2;
-    what.nExtra = EXTRASAMPLE_UNASSALPHA;
-    WriteTiff(path, what, std::vector<unsigned char>{200, 10});
-    CImage image;
-    QCOMPARE(LoadFile(image, path), 0);
-    QCOMPARE(PixelOf(image, 0, 0), Values({200, 200, 200, 10}));
-}
-
-void tst_CImageLoad::cmykBecomesRgb()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.tif"));
-    STiff what;
-    what.nWidth = 2;
-    what.nSamples = 4;
-    what.nPhotometric = PHOTOMETRIC_SEPARATED;
-    WriteTiff(path, what, std::vector<unsigned char>{255, 0, 51, 0, 0, 0, 0, 255});
-    CImage image;
-    QCOMPARE(LoadFile(image, path), 0);
-    QCOMPARE(PixelOf(image, 0, 0), Values({0, 255, 204}));
-    QCOMPARE(PixelOf(image, 1, 0), Values({0, 0, 0}));
-}
-
-void tst_CImageLoad::unspecifiedExtraSamplesAreNoAlpha()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.tif"));
-    STiff what;
-    what.nSamples = 4;
-    what.nPhotometric = PHOTOMETRIC_RGB;
-    what.nExtra = EXTRASAMPLE_UNSPECIFIED;
-    WriteTiff(path, what, std::vector<unsigned char>{1, 2, 3, 4});
-    CImage image;
-    QCOMPARE(LoadFile(image, path), 0);
-    QCOMPARE(PixelOf(image, 0, 0), Values({1, 2, 3}));
+    QCOMPARE(image.GetWidth(), 2);
+    QCOMPARE(image.GetHeight(), 1);
+    QCOMPARE(PixelOf(image, 0, 0), std::vector<int>({1, 2, 3}));
+    QCOMPARE(PixelOf(image, 1, 0), std::vector<int>({4, 5, 6}));
 }
 
 void tst_CImageLoad::theDecodeLimitIsKept()
@@ -538,89 +325,18 @@ void tst_CImageLoad::theDecodeLimitIsKept()
     }
 }
 
-void tst_CImageLoad::aHugeClaimIsRefusedBeforeMemoryIsTaken_data()
+void tst_CImageLoad::aFileAtTheRootHasTheRootAsItsFolder()
 {
-    // 16000 x 16000 pixels, well within the decode limit.
-    QTest::addColumn<int>("offset");
-    QTest::addColumn<QByteArray>("claim");
-    const QByteArray little("\x80\x3e\0\0\x80\x3e\0\0", 8);
-    QTest::newRow("bmp/g_rgb24.bmp") << 18 << little;
-    QTest::newRow("bmp/g_pal8.bmp") << 18 << little;
-    QTest::newRow("bmp/g_pal8rle.bmp") << 18 << little;
-    QTest::newRow("png/basn2c08.png") << 16 << QByteArray("\0\0\x3e\x80\0\0\x3e\x80", 8);
-    QTest::newRow("gif/hippopotamus.regular.gif") << 6 << QByteArray("\x80\x3e\x80\x3e", 4);
-    QTest::newRow("jpeg/peacock.default.jpeg") << -1 << QByteArray("\x3e\x80\x3e\x80", 4);
-    QTest::newRow("jpeg/peacock.progressive.jpeg") << -1 << QByteArray("\x3e\x80\x3e\x80", 4);
-}
-
-void tst_CImageLoad::aHugeClaimIsRefusedBeforeMemoryIsTaken()
-{
-    constexpr int kMostMegabytes = 64;
-    constexpr int kPngHeaderEnd = 29;
-    QFETCH(int, offset);
-    QFETCH(QByteArray, claim);
-    QFile from(TestDataPath(QString::fromLatin1(QTest::currentDataTag())));
-    QVERIFY(from.open(QIODevice::ReadOnly));
-    QByteArray content = from.readAll();
-    if (offset < 0) // behind the marker, the length and the depth of a JPEG frame
-        offset = std::max(content.indexOf("\xff\xc0"), content.indexOf("\xff\xc2")) + 5;
-    content.replace(offset, claim.size(), claim);
-    if (from.fileName().endsWith(QStringLiteral("png"))) { // or the header would be refused for its checksum
-        QByteArray checksum(4, '\0');
-        qToBigEndian(Crc32(content.mid(12, kPngHeaderEnd - 12)), checksum.data());
-        content.replace(kPngHeaderEnd, checksum.size(), checksum);
-    }
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("claim"));
-    WriteFile(path, content);
-    CImage warm; // loads what the codec needs once
-    QCOMPARE(LoadFile(warm, from.fileName()), 0);
-    const long nBefore = PeakMegabytes();
+    if (::access("/", W_OK) != 0)
+        QSKIP("The root folder cannot be written here.");
+    const QString path = QStringLiteral("/vantor-test-%1.png").arg(::getpid());
+    QVERIFY(QFile::copy(TestDataPath(QStringLiteral("png/basn2c08.png")), path));
     CImage image;
-    QVERIFY(LoadFile(image, path) != 0);
-    QVERIFY2(PeakMegabytes() - nBefore < kMostMegabytes,
-             QByteArray::number(int(PeakMegabytes() - nBefore)).constData());
-}
-
-void tst_CImageLoad::aTiffWithoutItsStripsIsRefused()
-{
-    // 30000 rows of 30000 pixels, not one of them in the file.
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("sparse.tif"));
-    TIFF* pTiff = TIFFOpen(path.toUtf8().constData(), "w");
-    QVERIFY(pTiff);
-    constexpr int kSide = 30000;
-    TIFFSetField(pTiff, TIFFTAG_IMAGEWIDTH, kSide);
-    TIFFSetField(pTiff, TIFFTAG_IMAGELENGTH, kSide);
-    TIFFSetField(pTiff, TIFFTAG_ROWSPERSTRIP, kSide);
-    TIFFSetField(pTiff, TIFFTAG_BITSPERSAMPLE, 8);
-    TIFFSetField(pTiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK);
-    TIFFSetField(pTiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
-    TIFFWriteDirectory(pTiff);
-    TIFFClose(pTiff);
-    CImage image;
-    QVERIFY(LoadFile(image, path) != 0);
-}
-
-void tst_CImageLoad::truncatedFilesLoadPartlyOrNotAtAll_data()
-{
-    QTest::addColumn<bool>("loads");
-    QTest::newRow("hippopotamus.interlaced.truncated.gif") << true;
-    QTest::newRow("peacock.default.truncated.jpeg") << true;
-    QTest::newRow("peacock.progressive.truncated.jpeg") << true;
-    QTest::newRow("hippopotamus.regular.truncated.png") << false;
-    QTest::newRow("hippopotamus.interlaced.truncated.png") << false;
-    QTest::newRow("bmp_shortfile.bmp") << false;
-}
-
-void tst_CImageLoad::truncatedFilesLoadPartlyOrNotAtAll()
-{
-    QFETCH(bool, loads);
-    const QByteArray name = QByteArray("broken/") + QTest::currentDataTag();
-    if (name.endsWith("jpeg"))
-        QTest::ignoreMessage(QtWarningMsg, "Corrupt JPEG data: premature end of data segment");
-    CImage image;
-    QCOMPARE(LoadData(image, name.constData()) == 0, loads);
+    const int nLoaded = LoadFile(image, path);
+    QVERIFY(QFile::remove(path));
+    QCOMPARE(nLoaded, 0);
+    QVERIFY(image.GetFolder() == L"/");
+    QCOMPARE(QString::fromStdWString(image.GetName()), path.mid(1));
 }
 
 VANTOR_CORE_TEST_MAIN(tst_CImageLoad)

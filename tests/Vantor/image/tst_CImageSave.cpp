@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
+#include "tests/support/EndChild.h"
 #include "tests/support/TestImages.h"
 #include "tests/support/TestMain.h"
 
@@ -58,7 +59,7 @@ template <class TFunction> int InChild(TFunction function)
 {
     const pid_t nChild = ::fork();
     if (nChild == 0)
-        ::_exit(function());
+        EndChild(function());
     int nStatus = 0;
     ::waitpid(nChild, &nStatus, 0);
     return WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1;
@@ -80,8 +81,11 @@ private Q_SLOTS:
     void theSuffixMayBeInAnyCase();
     void anotherSuffixFails();
     void anEmptyOrDeepImageFails();
+    void aGifIsNoWiderThanItsHeaderCanSay();
     void anOldFileKeepsItsPermissions();
     void aSymbolicLinkIsFollowed();
+    void aPathWithoutAFolderIsInTheCurrentOne();
+    void twoChannelsAreSavedInEveryFormat();
     void whatIsNoRegularFileIsNotReplaced();
     void aReadOnlyFolderFailsAndLeavesNothing();
     void aFullDiskFailsAndTheOldFileIsWhole_data();
@@ -241,6 +245,19 @@ void tst_CImageSave::anEmptyOrDeepImageFails()
     QVERIFY(FilesIn(folder).isEmpty());
 }
 
+void tst_CImageSave::aGifIsNoWiderThanItsHeaderCanSay()
+{
+    const QTemporaryDir folder;
+    CImage image;
+    QCOMPARE(image.Create(65536, 1, 1, 8, EImageType::Interleaved, 4), 0);
+    QVERIFY(SaveFile(image, folder.filePath(QStringLiteral("a.gif"))) != 0);
+    QCOMPARE(image.Create(1, 65536, 1, 8, EImageType::Interleaved, 4), 0);
+    QVERIFY(SaveFile(image, folder.filePath(QStringLiteral("a.gif"))) != 0);
+    QVERIFY(FilesIn(folder).isEmpty());
+    QCOMPARE(image.Create(65535, 1, 1, 8, EImageType::Interleaved, 4), 0);
+    QCOMPARE(SaveFile(image, folder.filePath(QStringLiteral("a.gif"))), 0);
+}
+
 void tst_CImageSave::anOldFileKeepsItsPermissions()
 {
     const QTemporaryDir folder;
@@ -268,8 +285,55 @@ void tst_CImageSave::aSymbolicLinkIsFollowed()
         QCOMPARE(loaded.Load(target.toStdWString()), 0);
         QCOMPARE(loaded.GetWidth(), 8 + i);
     }
+    const QString absolute = folder.filePath(QStringLiteral("c.png"));
+    QCOMPARE(::symlink(target.toUtf8().constData(), absolute.toUtf8().constData()), 0);
+    QCOMPARE(SaveFile(*MakeTestImage(11, 8, 3), absolute), 0);
+    QVERIFY(QFileInfo(absolute).isSymLink());
+    CImage replaced;
+    QCOMPARE(replaced.Load(target.toStdWString()), 0);
+    QCOMPARE(replaced.GetWidth(), 11);
     QCOMPARE(::symlink("loop.png", folder.filePath(QStringLiteral("loop.png")).toUtf8().constData()), 0);
     QVERIFY(SaveFile(*MakeTestImage(8, 8, 3), folder.filePath(QStringLiteral("loop.png"))) != 0);
+}
+
+void tst_CImageSave::aPathWithoutAFolderIsInTheCurrentOne()
+{
+    const QTemporaryDir folder;
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(folder.path()));
+    const int nSaved = MakeTestImage(8, 8, 3)->Save(L"a.png");
+    const int nLinked = ::symlink("a.png", "b.png");
+    const int nThroughLink = MakeTestImage(9, 8, 3)->Save(L"b.png");
+    CImage loaded;
+    const int nLoaded = loaded.Load(L"a.png");
+    QVERIFY(QDir::setCurrent(before));
+    QCOMPARE(nSaved, 0);
+    QCOMPARE(nLinked, 0);
+    QCOMPARE(nThroughLink, 0);
+    QCOMPARE(nLoaded, 0);
+    QCOMPARE(loaded.GetWidth(), 9);
+    QVERIFY(loaded.GetName() == L"a.png");
+    QVERIFY(loaded.GetFolder().empty());
+    QCOMPARE(FilesIn(folder), QStringList({QStringLiteral("a.png"), QStringLiteral("b.png")}));
+}
+
+void tst_CImageSave::twoChannelsAreSavedInEveryFormat()
+{
+    const QTemporaryDir folder;
+    CImage image;
+    QCOMPARE(image.Create(16, 16, 2, 8, EImageType::Interleaved, 4), 0);
+    for (int i = 0; i < 16 * 16; ++i) {
+        image.GetPixel(i % 16, i / 16)[0] = 200;
+        image.GetPixel(i % 16, i / 16)[1] = 255;
+    }
+    for (const char* pName : {"a.bmp", "a.png", "a.tif", "a.gif", "a.jpg"}) {
+        const QString path = folder.filePath(QString::fromLatin1(pName));
+        QVERIFY2(SaveFile(image, path) == 0, pName);
+        CImage loaded;
+        QVERIFY2(loaded.Load(path.toStdWString()) == 0, pName);
+        for (int c = 0; c < 3; ++c)
+            QVERIFY2(std::abs(loaded.GetPixel(7, 9)[c] - 200) <= 2, pName);
+    }
 }
 
 void tst_CImageSave::whatIsNoRegularFileIsNotReplaced()
@@ -325,7 +389,7 @@ void tst_CImageSave::aFullDiskFailsAndTheOldFileIsWhole()
     const int nResult = InChild([&] {
         // A file size limit stops a write as a full disk does.
         ::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{20000, 20000};
+        const rlimit limit{20000, RLIM_INFINITY};
         ::setrlimit(RLIMIT_FSIZE, &limit);
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
         return SaveFile(large, path) != 0 ? 0 : 1;

@@ -4,6 +4,7 @@
 #include "tests/support/TestMain.h"
 
 #include <Vantor/geometry/CGeometryArray.h>
+#include <Vantor/geometry/CPoint.h>
 #include <Vantor/geometry/CRectangle.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/ocr/CVOCR.h>
@@ -53,6 +54,7 @@ private Q_SLOTS:
     void missingLanguageDataIsNamed_data();
     void missingLanguageDataIsNamed();
     void severalLanguagesAreRead();
+    void aTurnedPageOfOneBlockIsReadAsTheUprightOne();
     void brokenLanguageDataIsAnError();
     void theResolutionHasLimits();
     void aFailedRunKeepsTheText();
@@ -219,6 +221,23 @@ void tst_CVOCR::severalLanguagesAreRead()
     const CRectangle firstLine(0.0, 85.0, 640.0, 40.0);
     QCOMPARE(ocr.Decode(page.get(), &firstLine), 0);
     QCOMPARE(TextOf(ocr), kFirstLine);
+}
+
+void tst_CVOCR::aTurnedPageOfOneBlockIsReadAsTheUprightOne()
+{
+    constexpr double kHalfTurn = 3.14159265358979324;
+    CVOCR ocr;
+    QCOMPARE(ocr.SetLanguageData("eng+kor", kFolder), 0);
+    const auto pPage = Page(QStringLiteral("phototest.tif"));
+    QVERIFY(pPage);
+    QCOMPARE(ocr.Decode(pPage.get(), nullptr), 0);
+    const QString strUpright = TextOf(ocr);
+    QVERIFY2(strUpright.contains(QStringLiteral("12 point text")), qPrintable(strUpright));
+    QCOMPARE(pPage->Rotate(Vantor::Geometry::CPoint<double>(0, 0), kHalfTurn, 0.0,
+                           Vantor::Algorithms::ERotationMode::GrowCanvas),
+             0);
+    QCOMPARE(ocr.Decode(pPage.get(), nullptr), 0);
+    QCOMPARE(TextOf(ocr), strUpright);
 }
 
 void tst_CVOCR::brokenLanguageDataIsAnError()

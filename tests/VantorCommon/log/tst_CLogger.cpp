@@ -113,6 +113,19 @@ private Q_SLOTS:
         QCOMPARE(OnlyText(), QString::fromLatin1(before) + QChar(QChar::ReplacementCharacter));
     }
 
+    void aTextWithoutAnyBeginningOfACharacterIsCutToo()
+    {
+        CLogger::Write(NORMAL, "%s", QByteArray(1100, '\x80').constData());
+        QCOMPARE(OnlyText(), QString(1023, QChar(QChar::ReplacementCharacter)));
+    }
+
+    void withoutAFormatNothingIsWritten()
+    {
+        void (*const pWrite)(ELogLevel, const char*, ...) = &CLogger::Write; // past the compiler's own check
+        pWrite(NORMAL, nullptr);
+        QVERIFY(m_pModel->IsEmpty());
+    }
+
     void aTextThatCannotBeFormattedIsReplacedByItsFormat()
     {
         const wchar_t invalid[] = {wchar_t(0xD800), 0};

@@ -2,6 +2,8 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include "tests/support/EndChild.h"
+
 #include <VantorCommon/database/CDatabaseHelper.h>
 #include <VantorCommon/database/CDatabaseModelFactory.h>
 #include <VantorCommon/database/CDatabaseModelSetting.h>
@@ -25,7 +27,7 @@ inline pid_t Fork(const std::function<void()>& func)
     const pid_t nChild = fork();
     if (nChild == 0) {
         func();
-        _exit(0);
+        EndChild(0);
     }
     return nChild;
 }

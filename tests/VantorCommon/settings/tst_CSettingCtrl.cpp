@@ -13,12 +13,16 @@
 #include <QApplication>
 #include <QDate>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <cstdio>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace
 {
@@ -133,6 +137,26 @@ private Q_SLOTS:
         QCOMPARE(m_pLog->Take(),
                  QStringList{QStringLiteral("3:Update Setting {GENERAL_PDF_RESOLUTION_X} NG")});
         QCOMPARE(CSettingManager::GetInt(c_strKeyX, 0), 7);
+    }
+
+    void aFolderThatSomebodyHoldsIsNotWaitedForWithoutEnd()
+    {
+        constexpr int c_nPatienceMs = 30000; // on a loaded machine
+        const int nFolder = ::open(m_pDir->path().toUtf8().constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        QVERIFY(nFolder >= 0);
+        QCOMPARE(::flock(nFolder, LOCK_EX), 0);
+        QElapsedTimer timer;
+        timer.start();
+        {
+            const SFixture f(m_pDir->path());
+            QVERIFY(timer.elapsed() < c_nPatienceMs);
+            QCOMPARE(m_pLog->Take(), QStringList{QStringLiteral("2:Cannot load settings")});
+            QVERIFY(!QFile::exists(f.strFile));
+        }
+        ::close(nFolder);
+        const SFixture f(m_pDir->path());
+        QVERIFY(QFile::exists(f.strFile));
+        m_pLog->Take();
     }
 
     void anEmptyFileCountsAsAbsent()

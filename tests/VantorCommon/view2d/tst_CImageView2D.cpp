@@ -527,6 +527,24 @@ private Q_SLOTS:
         QVERIFY(f.pView->GetDrawableObjects().empty());
     }
 
+    void anObjectHandedToTheViewIsPaintedAfterThoseOfTheModel()
+    {
+        SFixture f(QSize(400, 300), MakeTestImage(400, 300, 3));
+        const auto pOfModel = MakeRectangle(20, 20, 60, 60);
+        const auto pHanded = MakeRectangle(60, 60, 60, 60);
+        f.geometry.AddObject(pOfModel);
+        f.pView->DrawObject(pHanded);
+        f.pView->DrawObject(nullptr);
+        QCOMPARE(f.pView->GetDrawableObjects(), (CImageView2DGeometryModel::ObjectList{pOfModel, pHanded}));
+        const QImage with = f.Grab();
+        QVERIFY(Count(with.copy(110, 65, 20, 50), QColor(0, 255, 0)) > 0); // its right edge
+        f.geometry.UnSelectedAll(); // a change of the model makes the list anew
+        QCOMPARE(f.pView->GetDrawableObjects(), (CImageView2DGeometryModel::ObjectList{pOfModel}));
+        f.pView->DrawObject(pHanded);
+        f.pView->Clear();
+        QVERIFY(f.pView->GetDrawableObjects().empty());
+    }
+
     void theModelsMayDieFirst()
     {
         QWidget parent;

@@ -98,6 +98,25 @@ class tst_CImageView2DDrawableWidget : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void aShapeWithoutItsPointsIsNotDrawnAtAll()
+    {
+        class CPointless : public CRectangle
+        {
+        public:
+            using CRectangle::CRectangle;
+            int GetPoints(CPointList&, CPointList&) const override { return 1; }
+        };
+        CSurface surface;
+        surface.DrawObject(MakeObject(std::make_shared<CPointless>(20, 20, 60, 50)));
+        const QImage picture = ViewReference::Grab(surface);
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                QCOMPARE(At(picture, x, y), QColor(Qt::white));
+        surface.Clear();
+        surface.DrawObject(MakeRectangle(20, 20, 60, 50));
+        QVERIFY(ViewReference::Grab(surface) != picture);
+    }
+
     void bothRectanglesBeginWithTheSizeOfTheWidgetAndTheMouseIsTracked()
     {
         QWidget parent;

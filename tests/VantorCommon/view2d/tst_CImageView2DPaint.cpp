@@ -5,7 +5,9 @@
 #include "tests/support/TestMain.h"
 #include "tests/support/ViewInput.h"
 
+#include <QPicture>
 #include <QScreen>
+#include <cstring>
 #include <random>
 
 using Vantor::Algorithms::CImage;
@@ -93,6 +95,54 @@ private Q_SLOTS:
         }
     }
 
+    // What writes pixels by itself must keep to what a painter of somebody else's has set.
+    void anyPainterGetsThePictureInItsOwnWay()
+    {
+        for (const QSize& size : {QSize(90, 80), QSize(5, 4)}) { // the second one with its values
+            SFixture f(QSize(400, 300), MakeTestImage(size.width(), size.height(), 3));
+            const QImage whole = f.Grab();
+            const auto paint = [&](QImage::Format eFormat, const auto& prepare) {
+                QImage picture(400, 300, eFormat);
+                picture.fill(Qt::magenta);
+                QPainter painter(&picture);
+                prepare(painter);
+                f.pView->Paint(painter);
+                painter.end();
+                return picture.convertToFormat(QImage::Format_RGB32);
+            };
+            const auto nothing = [](QPainter&) {};
+            QCOMPARE(paint(QImage::Format_RGB32, nothing), whole);
+            QCOMPARE(paint(QImage::Format_ARGB32_Premultiplied, nothing), whole);
+
+            const QRect clip(37, 41, 200, 150);
+            const QImage part = paint(QImage::Format_RGB32, [&](QPainter& p) { p.setClipRect(clip); });
+            QCOMPARE(part.copy(clip), whole.copy(clip));
+            QCOMPARE(Count(part, Qt::magenta), 400 * 300 - clip.width() * clip.height());
+
+            const QImage none = paint(QImage::Format_RGB32, [](QPainter& p) { p.setOpacity(0.0); });
+            QCOMPARE(Count(none, Qt::magenta), 400 * 300);
+            const QImage beneath = paint(QImage::Format_ARGB32_Premultiplied, [](QPainter& p) {
+                p.setCompositionMode(QPainter::CompositionMode_DestinationOver);
+            });
+            QCOMPARE(Count(beneath, Qt::magenta), 400 * 300);
+        }
+    }
+
+    void aPictureThatIsRecordedShowsTheSameWhenItIsPlayed()
+    {
+        SFixture f(QSize(400, 300), MakeTestImage(90, 80, 3));
+        QPicture record;
+        QPainter recorder(&record);
+        f.pView->Paint(recorder);
+        QVERIFY(recorder.end());
+        QImage played(400, 300, QImage::Format_RGB32);
+        played.fill(Qt::magenta);
+        QPainter player(&played);
+        record.play(&player);
+        player.end();
+        QCOMPARE(played, f.Grab());
+    }
+
     void theScreenShowsWhatIsPainted()
     {
         const ImagePtr pImage = MakeTestImage(300, 200, 3);
@@ -178,6 +228,35 @@ private Q_SLOTS:
                 Drag(*f.pView, QPointF(50, 50), QPointF(number(-40, 140), number(-40, 140)));
             }
         }
+    }
+
+    void oneValueIsDrawnAsInTheWholePicture_data() { theValuesAppearOnlyInACellTallEnough_data(); }
+
+    void oneValueIsDrawnAsInTheWholePicture()
+    {
+        QFETCH(int, channels);
+        const ImagePtr pImage = MakeTestImage(4, 3, channels);
+        for (int y = 0; y < 3; ++y)
+            std::memset(pImage->GetRows()[y], 77, std::size_t(4 * channels));
+        if (channels == 4)
+            pImage->GetPixel(1, 1)[3] = 255;
+        constexpr int kCell = 150;
+        SFixture f(QSize(4 * kCell, 3 * kCell), pImage);
+        QCOMPARE(f.pView->GetSizePixel(), double(kCell));
+        const QRect cell(kCell + 2, kCell + 2, kCell - 4, kCell - 4); // within the lines of the grid
+        const auto draw = [&](const unsigned char* pPixel, int nChannels, double dblHeight) {
+            QImage picture(f.pView->size(), QImage::Format_RGB32);
+            picture.fill(QColor(77, 77, 77));
+            QPainter painter(&picture);
+            f.pView->DrawPixelValue(painter, pPixel, nChannels, 1, 1, kCell, dblHeight);
+            painter.end();
+            return picture;
+        };
+        QCOMPARE(draw(pImage->GetPixel(1, 1), channels, kCell).copy(cell), f.Grab().copy(cell));
+        const QImage empty = draw(nullptr, channels, kCell);
+        QCOMPARE(Count(empty, QColor(77, 77, 77)), empty.width() * empty.height());
+        QCOMPARE(draw(pImage->GetPixel(1, 1), 2, kCell), empty);
+        QCOMPARE(draw(pImage->GetPixel(1, 1), channels, ValueLineHeight(f.pView) * channels + 4.0), empty);
     }
 
     void theChannelsHaveTheirColours()

@@ -11,6 +11,7 @@
 #include <QOpenGLExtraFunctions>
 #include <QOpenGLShaderProgram>
 #include <QScreen>
+#include <QTemporaryDir>
 
 using Vantor::Algorithms::CImage;
 
@@ -376,6 +377,32 @@ private Q_SLOTS:
         QVERIFY(!__InternalCreateProgram(strFolder + QStringLiteral("none.vert"),
                                          strFolder + QStringLiteral("frag_shader.frag")));
         fixture.pView->doneCurrent();
+    }
+
+    void shadersThatDoNotFitTogetherAreLoggedAndGiveNull()
+    {
+        SView3DFixture fixture;
+        QVERIFY(fixture.Show());
+        const QTemporaryDir folder;
+        const auto write = [&folder](const char* pName, const char* pText) {
+            QFile file(folder.filePath(QString::fromLatin1(pName)));
+            if (file.open(QIODevice::WriteOnly))
+                file.write(pText);
+            return file.fileName();
+        };
+        const QString strVertex =
+            write("a.vert",
+                  "#version 330 core\nout vec3 c;\nvoid main() { c = vec3(1); gl_Position = vec4(0); }\n");
+        const QString strFragment =
+            write("a.frag", "#version 330 core\nin vec2 c;\nout vec4 o;\nvoid main() { o = vec4(c, c); }\n");
+        LogRecorder log;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("QOpenGLShader::link.*")));
+        fixture.pView->makeCurrent();
+        QVERIFY(!__InternalCreateProgram(strVertex, strFragment));
+        fixture.pView->doneCurrent();
+        const QStringList lines = log.Take().filter(QStringLiteral("does not link"));
+        QCOMPARE(lines.size(), 1);
+        QVERIFY2(lines[0].startsWith(QStringLiteral("3:OpenGL: ") + strVertex), qPrintable(lines[0]));
     }
 
     void theContextMenuSwitchesToThe2DView()

@@ -82,7 +82,7 @@ bool AtomicFile::Open(const std::string& path)
     const int nHandle = CreateTemporary(FolderOf(m_strTarget), strTemporary);
     if (nHandle < 0)
         return false;
-    m_strTemporary = strTemporary;
+    m_strTemporary.swap(strTemporary); // whatever fails from here on, it is removed
     if (bExists) {
         // Another owner cannot be kept without rights; the file is then ours, with the old permissions.
         [[maybe_unused]] const int nIgnored = ::fchown(nHandle, old.st_uid, old.st_gid);

@@ -179,6 +179,19 @@ private Q_SLOTS:
         QCOMPARE(bench.images.GetCurrentImage(), m_new);
     }
 
+    void withoutACurrentPageUndoBringsBackTheListAsItWas()
+    {
+        EditingBench bench;
+        bench.images.SetImages({m_old});
+        bench.images.CloseCurrentImage();
+        bench.images.SetCurrentImage(m_other);
+        QCOMPARE(bench.images.GetCurrentIndex(), -1); // a list with an image, none of which is current
+        bench.Run(new ChangeImage(&bench.ctrl, m_new));
+        QVERIFY((Pages(bench) == std::vector<ImagePtr>{m_new}));
+        bench.history.Undo();
+        QVERIFY((Pages(bench) == std::vector<ImagePtr>{m_other}));
+    }
+
     void redoIntoAListThatWasEmptyDoesNotReplaceWhatWasLoadedMeanwhile()
     {
         EditingBench bench;

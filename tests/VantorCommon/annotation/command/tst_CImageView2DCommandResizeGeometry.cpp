@@ -4,6 +4,7 @@
 #include "tests/support/TestMain.h"
 
 #include <Vantor/geometry/CCircle.h>
+#include <Vantor/geometry/CPointList.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandResizeGeometry.h>
 
 #include <QApplication>
@@ -86,6 +87,35 @@ private Q_SLOTS:
         QCOMPARE(RawBox(pShape), (std::vector<double>{10, 10, 2, 1}));
         bench.history.Redo();
         QCOMPARE(RawBox(pShape), (std::vector<double>{10, 10, 3.5, 2.25}));
+    }
+
+    void aShapeThatWasReplacedMeanwhileIsNotReplacedByUndoOnlyItsHandleGoesBack()
+    {
+        const auto polygon = [](const std::vector<CPoint<double>>& vertices) {
+            CPointList points;
+            for (const auto& vertex : vertices)
+                points.Add(vertex);
+            auto pPolygon = std::make_shared<CPolygon>();
+            pPolygon->SetPoints(points);
+            return pPolygon;
+        };
+        using Vertices = std::vector<CPoint<double>>;
+        // The box is the same each time; once a vertex more, once another vertex.
+        const std::pair<Vertices, Vertices> replacements[] = {
+            {{{10, 10}, {50, 10}, {70, 80}, {30, 80}}, {{10, 10}, {50, 10}, {50, 40}, {30, 80}}},
+            {{{10, 10}, {60, 10}, {70, 80}}, {{10, 10}, {60, 10}, {50, 40}}}};
+        for (const auto& [meanwhile, expected] : replacements) {
+            EditingBench bench;
+            QVERIFY(bench.ShowAtPixelSize(4));
+            const ShapePtr pShape = MakeShape(polygon({{10, 10}, {50, 10}, {50, 40}}));
+            bench.Run(new ResizeGeometry(&bench.ctrl, pShape, QPointF(50, 40), QPointF(70, 80), QPointF()));
+            QCOMPARE(pShape->GetBoundary(), QRectF(10, 10, 60, 70));
+            pShape->SetData(polygon(meanwhile));
+            bench.history.Undo();
+            const auto pNow = std::dynamic_pointer_cast<CPolygon>(pShape->GetData());
+            QVERIFY(pNow);
+            QVERIFY(pNow->GetVertices() == expected);
+        }
     }
 
     void aCircleStaysAsItIs()

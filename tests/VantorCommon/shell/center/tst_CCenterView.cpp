@@ -69,6 +69,18 @@ private Q_SLOTS:
             QVERIFY(!pViewer);
     }
 
+    void aViewerThatIsGoneLeavesTheOthersTheirCells()
+    {
+        SFixture f;
+        f.model.ChangeSize(2, 1);
+        QCOMPARE(f.Shown().size(), 2);
+        delete f.vctViewers[0].data();
+        f.vctViewers.erase(f.vctViewers.begin());
+        f.pView->resize(401, 101);
+        f.pView->UpdateLayout();
+        QCOMPARE(f.Shown(), QList<QRect>{QRect(200, 0, 200, 101)});
+    }
+
     void theLayouts_data()
     {
         QTest::addColumn<int>("nColumns");

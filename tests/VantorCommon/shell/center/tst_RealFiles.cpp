@@ -24,8 +24,8 @@ using Vantor::Algorithms::CImage;
 
 namespace
 {
-/// Of the processor, for others may be at work; the sanitizers are several times slower.
-#ifdef __SANITIZE_ADDRESS__
+/// Of the processor, for others may be at work; with the sanitizers or with coverage all is several times slower.
+#if defined(__SANITIZE_ADDRESS__) || defined(VANTOR_COVERAGE)
 constexpr int kMaxSecondsForABrokenFile = 10;
 #else
 constexpr int kMaxSecondsForABrokenFile = 2;
