@@ -4,6 +4,7 @@
 
 #include <VantorCommon/log/CLogModel.h>
 
+#include <QAbstractButton>
 #include <QBrush>
 #include <QHeaderView>
 #include <QStandardItemModel>
@@ -49,6 +50,12 @@ CLogView::CLogView(QWidget* pParent) : QWidget(pParent), m_pTableView(new QTable
     m_pTableView->setShowGrid(false); // its lines are made for a light ground
     m_pTableView->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_pTableView->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_pTableView->setTabKeyNavigation(false); // the key leads on to the next control
+    m_pTableView->setAccessibleName(QStringLiteral("Log"));
+    if (auto* pCorner = m_pTableView->findChild<QAbstractButton*>()) {
+        pCorner->setToolTip(QStringLiteral("Select all lines"));
+        pCorner->setAccessibleName(pCorner->toolTip());
+    }
     QPalette ground = m_pTableView->palette();
     ground.setColor(QPalette::Base, QColor(c_nGround));
     ground.setColor(QPalette::Text, QColor(c_nPlainText));

@@ -129,6 +129,10 @@ QStandardItemModel* CImage2DProcessBaseDlg::AddParameterTree(const std::vector<S
     pTree->setRootIsDecorated(false);
     pTree->setModel(pModel);
     pTree->setItemDelegateForColumn(1, pDelegate);
+    pTree->setAccessibleName(m_pParameterGroup->title());
+    // The arrow keys reach the values, which F2 edits; they begin at the first.
+    pTree->setSelectionBehavior(QAbstractItemView::SelectItems);
+    pTree->selectionModel()->setCurrentIndex(pModel->index(0, 1), QItemSelectionModel::NoUpdate);
     pTree->resizeColumnToContents(0);
     auto* pLayout = MakeLayout<QVBoxLayout>(m_pParameterGroup);
     pLayout->setSpacing(0);

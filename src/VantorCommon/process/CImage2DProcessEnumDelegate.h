@@ -25,6 +25,7 @@ public:
         if (!bStandard || index.column() != 1 || index.row() != 0)
             return nullptr;
         auto* pCombo = new QComboBox(pParent);
+        pCombo->setAccessibleName(index.sibling(index.row(), 0).data().toString());
         const QMetaEnum keys = QMetaEnum::fromType<Enum>();
         for (int i = 0; i < keys.keyCount(); ++i)
             pCombo->addItem(EnumKey::FromValue(static_cast<Enum>(i)));

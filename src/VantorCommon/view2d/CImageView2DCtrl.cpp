@@ -27,6 +27,7 @@
 #include <VantorCommon/view2d/CImageView2DPropertyView.h>
 #include <VantorCommon/view2d/CImageView2DStatusView.h>
 
+#include <QApplication>
 #include <QMainWindow>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -92,9 +93,15 @@ void CImageView2DCtrl::CreatePanels()
     auto* pToolView = new CImageView2DToolView(m_pToolModel, nullptr);
     m_pToolPanel = pToolView;
     if (m_pView) {
-        // A click on a tool leaves the keyboard to the image view, whose undo and Escape need it.
+        // A click on a tool leaves the keyboard to the image view, whose undo and Escape need it. A focus
+        // proxy would do that to the Tab key, too.
         pToolView->setFocusPolicy(Qt::ClickFocus);
-        pToolView->setFocusProxy(m_pView);
+        connect(qApp, &QApplication::focusChanged, pToolView,
+                [this, pToolView](QWidget* pOld, QWidget* pNow) {
+                    QWidget* pKeeper = m_pView && m_pView->isVisible() ? m_pView : pOld;
+                    if (pNow == pToolView && pKeeper)
+                        pKeeper->setFocus(Qt::MouseFocusReason);
+                });
     }
     connect(pToolView, &CImageView2DToolView::signal_SelectMode, this,
             &CImageView2DCtrl::slot_ChangeSelectMode);

@@ -10,6 +10,7 @@
 CImageView2DGotoDlg::CImageView2DGotoDlg(QWidget* parent)
     : QDialog(parent), m_pSpinX(new QSpinBox(this)), m_pSpinY(new QSpinBox(this))
 {
+    setWindowTitle(QStringLiteral("Go To"));
     auto* pLayout = new QHBoxLayout(this);
     auto* pLabelX = new QLabel(QStringLiteral("X:"), this);
     auto* pLabelY = new QLabel(QStringLiteral("Y:"), this);

@@ -45,6 +45,8 @@ void CImage2DProcessOCRDlg::SetupParameter()
 void CImage2DProcessOCRDlg::SetupResult()
 {
     m_pResult = new QTextEdit;
+    m_pResult->setTabChangesFocus(true);
+    m_pResult->setAccessibleName(ResultGroup()->title());
     auto* pLayout = new QVBoxLayout(ResultGroup());
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->setSpacing(0);

@@ -43,6 +43,19 @@ QWidget* CreateDpiEditor(QWidget* pParent)
     return pSpin;
 }
 
+QWidget* CreateEditor(int nRow, QWidget* pParent)
+{
+    switch (nRow) {
+    case ERow_LanguageCode:
+        return CreateLanguageEditor(pParent);
+    case ERow_LanguagePath:
+        return CreateFolderEditor(pParent);
+    case ERow_UserDefinedDpi:
+        return CreateDpiEditor(pParent);
+    }
+    return nullptr;
+}
+
 /// Null when there is nothing to write back.
 QString TextOf(QWidget* pEditor, int nRow)
 {
@@ -70,15 +83,10 @@ QWidget* CImage2DProcessOCRDlgParameterDelegate::createEditor(QWidget* pParent, 
 {
     if (index.column() != kValueColumn || !qobject_cast<const QStandardItemModel*>(index.model()))
         return nullptr;
-    switch (index.row()) {
-    case ERow_LanguageCode:
-        return CreateLanguageEditor(pParent);
-    case ERow_LanguagePath:
-        return CreateFolderEditor(pParent);
-    case ERow_UserDefinedDpi:
-        return CreateDpiEditor(pParent);
-    }
-    return nullptr;
+    QWidget* pEditor = CreateEditor(index.row(), pParent);
+    if (pEditor)
+        pEditor->setAccessibleName(index.sibling(index.row(), 0).data().toString());
+    return pEditor;
 }
 
 void CImage2DProcessOCRDlgParameterDelegate::setEditorData(QWidget*, const QModelIndex&) const

@@ -14,6 +14,7 @@ CStatusBarView::CStatusBarView(CStatusBarModel* pModel, QWidget* parent)
     pLayout->setSpacing(0);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(m_pProgressBar);
+    m_pProgressBar->setAccessibleName(QStringLiteral("Progress"));
     if (!m_pModel)
         return;
     connect(m_pModel, &CStatusBarModel::signal_MaxRangeChanged, this, &CStatusBarView::slot_ChangeMaxRange);

@@ -89,6 +89,11 @@ QImage MakeThumbnail(CImage* pImage, int nWidth, double dblPixelRatio)
     thumbnail.setDevicePixelRatio(dblPixelRatio);
     return thumbnail;
 }
+
+void ShowState(QPushButton* pButton, bool bState)
+{
+    static_cast<CModelStateButton*>(pButton)->ShowState(bState);
+}
 } // namespace
 
 CImageViewer::CImageViewer(CImageViewerModel* pModel, int nViewID, QWidget* pParent)
@@ -119,6 +124,7 @@ CImageViewer::CImageViewer(CImageViewerModel* pModel, int nViewID, QWidget* pPar
 
     connect(pSplitter, &QSplitter::splitterMoved, this, &CImageViewer::slot_SplitterMoved);
     setFrameShape(QFrame::Box);
+    setAccessibleName(QString::asprintf("Image View [%d]", m_nViewID)); // as the tools call it
     setObjectName(QString::asprintf("CImageViewer_%d", nViewID));
     setFocusPolicy(Qt::StrongFocus);
 }
@@ -140,6 +146,7 @@ void CImageViewer::CreateSideList()
     m_pSideList->setMovement(QListView::Static);
     m_pSideList->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_pSideList->setFocusPolicy(Qt::NoFocus);
+    m_pSideList->setAccessibleName(QStringLiteral("Images"));
     m_pSideList->setMinimumWidth(0);
     // A bar that came and went with the height of the thumbnails would change their width each time.
     m_pSideList->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -225,6 +232,8 @@ void CImageViewer::SetImageView(QWidget* pView2D, QWidget* pView3D, CStatusBarVi
         if (pView) {
             m_pViewLayout->addWidget(pView);
             pView->installEventFilter(this);
+            pView->setAccessibleName(
+                QString::asprintf(pView == pView2D ? "Image %d" : "3D image %d", m_nViewID));
         }
     ShowView(true);
     if (pStatusBar) {
@@ -294,8 +303,8 @@ void CImageViewer::ShowView(bool b2D)
 /// By hand: a button group would uncheck the other one by nextCheckState, which does nothing here.
 void CImageViewer::CheckView(bool b2D)
 {
-    m_pButton2D->setChecked(b2D);
-    m_pButton3D->setChecked(!b2D);
+    ShowState(m_pButton2D, b2D);
+    ShowState(m_pButton3D, !b2D);
 }
 
 void CImageViewer::AfterPress(QPushButton* pButton)
@@ -316,14 +325,14 @@ void CImageViewer::FocusVisibleView()
 
 void CImageViewer::slot_ChangeViewMode()
 {
-    m_pButtonSelect->setChecked(false);
-    m_pButtonPanning->setChecked(false);
+    ShowState(m_pButtonSelect, false);
+    ShowState(m_pButtonPanning, false);
     if (!m_pToolModel)
         return;
     if (m_pToolModel->GetViewMode() == EImageView2DMode_Selecting)
-        m_pButtonSelect->setChecked(true);
+        ShowState(m_pButtonSelect, true);
     else if (m_pToolModel->GetViewMode() == EImageView2DMode_Panning)
-        m_pButtonPanning->setChecked(true);
+        ShowState(m_pButtonPanning, true);
 }
 
 void CImageViewer::slot_ChangeViewType()
