@@ -104,6 +104,8 @@ SReading COcrEngine::Read(const SPage& page, int nDpi)
 
 VANTOR_ENGINE_FUNCTION IOcrEngine* VantorMakeOcrEngine()
 {
+    // What the imaging library has to say of a small or an empty page is nothing for the user's terminal.
+    setMsgSeverity(L_SEVERITY_NONE);
     return new COcrEngine;
 }
 
