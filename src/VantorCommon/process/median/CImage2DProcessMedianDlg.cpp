@@ -16,7 +16,11 @@ CImage2DProcessMedianDlg::CImage2DProcessMedianDlg(CImage2DProcessMedianModel* p
     SetupButton();
 }
 
-CImage2DProcessMedianDlg::~CImage2DProcessMedianDlg() = default;
+CImage2DProcessMedianDlg::~CImage2DProcessMedianDlg()
+{
+    // An editor that is still open writes its value back when it dies, which is after this.
+    disconnect(m_pParameterModel, nullptr, this, nullptr);
+}
 
 void CImage2DProcessMedianDlg::SetupParameter()
 {

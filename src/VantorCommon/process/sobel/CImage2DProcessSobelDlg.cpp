@@ -16,7 +16,11 @@ CImage2DProcessSobelDlg::CImage2DProcessSobelDlg(CImage2DProcessSobelModel* pMod
     SetupButton();
 }
 
-CImage2DProcessSobelDlg::~CImage2DProcessSobelDlg() = default;
+CImage2DProcessSobelDlg::~CImage2DProcessSobelDlg()
+{
+    // An editor that is still open writes its value back when it dies, which is after this.
+    disconnect(m_pParameterModel, nullptr, this, nullptr);
+}
 
 void CImage2DProcessSobelDlg::SetupParameter()
 {
