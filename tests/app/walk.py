@@ -7,13 +7,17 @@ file opened in passing, for ten minutes; the seed that is printed repeats it. Pi
 """
 import argparse
 import os
+import random
 import subprocess
 import sys
 import tempfile
 import time
 
 import walk_acts as acts
-from walk_person import Box, Failure, grab, key, place, tool, wait_for, windows
+import walk_long
+import walk_person
+import walk_pictures
+from walk_person import Failure, grab, key, place, tool, wait_for
 from walk_viewer import EDGE, Viewer
 
 
@@ -90,7 +94,12 @@ def run(options):
     with tempfile.TemporaryDirectory() as folder:
         viewer = Viewer(options.viewer, options.data, folder)
         try:
-            walk(viewer)
+            if options.long:
+                walk_long.walk(viewer, options.long * 60, options.seed)
+            elif options.pictures:
+                walk_pictures.make(viewer, options.pictures)
+            else:
+                walk(viewer)
         except Exception:
             tool("import", "-window", "root", "walk-failure.png")
             print(viewer.log()[-2000:])
@@ -105,10 +114,15 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     for name in ("viewer", "xrun", "data"):
         parser.add_argument(name, type=os.path.abspath)
+    parser.add_argument("--long", type=float, nargs="?", const=10, metavar="MINUTES", help="acts in random order")
+    parser.add_argument("--seed", type=int, default=random.randrange(1000000), help="of the random order")
+    parser.add_argument("--patience", type=float, default=1, help="for a slow program: all may take so many times longer")
+    parser.add_argument("--pictures", type=os.path.abspath, metavar="FOLDER", help="make those of the documents")
     parser.add_argument("--inside", action="store_true", help=argparse.SUPPRESS)
     options = parser.parse_args()
     if not options.inside:
         return subprocess.call([options.xrun, sys.executable, *sys.argv, "--inside"])
+    walk_person.patience = options.patience
     try:
         run(options)
     except Failure as failure:

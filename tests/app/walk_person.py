@@ -9,7 +9,9 @@ import subprocess
 import time
 
 Box = collections.namedtuple("Box", "x y width height")
-LETTERS = {" ": "space", ",": "comma"}
+
+# How many times as long as usual everything may take.
+patience = 1.0
 
 
 class Failure(Exception):
@@ -18,7 +20,7 @@ class Failure(Exception):
 
 def wait_for(what, look, seconds=10.0):
     """Looks until there is something (anything true), and returns it."""
-    end = time.monotonic() + seconds
+    end = time.monotonic() + seconds * patience
     while True:
         seen = look()
         if seen:

@@ -16,6 +16,7 @@ BACKGROUND = (120, 120, 120)  # of an image view
 EDGE = (255, 0, 255)  # of the card, and of nothing else on the screen
 CARD_EDGE = 6
 RECT_BUTTON = (63, 158)  # from the window's top left corner: in the dock of the tools
+CLOSE_BUTTON = -10  # of the messages: above where a view begins without any
 RUN_BUTTON = (40, -63)  # from a tool's lower left corner
 GLOBE_OUTPUT = ("Vector:", "Indices:", "Paint OpenGl")  # debug output that the globe has to give
 KNOWN_TROUBLE = ("Cannot load image", "Cannot load pdf file", "too large for the 3D view")
@@ -42,6 +43,7 @@ class Viewer:
         self.card = make_card()
         self.card_path = self.new_file("card.bmp", self.card.bmp())
         self.process = self.window = None
+        self.top = 0  # of the upper left view below the top of the window, without messages
 
     def new_file(self, name, content):
         path = os.path.join(self.folder, name)
@@ -58,6 +60,7 @@ class Viewer:
                 stdout=subprocess.DEVNULL, stderr=errors)
         wait_for("the main window", self.find_window, 30)
         self.box = wait_for("an image view", self.find_view, 10)
+        self.top = self.top or self.box.y - place(self.window).y
 
     def find_window(self):
         self.check_alive()
@@ -70,11 +73,20 @@ class Viewer:
         return areas[0] if areas else None
 
     def measure(self):
-        """Empties the viewer and sees where its view is."""
+        """Empties the viewer, closes its messages and sees where its view is."""
         self.log_after(lambda: key("ctrl+shift+w"), "Clear")
         self.rest()
         wait_for("an empty view", lambda: self.find_view() and not grab().box_of(EDGE))
+        self.close_messages()
         self.box = self.find_view()
+
+    def close_messages(self):
+        """By the button at the right end of their bar, which pushes the views down."""
+        window, view = place(self.window), self.find_view()
+        if view.y - window.y > self.top + 10:
+            click(view.x + view.width - 12, window.y + self.top + CLOSE_BUTTON)
+            self.rest()
+            wait_for("no message", lambda: self.find_view().y - window.y <= self.top + 10)
 
     def check_alive(self):
         if self.process.poll() is not None:
