@@ -271,7 +271,7 @@ private Q_SLOTS:
         for (const char* pText : {"Dark", "Light", "Dark"}) {
             host.Entry(menu(pText))->trigger();
             for (const QWidget* pPart : host.Viewer(0)->findChildren<QWidget*>())
-                for (auto eRole : {QPalette::Window, QPalette::Base, QPalette::Button, QPalette::ButtonText})
+                for (auto eRole : {QPalette::Window, QPalette::Base, QPalette::Button, QPalette::Mid})
                     QCOMPARE(pPart->palette().color(eRole), QApplication::palette().color(eRole));
         }
         QVERIFY(QApplication::palette() != before);

@@ -6,7 +6,7 @@ import random
 import time
 
 import walk_acts as acts
-from walk_person import Failure, key, wait_for, windows, write, xdotool
+from walk_person import Failure, key, wait_for, windows, xdotool
 
 # Undo keeps every picture that was replaced, and the library at most 512 MB of buffers that were released.
 MOST_MEMORY = 1500  # MB, of the whole process at any time
@@ -25,9 +25,7 @@ def open_in_passing(viewer, path):
     """Good or bad: the viewer has it or says why not. A document that wants a password gets none."""
     start = len(viewer.log())
     key("ctrl+o")
-    viewer.dialog("Load File")
-    write(path)
-    key("Return")
+    viewer.answer_file_dialog("Load File", path)
 
     def settled():
         if windows("Input the password"):

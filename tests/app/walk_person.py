@@ -189,6 +189,10 @@ def place(window):
     return Box(*(int(match[1]) for match in found)) if all(found) else None
 
 
+def is_shown(window):
+    return b"IsViewable" in tool("xwininfo", "-id", window).stdout
+
+
 def clipboard():
     """The picture on the clipboard, or None."""
     data = tool("xclip", "-selection", "clipboard", "-t", "image/png", "-o").stdout

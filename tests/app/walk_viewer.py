@@ -9,7 +9,7 @@ import sqlite3
 import subprocess
 import urllib.parse
 
-from walk_person import (Box, Failure, Picture, click, drag, grab, key, place, point, read_picture, steady, wait_for,
+from walk_person import (Box, Failure, Picture, click, drag, grab, is_shown, key, place, point, read_picture, steady, wait_for,
                          windows, write, xdotool)
 
 BACKGROUND = (120, 120, 120)  # of an image view
@@ -41,6 +41,7 @@ class Viewer:
         self.config, self.logs = os.path.join(folder, "config"), os.path.join(folder, "log")
         self.errors = os.path.join(folder, "stderr.txt")
         self.saved = 0
+        self.dialogs = {}
         self.card = make_card()
         self.card_path = self.new_file("card.bmp", self.card.bmp())
         self.process = self.window = None
@@ -165,21 +166,29 @@ class Viewer:
         @return its window"""
         found = wait_for(f"the dialog '{title}'", lambda: windows(title))
         wait_for(f"the keyboard in '{title}'", lambda: xdotool("getactivewindow") == found)
+        self.dialogs[title] = found[0]
         return found[0]
 
     def no_dialog(self, title):
-        wait_for(f"the end of the dialog '{title}'", lambda: not windows(title))
+        wait_for(f"the end of the dialog '{title}'", lambda: not is_shown(self.dialogs[title]))
         wait_for("the keyboard in the main window", lambda: xdotool("getactivewindow") == [self.window])
 
     def answer_file_dialog(self, title, path):
-        self.dialog(title)
-        write(path)
-        key("Return")
-        self.no_dialog(title)
+        """Qt's dialog completes names while they are typed, and sometimes takes a folder for the answer."""
+        found = self.dialog(title)
+        for _ in range(3):
+            key("ctrl+a")
+            write(path)
+            steady(place(found))
+            key("Return")
+            with contextlib.suppress(Failure):
+                return wait_for(f"the end of the dialog '{title}'", lambda: not is_shown(found), 3)
+        raise Failure(f"the dialog '{title}' does not take {path}")
 
     def open(self, path):
         key("ctrl+o")
         self.answer_file_dialog("Load File", path)
+        wait_for("the keyboard in the main window", lambda: xdotool("getactivewindow") == [self.window])
 
     def recent_files(self):
         return [urllib.parse.unquote(code) for code in self.settings().get("HOST_RECENT_FILES", "").split()]
@@ -191,6 +200,7 @@ class Viewer:
         path = os.path.join(self.folder, f"saved-{self.saved}.bmp")
         key("alt+f", "s")
         self.answer_file_dialog("Save Image", path)
+        wait_for("the keyboard in the main window", lambda: xdotool("getactivewindow") == [self.window])
         wait_for(f"the file {path}", lambda: os.path.exists(path))
         return read_picture(path)
 
@@ -207,7 +217,8 @@ class Viewer:
         click(where.x + RUN_BUTTON[0], where.y + where.height + RUN_BUTTON[1])
 
     def with_keys(self, _):
-        key("Tab", "Tab", "Tab", "space")
+        """Past the two choosers and the parameters to the button, and round to the first, where the next time begins."""
+        key("Tab", "Tab", "Tab", "space", "Tab")
 
     # The card in the view
 
