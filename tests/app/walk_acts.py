@@ -235,6 +235,7 @@ def change_setting(viewer):
 
 
 def go_dark(viewer):
+    viewer.open_card()
     viewer.measure()
     key("alt+v", "a", "k")
     wait_for("a dark window", lambda: is_dark(viewer))

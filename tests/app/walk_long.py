@@ -70,6 +70,7 @@ def walk(viewer, seconds, seed):
 def tidy(viewer):
     """The message bar closed, no picture left, and the view where it is."""
     viewer.check_alive()
+    viewer.open_card()
     viewer.measure()
 
 

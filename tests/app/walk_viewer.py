@@ -56,11 +56,14 @@ class Viewer:
     # Life
 
     def start(self, *files):
+        """@param files  to begin with; else it waits for an empty view"""
         with open(self.errors, "ab") as errors:
             self.process = subprocess.Popen(
                 [self.program, "--config-dir", self.config, "--log-dir", self.logs, *files],
                 stdout=subprocess.DEVNULL, stderr=errors)
         wait_for("the main window", self.find_window, 30)
+        if files:
+            return
         self.box = wait_for("an image view", self.find_view, 10)
         self.top = self.top or self.box.y - place(self.window).y
 
