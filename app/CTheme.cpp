@@ -59,6 +59,8 @@ QPalette DarkPalette()
 CTheme::CTheme(EScheme eDesktop, QObject* pParent)
     : QObject(pParent), m_original(QApplication::palette()), m_eDesktop(eDesktop)
 {
+    // The viewers carry a style sheet, beneath which a new palette would not arrive.
+    QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
     Apply();
     AskDesktop();
 }

@@ -259,6 +259,24 @@ private Q_SLOTS:
         CSettingManager::Set(strKey, QDir::tempPath());
     }
 
+    void anotherAppearanceReachesEverythingInTheViewers()
+    {
+        Host host;
+        QVERIFY(host.Show({kPhoto}));
+        const QPalette before = QApplication::palette();
+        const auto restore = qScopeGuard([&] { QApplication::setPalette(before); });
+        const auto menu = [](const char* pText) {
+            return QStringList{QStringLiteral("View"), QStringLiteral("Appearance"), QLatin1String(pText)};
+        };
+        for (const char* pText : {"Dark", "Light", "Dark"}) {
+            host.Entry(menu(pText))->trigger();
+            for (const QWidget* pPart : host.Viewer(0)->findChildren<QWidget*>())
+                for (auto eRole : {QPalette::Window, QPalette::Base, QPalette::Button, QPalette::Mid})
+                    QCOMPARE(pPart->palette().color(eRole), QApplication::palette().color(eRole));
+        }
+        QVERIFY(QApplication::palette() != before);
+    }
+
     void aRunningToolIsShownInTheStatusBarBeforeTheThreadIsBusy()
     {
         Host host;
