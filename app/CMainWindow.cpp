@@ -28,6 +28,7 @@
 #include <VantorCommon/view3d/CImageView3D.h>
 #include <VantorCommon/view3d/CImageView3DEarth.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDateTime>
 #include <QDir>
@@ -68,6 +69,17 @@ QString FolderOf(const QString& strKey)
 QByteArray StoredBytes(const QString& strKey)
 {
     return QByteArray::fromBase64(CSettingManager::GetString(strKey, QString()).toLatin1());
+}
+
+/// The first control below a widget that the keyboard reaches by Tab; null when there is none.
+QWidget* FirstControl(QWidget* pParent)
+{
+    QWidget* pWidget = pParent->nextInFocusChain();
+    for (; pWidget != pParent; pWidget = pWidget->nextInFocusChain())
+        if (pParent->isAncestorOf(pWidget) && pWidget->isVisible() && pWidget->isEnabled() &&
+            (pWidget->focusPolicy() & Qt::TabFocus) && !pWidget->focusProxy())
+            return pWidget;
+    return nullptr;
 }
 
 void StoreBytes(const QString& strKey, const QByteArray& bytes)
@@ -122,6 +134,8 @@ QDockWidget* CMainWindow::AddDock(const char* pName, const QString& strTitle, QW
 {
     auto* pDock = new QDockWidget(strTitle, this);
     pDock->setObjectName(QLatin1String(pName));
+    for (auto* pButton : pDock->findChildren<QAbstractButton*>()) // of the title
+        pButton->setToolTip(pButton->accessibleName());
     pWidget->setAccessibleName(strTitle);
     pDock->setWidget(pWidget);
     addDockWidget(eArea, pDock);
@@ -295,6 +309,23 @@ void CMainWindow::Show3D(bool b3D)
     // A system with OpenGL ES alone gets a placeholder. What else is missing is told by the log.
     if (b3D && !pViewer->findChild<CImageView3D*>())
         m_pMessages->Tell(tr("The 3D view needs OpenGL 3.3, which this system does not offer."));
+}
+
+void CMainWindow::FocusPane(int nStep)
+{
+    QWidgetList lstPanes{m_pViewers->Active().pView};
+    for (const QDockWidget* pDock : findChildren<QDockWidget*>())
+        if (pDock->isVisible() && FirstControl(pDock->widget()))
+            lstPanes.append(pDock->widget());
+    int nPane = 0;
+    for (int i = 0; i < lstPanes.size(); ++i)
+        if (lstPanes[i]->isAncestorOf(QApplication::focusWidget()))
+            nPane = i;
+    const int nNext = (nPane + nStep + lstPanes.size()) % lstPanes.size();
+    if (nNext == 0)
+        m_pViewers->FocusActive();
+    else
+        FirstControl(lstPanes[nNext])->setFocus(Qt::TabFocusReason);
 }
 
 void CMainWindow::ShowSettings()

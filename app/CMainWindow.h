@@ -78,6 +78,8 @@ private:
     void CloseImage();
     void Undo(bool bUndo);
     void Show3D(bool b3D);
+    /// Moves the keyboard between the active view and the docks that are shown, round and round.
+    void FocusPane(int nStep);
     void ShowSettings();
     void ShowGlobe();
     void ShowShortcuts();

@@ -27,6 +27,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QToolBar>
+#include <QToolButton>
 #include <algorithm>
 
 namespace
@@ -194,6 +195,8 @@ void CMainWindow::CreateViewMenu()
         pView, {tr("&3D View"), LibraryIcon("3D"), Key("F3")}, [this] { Show3D(true); }, {},
         [viewer] { return viewer().pView->Is3DShown(); });
     pView->addSeparator();
+    m_pActions->Add(pView, {tr("Ne&xt Pane"), QIcon(), Key("F6")}, [this] { FocusPane(1); });
+    m_pActions->Add(pView, {tr("Pre&vious Pane"), QIcon(), Key("Shift+F6")}, [this] { FocusPane(-1); });
     QMenu* pDocks = pView->addMenu(HostIcon("dock"), tr("&Docks"));
     for (QDockWidget* pDock : findChildren<QDockWidget*>())
         pDocks->addAction(pDock->toggleViewAction());
@@ -286,5 +289,11 @@ void CMainWindow::CreateToolBar()
             pBar->addSeparator();
         pMenu = pOwner;
         pBar->addAction(pAction);
+        // A reader of the screen toggles the button, which alone would do nothing.
+        connect(static_cast<QToolButton*>(pBar->widgetForAction(pAction)), &QToolButton::toggled, pAction,
+                [pAction](bool bChecked) {
+                    if (bChecked != pAction->isChecked())
+                        pAction->trigger();
+                });
     }
 }

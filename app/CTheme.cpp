@@ -39,7 +39,7 @@ QPalette DarkPalette()
     const QColor base(0x1e, 0x1e, 0x1e);
     const QColor text(0xe6, 0xe6, 0xe6);
     const QColor dim(0x8a, 0x8a, 0x8a);
-    QPalette palette(window);
+    QPalette palette(QColor(0x3c, 0x3c, 0x3c), window);
     for (auto eRole : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
         palette.setColor(eRole, text);
     for (auto eRole : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})

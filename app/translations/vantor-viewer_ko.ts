@@ -260,6 +260,14 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>The 3D view needs OpenGL 3.3, which this system does not offer.</source>
         <translation>3D 보기에는 이 시스템이 제공하지 않는 OpenGL 3.3이 필요합니다.</translation>
     </message>
+    <message>
+        <source>Ne&amp;xt Pane</source>
+        <translation>다음 창(&amp;X)</translation>
+    </message>
+    <message>
+        <source>Pre&amp;vious Pane</source>
+        <translation>이전 창(&amp;V)</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>

@@ -260,6 +260,14 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>The 3D view needs OpenGL 3.3, which this system does not offer.</source>
         <translation>Chế độ xem 3D cần OpenGL 3.3, thứ mà hệ thống này không có.</translation>
     </message>
+    <message>
+        <source>Ne&amp;xt Pane</source>
+        <translation>Khung tiế&amp;p theo</translation>
+    </message>
+    <message>
+        <source>Pre&amp;vious Pane</source>
+        <translation>Khung &amp;trước đó</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>

@@ -5,6 +5,7 @@
 
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QDockWidget>
@@ -167,6 +168,39 @@ private Q_SLOTS:
         host.Key(Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(host.Annotations(1), 0);
         QCOMPARE(host.Annotations(0), 1);
+    }
+
+    void f6GoesRoundTheViewAndTheDocks()
+    {
+        Host host;
+        QVERIFY(host.Show({kPhoto, kPhoto}));
+        host.View(1)->setFocus();
+        QStringList panes;
+        for (int i = 0; i < 4; ++i) {
+            host.Key(Qt::Key_F6);
+            QString strPane = QStringLiteral("view");
+            for (const auto* pDock : host.window.findChildren<QDockWidget*>())
+                if (pDock->isAncestorOf(QApplication::focusWidget()))
+                    strPane = pDock->objectName();
+            panes << strPane;
+        }
+        QVERIFY(panes.contains(QStringLiteral("Tools")) && panes.contains(QStringLiteral("Log")));
+        QVERIFY(panes.contains(QStringLiteral("view"))); // round
+        host.View(1)->setFocus();
+        host.Key(Qt::Key_F6);
+        host.Key(Qt::Key_F6, Qt::ShiftModifier);
+        QVERIFY(host.View(1)->hasFocus()); // and not another viewer's
+    }
+
+    void aReaderOfTheScreenTogglesAButtonOfTheToolBar()
+    {
+        Host host;
+        QVERIFY(host.Show());
+        auto* pBar = host.window.findChild<QToolBar*>();
+        auto* pButton = pBar->widgetForAction(host.Entry("View", "Four Viewers (2x2)"));
+        QAccessible::queryAccessibleInterface(pButton)->actionInterface()->doAction(
+            QAccessibleActionInterface::toggleAction());
+        QCOMPARE(host.ShownViewers(), 4);
     }
 
     void theLayoutEntriesShowWhichOneIsChosen()

@@ -32,16 +32,22 @@ template <class Filter> std::string RunFilter(CImage& image, const SRegion& regi
         return "The image is empty.";
     if (image.GetBitDepth() != 8)
         return "Only images of 8 bits per channel can be filtered.";
+    PixelRuns runs;
+    const char* pReason = FindRegion(image.GetWidth(), image.GetHeight(), region.pGeometry, region.eMode,
+                                     region.dblTolerance, runs);
+    if (pReason)
+        return pReason;
+    const SFilterJob job{image.GetRows(), image.GetWidth(), image.GetHeight(), image.GetChannel(), runs};
+    return filter(job);
+}
+
+/// Notes how a filter ended, also when memory ran out: even a reason may need some.
+template <class Run> int NoteRun(CFailureReason& failure, const Run& run)
+{
     try {
-        PixelRuns runs;
-        const char* pReason = FindRegion(image.GetWidth(), image.GetHeight(), region.pGeometry, region.eMode,
-                                         region.dblTolerance, runs);
-        if (pReason)
-            return pReason;
-        const SFilterJob job{image.GetRows(), image.GetWidth(), image.GetHeight(), image.GetChannel(), runs};
-        return filter(job);
+        return failure.Note(run());
     } catch (const std::bad_alloc&) {
-        return kNoMemory;
+        return failure.Note(kNoMemory);
     }
 }
 
@@ -68,28 +74,35 @@ int CImage::MedianFilter(int radiusX, int radiusY, const Geometry::CGeometry* re
     const SRegion where{region, mode, tolerance};
     if (radiusX < 0 || radiusY < 0)
         return m_pFailure->Note("A radius of the median is negative.");
-    if (radiusX == radiusY && (radiusX == 1 || radiusX == 2))
-        return m_pFailure->Note(
-            RunKernel(*this, where, radiusX == 1 ? &SRowKernels::median3x3 : &SRowKernels::median5x5));
-    return m_pFailure->Note(RunFilter(*this, where, [radiusX, radiusY](const SFilterJob& job) {
-        const bool bDone = (radiusX == 0 && radiusY == 0) || WindowMedian(job, radiusX, radiusY);
-        return std::string(bDone ? "" : kNoMemory);
-    }));
+    return NoteRun(*m_pFailure, [&] {
+        if (radiusX == radiusY && (radiusX == 1 || radiusX == 2))
+            return RunKernel(*this, where, radiusX == 1 ? &SRowKernels::median3x3 : &SRowKernels::median5x5);
+        return RunFilter(*this, where, [radiusX, radiusY](const SFilterJob& job) {
+            const bool bDone = (radiusX == 0 && radiusY == 0) || WindowMedian(job, radiusX, radiusY);
+            return std::string(bDone ? "" : kNoMemory);
+        });
+    });
 }
 
 int CImage::SobelX(const Geometry::CGeometry* region, ERegionMode mode, double tolerance)
 {
-    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, &SRowKernels::sobelX));
+    return NoteRun(*m_pFailure, [&] {
+        return RunKernel(*this, {region, mode, tolerance}, &SRowKernels::sobelX);
+    });
 }
 
 int CImage::SobelY(const Geometry::CGeometry* region, ERegionMode mode, double tolerance)
 {
-    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, &SRowKernels::sobelY));
+    return NoteRun(*m_pFailure, [&] {
+        return RunKernel(*this, {region, mode, tolerance}, &SRowKernels::sobelY);
+    });
 }
 
 int CImage::SobelXY(const Geometry::CGeometry* region, ERegionMode mode, double tolerance)
 {
-    return m_pFailure->Note(RunKernel(*this, {region, mode, tolerance}, &SRowKernels::sobelXY));
+    return NoteRun(*m_pFailure, [&] {
+        return RunKernel(*this, {region, mode, tolerance}, &SRowKernels::sobelXY);
+    });
 }
 
 } // namespace Vantor::Algorithms
