@@ -103,6 +103,8 @@ def run(options):
         except Exception:
             tool("import", "-window", "root", "walk-failure.png")
             print(viewer.log()[-2000:])
+            if viewer.process and viewer.process.poll() is not None:
+                print("The program ended with", viewer.process.returncode)
             print("The screen is in", os.path.abspath("walk-failure.png"))
             raise
         finally:
@@ -121,6 +123,8 @@ def main():
     parser.add_argument("--inside", action="store_true", help=argparse.SUPPRESS)
     options = parser.parse_args()
     if not options.inside:
+        if options.pictures:
+            os.environ["XRUN_SCREEN"] = "2700x1900"  # room for twice the size
         return subprocess.call([options.xrun, sys.executable, *sys.argv, "--inside"])
     walk_person.patience = options.patience
     try:

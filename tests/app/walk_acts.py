@@ -60,7 +60,7 @@ def annotate(viewer):
     key("ctrl+z")
     back = viewer.checked_change("the first undo", moved, viewer.box)
     check(near(place_of(back), *corners, REACH), "undo did not move it back")
-    key("ctrl+z")
+    key("alt+e", "u")
     viewer.wait_until_looks_like("the second undo", bare, viewer.box)
     key("ctrl+shift+z")
     again = viewer.checked_change("redo", bare, viewer.box)
@@ -261,7 +261,9 @@ def globe(viewer):
     where = place(found)
     seen = wait_for("the globe", lambda: len(set((look := steady(where)).data)) > 50 and look)
     middle = where.x + where.width / 2, where.y + where.height / 2
-    drag(middle, (middle[0] + 60, middle[1] + 30))
+    aside = middle[0] + 60, middle[1] + 30
+    drag(middle, aside)
     wait_for("a turned globe", lambda: grab(where) != seen)
+    drag(aside, middle)  # it would soon be out of sight
     key("alt+F4")
     viewer.no_dialog("Globe")
