@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""walk.py VIEWER XRUN DATA [--long [MINUTES]] [--seed N] [--pictures FOLDER]: uses the viewer as a person does, by mouse and keyboard.
+"""walk.py VIEWER XRUN DATA [--long [MINUTES]] [--seed N] [--pictures FOLDER]: uses the viewer as a person does.
 
-Short: once through everything, with an end and a start again. Long: the same acts in random order, every test
+By mouse and keyboard alone. Short: once through everything, with an end and a start again. Long: the same acts in random order, every test
 file opened in passing, for ten minutes; the seed that is printed repeats it. Pictures: those of the documents.
 """
 import argparse
@@ -118,7 +118,7 @@ def main():
         parser.add_argument(name, type=os.path.abspath)
     parser.add_argument("--long", type=float, nargs="?", const=10, metavar="MINUTES", help="acts in random order")
     parser.add_argument("--seed", type=int, default=random.randrange(1000000), help="of the random order")
-    parser.add_argument("--patience", type=float, default=1, help="for a slow program: all may take so many times longer")
+    parser.add_argument("--patience", type=float, default=1, help="how many times longer all may take")
     parser.add_argument("--pictures", type=os.path.abspath, metavar="FOLDER", help="make those of the documents")
     parser.add_argument("--inside", action="store_true", help=argparse.SUPPRESS)
     options = parser.parse_args()

@@ -22,11 +22,6 @@ def near(box, left_top, right_bottom, reach):
     return all(abs(a - b) <= reach for a, b in zip(ends, (*left_top, *right_bottom)))
 
 
-def inside(box, left_top, right_bottom):
-    return (box.x >= left_top[0] and box.y >= left_top[1] and box.x + box.width <= right_bottom[0] and
-            box.y + box.height <= right_bottom[1])
-
-
 def zoom(viewer):
     """By the wheel, about the mouse; and back to the whole by the menu."""
     box = viewer.open_card()
@@ -56,7 +51,8 @@ def annotate(viewer):
     middle = viewer.on_card(box, 140, 110)
     drag(middle, (middle[0] + step[0], middle[1] + step[1]))
     moved = viewer.checked_change("moving", drawn, viewer.box)
-    check(near(place_of(moved), *((x + step[0], y + step[1]) for x, y in corners), REACH), "it is not where it was moved")
+    there = ((x + step[0], y + step[1]) for x, y in corners)
+    check(near(place_of(moved), *there, REACH), "it is not where it was moved")
     key("ctrl+z")
     back = viewer.checked_change("the first undo", moved, viewer.box)
     check(near(place_of(back), *corners, REACH), "undo did not move it back")
@@ -66,7 +62,7 @@ def annotate(viewer):
     again = viewer.checked_change("redo", bare, viewer.box)
     check(near(place_of(again), *corners, REACH), "redo did not bring it back")
 
-    key("ctrl+shift+r")
+    viewer.log_after(lambda: key("ctrl+shift+r"), "Mode_Drawing_Line")
     drag(viewer.on_card(box, 30, 200), viewer.on_card(box, 290, 220))
     ruled = viewer.checked_change("the ruler", again, viewer.box)
     change = shifted(ruled.box_of_change(again), viewer.box)

@@ -11,8 +11,8 @@ from walk_person import Failure, key, wait_for, windows, xdotool
 # Undo keeps every picture that was replaced, and the library at most 512 MB of buffers that were released.
 MOST_MEMORY = 1500  # MB, of the whole process at any time
 MOST_GROWTH = 400  # MB, from the end of the first third to the end
-ACTS = (acts.zoom, acts.annotate, acts.sobel_in_a_rectangle, acts.median, acts.read_text, acts.view_in_3d, acts.document,
-        acts.four_viewers, acts.bad_files, acts.globe, acts.change_setting, acts.go_dark, acts.go_light, acts.capture)
+ACTS = (acts.zoom, acts.annotate, acts.sobel_in_a_rectangle, acts.median, acts.read_text, acts.view_in_3d,
+        acts.document, acts.four_viewers, acts.bad_files, acts.globe, acts.change_setting, acts.go_dark, acts.go_light, acts.capture)
 
 
 def data_files(folder):
