@@ -118,7 +118,7 @@ def main():
         parser.add_argument(name, type=os.path.abspath)
     parser.add_argument("--long", type=float, nargs="?", const=10, metavar="MINUTES", help="acts in random order")
     parser.add_argument("--seed", type=int, default=random.randrange(1000000), help="of the random order")
-    parser.add_argument("--patience", type=float, default=1, help="how many times longer all may take")
+    parser.add_argument("--patience", type=float, default=1, help="how many times longer and larger all may be")
     parser.add_argument("--pictures", type=os.path.abspath, metavar="FOLDER", help="make those of the documents")
     parser.add_argument("--inside", action="store_true", help=argparse.SUPPRESS)
     options = parser.parse_args()
