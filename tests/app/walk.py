@@ -8,6 +8,7 @@ file opened in passing, for ten minutes; the seed that is printed repeats it. Pi
 import argparse
 import os
 import random
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -92,7 +93,9 @@ def survive_a_kill(viewer):
 
 def run(options):
     with tempfile.TemporaryDirectory() as folder:
-        viewer = Viewer(options.viewer, options.data, folder)
+        # A copy: dialogs remember folders, and what goes astray must not land among the data.
+        data = shutil.copytree(options.data, os.path.join(folder, "data"))
+        viewer = Viewer(options.viewer, data, folder)
         try:
             if options.long:
                 walk_long.walk(viewer, options.long * 60, options.seed)

@@ -9,9 +9,12 @@ from walk_person import Box, click, drag, key, place, point, steady, tool, wait_
 COLOURS = "+dither", "-colors", "256"  # small files
 
 
+SAMPLE = os.path.join(os.path.dirname(__file__), "../../app/sample/kodim03.png")
+
+
 def make(viewer, folder):
     os.makedirs(folder, exist_ok=True)
-    photo = os.path.join(viewer.data, "../../app/sample/kodim03.png")
+    photo = os.path.realpath(SAMPLE)
     page = os.path.join(viewer.data, "ocr/udhr_eng_144dpi.png")
     document = os.path.join(viewer.data, "pdf/11-pages.pdf")
     book = Book(viewer, folder)

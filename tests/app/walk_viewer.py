@@ -199,10 +199,10 @@ class Viewer:
         return [urllib.parse.unquote(code) for code in self.settings().get("HOST_RECENT_FILES", "").split()]
 
     def save(self):
-        """By the menu, into a new file.
+        """By the menu, into a new file, whose name no other one begins like: the dialog completes.
         @return what is in it"""
         self.saved += 1
-        path = os.path.join(self.folder, f"saved-{self.saved}.bmp")
+        path = os.path.join(self.folder, f"{self.saved:04}.bmp")
         key("alt+f", "s")
         self.answer_file_dialog("Save Image", path)
         wait_for("the keyboard in the main window", lambda: xdotool("getactivewindow") == [self.window])
