@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""walk.py VIEWER XRUN DATA [--long [MINUTES]] [--seed N] [--pictures FOLDER]: uses the viewer as a person does, by mouse and keyboard.
+"""walk.py VIEWER XRUN DATA [--long [MINUTES]] [--seed N] [--pictures FOLDER]: uses the viewer as a person does.
 
-Short: once through everything, with an end and a start again. Long: the same acts in random order, every test
+By mouse and keyboard alone. Short: once through everything, with an end and a start again. Long: the same acts in random order, every test
 file opened in passing, for ten minutes; the seed that is printed repeats it. Pictures: those of the documents.
 """
 import argparse
 import os
 import random
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -92,7 +93,9 @@ def survive_a_kill(viewer):
 
 def run(options):
     with tempfile.TemporaryDirectory() as folder:
-        viewer = Viewer(options.viewer, options.data, folder)
+        # A copy: dialogs remember folders, and what goes astray must not land among the data.
+        data = shutil.copytree(options.data, os.path.join(folder, "data"))
+        viewer = Viewer(options.viewer, data, folder)
         try:
             if options.long:
                 walk_long.walk(viewer, options.long * 60, options.seed)
@@ -103,6 +106,8 @@ def run(options):
         except Exception:
             tool("import", "-window", "root", "walk-failure.png")
             print(viewer.log()[-2000:])
+            if viewer.process and viewer.process.poll() is not None:
+                print("The program ended with", viewer.process.returncode)
             print("The screen is in", os.path.abspath("walk-failure.png"))
             raise
         finally:
@@ -116,11 +121,13 @@ def main():
         parser.add_argument(name, type=os.path.abspath)
     parser.add_argument("--long", type=float, nargs="?", const=10, metavar="MINUTES", help="acts in random order")
     parser.add_argument("--seed", type=int, default=random.randrange(1000000), help="of the random order")
-    parser.add_argument("--patience", type=float, default=1, help="for a slow program: all may take so many times longer")
+    parser.add_argument("--patience", type=float, default=1, help="how many times longer and larger all may be")
     parser.add_argument("--pictures", type=os.path.abspath, metavar="FOLDER", help="make those of the documents")
     parser.add_argument("--inside", action="store_true", help=argparse.SUPPRESS)
     options = parser.parse_args()
     if not options.inside:
+        if options.pictures:
+            os.environ["XRUN_SCREEN"] = "2700x1900"  # room for twice the size
         return subprocess.call([options.xrun, sys.executable, *sys.argv, "--inside"])
     walk_person.patience = options.patience
     try:

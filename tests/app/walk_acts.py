@@ -22,11 +22,6 @@ def near(box, left_top, right_bottom, reach):
     return all(abs(a - b) <= reach for a, b in zip(ends, (*left_top, *right_bottom)))
 
 
-def inside(box, left_top, right_bottom):
-    return (box.x >= left_top[0] and box.y >= left_top[1] and box.x + box.width <= right_bottom[0] and
-            box.y + box.height <= right_bottom[1])
-
-
 def zoom(viewer):
     """By the wheel, about the mouse; and back to the whole by the menu."""
     box = viewer.open_card()
@@ -56,17 +51,18 @@ def annotate(viewer):
     middle = viewer.on_card(box, 140, 110)
     drag(middle, (middle[0] + step[0], middle[1] + step[1]))
     moved = viewer.checked_change("moving", drawn, viewer.box)
-    check(near(place_of(moved), *((x + step[0], y + step[1]) for x, y in corners), REACH), "it is not where it was moved")
+    there = ((x + step[0], y + step[1]) for x, y in corners)
+    check(near(place_of(moved), *there, REACH), "it is not where it was moved")
     key("ctrl+z")
     back = viewer.checked_change("the first undo", moved, viewer.box)
     check(near(place_of(back), *corners, REACH), "undo did not move it back")
-    key("ctrl+z")
+    key("alt+e", "u")
     viewer.wait_until_looks_like("the second undo", bare, viewer.box)
     key("ctrl+shift+z")
     again = viewer.checked_change("redo", bare, viewer.box)
     check(near(place_of(again), *corners, REACH), "redo did not bring it back")
 
-    key("ctrl+shift+r")
+    viewer.log_after(lambda: key("ctrl+shift+r"), "Mode_Drawing_Line")
     drag(viewer.on_card(box, 30, 200), viewer.on_card(box, 290, 220))
     ruled = viewer.checked_change("the ruler", again, viewer.box)
     change = shifted(ruled.box_of_change(again), viewer.box)
@@ -261,7 +257,9 @@ def globe(viewer):
     where = place(found)
     seen = wait_for("the globe", lambda: len(set((look := steady(where)).data)) > 50 and look)
     middle = where.x + where.width / 2, where.y + where.height / 2
-    drag(middle, (middle[0] + 60, middle[1] + 30))
+    aside = middle[0] + 60, middle[1] + 30
+    drag(middle, aside)
     wait_for("a turned globe", lambda: grab(where) != seen)
+    drag(aside, middle)  # it would soon be out of sight
     key("alt+F4")
     viewer.no_dialog("Globe")

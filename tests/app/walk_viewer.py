@@ -9,8 +9,8 @@ import sqlite3
 import subprocess
 import urllib.parse
 
-from walk_person import (Box, Failure, Picture, click, drag, grab, is_shown, key, place, point, read_picture, steady, wait_for,
-                         windows, write, xdotool)
+from walk_person import (Box, Failure, Picture, click, drag, grab, is_shown, key, place, point, read_picture, steady,
+                         wait_for, windows, write, xdotool)
 
 BACKGROUND = (120, 120, 120)  # of an image view
 EDGE = (255, 0, 255)  # of the card, and of nothing else on the screen
@@ -18,8 +18,10 @@ CARD_EDGE = 6
 RECT_BUTTON = (63, 158)  # from the window's top left corner: in the dock of the tools
 CLOSE_BUTTON = -10  # of the messages: above where a view begins without any
 RUN_BUTTON = (40, -63)  # from a tool's lower left corner
-# Debug output that the globe has to give, and of Qt when it asks for a window that the manager has just closed.
-EXPECTED_OUTPUT = ("Vector:", "Indices:", "Paint OpenGl", "qt.qpa.xcb: QXcbConnection: XCB error: 3 (BadWindow)")
+# Debug output that the globe has to give, of Qt when it asks for a window that the manager has just closed, and of
+# decoders about broken files.
+EXPECTED_OUTPUT = ("Vector:", "Indices:", "Paint OpenGl", "qt.qpa.xcb: QXcbConnection: XCB error: 3 (BadWindow)",
+                   "libpng error:", "libpng warning:", "Corrupt JPEG data:")
 KNOWN_TROUBLE = ("Cannot load image", "Cannot load pdf file", "too large for the 3D view")
 
 
@@ -197,10 +199,10 @@ class Viewer:
         return [urllib.parse.unquote(code) for code in self.settings().get("HOST_RECENT_FILES", "").split()]
 
     def save(self):
-        """By the menu, into a new file.
+        """By the menu, into a new file, whose name no other one begins like: the dialog completes.
         @return what is in it"""
         self.saved += 1
-        path = os.path.join(self.folder, f"saved-{self.saved}.bmp")
+        path = os.path.join(self.folder, f"{self.saved:04}.bmp")
         key("alt+f", "s")
         self.answer_file_dialog("Save Image", path)
         wait_for("the keyboard in the main window", lambda: xdotool("getactivewindow") == [self.window])
@@ -211,7 +213,8 @@ class Viewer:
         """Opens a tool, lets it run and closes it."""
         key(keys)
         found = self.dialog(title)
-        match = self.log_after(lambda: run(place(found)), r"Run OCR OK (.*)" if title == "OCR" else "Processing Time", 60)
+        line = r"Run OCR OK (.*)" if title == "OCR" else "Processing Time"
+        match = self.log_after(lambda: run(place(found)), line, 60)
         key("Escape")
         self.no_dialog(title)
         return match
@@ -220,7 +223,7 @@ class Viewer:
         click(where.x + RUN_BUTTON[0], where.y + where.height + RUN_BUTTON[1])
 
     def with_keys(self, _):
-        """Past the two choosers and the parameters to the button, and round to the first, where the next time begins."""
+        """Past two choosers and the parameters to the button, and on to the first, where the next time begins."""
         key("Tab", "Tab", "Tab", "space", "Tab")
 
     # The card in the view
