@@ -7,6 +7,7 @@
 #include <VantorCommon/settings/CSettingModel.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QEvent>
 #include <QIcon>
@@ -109,13 +110,36 @@ void UseFolder(const char* pKey, const QString& strFolder)
     CSettingManager::Set(QLatin1String(pKey), QDir(strFolder).absolutePath());
 }
 
+/// Declines whatever asks the user, a password for instance, when there is nobody to answer.
+class CNobody : public QObject
+{
+public:
+    CNobody()
+    {
+        connect(&m_timer, &QTimer::timeout, this, [] {
+            if (auto* pDialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+                pDialog->reject();
+        });
+        m_timer.start(0);
+    }
+
+private:
+    QTimer m_timer;
+};
+
+int OpenFiles(CMainWindow& window, const SCommandLine& line)
+{
+    const auto pNobody = line.strScreenshot.isEmpty() ? nullptr : std::make_unique<CNobody>();
+    return window.OpenFiles(line.lstFiles);
+}
+
 int Show(const SCommandLine& line)
 {
     UseFolder("GENERAL_PROGRAM_CONFIG_DIR", line.strConfigDir);
     CMainWindow window;
     UseFolder("GENERAL_LOG_DIR", line.strLogDir);
     window.show();
-    const bool bNothingOpened = window.OpenFiles(line.lstFiles) == 0 && !line.lstFiles.isEmpty();
+    const bool bNothingOpened = OpenFiles(window, line) == 0 && !line.lstFiles.isEmpty();
     window.ChangeLayout(line.strLayout);
     if (!line.strScreenshot.isEmpty()) {
         // Nobody would see what the window tells.

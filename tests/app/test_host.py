@@ -69,6 +69,12 @@ class Host(unittest.TestCase):
         self.assertIn("There is no such file.", self.line_of("/nowhere/at all.png", result))
         self.assertFalse(os.path.exists(self.picture))
 
+    def test_a_document_with_a_password_does_not_wait_for_one(self):
+        locked = os.path.join(DATA, "pdf", "enc-R3,V2,U=view,O=master.pdf")
+        result = self.run_host("--screenshot", self.picture, locked)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("The document needs a password.", self.line_of(locked, result))
+
     def test_a_folder_and_a_broken_file_have_their_reasons(self):
         result = self.run_host("--screenshot", self.picture, self.folder.name, BROKEN)
         self.assertEqual(result.returncode, 1)

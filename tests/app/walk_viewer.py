@@ -46,7 +46,7 @@ class Viewer:
         self.dialogs = {}
         self.card = make_card()
         self.card_path = self.new_file("card.bmp", self.card.bmp())
-        self.process = self.window = None
+        self.process = self.last_window = None
         self.top = 0  # of the upper left view below the top of the window, without messages
 
     def new_file(self, name, content):
@@ -72,8 +72,15 @@ class Viewer:
     def find_window(self):
         self.check_alive()
         found = windows("Vantor")
-        self.window = found[0] if found else None
-        return self.window
+        self.last_window = found[0] if found else self.last_window
+        return found
+
+    @property
+    def window(self):
+        """The main window; with the first 3D view it becomes another one of the system's. The last one while none is
+        to be seen."""
+        self.find_window()
+        return self.last_window
 
     def find_view(self, least=60):
         """The upper left one, or what is seen of it above a picture."""
@@ -158,7 +165,7 @@ class Viewer:
 
     def rest(self):
         """The mouse where nothing follows it."""
-        where = place(self.window)
+        where = wait_for("the main window's place", lambda: place(self.window))
         point(where.x + where.width - 60, where.y + where.height - 8)
 
     def look(self, box=None):
