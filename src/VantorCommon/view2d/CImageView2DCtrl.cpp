@@ -98,8 +98,11 @@ void CImageView2DCtrl::CreatePanels()
         pToolView->setFocusPolicy(Qt::ClickFocus);
         connect(qApp, &QApplication::focusChanged, pToolView,
                 [this, pToolView](QWidget* pOld, QWidget* pNow) {
+                    // First, for while the view goes the focus moves, too.
+                    if (pNow != pToolView)
+                        return;
                     QWidget* pKeeper = m_pView && m_pView->isVisible() ? m_pView : pOld;
-                    if (pNow == pToolView && pKeeper)
+                    if (pKeeper)
                         pKeeper->setFocus(Qt::MouseFocusReason);
                 });
     }
