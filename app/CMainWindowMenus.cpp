@@ -198,8 +198,16 @@ void CMainWindow::CreateViewMenu()
     m_pActions->Add(pView, {tr("Ne&xt Pane"), QIcon(), Key("F6")}, [this] { FocusPane(1); });
     m_pActions->Add(pView, {tr("Pre&vious Pane"), QIcon(), Key("Shift+F6")}, [this] { FocusPane(-1); });
     QMenu* pDocks = pView->addMenu(HostIcon("dock"), tr("&Docks"));
-    for (QDockWidget* pDock : findChildren<QDockWidget*>())
-        pDocks->addAction(pDock->toggleViewAction());
+    const std::pair<QString, QString> docks[] = {{QStringLiteral("Tools"), tr("&Tools")},
+                                                 {QStringLiteral("Properties"), tr("&Properties")},
+                                                 {QStringLiteral("Status"), tr("&Status")},
+                                                 {QStringLiteral("Log"), tr("&Log")}};
+    for (const auto& [strName, strText] : docks) {
+        auto* pDock = findChild<QDockWidget*>(strName);
+        m_pActions->Add(
+            pDocks, {strText, QIcon(), {}}, [pDock] { pDock->setVisible(pDock->isHidden()); }, {},
+            [pDock] { return !pDock->isHidden(); });
+    }
     CreateAppearanceMenu(pView);
 }
 

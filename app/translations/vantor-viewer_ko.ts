@@ -268,6 +268,18 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>Pre&amp;vious Pane</source>
         <translation>이전 창(&amp;V)</translation>
     </message>
+    <message>
+        <source>&amp;Properties</source>
+        <translation>속성(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Status</source>
+        <translation>상태(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Log</source>
+        <translation>로그(&amp;L)</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>

@@ -268,6 +268,18 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>Pre&amp;vious Pane</source>
         <translation>Khung &amp;trước đó</translation>
     </message>
+    <message>
+        <source>&amp;Properties</source>
+        <translation>T&amp;huộc tính</translation>
+    </message>
+    <message>
+        <source>&amp;Status</source>
+        <translation>Trạng thá&amp;i</translation>
+    </message>
+    <message>
+        <source>&amp;Log</source>
+        <translation>&amp;Nhật ký</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>

@@ -192,6 +192,23 @@ private Q_SLOTS:
         QVERIFY(host.View(1)->hasFocus()); // and not another viewer's
     }
 
+    void aDockIsShownAndHiddenByItsEntryAlsoWhenItWasClosedElsewhere()
+    {
+        Host host;
+        QVERIFY(host.Show());
+        auto* pDock = host.window.findChild<QDockWidget*>(QStringLiteral("Log"));
+        const auto entry = [&] {
+            return host.Entry({QStringLiteral("View"), QStringLiteral("Docks"), QStringLiteral("Log")});
+        };
+        QVERIFY(pDock->isVisible() && entry()->isChecked());
+        entry()->trigger();
+        QVERIFY(pDock->isHidden() && !entry()->isChecked());
+        entry()->trigger();
+        QVERIFY(pDock->isVisible() && entry()->isChecked());
+        pDock->close(); // by its title
+        QVERIFY(!entry()->isChecked());
+    }
+
     void aReaderOfTheScreenTogglesAButtonOfTheToolBar()
     {
         Host host;

@@ -48,7 +48,7 @@ def come_back(viewer):
     viewer.open_card()
     viewer.measure()
     with_docks = viewer.box
-    key("alt+v", "d", "Down", "Down", "Return")
+    key("alt+v", "d", "p")
     wait_for("the room of a closed dock", lambda: viewer.find_view().width > with_docks.width + 100)
     tool("xdotool", "windowsize", "--sync", viewer.window, "1100", "760")
     key("ctrl+4")
