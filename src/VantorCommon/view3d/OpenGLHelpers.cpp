@@ -37,6 +37,16 @@ bool HasUsableContext(const QOpenGLWidget& widget)
 
 namespace
 {
+/// Makes the system's window, if it is not there yet. Of a window with a parent, the globe's, Qt would make
+/// the children of that parent windows of the system, too, which would stay without OpenGL.
+void CreateHandle(const QWidget& window)
+{
+    const bool bBefore = QCoreApplication::testAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
+    QCoreApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
+    window.winId();
+    QCoreApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings, bBefore);
+}
+
 /// The dialogs that stand above the window: a window of the system's that is new needs to be told again.
 void ShowDialogsAgain(const QWidget& window)
 {
@@ -56,7 +66,7 @@ void PrepareWindow(QOpenGLWidget& widget)
     if (!QCoreApplication::testAttribute(Qt::AA_ForceRasterWidgets) || !context.create())
         return;
     QWidget& window = *widget.window();
-    window.winId(); // the handle exists from here on
+    CreateHandle(window);
     QWindow& handle = *window.windowHandle();
     if (handle.surfaceType() != QSurface::RasterSurface)
         return;

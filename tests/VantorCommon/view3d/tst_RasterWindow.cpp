@@ -13,6 +13,7 @@
 #include <QMainWindow>
 #include <QProcess>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -54,6 +55,7 @@ private Q_SLOTS:
     void aMaximisedWindowStaysMaximised();
     void aWindowThatIsNotShownYetGetsOpenGL();
     void theGlobeHasAWindowOfItsOwnWithOpenGL();
+    void a3DViewIsRightAlsoAfterAGlobe();
     void anOrdinaryWindowIsLeftAlone();
 };
 
@@ -135,6 +137,27 @@ void tst_RasterWindow::theGlobeHasAWindowOfItsOwnWithOpenGL()
     pGlobe->show();
     QTRY_VERIFY(pGlobe->isValid() && pGlobe->isVisible());
     QCOMPARE(host.SurfaceType(), QSurface::RasterSurface);
+}
+
+void tst_RasterWindow::a3DViewIsRightAlsoAfterAGlobe()
+{
+    SHost host;
+    host.window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&host.window));
+    auto* pGlobe = new CImageView3DEarth(&host.window);
+    pGlobe->setWindowFlag(Qt::Window);
+    pGlobe->resize(200, 200);
+    pGlobe->show();
+    QTRY_VERIFY(pGlobe->isValid() && pGlobe->isVisible());
+    pGlobe->close();
+    QVERIFY(!host.window.centralWidget()->windowHandle());
+    host.pView->setVisible(true);
+    QVERIFY(QTest::qWaitForWindowActive(&host.window));
+    QTRY_VERIFY(host.pView->isValid() && host.pView->isVisible());
+    // What is on the screen, not what the view has drawn.
+    const QPoint corner = host.pView->mapToGlobal(QPoint(2, 2));
+    QTRY_COMPARE(host.window.screen()->grabWindow(0, corner.x(), corner.y(), 1, 1).toImage().pixelColor(0, 0),
+                 QColor(51, 51, 51));
 }
 
 void tst_RasterWindow::anOrdinaryWindowIsLeftAlone()
