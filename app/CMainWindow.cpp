@@ -90,6 +90,8 @@ void StoreBytes(const QString& strKey, const QByteArray& bytes)
 
 CMainWindow::CMainWindow()
 {
+    // OpenGL comes with the first 3D view: half the time and the memory of a start would go into it.
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
     setWindowTitle(QStringLiteral("Vantor"));
     resize(kWindowSize);
     // First, for the others read them.
