@@ -4,6 +4,8 @@
 
 #include <Vantor/image/CImage.h>
 
+#include <cstring>
+
 using Vantor::Algorithms::CImage;
 using Vantor::Algorithms::EImageType;
 
@@ -22,6 +24,18 @@ std::shared_ptr<CImage> MakeTestImage(int width, int height, int channels, int s
             for (int c = 0; c < channels; ++c)
                 image->GetPixel(x, y)[c] = TestImageByte(x, y, c, seed);
     return image;
+}
+
+bool SamePixels(const CImage& a, const CImage& b)
+{
+    if (a.GetWidth() != b.GetWidth() || a.GetHeight() != b.GetHeight() || a.GetChannel() != b.GetChannel())
+        return false;
+    const auto nRow = static_cast<std::size_t>(a.GetWidth() * a.GetChannel());
+    for (int y = 0; y < a.GetHeight(); ++y) {
+        if (std::memcmp(a.GetRows()[y], b.GetRows()[y], nRow) != 0)
+            return false;
+    }
+    return true;
 }
 
 QString TestDataPath(const QString& relative)

@@ -17,5 +17,8 @@ std::shared_ptr<Vantor::Algorithms::CImage> MakeTestImage(int width, int height,
 /// The value that MakeTestImage gives to byte `channel` of the pixel (x, y).
 unsigned char TestImageByte(int x, int y, int channel, int seed = 0);
 
+/// Whether size, channels and every byte of two 8-bit images are equal.
+bool SamePixels(const Vantor::Algorithms::CImage& a, const Vantor::Algorithms::CImage& b);
+
 /// The path of a file below tests/data.
 QString TestDataPath(const QString& relative);

@@ -10,7 +10,6 @@
 #include <QFile>
 #include <QString>
 #include <QtTest/QtTest>
-#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 #include <vector>
@@ -36,18 +35,6 @@ inline void WriteFile(const QString& path, const QByteArray& content)
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(content), qint64(content.size()));
-}
-
-inline bool SamePixels(const CImage& a, const CImage& b)
-{
-    if (a.GetWidth() != b.GetWidth() || a.GetHeight() != b.GetHeight() || a.GetChannel() != b.GetChannel())
-        return false;
-    const auto nRow = static_cast<std::size_t>(a.GetWidth() * a.GetChannel());
-    for (int y = 0; y < a.GetHeight(); ++y) {
-        if (std::memcmp(a.GetRows()[y], b.GetRows()[y], nRow) != 0)
-            return false;
-    }
-    return true;
 }
 
 inline std::vector<int> PixelOf(const CImage& image, int x, int y)

@@ -30,18 +30,6 @@ int SaveFile(const CImage& image, const QString& path)
     return image.Save(path.toStdWString());
 }
 
-bool SamePixels(const CImage& a, const CImage& b)
-{
-    if (a.GetWidth() != b.GetWidth() || a.GetHeight() != b.GetHeight() || a.GetChannel() != b.GetChannel())
-        return false;
-    const auto nRow = static_cast<std::size_t>(a.GetWidth() * a.GetChannel());
-    for (int y = 0; y < a.GetHeight(); ++y) {
-        if (std::memcmp(a.GetRows()[y], b.GetRows()[y], nRow) != 0)
-            return false;
-    }
-    return true;
-}
-
 QStringList FilesIn(const QTemporaryDir& folder)
 {
     return QDir(folder.path())

@@ -70,17 +70,6 @@ int CountInk(const CImage& image, int left, int top, int right, int bottom)
     return nInk;
 }
 
-bool SamePixels(const CImage& a, const CImage& b)
-{
-    if (a.GetWidth() != b.GetWidth() || a.GetHeight() != b.GetHeight() || a.GetChannel() != b.GetChannel())
-        return false;
-    const std::size_t nRow = static_cast<std::size_t>(a.GetWidth() * a.GetChannel());
-    for (int y = 0; y < a.GetHeight(); ++y)
-        if (std::memcmp(a.GetRows()[y], b.GetRows()[y], nRow) != 0)
-            return false;
-    return true;
-}
-
 /// Everything written to standard error while it lives.
 class CStandardError
 {

@@ -54,17 +54,6 @@ std::shared_ptr<CImageView2DDrawableGeometry> MakeRectangle()
     return pObject;
 }
 
-bool SamePixels(const CImage& a, const CImage& b)
-{
-    if (a.GetWidth() != b.GetWidth() || a.GetHeight() != b.GetHeight() || a.GetChannel() != b.GetChannel())
-        return false;
-    for (int y = 0; y < a.GetHeight(); ++y)
-        for (int x = 0; x < a.GetWidth(); ++x)
-            if (std::memcmp(a.GetPixel(x, y), b.GetPixel(x, y), size_t(a.GetChannel())) != 0)
-                return false;
-    return true;
-}
-
 struct SFixture {
     CImageView2DModel model;
     CImageView2DGeometryModel geometry;
