@@ -48,7 +48,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nBy
     buffer.open(QIODevice::ReadOnly);
     try {
         CImage image;
-        if (Vantor::Algorithms::VANTOR_FUZZ_LOADER(buffer, image))
+        Vantor::Algorithms::Notes notes;
+        if (Vantor::Algorithms::VANTOR_FUZZ_LOADER(buffer, image, notes).IsSuccess())
             ReadAll(image);
     } catch (const std::bad_alloc&) { // what the loaders may throw; CImage::Load catches it
     }

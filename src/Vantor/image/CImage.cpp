@@ -46,6 +46,7 @@ struct CImage::SPixels {
     PixelBuffer pData;
     std::vector<unsigned char*> vctRows;
     std::vector<std::size_t> vctColumnOffsets;
+    std::vector<std::string> vctNotes;
 
     std::size_t Bytes() const
     {
@@ -117,6 +118,7 @@ int CImage::CreateLike(const CImage& model, int width, int height)
         pPixels->nBitDepth = from.nBitDepth;
         pPixels->eType = from.eType;
         pPixels->nRowAlignment = from.nRowAlignment;
+        pPixels->vctNotes = from.vctNotes;
         if (from.pData && !pPixels->Allocate())
             return 1;
         m_pPixels = std::move(pPixels);
@@ -239,6 +241,16 @@ const std::wstring& CImage::GetFolder() const
 std::string CImage::GetFailureReason() const
 {
     return m_pFailure->GetText();
+}
+
+const std::vector<std::string>& CImage::GetNotes() const
+{
+    return m_pPixels->vctNotes;
+}
+
+void CImage::SetNotes(std::vector<std::string> notes)
+{
+    m_pPixels->vctNotes = std::move(notes);
 }
 
 void CImage::SetDecodeLimit(std::size_t bytes)

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace Vantor::Geometry
 {
@@ -174,6 +175,11 @@ public:
     /// while a filter runs.
     std::string GetFailureReason() const;
 
+    /// What is to be known of the pixels that Load made, as plain sentences in English: that the file is
+    /// incomplete, or holds more pages or frames than the first. They go with the pixels: CopyFrom copies
+    /// them, Rotate keeps them, Create drops them.
+    const std::vector<std::string>& GetNotes() const;
+
     /// @{
     /// The largest decoded size in bytes that Load accepts, and that Rotate lets an image grow to, for the
     /// whole process; 1 GiB at the start. Any thread.
@@ -187,6 +193,8 @@ private:
                           ERotationMode mode);
     /// Gives this image the channels, depth and row alignment of another one, and pixels of undefined value.
     int CreateLike(const CImage& model, int width, int height);
+
+    void SetNotes(std::vector<std::string> notes);
 
     struct SPixels;
     std::unique_ptr<SPixels> m_pPixels;

@@ -17,22 +17,21 @@ namespace Vantor::Algorithms
 namespace
 {
 struct SFormat {
-    const char* pName;
     const char* pMagic;
     int nMagic;
-    bool (*pLoad)(QIODevice& device, CImage& image);
+    CResult (*pLoad)(QIODevice& device, CImage& image, Notes& notes);
 };
 
 const SFormat kFormats[] = {
-    {"PNG", "\x89PNG\r\n\x1a\n", 8, LoadPng},
-    {"JPEG", "\xff\xd8\xff", 3, LoadJpeg},
-    {"GIF", "GIF87a", 6, LoadGif},
-    {"GIF", "GIF89a", 6, LoadGif},
-    {"TIFF", "II*\0", 4, LoadTiff},
-    {"TIFF", "MM\0*", 4, LoadTiff},
-    {"TIFF", "II+\0", 4, LoadTiff}, // BigTIFF
-    {"TIFF", "MM\0+", 4, LoadTiff},
-    {"BMP", "BM", 2, LoadBmp},
+    {"\x89PNG\r\n\x1a\n", 8, LoadPng},
+    {"\xff\xd8\xff", 3, LoadJpeg},
+    {"GIF87a", 6, LoadGif},
+    {"GIF89a", 6, LoadGif},
+    {"II*\0", 4, LoadTiff},
+    {"MM\0*", 4, LoadTiff},
+    {"II+\0", 4, LoadTiff}, // BigTIFF
+    {"MM\0+", 4, LoadTiff},
+    {"BM", 2, LoadBmp},
 };
 constexpr qint64 kLongestMagic = 8;
 
@@ -47,26 +46,19 @@ const SFormat* FindFormat(QIODevice& device)
     return nullptr;
 }
 
-std::string WhyNotLoaded(QFile& file)
-{
-    if (file.size() == 0)
-        return "The file is empty.";
-    file.seek(0);
-    const SFormat* pFormat = FindFormat(file);
-    if (!pFormat)
-        return "It is not an image in BMP, JPEG, PNG, GIF or TIFF format.";
-    return std::string("The ") + pFormat->pName + " file is damaged, too large or of an unsupported kind.";
-}
-
 } // namespace
 
-bool LoadImageFrom(QIODevice& device, CImage& image)
+CResult LoadImageFrom(QIODevice& device, CImage& image, Notes& notes)
 {
     try {
+        if (device.size() == 0)
+            return CResult::Failure("The file is empty.");
         const SFormat* pFormat = FindFormat(device);
-        return pFormat && pFormat->pLoad(device, image);
+        if (!pFormat)
+            return CResult::Failure("It is not an image in BMP, JPEG, PNG, GIF or TIFF format.");
+        return pFormat->pLoad(device, image, notes);
     } catch (const std::bad_alloc&) {
-        return false;
+        return CResult::Failure("There is not enough memory for the image.");
     }
 }
 
@@ -84,8 +76,11 @@ int CImage::Load(const std::wstring& path)
         if (nSlash == 0)
             strFolder = L"/";
         CImage loaded;
-        if (!LoadImageFrom(file, loaded))
-            return m_pFailure->Note(WhyNotLoaded(file));
+        Notes notes;
+        const CResult result = LoadImageFrom(file, loaded, notes);
+        if (!result.IsSuccess())
+            return m_pFailure->Note(result.GetReason());
+        loaded.SetNotes(std::move(notes));
         m_pPixels.swap(loaded.m_pPixels);
         m_strName.swap(strName);
         m_strFolder.swap(strFolder);

@@ -2,15 +2,13 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
-class QIODevice;
+#include <Vantor/image/file/ImageFormats_p.h>
 
 namespace Vantor::Algorithms
 {
 
-class CImage;
-
 /// Loads what CImage::Load loads, from an open random-access device, and sets no name and no folder. The
-/// format is told by the content. The image is empty; false on failure, its content is then undefined.
-bool LoadImageFrom(QIODevice& device, CImage& image);
+/// format is told by the content. The image is empty; after a failure its content is undefined.
+CResult LoadImageFrom(QIODevice& device, CImage& image, Notes& notes);
 
 } // namespace Vantor::Algorithms

@@ -107,24 +107,24 @@ bool ReadPlainRows(QIODevice& device, const SBmpHeader& header, CImage& image)
 }
 
 /// A JPEG or PNG file in the place of the pixels.
-bool LoadEmbedded(QIODevice& device, const SBmpHeader& header, CImage& image)
+bool LoadEmbedded(QIODevice& device, const SBmpHeader& header, CImage& image, Notes& notes)
 {
     if (!device.seek(header.nPixels))
         return false;
     QByteArray content = device.readAll();
     QBuffer buffer(&content);
     return buffer.open(QIODevice::ReadOnly) &&
-           (header.eCompression == EBmpCompression::Jpeg ? LoadJpeg : LoadPng)(buffer, image);
+           (header.eCompression == EBmpCompression::Jpeg ? LoadJpeg : LoadPng)(buffer, image, notes)
+               .IsSuccess();
 }
-} // namespace
 
-bool LoadBmp(QIODevice& device, CImage& image)
+bool DecodeBmpFile(QIODevice& device, CImage& image, Notes& notes)
 {
     SBmpHeader header;
     if (!ParseBmpHeader(device.peek(kBmpHeadBytes), header))
         return false;
     if (header.eCompression == EBmpCompression::Jpeg || header.eCompression == EBmpCompression::Png)
-        return LoadEmbedded(device, header, image);
+        return LoadEmbedded(device, header, image, notes);
     const bool bPlain = IsPlain(header);
     if (!bPlain && header.nBits != 4 && header.nBits != 8)
         return false;
@@ -141,6 +141,12 @@ bool LoadBmp(QIODevice& device, CImage& image)
     expected.nWidth = static_cast<int>(header.nWidth);
     expected.nHeight = static_cast<int>(header.nHeight);
     return ReadWithQt(device, "bmp", expected, image);
+}
+} // namespace
+
+CResult LoadBmp(QIODevice& device, CImage& image, Notes& notes)
+{
+    return DecodeBmpFile(device, image, notes) ? CResult::Success() : Unreadable("BMP");
 }
 
 } // namespace Vantor::Algorithms

@@ -71,9 +71,8 @@ QSize FindCanvas(QIODevice& device)
     }
     return QSize();
 }
-} // namespace
 
-bool LoadGif(QIODevice& device, CImage& image)
+bool DecodeGifFile(QIODevice& device, CImage& image)
 {
     const QSize canvas = FindCanvas(device);
     if (!FitsDecodeLimit(canvas.width(), canvas.height(), 4, static_cast<int>(sizeof(QRgb))) ||
@@ -85,6 +84,12 @@ bool LoadGif(QIODevice& device, CImage& image)
     reader.setAutoDetectImageFormat(false);
     const QImage decoded = reader.read();
     return ConvertToCore(decoded, decoded.hasAlphaChannel() ? 4 : 3, image);
+}
+} // namespace
+
+CResult LoadGif(QIODevice& device, CImage& image, Notes& /*notes*/)
+{
+    return DecodeGifFile(device, image) ? CResult::Success() : Unreadable("GIF");
 }
 
 } // namespace Vantor::Algorithms

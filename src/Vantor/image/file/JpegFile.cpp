@@ -148,9 +148,8 @@ bool CanHoldBlocks(const SFrame& frame, qint64 nBytes)
 {
     return frame.nBlocks <= nBytes * (frame.bProgressive ? 8 : 4);
 }
-} // namespace
 
-bool LoadJpeg(QIODevice& device, CImage& image)
+bool DecodeJpegFile(QIODevice& device, CImage& image)
 {
     SFrame frame;
     int nScanComponents = 0;
@@ -174,6 +173,12 @@ bool LoadJpeg(QIODevice& device, CImage& image)
     if (!FitsDecodeLimit(frame.nWidth, frame.nHeight, expected.nChannels, nDecoderBytes))
         return false;
     return device.seek(0) && ReadWithQt(device, "jpeg", expected, image);
+}
+} // namespace
+
+CResult LoadJpeg(QIODevice& device, CImage& image, Notes& /*notes*/)
+{
+    return DecodeJpegFile(device, image) ? CResult::Success() : Unreadable("JPEG");
 }
 
 bool SaveJpeg(QIODevice& device, const CImage& image)

@@ -136,9 +136,8 @@ QImage::Format FormatOf(int nColorType, int nDepth, bool bTransparent)
         return QImage::Format_Indexed8;
     return nColorType == Rgb && !bTransparent ? QImage::Format_RGB32 : QImage::Format_ARGB32;
 }
-} // namespace
 
-bool LoadPng(QIODevice& device, CImage& image)
+bool DecodePngFile(QIODevice& device, CImage& image)
 {
     SPng png;
     if (!ReadChunks(device, png))
@@ -166,6 +165,12 @@ bool LoadPng(QIODevice& device, CImage& image)
     expected.nHeight = static_cast<int>(nHeight);
     QBuffer buffer(&png.content);
     return buffer.open(QIODevice::ReadOnly) && ReadWithQt(buffer, "png", expected, image);
+}
+} // namespace
+
+CResult LoadPng(QIODevice& device, CImage& image, Notes& /*notes*/)
+{
+    return DecodePngFile(device, image) ? CResult::Success() : Unreadable("PNG");
 }
 
 bool SavePng(QIODevice& device, const CImage& image)

@@ -242,9 +242,8 @@ bool DecodeByCodec(TIFF* pTiff, const SLayout& layout, CImage& image)
     }
     return true;
 }
-} // namespace
 
-bool LoadTiff(QIODevice& device, CImage& image)
+bool DecodeTiffFile(QIODevice& device, CImage& image)
 {
     // "m": not mapped into memory, because a file may shrink under the mapping.
     const TiffHandle tiff = OpenTiff(device, "rm");
@@ -265,6 +264,12 @@ bool LoadTiff(QIODevice& device, CImage& image)
     if (bExpand && !ExpandColors(tiff.get(), layout.eColors, decoded, expanded))
         return false;
     return !bTurn || Reorient(expanded, layout.nOrientation, image);
+}
+} // namespace
+
+CResult LoadTiff(QIODevice& device, CImage& image, Notes& /*notes*/)
+{
+    return DecodeTiffFile(device, image) ? CResult::Success() : Unreadable("TIFF");
 }
 
 } // namespace Vantor::Algorithms
