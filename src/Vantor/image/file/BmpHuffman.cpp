@@ -13,6 +13,14 @@ namespace Vantor::Algorithms
 
 namespace
 {
+/// No code of so many pixels is longer: a run takes at most 6 bits a pixel, the mark of a row 12 and what
+/// fills its byte.
+qint64 MostBytes(const SBmpHeader& header)
+{
+    constexpr qint64 kRowBytes = 8;
+    return header.nHeight * (header.nWidth + kRowBytes) + kRowBytes;
+}
+
 /// The decoder wants the mark that ends a row before each row, also before the first one.
 QByteArray WithFirstMark(const QByteArray& code)
 {
@@ -48,8 +56,9 @@ bool WriteAsTiff(QIODevice& device, const SBmpHeader& header, QByteArray code)
 
 CResult ReadBmpHuffman(QIODevice& device, const SBmpHeader& header, CImage& image, Notes& notes)
 {
+    const QByteArray code = device.read(MostBytes(header));
     QBuffer tiff;
-    if (!tiff.open(QIODevice::ReadWrite) || !WriteAsTiff(tiff, header, WithFirstMark(device.readAll())) ||
+    if (!tiff.open(QIODevice::ReadWrite) || !WriteAsTiff(tiff, header, WithFirstMark(code)) ||
         !tiff.seek(0) || !LoadTiff(tiff, image, notes).IsSuccess())
         return CResult::Failure("The BMP file is in Huffman code that is cut short or lacks the marks "
                                 "between its rows.");

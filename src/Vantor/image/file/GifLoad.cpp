@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -133,14 +134,15 @@ void PaintRow(const GifPixelType* pFrom, unsigned char* pTo, int nWidth, const P
 }
 
 /// Paints the part of the frame that lies on the canvas.
+/// @param nByRow  the pixels of the rows that are whole
 /// @return the pixels of the frame that are there
-qint64 PaintFrame(GifFileType* pGif, const Palette& palette, bool bByPixel, CImage& image)
+qint64 PaintFrame(GifFileType* pGif, const Palette& palette, qint64 nByRow, CImage& image)
 {
     const GifImageDesc& frame = pGif->Image;
     std::vector<GifPixelType> row(static_cast<std::size_t>(frame.Width));
     qint64 nThere = 0;
     VisitRows(frame.Width > 0 ? frame.Height : 0, frame.Interlace, [&](int y) {
-        const int nRow = ReadRow(pGif, row, bByPixel);
+        const int nRow = ReadRow(pGif, row, nThere >= nByRow);
         nThere += nRow;
         if (unsigned char* pTo = image.GetPixel(frame.Left, frame.Top + y)) {
             const int nShown = std::min(nRow, image.GetWidth() - frame.Left);
@@ -151,9 +153,17 @@ qint64 PaintFrame(GifFileType* pGif, const Palette& palette, bool bByPixel, CIma
     return nThere;
 }
 
-/// Decodes the first frame; nMissing is the number of its pixels that the file lacks.
-/// @param bByPixel  finds the last pixel of a frame that is incomplete
-CResult DecodeFrame(QIODevice& device, bool bByPixel, CImage& image, qint64& nMissing)
+constexpr qint64 kWhole = std::numeric_limits<qint64>::max();
+
+struct SPixelCount {
+    qint64 nThere = 0;
+    qint64 nMissing = 0;
+};
+
+/// Decodes the first frame.
+/// @param nByRow  kWhole, or the pixels that a call with that has found: then it finds also those of the row
+///                that is not whole, and what is missing is transparent
+CResult DecodeFrame(QIODevice& device, qint64 nByRow, CImage& image, SPixelCount& count)
 {
     SSource source{device};
     if (!device.seek(0))
@@ -177,27 +187,27 @@ CResult DecodeFrame(QIODevice& device, bool bByPixel, CImage& image, qint64& nMi
     const int nWidth = gif->SWidth > 0 ? gif->SWidth : nRight;
     const int nHeight = gif->SHeight > 0 ? gif->SHeight : nBottom;
     const bool bCovered = frame.Left == 0 && frame.Top == 0 && nRight >= nWidth && nBottom >= nHeight;
-    const int nChannels = bCovered && nTransparent < 0 && !bByPixel ? 3 : 4;
+    const int nChannels = bCovered && nTransparent < 0 && nByRow == kWhole ? 3 : 4;
     if (image.Create(nWidth, nHeight, nChannels, 8, EImageType::Interleaved, kRowAlignment) != 0)
         return Unreadable("GIF");
-    const qint64 nThere = PaintFrame(gif.get(), PaletteOf(*gif, nTransparent), bByPixel, image);
-    nMissing = static_cast<qint64>(frame.Width) * frame.Height - nThere;
-    if (nMissing > 0 && nThere == 0 && bByPixel)
-        return CResult::Failure("The GIF file ends before its first pixel.");
+    count.nThere = PaintFrame(gif.get(), PaletteOf(*gif, nTransparent), nByRow, image);
+    count.nMissing = static_cast<qint64>(frame.Width) * frame.Height - count.nThere;
     return CResult::Success();
 }
 } // namespace
 
 CResult LoadGif(QIODevice& device, CImage& image, Notes& notes)
 {
-    qint64 nMissing = 0;
-    CResult result = DecodeFrame(device, false, image, nMissing);
-    if (result.IsSuccess() && nMissing > 0)
-        result = DecodeFrame(device, true, image, nMissing);
+    SPixelCount count;
+    CResult result = DecodeFrame(device, kWhole, image, count);
+    if (result.IsSuccess() && count.nMissing > 0)
+        result = DecodeFrame(device, count.nThere, image, count);
     if (!result.IsSuccess())
         return result;
-    if (nMissing > 0)
-        notes.push_back("The file is incomplete: " + std::to_string(nMissing) +
+    if (count.nMissing > 0 && count.nThere == 0)
+        return CResult::Failure("The GIF file ends before its first pixel.");
+    if (count.nMissing > 0)
+        notes.push_back("The file is incomplete: " + std::to_string(count.nMissing) +
                         " pixels of the picture are missing.");
     NoteGifFrames(device, notes);
     return result;
