@@ -43,7 +43,7 @@ inline QByteArray MakeBmp(const SBmp& bmp)
 {
     QByteArray header = Little(bmp.nHeaderBytes, 4) + Little(bmp.nWidth, 4) + Little(bmp.nHeight, 4) +
                         Little(1, 2) + Little(bmp.nBits, 2) + Little(bmp.nCompression, 4) +
-                        Little(bmp.pixels.size(), 4) + Little(0, 8) +
+                        Little(bmp.pixels.size(), 4) + QByteArray(8, '\0') +
                         Little(static_cast<int>(bmp.palette.size()), 4) + Little(0, 4);
     header = header.left(bmp.nHeaderBytes);
     header.append(bmp.nHeaderBytes - header.size(), '\0');

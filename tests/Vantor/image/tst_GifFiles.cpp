@@ -329,7 +329,7 @@ void tst_GifFiles::aFileThatIsCutShowsEveryPixelThatIsThere()
 
 void tst_GifFiles::severalFramesAreCounted()
 {
-    const QByteArray frame = Frame({0, 0, 20, 20, QByteArray(400, '\1'), false, kOtherColors});
+    const QByteArray frame = Frame({0, 0, 20, 20, QByteArray(400, '\1'), false, kColors});
     const QByteArray comment("!\xfe\4,,,,\2,,\0", 11);
     CImage image;
     const auto notes = [&image](const QByteArray& content) {
