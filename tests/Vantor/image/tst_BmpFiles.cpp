@@ -233,6 +233,10 @@ void tst_BmpFiles::anOs2HeaderMayHaveAnyLength()
         QCOMPARE(FirstDifference(image, 3, {kFourColors[1], kFourColors[2], kFourColors[3]}), QByteArray());
         QCOMPARE(LoadBytes(image, MakeBmp({1, 1, 24, None, {}, QByteArray("\3\2\1\0", 4), nBytes})), 0);
         QCOMPARE(PixelOf(image, 0, 0), Color({1, 2, 3}));
+        if (nBytes < 20) // too short to say that there are run lengths
+            continue;
+        QCOMPARE(LoadBytes(image, MakeBmp({1, 1, 8, Rle8, palette, QByteArray("\1\2\0\1", 4), nBytes})), 0);
+        QCOMPARE(PixelOf(image, 0, 0), kFourColors[2]);
     }
     for (int nBytes = 13; nBytes < 16; ++nBytes)
         QVERIFY(WhyNotLoaded(MakeBmp({1, 1, 24, None, {}, QByteArray(40, '\1'), nBytes})) != "it loads");
