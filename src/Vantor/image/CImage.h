@@ -121,7 +121,9 @@ public:
     /// - What would decode to more than the limit of SetDecodeLimit, to a side beyond 1,000,000, or to more
     ///   than the length of the file can account for is refused before memory is taken. The decoder may
     ///   need twice the limit for itself beside the image.
-    /// - A file cut short loads partly as JPEG and GIF and fails as BMP, PNG and TIFF.
+    /// - A file cut short loads partly, with a note, as JPEG, GIF and BMP of run lengths; other BMP, PNG and
+    ///   TIFF files fail. What the first frame of a GIF does not cover or lacks is transparent; what run
+    ///   lengths skip or lack is the first colour of the palette, or black without one.
     /// @return 0, or non-zero for a path that names no readable image, one beyond the limits or lack of
     ///         memory; the image then stays
     int Load(const std::wstring& path);

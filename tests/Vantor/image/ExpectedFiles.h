@@ -147,7 +147,7 @@ constexpr SExpectedFile kExpectedFiles[] = {
     {"tiff/seq-1c-16b-tiled-68f373a0.tiff", 16, 16, 1},
     {"tiff/tiff_16bit_RGB.tiff", 100, 40, 3},
     {"gif/animated-red-blue.gif", 64, 48, 3},
-    {"gif/background-color.gif", 4, 1, 3},
+    {"gif/background-color.gif", 4, 1, 4},
     {"gif/bricks-dither.gif", 160, 120, 3},
     {"gif/hippopotamus.interlaced.gif", 36, 28, 3},
     {"gif/hippopotamus.masked-with-muybridge.gif", 36, 28, 4},

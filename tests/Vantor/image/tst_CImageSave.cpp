@@ -61,6 +61,8 @@ class tst_CImageSave : public QObject
 private Q_SLOTS:
     void whatIsSavedAndLoadedAgainIsEqual_data();
     void whatIsSavedAndLoadedAgainIsEqual();
+    void everySmallSizeIsEqualAgain_data();
+    void everySmallSizeIsEqualAgain();
     void transparentPixelsKeepTheirColours();
     void greyIsExactInGif();
     void fewColoursAreExactInGifAndManyAreClose();
@@ -108,6 +110,31 @@ void tst_CImageSave::whatIsSavedAndLoadedAgainIsEqual()
     QCOMPARE(loaded.Load(path.toStdWString()), 0);
     QVERIFY(SamePixels(*image, loaded));
     QCOMPARE(FilesIn(folder).size(), 1);
+}
+
+void tst_CImageSave::everySmallSizeIsEqualAgain_data()
+{
+    QTest::addColumn<QString>("suffix");
+    QTest::addColumn<int>("channels");
+    for (const char* pSuffix : {"bmp", "png", "tif"}) {
+        for (const int nChannels : {1, 3, 4})
+            QTest::addRow("%s, %d channels", pSuffix, nChannels) << QString::fromLatin1(pSuffix) << nChannels;
+    }
+}
+
+void tst_CImageSave::everySmallSizeIsEqualAgain()
+{
+    QFETCH(QString, suffix);
+    QFETCH(int, channels);
+    const QTemporaryDir folder;
+    for (int i = 0; i < 16 * 16; ++i) {
+        const auto image = MakeTestImage(i % 16 + 1, i / 16 + 1, channels);
+        const QString path = folder.filePath(QStringLiteral("%1.%2").arg(i).arg(suffix));
+        QCOMPARE(SaveFile(*image, path), 0);
+        CImage loaded;
+        QVERIFY2(loaded.Load(path.toStdWString()) == 0, qPrintable(path));
+        QVERIFY2(SamePixels(*image, loaded), qPrintable(path));
+    }
 }
 
 void tst_CImageSave::transparentPixelsKeepTheirColours()

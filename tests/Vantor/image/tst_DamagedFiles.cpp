@@ -87,7 +87,9 @@ void tst_DamagedFiles::everyBeginningOfAFileLoadsWholeOrLeavesTheImage()
         if (bLoaded) {
             QCOMPARE(image->GetWidth(), whole.GetWidth());
             QCOMPARE(image->GetHeight(), whole.GetHeight());
-            QCOMPARE(image->GetChannel(), whole.GetChannel());
+            // What a cut GIF lacks is transparent.
+            QVERIFY(image->GetChannel() == whole.GetChannel() ||
+                    (content.startsWith("GIF") && image->GetChannel() == 4));
         } else {
             QVERIFY2(SamePixels(*image, *model), QByteArray::number(n).constData());
         }

@@ -14,17 +14,24 @@ namespace
 {
 /// A run of two bytes covers at most 255 pixels.
 constexpr qint64 kMaxPixelsPerRunByte = 128;
-constexpr int kBytesUpToMasks = 70;
+/// Deliberate: this many pixels need no such account, for run lengths may skip most of a picture.
+constexpr qint64 kFreePixels = 2 << 20;
+constexpr quint32 kOs2LeastBytes = 16;
+constexpr quint32 kOs2MostBytes = 64;
+constexpr int kMaskOffset = 54;
 
-quint32 LongAt(const QByteArray& head, qint64 nOffset)
+/// @{
+/// A field of the header; those that a short one leaves out are 0.
+quint32 LongAt(const QByteArray& head, int nOffset)
 {
-    return qFromLittleEndian<quint32>(head.constData() + nOffset);
+    return nOffset + 4 <= head.size() ? qFromLittleEndian<quint32>(head.constData() + nOffset) : 0;
 }
 
-int WordAt(const QByteArray& head, qint64 nOffset)
+int WordAt(const QByteArray& head, int nOffset)
 {
-    return qFromLittleEndian<quint16>(head.constData() + nOffset);
+    return nOffset + 2 <= head.size() ? qFromLittleEndian<quint16>(head.constData() + nOffset) : 0;
 }
+/// @}
 
 /// Takes the entries that lie before the pixels.
 void ParsePalette(const QByteArray& head, qint64 nStart, int nEntryBytes, qint64 nEntries, SBmpHeader& header)
@@ -40,14 +47,15 @@ void ParsePalette(const QByteArray& head, qint64 nStart, int nEntryBytes, qint64
     }
 }
 
-/// The masks of the file, or those that 16 and 32 bits have without any.
-void ParseMasks(const QByteArray& head, quint32 nHeaderBytes, SBmpHeader& header)
+/// The masks of the file, or those that 16 and 32 bits have without any. False when the file ends in them.
+bool ParseMasks(const QByteArray& head, bool bAlpha, SBmpHeader& header)
 {
     if (header.eCompression == EBmpCompression::BitFields) {
-        for (std::size_t i = 0; i < 3; ++i)
-            header.masks[i] = LongAt(head, 54 + 4 * static_cast<qint64>(i));
-        if (nHeaderBytes >= kBmpV3HeaderBytes)
-            header.masks[3] = LongAt(head, 66);
+        const std::size_t nMasks = bAlpha ? 4 : 3;
+        if (head.size() < kMaskOffset + 4 * static_cast<int>(nMasks))
+            return false;
+        for (std::size_t i = 0; i < nMasks; ++i)
+            header.masks[i] = LongAt(head, kMaskOffset + 4 * static_cast<int>(i));
     } else {
         header.masks = header.nBits == 16
                            ? std::array<quint32, 4>{0x7c00, 0x03e0, 0x001f, 0}
@@ -56,40 +64,65 @@ void ParseMasks(const QByteArray& head, quint32 nHeaderBytes, SBmpHeader& header
     header.bUsualMasks = header.masks[0] == kBmpRedMask && header.masks[1] == kBmpGreenMask &&
                          header.masks[2] == kBmpBlueMask &&
                          (header.masks[3] == 0 || header.masks[3] == kBmpAlphaMask);
+    return true;
+}
+
+/// The meaning of the number, which differs between the two families of headers.
+EBmpCompression CompressionOf(quint32 nNumber, quint32 nHeaderBytes, int nBits)
+{
+    constexpr quint32 kHuffman = 3;
+    constexpr quint32 kRunLength24 = 4;
+    const bool bOs2 = nHeaderBytes <= kOs2MostBytes && nHeaderBytes != kBmpInfoHeaderBytes &&
+                      nHeaderBytes != kBmpV2HeaderBytes && nHeaderBytes != kBmpV3HeaderBytes;
+    if (nNumber == kHuffman && nBits == 1) // masks of one bit do not exist
+        return EBmpCompression::Huffman;
+    if (bOs2 && nNumber == kRunLength24)
+        return EBmpCompression::RunLength24;
+    const auto nLast = static_cast<quint32>(bOs2 ? EBmpCompression::RunLength4 : EBmpCompression::Png);
+    return nNumber <= nLast ? static_cast<EBmpCompression>(nNumber) : EBmpCompression::Unknown;
+}
+
+/// The oldest header: sizes of 16 bits, entries of three bytes.
+bool ParseCore(const QByteArray& head, qint64 nPalette, SBmpHeader& header)
+{
+    header.nWidth = WordAt(head, 18);
+    header.nHeight = WordAt(head, 20);
+    header.nBits = WordAt(head, 24);
+    if (header.nBits > 8)
+        return ParseMasks(head, false, header);
+    ParsePalette(head, nPalette, 3, 1LL << header.nBits, header);
+    return true;
 }
 } // namespace
 
 bool ParseBmpHeader(const QByteArray& head, SBmpHeader& header)
 {
+    constexpr quint32 kAlphaBitFields = 6; // as BitFields, with a mask for alpha behind a header without
     header.palette.fill(0);
-    if (head.size() < kBmpFileHeaderBytes + kBmpCoreHeaderBytes)
-        return false;
-    const quint32 nHeaderBytes = LongAt(head, 14);
+    const quint32 nHeaderBytes = LongAt(head, kBmpFileHeaderBytes);
     const qint64 nPalette = kBmpFileHeaderBytes + static_cast<qint64>(nHeaderBytes);
-    header.nPixels = std::max<qint64>(LongAt(head, 10), nPalette);
-    if (nHeaderBytes == kBmpCoreHeaderBytes) {
-        header.nWidth = WordAt(head, 18);
-        header.nHeight = WordAt(head, 20);
-        header.nBits = WordAt(head, 24);
-        if (header.nBits <= 8)
-            ParsePalette(head, nPalette, 3, 1LL << header.nBits, header);
-        else
-            ParseMasks(head, nHeaderBytes, header);
-        return true;
-    }
-    if (nHeaderBytes < kBmpInfoHeaderBytes || head.size() < kBytesUpToMasks)
+    if (nHeaderBytes < kBmpCoreHeaderBytes ||
+        head.size() < kBmpFileHeaderBytes + std::min<qint64>(nHeaderBytes, kBmpInfoHeaderBytes))
         return false;
-    header.nWidth = static_cast<qint32>(LongAt(head, 18));
-    const qint64 nHeight = static_cast<qint32>(LongAt(head, 22));
+    header.nPixels = std::max<qint64>(LongAt(head, 10), nPalette);
+    if (nHeaderBytes == kBmpCoreHeaderBytes)
+        return ParseCore(head, nPalette, header);
+    if (nHeaderBytes < kOs2LeastBytes)
+        return false;
+    const QByteArray fields = head.left(static_cast<int>(std::min<qint64>(nPalette, head.size())));
+    header.nWidth = static_cast<qint32>(LongAt(fields, 18));
+    const qint64 nHeight = static_cast<qint32>(LongAt(fields, 22));
     header.bTopDown = nHeight < 0;
     header.nHeight = std::abs(nHeight);
-    header.nBits = WordAt(head, 28);
-    header.eCompression = static_cast<EBmpCompression>(LongAt(head, 30));
-    const qint64 nColorsUsed = LongAt(head, 46);
+    header.nBits = WordAt(fields, 28);
+    header.nCompression = LongAt(fields, 30);
+    const bool bAlpha = header.nCompression == kAlphaBitFields;
+    header.eCompression =
+        bAlpha ? EBmpCompression::BitFields : CompressionOf(header.nCompression, nHeaderBytes, header.nBits);
     if (header.nBits > 8)
-        ParseMasks(head, nHeaderBytes, header);
-    else
-        ParsePalette(head, nPalette, 4, nColorsUsed == 0 ? 1LL << header.nBits : nColorsUsed, header);
+        return ParseMasks(head, bAlpha || nHeaderBytes >= kBmpV3HeaderBytes, header);
+    const qint64 nColorsUsed = LongAt(fields, 46);
+    ParsePalette(head, nPalette, 4, nColorsUsed == 0 ? 1LL << header.nBits : nColorsUsed, header);
     return true;
 }
 
@@ -108,9 +141,10 @@ bool CanHoldBmpPixels(const SBmpHeader& header, qint64 nBytes)
                nBytes;
     case EBmpCompression::RunLength8:
     case EBmpCompression::RunLength4:
-        return header.nWidth * header.nHeight <= nBytes * kMaxPixelsPerRunByte;
-    default:
-        return false;
+    case EBmpCompression::RunLength24:
+        return header.nWidth * header.nHeight <= kFreePixels + nBytes * kMaxPixelsPerRunByte;
+    default: // the decoder knows
+        return true;
     }
 }
 

@@ -13,6 +13,7 @@ namespace Vantor::Algorithms
 constexpr int kBmpFileHeaderBytes = 14;
 constexpr int kBmpCoreHeaderBytes = 12;
 constexpr int kBmpInfoHeaderBytes = 40;
+constexpr int kBmpV2HeaderBytes = 52;
 constexpr int kBmpV3HeaderBytes = 56; // the first with an alpha mask
 constexpr int kBmpV4HeaderBytes = 108;
 constexpr int kBmpPaletteEntries = 256;
@@ -28,7 +29,11 @@ enum class EBmpCompression : quint32 {
     RunLength4 = 2,
     BitFields = 3,
     Jpeg = 4,
-    Png = 5
+    Png = 5,
+    // Without a number of their own: a header of OS/2 has 3 and 4 for them.
+    Huffman,
+    RunLength24,
+    Unknown
 };
 
 /// What the headers of a BMP file say; nothing in it has been believed yet.
@@ -38,6 +43,7 @@ struct SBmpHeader {
     bool bTopDown = false;
     int nBits = 0; ///< per pixel
     EBmpCompression eCompression = EBmpCompression::None;
+    quint32 nCompression = 0;                        ///< the number in the file
     std::array<quint32, 4> masks{};                  ///< red, green, blue, alpha (0: none) of 16 and 32 bits
     bool bUsualMasks = false;                        ///< bytes in the order B, G, R, A
     std::array<quint32, kBmpPaletteEntries> palette; ///< 0xRRGGBB, black where the file has no entry
@@ -45,7 +51,8 @@ struct SBmpHeader {
     qint64 nPixels = 0;        ///< offset of the pixels in the file
 };
 
-/// Reads the headers from the first bytes of a file (kBmpHeadBytes, or all that there are).
+/// Reads the headers from the first bytes of a file (kBmpHeadBytes, or all that there are). False when the
+/// file ends in them, or for a header of a length that does not exist.
 constexpr int kBmpHeadBytes = kBmpFileHeaderBytes + 2 * kBmpV4HeaderBytes + kBmpPaletteBytes;
 bool ParseBmpHeader(const QByteArray& head, SBmpHeader& header);
 

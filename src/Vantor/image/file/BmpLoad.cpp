@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 #include <Vantor/image/CImage.h>
-#include <Vantor/image/file/BmpHeader_p.h>
+#include <Vantor/image/file/BmpDecoders_p.h>
 #include <Vantor/image/file/DecodeBounds_p.h>
-#include <Vantor/image/file/ImageFormats_p.h>
-#include <Vantor/image/file/QtImage_p.h>
+#include <Vantor/image/file/Samples_p.h>
 
 #include <QBuffer>
 #include <QByteArray>
@@ -13,33 +12,35 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <vector>
 
 namespace Vantor::Algorithms
 {
 
 namespace
 {
-int ChannelsOf(const SBmpHeader& header)
-{
-    if (header.bGreyPalette)
-        return 1;
-    return header.masks[3] != 0 ? 4 : 3;
-}
+constexpr int kFixedPointBits = 64; ///< a pixel of four signed numbers with 13 bits behind the point
+constexpr int kFixedPointOne = 1 << 13;
 
-/// Rows that follow from the header: palettes, whole bytes per channel, masks.
-bool IsPlain(const SBmpHeader& header)
+/// Whether there are such pixels.
+bool IsKnown(const SBmpHeader& header)
 {
-    if (header.eCompression == EBmpCompression::BitFields)
+    switch (header.eCompression) {
+    case EBmpCompression::None:
+        return header.nBits == 1 || header.nBits == 2 || header.nBits == 4 || header.nBits == 8 ||
+               header.nBits == 16 || header.nBits == 24 || header.nBits == 32 ||
+               header.nBits == kFixedPointBits;
+    case EBmpCompression::BitFields:
         return header.nBits == 16 || header.nBits == 32;
-    switch (header.nBits) {
-    case 1:
-    case 2:
-    case 4:
-    case 8:
-    case 16:
-    case 24:
-    case 32:
-        return header.eCompression == EBmpCompression::None;
+    case EBmpCompression::RunLength4:
+        return header.nBits == 4;
+    case EBmpCompression::RunLength8:
+        return header.nBits == 8;
+    case EBmpCompression::RunLength24:
+        return header.nBits == 24;
+    case EBmpCompression::Huffman:
+        return header.nBits == 1;
     default:
         return false;
     }
@@ -79,17 +80,46 @@ void ExpandIndexes(const SBmpHeader& header, const unsigned char* pFrom, unsigne
     }
 }
 
+/// Turns linear light in fixed point into the usual colours; alpha is linear there too.
+void ExpandFixedPoint(const unsigned char* pFrom, unsigned char* pTo, int nWidth,
+                      const std::vector<unsigned char>& colors)
+{
+    const auto next = [&pFrom] {
+        const int nValue = qFromLittleEndian<qint16>(pFrom);
+        pFrom += 2;
+        return std::max(0, std::min(nValue, kFixedPointOne));
+    };
+    for (int x = 0; x < nWidth; ++x, pTo += 4) {
+        for (int c = 2; c >= 0; --c)
+            pTo[c] = colors[static_cast<std::size_t>(next())];
+        pTo[3] = ScaleFloatTo8(static_cast<double>(next()) / kFixedPointOne);
+    }
+}
+
+/// The sRGB value of every amount of light from 0 to one.
+std::vector<unsigned char> ColorsOfLight()
+{
+    std::vector<unsigned char> colors;
+    for (int i = 0; i <= kFixedPointOne; ++i) {
+        const double dLight = static_cast<double>(i) / kFixedPointOne;
+        colors.push_back(ScaleFloatTo8(dLight <= 0.0031308 ? 12.92 * dLight
+                                                           : 1.055 * std::pow(dLight, 1.0 / 2.4) - 0.055));
+    }
+    return colors;
+}
+
 bool ReadPlainRows(QIODevice& device, const SBmpHeader& header, CImage& image)
 {
     const int nWidth = static_cast<int>(header.nWidth);
     const int nHeight = static_cast<int>(header.nHeight);
-    const int nChannels = ChannelsOf(header);
+    const int nChannels = BmpChannels(header);
     const qint64 nStride = BmpStride(nWidth, header.nBits);
     const qint64 nUsed = (static_cast<qint64>(nWidth) * header.nBits + 7) / 8;
-    if (image.Create(nWidth, nHeight, nChannels, 8, EImageType::Interleaved, kRowAlignment) != 0 ||
-        !device.seek(header.nPixels))
+    if (image.Create(nWidth, nHeight, nChannels, 8, EImageType::Interleaved, kRowAlignment) != 0)
         return false;
     const bool bInPlace = header.nBits == 8 * nChannels && (header.nBits <= 24 || header.bUsualMasks);
+    const std::vector<unsigned char> colors =
+        header.nBits == kFixedPointBits ? ColorsOfLight() : std::vector<unsigned char>();
     QByteArray row(bInPlace ? 0 : static_cast<int>(nStride), Qt::Uninitialized);
     for (int i = 0; i < nHeight; ++i) {
         unsigned char* pTo = image.GetRows()[header.bTopDown ? i : nHeight - 1 - i];
@@ -98,6 +128,8 @@ bool ReadPlainRows(QIODevice& device, const SBmpHeader& header, CImage& image)
             return false;
         if (header.nBits == 24 || (header.nBits == 32 && header.bUsualMasks))
             ReorderBmpRow(pFrom, header.nBits / 8, pTo, nChannels, nWidth);
+        else if (header.nBits == kFixedPointBits)
+            ExpandFixedPoint(pFrom, pTo, nWidth, colors);
         else if (header.nBits > 8)
             ExpandMasks(header, pFrom, pTo, nChannels, nWidth);
         else if (nChannels == 3)
@@ -107,46 +139,62 @@ bool ReadPlainRows(QIODevice& device, const SBmpHeader& header, CImage& image)
 }
 
 /// A JPEG or PNG file in the place of the pixels.
-bool LoadEmbedded(QIODevice& device, const SBmpHeader& header, CImage& image, Notes& notes)
+CResult LoadEmbedded(QIODevice& device, const SBmpHeader& header, CImage& image, Notes& notes)
 {
-    if (!device.seek(header.nPixels))
-        return false;
     QByteArray content = device.readAll();
     QBuffer buffer(&content);
-    return buffer.open(QIODevice::ReadOnly) &&
-           (header.eCompression == EBmpCompression::Jpeg ? LoadJpeg : LoadPng)(buffer, image, notes)
-               .IsSuccess();
+    if (!buffer.open(QIODevice::ReadOnly))
+        return Unreadable("BMP");
+    return (header.eCompression == EBmpCompression::Jpeg ? LoadJpeg : LoadPng)(buffer, image, notes);
 }
 
-bool DecodeBmpFile(QIODevice& device, CImage& image, Notes& notes)
+/// Whether pixels of this kind and number may be read.
+CResult Check(const SBmpHeader& header, qint64 nBytesOfPixels)
 {
-    SBmpHeader header;
-    if (!ParseBmpHeader(device.peek(kBmpHeadBytes), header))
-        return false;
-    if (header.eCompression == EBmpCompression::Jpeg || header.eCompression == EBmpCompression::Png)
-        return LoadEmbedded(device, header, image, notes);
-    const bool bPlain = IsPlain(header);
-    if (!bPlain && header.nBits != 4 && header.nBits != 8)
-        return false;
-    const int nDecoderBytes = bPlain ? 0 : 1;
-    const int nChannels = ChannelsOf(header);
-    if (!FitsDecodeLimit(header.nWidth, header.nHeight, nChannels, nDecoderBytes) ||
-        !CanHoldBmpPixels(header, device.size() - header.nPixels))
-        return false;
-    if (bPlain)
-        return ReadPlainRows(device, header, image);
-    SExpectedImage expected; // run lengths
-    expected.eFormat = QImage::Format_Indexed8;
-    expected.nChannels = nChannels;
-    expected.nWidth = static_cast<int>(header.nWidth);
-    expected.nHeight = static_cast<int>(header.nHeight);
-    return ReadWithQt(device, "bmp", expected, image);
+    if (!IsKnown(header))
+        return CResult::Failure("The BMP file is of an unsupported kind: compression " +
+                                std::to_string(header.nCompression) + " with " +
+                                std::to_string(header.nBits) + " bits per pixel.");
+    if (!FitsDecodeLimit(header.nWidth, header.nHeight, BmpChannels(header), 0))
+        return CResult::Failure("The picture of the BMP file is empty or larger than the limit.");
+    if (!CanHoldBmpPixels(header, nBytesOfPixels))
+        return CResult::Failure("The BMP file is too short for the size that it claims.");
+    return CResult::Success();
 }
 } // namespace
 
+int BmpChannels(const SBmpHeader& header)
+{
+    if (header.bGreyPalette)
+        return 1;
+    return header.masks[3] != 0 || header.nBits == kFixedPointBits ? 4 : 3;
+}
+
 CResult LoadBmp(QIODevice& device, CImage& image, Notes& notes)
 {
-    return DecodeBmpFile(device, image, notes) ? CResult::Success() : Unreadable("BMP");
+    SBmpHeader header;
+    if (!ParseBmpHeader(device.peek(kBmpHeadBytes), header))
+        return CResult::Failure("The BMP file ends in its headers, or they are of an unknown kind.");
+    const bool bEmbedded =
+        header.eCompression == EBmpCompression::Jpeg || header.eCompression == EBmpCompression::Png;
+    const CResult checked = bEmbedded ? CResult::Success() : Check(header, device.size() - header.nPixels);
+    if (!checked.IsSuccess())
+        return checked;
+    if (header.nPixels > device.size() || !device.seek(header.nPixels))
+        return CResult::Failure("The BMP file ends before its pixels.");
+    switch (header.eCompression) {
+    case EBmpCompression::Jpeg:
+    case EBmpCompression::Png:
+        return LoadEmbedded(device, header, image, notes);
+    case EBmpCompression::Huffman:
+        return ReadBmpHuffman(device, header, image, notes);
+    case EBmpCompression::RunLength4:
+    case EBmpCompression::RunLength8:
+    case EBmpCompression::RunLength24:
+        return ReadBmpRunLengths(device, header, image, notes);
+    default:
+        return ReadPlainRows(device, header, image) ? CResult::Success() : Unreadable("BMP");
+    }
 }
 
 } // namespace Vantor::Algorithms

@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <Vantor/image/CImage.h>
+#include <Vantor/image/file/BmpDecoders_p.h>
+#include <Vantor/image/file/DecodeBounds_p.h>
+
+#include <QIODevice>
+
+#include <algorithm>
+#include <array>
+
+namespace Vantor::Algorithms
+{
+
+namespace
+{
+/// What follows a zero in the place of a count; anything else is the count of single pixels.
+enum EEscape : int { EndOfRow = 0, EndOfPicture = 1, Delta = 2 };
+
+/// The bytes of a device one by one.
+class CByteReader
+{
+public:
+    explicit CByteReader(QIODevice& device) : m_device(device) {}
+    /// The next byte, -1 at the end.
+    int Next()
+    {
+        if (m_nNext == m_nThere) {
+            m_nThere = m_device.read(m_bytes.data(), static_cast<qint64>(m_bytes.size()));
+            m_nNext = 0;
+            if (m_nThere <= 0) {
+                m_nThere = 0;
+                return -1;
+            }
+        }
+        return static_cast<unsigned char>(m_bytes[static_cast<std::size_t>(m_nNext++)]);
+    }
+
+private:
+    QIODevice& m_device;
+    std::array<char, 4096> m_bytes{};
+    qint64 m_nNext = 0;
+    qint64 m_nThere = 0;
+};
+
+void PutColor(quint32 nColor, unsigned char* pTo, int nChannels)
+{
+    if (nChannels == 3) {
+        *pTo++ = static_cast<unsigned char>(nColor >> 16);
+        *pTo++ = static_cast<unsigned char>(nColor >> 8);
+    }
+    *pTo = static_cast<unsigned char>(nColor); // of grey all bytes are equal
+}
+
+/// Paints runs into an image that has the size of the picture.
+class CRunPainter
+{
+public:
+    CRunPainter(QIODevice& device, const SBmpHeader& header, CImage& image)
+        : m_bytes(device), m_header(header), m_image(image), m_nWidth(image.GetWidth()),
+          m_nHeight(image.GetHeight())
+    {
+    }
+    /// Returns the number of rows that the data do not reach although they have not said that they end.
+    int Paint();
+
+private:
+    bool PaintEscape();
+    bool PaintRun(int nCount);
+    bool PaintSingles(int nCount);
+    bool Move();
+    bool ReadUnit();
+    void Put(quint32 nColor);
+
+    CByteReader m_bytes;
+    const SBmpHeader& m_header;
+    CImage& m_image;
+    const int m_nWidth;
+    const int m_nHeight;
+    int m_nX = 0;
+    int m_nY = 0; ///< in the order of the file
+    std::array<quint32, 2> m_unit{};
+};
+
+int CRunPainter::Paint()
+{
+    while (m_nY < m_nHeight) {
+        const int nCount = m_bytes.Next();
+        if (nCount < 0 || !(nCount > 0 ? PaintRun(nCount) : PaintEscape()))
+            return m_nHeight - m_nY - (m_nY < m_nHeight && m_nX == m_nWidth ? 1 : 0);
+    }
+    return 0;
+}
+
+bool CRunPainter::PaintEscape()
+{
+    const int nEscape = m_bytes.Next();
+    switch (nEscape) {
+    case EndOfRow:
+        m_nX = 0;
+        ++m_nY;
+        return true;
+    case EndOfPicture:
+        m_nY = m_nHeight;
+        return true;
+    case Delta:
+        return Move();
+    default:
+        return nEscape > 0 && PaintSingles(nEscape);
+    }
+}
+
+bool CRunPainter::Move()
+{
+    const int nRight = m_bytes.Next();
+    const int nOn = m_bytes.Next();
+    if (nRight < 0 || nOn < 0)
+        return false;
+    m_nX = std::min(m_nX + nRight, m_nWidth);
+    m_nY = std::min(m_nY + nOn, m_nHeight);
+    return true;
+}
+
+/// Reads what stands in one place of the data: a colour, or two indexes of 4 bits.
+bool CRunPainter::ReadUnit()
+{
+    const int nFirst = m_bytes.Next();
+    if (m_header.eCompression == EBmpCompression::RunLength24) {
+        const int nSecond = m_bytes.Next();
+        const int nThird = m_bytes.Next();
+        m_unit.fill(static_cast<quint32>(nThird << 16 | nSecond << 8 | nFirst));
+        return nThird >= 0;
+    }
+    if (nFirst < 0)
+        return false;
+    const auto nIndex = static_cast<std::size_t>(nFirst);
+    if (m_header.eCompression == EBmpCompression::RunLength4)
+        m_unit = {m_header.palette[nIndex >> 4], m_header.palette[nIndex & 15]};
+    else
+        m_unit.fill(m_header.palette[nIndex]);
+    return true;
+}
+
+bool CRunPainter::PaintRun(int nCount)
+{
+    if (!ReadUnit())
+        return false;
+    for (int i = 0; i < nCount; ++i)
+        Put(m_unit[static_cast<std::size_t>(i % 2)]);
+    return true;
+}
+
+bool CRunPainter::PaintSingles(int nCount)
+{
+    const bool bPairs = m_header.eCompression == EBmpCompression::RunLength4;
+    for (int i = 0; i < nCount; ++i) {
+        if (!(bPairs && i % 2 == 1) && !ReadUnit())
+            return false;
+        Put(m_unit[static_cast<std::size_t>(i % 2)]);
+    }
+    const int nBytes = bPairs ? (nCount + 1) / 2 : m_header.nBits / 8 * nCount;
+    return nBytes % 2 == 0 || m_bytes.Next() >= 0;
+}
+
+void CRunPainter::Put(quint32 nColor)
+{
+    if (m_nX == m_nWidth) // the rest of a run does not go on in the next row
+        return;
+    const int nRow = m_header.bTopDown ? m_nY : m_nHeight - 1 - m_nY;
+    const int nChannels = m_image.GetChannel();
+    PutColor(nColor, m_image.GetRows()[nRow] + static_cast<std::ptrdiff_t>(m_nX) * nChannels, nChannels);
+    ++m_nX;
+}
+
+void Fill(CImage& image, quint32 nColor)
+{
+    const int nChannels = image.GetChannel();
+    for (int y = 0; y < image.GetHeight(); ++y) {
+        unsigned char* pTo = image.GetRows()[y];
+        for (int x = 0; x < image.GetWidth(); ++x, pTo += nChannels)
+            PutColor(nColor, pTo, nChannels);
+    }
+}
+} // namespace
+
+CResult ReadBmpRunLengths(QIODevice& device, const SBmpHeader& header, CImage& image, Notes& notes)
+{
+    if (image.Create(static_cast<int>(header.nWidth), static_cast<int>(header.nHeight), BmpChannels(header),
+                     8, EImageType::Interleaved, kRowAlignment) != 0)
+        return Unreadable("BMP");
+    const quint32 nBackground = header.palette[0]; // black without a palette
+    if (nBackground != 0)                          // which a new image is
+        Fill(image, nBackground);
+    const int nMissing = CRunPainter(device, header, image).Paint();
+    if (nMissing > 0)
+        notes.push_back("The file is incomplete: " + std::to_string(nMissing) + " of " +
+                        std::to_string(header.nHeight) + " rows are missing or cut short.");
+    return CResult::Success();
+}
+
+} // namespace Vantor::Algorithms
