@@ -3,6 +3,7 @@
 #pragma once
 
 #include <VantorCommon/Export.h>
+#include <VantorCommon/shell/center/SCenterOptions.h>
 #include <VantorCommon/shell/mvc/CBaseCtrl.h>
 
 #include <QPointF>
@@ -71,9 +72,13 @@ public:
     bool Redo() override;
     /// @}
 
+    /// The options of the centre; all off at first. They hold from the next operation on.
+    void SetOptions(const SCenterOptions& sOptions) { m_sOptions = sOptions; }
+
     /// Loads an image or the pages of a PDF document and shows them in place of the list; annotations go.
     /// What cannot be loaded is logged and changes nothing. Deliberate: a document is told by "pdf" or "PDF"
-    /// behind any character anywhere in the path, a folder's name included.
+    /// behind any character anywhere in the path, a folder's name included
+    /// (SCenterOptions::bReaderByContent asks the file instead).
     void LoadFile(const QString& strPath);
     /// The image in a list of one; empty and one log line when it cannot be loaded.
     std::vector<ImagePtr> LoadImage(const QString& strPath);
@@ -274,6 +279,7 @@ private:
     void Interrupt();
     void PutIntoDock(QScrollArea* pDock, QWidget* pPanel);
     void SetMode(int nMode);
+    bool IsDocument(const QString& strPath) const;
     std::vector<ImagePtr> LoadAny(const QString& strPath);
     void ReplaceImages(const std::vector<ImagePtr>& vctImages, const QString& strPath);
     void PasteUrls(const QList<QUrl>& lstUrls);
@@ -299,4 +305,5 @@ private:
     std::unique_ptr<SEditContext> m_pEdit;
     std::unique_ptr<CDrawHandler> m_pDraw;
     std::unique_ptr<CSelectHandler> m_pSelect;
+    SCenterOptions m_sOptions;
 };

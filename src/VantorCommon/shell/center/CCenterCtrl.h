@@ -3,6 +3,7 @@
 #pragma once
 
 #include <VantorCommon/Export.h>
+#include <VantorCommon/shell/center/SCenterOptions.h>
 #include <VantorCommon/shell/mvc/CBaseCtrl.h>
 #include <VantorCommon/shell/mvc/CMVCManager.h>
 
@@ -52,6 +53,11 @@ public:
     bool Undo() override;
     bool Redo() override;
     /// @}
+
+    /// Hands the options to every viewer; they hold from the next operation on.
+    void SetOptions(const SCenterOptions& sOptions);
+    /// The options that were set last; all off at first.
+    const SCenterOptions& GetOptions() const { return m_sOptions; }
 
     /// Sets the model's grid: 1 x 1, 1 x 2 and 2 x 2 are laid out as one expects. Deliberate: rows come first
     /// here, columns in the model.
@@ -142,6 +148,7 @@ private:
     QPointer<CStatusBarDockView> m_pStatusBarDockView;
     std::unique_ptr<CImageView2DToolModel> m_pToolModel;
     std::vector<SMVCItem> m_vctMVC;
+    SCenterOptions m_sOptions;
     struct STools;
     std::unique_ptr<STools> m_pTools;
 };

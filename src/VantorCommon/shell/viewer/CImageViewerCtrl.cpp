@@ -173,6 +173,11 @@ bool CImageViewerCtrl::Redo()
     return false;
 }
 
+void CImageViewerCtrl::SetOptions(const SCenterOptions& sOptions)
+{
+    m_pCtrl2D->SetOptions(sOptions);
+}
+
 void CImageViewerCtrl::LoadFile(const QString& strPath)
 {
     m_pCtrl2D->LoadFile(strPath);

@@ -29,6 +29,7 @@ class CStatusBarView;
 class CToolBoxDockView;
 class QIcon;
 class QWidget;
+struct SCenterOptions;
 
 namespace Vantor::Algorithms
 {
@@ -60,6 +61,8 @@ public:
 
     /// The controller of the 2D view, owned by this one; never null.
     CImageView2DCtrl* Get2DCtrl() const { return m_pCtrl2D.get(); }
+    /// Hands the options to what is inside the viewer; they hold from the next operation on.
+    void SetOptions(const SCenterOptions& sOptions);
     /// Shows the images of a file in place of the list; annotations go. What cannot be loaded is logged and
     /// changes nothing. See CImageView2DCtrl for this and the next two.
     void LoadFile(const QString& strPath);
