@@ -256,8 +256,9 @@ Q_SIGNALS:
     void signal_FileOpened(const QString& strPath);
     /// The image has been saved.
     void signal_FileSaved(const QString& strPath);
-    /// Something that was asked for could not be done: a file could not be loaded, added, pasted or saved, or
-    /// the image not be rotated. One line in English with the path and the reason.
+    /// Something that was asked for could not be done: a file could not be loaded, added, pasted or saved,
+    /// the image not be rotated, or the screen not be captured. One line in English with the path and the
+    /// reason.
     void signal_Failed(const QString& strMessage);
     /// @{
     /// The pages of a document are being rendered: their number, then the count of those that are done. The

@@ -92,6 +92,11 @@ public:
     void RegisterGeometryAction(const QString& strText, const QIcon& icon,
                                 std::function<void(int, unsigned int)> func);
 
+Q_SIGNALS:
+    /// Something that the viewer was asked for could not be done, in its 2D or its 3D view: their
+    /// signal_Failed.
+    void signal_Failed(const QString& strMessage);
+
 public Q_SLOTS:
     /// @{
     /// The progress of the 3D build and of the pages of a document. The bar is shown while the value lies
