@@ -289,7 +289,8 @@ void CImageView2DCtrl::slot_Paste()
     // Deliberate: text wins over an image, and is ignored.
     if (pData->hasText() || !pData->hasImage())
         return;
-    const auto image = qvariant_cast<QImage>(pData->imageData());
+    // Of an image with fewer than 32 bits a pixel the conversion would take a part only.
+    const auto image = qvariant_cast<QImage>(pData->imageData()).convertToFormat(QImage::Format_RGBA8888);
     const auto pImage = std::make_shared<CImage>();
     if (CUtilManager::ConvertImage(image, pImage.get()))
         PushImage(pImage);
