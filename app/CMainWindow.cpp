@@ -58,6 +58,15 @@ void BringUp(QWidget& window)
     window.activateWindow();
 }
 
+/// What is kinder to people than what the library does by itself.
+SCenterOptions HostOptions()
+{
+    SCenterOptions sOptions;
+    sOptions.bKeepOnFailedLoad = true;
+    sOptions.bReaderByContent = true;
+    return sOptions;
+}
+
 /// The folder of a setting, where the library reads it.
 QString FolderOf(const QString& strKey)
 {
@@ -113,6 +122,7 @@ CMainWindow::CMainWindow()
     pLayout->addWidget(m_pView, 1);
     setCentralWidget(pCentral);
     m_pCtrl = std::make_unique<CCenterCtrl>(m_pModel.get(), m_pView, m_pToolBox, m_pProperties, m_pStatus);
+    m_pCtrl->SetOptions(HostOptions());
     CMVCManager::PushMVC(nullptr, this, nullptr);
 
     m_pViewers = std::make_unique<CViewers>(m_pView);
@@ -161,7 +171,7 @@ void CMainWindow::ConnectMessages()
 {
     for (const SViewer& viewer : m_pViewers->All()) {
         const CImageView2DCtrl* pCtrl = viewer.Ctrl2D();
-        connect(pCtrl, &CImageView2DCtrl::signal_Failed, m_pMessages, &CMessageBar::Tell);
+        connect(viewer.pCtrl, &CImageViewerCtrl::signal_Failed, m_pMessages, &CMessageBar::Tell);
         connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, m_pRecent, &CRecentFiles::Add);
         connect(pCtrl, &CImageView2DCtrl::signal_FileSaved, this, [this](const QString& strPath) {
             statusBar()->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(strPath)), kMessageMs);
@@ -173,18 +183,6 @@ void CMainWindow::ConnectMessages()
             [this](const QString& strTool, const QString& strReason) {
                 m_pMessages->Tell(QStringLiteral("%1: %2").arg(strTool, strReason));
             });
-    // Queued: the model announces a line under its lock.
-    connect(CLogModel::GetInstance(), &CLogModel::signal_NewMessage, this, &CMainWindow::TellLog,
-            Qt::QueuedConnection);
-}
-
-/// What went wrong in a corner that has no signal of its own (OpenGL, the settings file, the screen).
-void CMainWindow::TellLog(const SLogMessage& sMessage)
-{
-    // That settings cannot be stored is told once, not for each of them.
-    const bool bTold = sMessage.strMessage.startsWith(QStringLiteral("Update Setting"));
-    if (!bTold && (sMessage.eLevel == WARNING || sMessage.eLevel == ERROR))
-        m_pMessages->TellLogLine(sMessage.strMessage);
 }
 
 /// The thread is about to be busy: what is to be seen must be painted now, which the status bar does.
@@ -204,7 +202,10 @@ void CMainWindow::EndWork()
 void CMainWindow::CheckFolders()
 {
     const QString strNow = QDateTime::currentDateTime().toString(Qt::ISODate);
-    if (!m_pSettingCtrl->UpdateParameter(HostSettings::kLastStart, strNow))
+    // That nothing can be stored is told once, not for each setting.
+    if (m_pSettingCtrl->UpdateParameter(HostSettings::kLastStart, strNow))
+        connect(m_pSettingCtrl.get(), &CSettingCtrl::signal_Failed, m_pMessages, &CMessageBar::Tell);
+    else
         m_pMessages->Tell(tr("Settings cannot be kept in the folder %1; they last until the program ends.")
                               .arg(FolderOf(QStringLiteral("GENERAL_PROGRAM_CONFIG_DIR"))));
     const QString strLogFolder = FolderOf(QStringLiteral("GENERAL_LOG_DIR"));

@@ -24,7 +24,6 @@ class CViewers;
 class QAction;
 class QDockWidget;
 class QMenu;
-struct SLogMessage;
 
 /// The example host: the centre, its three docks, the log, the settings, and the menus that reach them. What
 /// the library does without a word is told here: failures in a bar inside the window, long work in the status
@@ -66,7 +65,6 @@ private:
     void CreateHelpMenu();
     void CreateToolBar();
     void ConnectMessages();
-    void TellLog(const SLogMessage& sMessage);
     void ShowWork(const QString& strTool);
     void EndWork();
     void CheckFolders();

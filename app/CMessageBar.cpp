@@ -13,8 +13,7 @@ namespace
 {
 constexpr int kIconSize = 24;
 constexpr int kMargin = 6;
-constexpr int kMaxShown = 3;   // messages; the others are in the log
-constexpr int kMaxRecent = 50; // messages whose line in the log may still come
+constexpr int kMaxShown = 3; // messages; the others are in the log
 } // namespace
 
 CMessageBar::CMessageBar(QWidget* pParent) : QFrame(pParent)
@@ -50,20 +49,9 @@ void CMessageBar::Tell(const QString& strMessage)
 {
     if (strMessage.isEmpty())
         return;
-    m_lstRecent.append(strMessage);
-    if (m_lstRecent.size() > kMaxRecent)
-        m_lstRecent.removeFirst();
     m_lstMessages.removeAll(strMessage);
     m_lstMessages.append(strMessage);
     ShowMessages();
-}
-
-void CMessageBar::TellLogLine(const QString& strLine)
-{
-    const bool bTold = std::any_of(m_lstRecent.cbegin(), m_lstRecent.cend(),
-                                   [&](const QString& strTold) { return strTold.startsWith(strLine); });
-    if (!bTold)
-        Tell(strLine);
 }
 
 void CMessageBar::ShowMessages()

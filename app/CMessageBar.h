@@ -18,8 +18,6 @@ public:
 
     /// Shows a message with its reason. An empty one is dropped.
     void Tell(const QString& strMessage);
-    /// Shows a line of the log, unless it says no more than a message that was told lately.
-    void TellLogLine(const QString& strLine);
 
 private:
     void Dismiss();
@@ -27,5 +25,4 @@ private:
 
     QLabel* m_pText = nullptr;
     QStringList m_lstMessages; ///< on show
-    QStringList m_lstRecent;   ///< told lately, on show or not
 };

@@ -7,11 +7,15 @@
 #include <VantorCommon/log/CLogModel.h>
 #include <VantorCommon/log/CLogView.h>
 #include <VantorCommon/settings/CSettingDlg.h>
+#include <VantorCommon/shell/mvc/CMVCManager.h>
+#include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
+#include <VantorCommon/sniptool/CSnipTool.h>
 #include <VantorCommon/view3d/CImageView3DEarth.h>
 
 #include <QApplication>
 #include <QDir>
 #include <QDockWidget>
+#include <QListView>
 #include <QPushButton>
 #include <QScreen>
 #include <QSpinBox>
@@ -197,6 +201,31 @@ private Q_SLOTS:
         QCOMPARE(host.ShownViewers(), 1);
     }
 
+    void whatCannotBeOpenedLeavesWhatIsShown()
+    {
+        Host host;
+        QVERIFY(host.Show({kPhoto}));
+        host.DrawRectangle(0);
+        const auto item =
+            CMVCManager::FindFirst([&](const SMVC& mvc) { return mvc.pView == host.Viewer(0); });
+        auto* pCtrl = item ? dynamic_cast<CImageViewerCtrl*>(item->pCtrl) : nullptr;
+        QVERIFY(pCtrl);
+        pCtrl->LoadFile(QStringLiteral("/nowhere/a.png"));
+        QCOMPARE(host.Viewer(0)->findChild<QListView*>()->model()->rowCount(), 1);
+        QCOMPARE(host.Annotations(0), 1);
+    }
+
+    void aFileIsOpenedByItsBytesWhateverItsName()
+    {
+        const QTemporaryDir dir;
+        const QString strDocument = dir.filePath(QStringLiteral("report"));
+        const QString strImage = dir.filePath(QStringLiteral("photo.pdf"));
+        QVERIFY(QFile::copy(kDocument, strDocument) && QFile::copy(kPhoto, strImage));
+        Host host;
+        QVERIFY(host.Show({strDocument, strImage}));
+        QCOMPARE(host.Message(), QString());
+    }
+
     void whatCannotBeOpenedIsToldInTheWindowWithTheReason()
     {
         Host host;
@@ -205,10 +234,38 @@ private Q_SLOTS:
         QCOMPARE(host.window.OpenFiles({QStringLiteral("/nowhere/a.png")}), 0);
         QCOMPARE(host.Message(), QStringLiteral("Cannot load image /nowhere/a.png. There is no such file."));
         QVERIFY(!QApplication::activeModalWidget());
-        // The log says it once more, later; the bar does not.
+        // The log says it once more, later; what it says never reaches the bar.
         CLogger::Write(ERROR, "the end of the queue");
-        QTRY_VERIFY(host.Message().endsWith(QStringLiteral("the end of the queue")));
-        QCOMPARE(host.Message().count(QLatin1Char('\n')), 1);
+        const auto* pRows = host.window.findChild<CLogView*>()->findChild<QTableView*>()->model();
+        QTRY_COMPARE(pRows->index(pRows->rowCount() - 1, 2).data().toString(),
+                     QStringLiteral("the end of the queue"));
+        QCoreApplication::processEvents();
+        QCOMPARE(host.Message(), QStringLiteral("Cannot load image /nowhere/a.png. There is no such file."));
+    }
+
+    void aSettingThatCannotBeStoredAnyMoreIsTold()
+    {
+        Host host;
+        QVERIFY(host.Show());
+        QTest::qWait(100); // long enough for the look at the folders
+        QCOMPARE(host.Message(), QString());
+        CSettingManager::Set(QStringLiteral("HOST_TRIED"), QStringLiteral("a quote ' is refused"));
+        QCOMPARE(host.Message(), QStringLiteral("The setting HOST_TRIED cannot be stored."));
+    }
+
+    void aCaptureOfNothingIsTold()
+    {
+        Host host;
+        QVERIFY(host.Show());
+        auto* pTool = [] {
+            for (QWidget* pWidget : QApplication::topLevelWidgets())
+                if (auto* pEach = qobject_cast<CSnipTool*>(pWidget))
+                    return pEach;
+            return static_cast<CSnipTool*>(nullptr);
+        }();
+        QVERIFY(pTool);
+        Q_EMIT pTool->signal_CaptureScreen(QRect(QPoint(50, 40), QPoint(30, 25)));
+        QCOMPARE(host.Message(), QStringLiteral("Cannot capture a region of -19 x -14 pixels."));
     }
 
     void aToolRunThatFailedIsToldWithTheReason()

@@ -45,19 +45,6 @@ private Q_SLOTS:
         QVERIFY(b.Text().startsWith(QStringLiteral("message 998\nmessage 999\nmessage 1000\n997 ")));
     }
 
-    void aLineOfTheLogThatSaysNoMoreIsNotRepeated()
-    {
-        Bar b;
-        b.bar.Tell(QStringLiteral("Cannot load a. No such file."));
-        b.bar.TellLogLine(QStringLiteral("Cannot load a"));
-        QCOMPARE(b.Text(), QStringLiteral("Cannot load a. No such file."));
-        b.Close();
-        b.bar.TellLogLine(QStringLiteral("Cannot load a")); // late
-        QVERIFY(!b.bar.isVisible());
-        b.bar.TellLogLine(QStringLiteral("Cannot load b"));
-        QCOMPARE(b.Text(), QStringLiteral("Cannot load b"));
-    }
-
     void textFromOutsideIsNoMarkup()
     {
         Bar b;

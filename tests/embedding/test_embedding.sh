@@ -10,6 +10,10 @@ mkdir -p "$work"
 export prefix=$work/prefix CMAKE_GENERATOR=Ninja CMAKE_BUILD_PARALLEL_LEVEL=2
 cmake --install "$build" --prefix "$prefix" >"$work/install.log"
 
+# The table of options has a row for each, and no other.
+diff <(sed -n 's/^ *bool \(b[A-Za-z0-9]*\) = false;.*/\1/p' "$prefix/include/VantorCommon/shell/center/SCenterOptions.h" | sort) \
+    <(sed -n 's/^| `\(b[A-Za-z0-9]*\)` |.*/\1/p' "$source/docs/EMBEDDING.md" | sort)
+
 python3 "$source/tests/embedding/follow_tutorial.py" "$source/docs/EMBEDDING.md" "$work/host"
 cmake -S "$source/tests/embedding" -B "$work/driver" -DCMAKE_PREFIX_PATH="$prefix" -DTUTORIAL="$work/host"
 cmake --build "$work/driver"

@@ -64,6 +64,13 @@ private Q_SLOTS:
         QCOMPARE(Image()->GetChannel(), 3);
     }
 
+    void aFileThatCannotBeLoadedLeavesTheImage()
+    {
+        const auto pBefore = Image();
+        m_pWindow->Centre().OpenFile(QStringLiteral("/nowhere/a.png"));
+        QCOMPARE(Image(), pBefore);
+    }
+
     void theActionTellsTheSizeOfTheAnnotationUnderTheMouse()
     {
         const auto pObject = AddRectangle();

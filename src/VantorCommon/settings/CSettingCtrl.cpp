@@ -66,8 +66,10 @@ bool CSettingCtrl::OpenSettingFile()
 void CSettingCtrl::LoadParameter()
 {
     CDatabaseHelper::RecordList vecRecords;
-    if (!m_pDatabaseHelper->SelectFromTable(CDatabaseModelSetting::TABLE_NAME, vecRecords, {}))
+    if (!m_pDatabaseHelper->SelectFromTable(CDatabaseModelSetting::TABLE_NAME, vecRecords, {})) {
         CLogger::Write(WARNING, "Cannot load settings");
+        Q_EMIT signal_Failed(QStringLiteral("The settings cannot be loaded."));
+    }
     for (const auto& pRecord : vecRecords) {
         const auto pSetting = std::dynamic_pointer_cast<CDatabaseModelSetting>(pRecord);
         CSettingManager::Set(pSetting->GetName(), QVariant(pSetting->GetValue()));
@@ -103,6 +105,7 @@ bool CSettingCtrl::UpdateParameter(const QString& strKey, QVariant value)
 {
     if (!Store(strKey, value)) {
         CLogger::Write(ERROR, "Update Setting {%s} NG", qUtf8Printable(strKey));
+        Q_EMIT signal_Failed(QStringLiteral("The setting %1 cannot be stored.").arg(strKey));
         return false;
     }
     CLogger::Write(NORMAL, "Update Setting {%s} OK", qUtf8Printable(strKey));

@@ -34,13 +34,13 @@ public:
     bool OpenSettingFile();
 
     /// Takes every stored value over into the settings of the process. Deliberate: as a text, whatever its
-    /// type was; readers convert it. A file that cannot be read leaves the settings as they are and is
-    /// logged.
+    /// type was; readers convert it. A file that cannot be read leaves the settings as they are, is
+    /// logged and announced.
     void LoadParameter();
 
-    /// Stores a value and logs whether that went well. A key or value that holds a single quote is refused
-    /// before anything is run. Deliberate: over a stored value a number is written bare, so that the file
-    /// holds it as SQLite writes numbers (true as 1, a double with 15 digits).
+    /// Stores a value and logs whether that went well; a failure is announced, too. A key or value that holds
+    /// a single quote is refused before anything is run. Deliberate: over a stored value a number is written
+    /// bare, so that the file holds it as SQLite writes numbers (true as 1, a double with 15 digits).
     /// @return true: the value is in the file and survives the end of the process, however it comes
     bool UpdateParameter(const QString& strKey, QVariant value);
 
@@ -51,8 +51,12 @@ public:
     bool Redo() override; ///< false
 
 public Q_SLOTS:
-    /// UpdateParameter, with its result left to the log.
+    /// UpdateParameter, with its result left to signal_Failed and the log.
     void slot_UpdateSettingParameter(const QString& strKey, const QVariant& var);
+
+Q_SIGNALS:
+    /// The settings could not be loaded, or one not be stored, and which: one line in English.
+    void signal_Failed(const QString& strMessage);
 
 private:
     bool Store(const QString& strKey, const QVariant& value);

@@ -19,7 +19,8 @@ QPoint PositionOf(const QMouseEvent* pEvent)
 
 CSnipTool::CSnipTool(CSnipToolModel* pModel, QWidget* parent) : QDialog(parent), m_pModel(pModel)
 {
-    setWindowFlags(Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    // Qt::Window said aloud: without it a dialog with a parent is no window any more.
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setAttribute(Qt::WA_NoSystemBackground);
     setAttribute(Qt::WA_TranslucentBackground);
     // Deliberate: on a window of its own this does not keep the mouse away, and it must not.

@@ -14,8 +14,8 @@ class CSnipToolModel;
 /// rectangle dragged with the left mouse button, which is cut out of it.
 ///
 /// It knows nobody and grabs nothing; it only tells what was selected. Whoever shows it gives it its screen.
-/// Hiding it ends a drag. It is made without a parent, because a child would be minimised together with the
-/// main window. GUI thread only.
+/// Hiding it ends a drag. It is a window of its own whatever its parent is, and stays when that is minimised.
+/// GUI thread only.
 class VANTORCOMMON_EXPORT CSnipTool : public QDialog
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ class VANTORCOMMON_EXPORT CSnipTool : public QDialog
 public:
     /// Hidden at first.
     /// @param pModel  not owned, may be null
-    /// @param parent  null, see above
+    /// @param parent  owns the tool; may be null
     CSnipTool(CSnipToolModel* pModel, QWidget* parent);
     ~CSnipTool() override;
 

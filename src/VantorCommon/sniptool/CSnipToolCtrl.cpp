@@ -136,13 +136,21 @@ void CSnipToolCtrl::slot_CaptureScreen(const QRect& rect)
     else if (pScreen)
         // Deliberate: an inverted region comes here as it is and is refused, because the platform takes a
         // negative size for the rest of the screen.
-        CLogger::Write(WARNING, "Cannot capture a region of %d x %d pixels", rect.width(), rect.height());
+        Fail(
+            WARNING,
+            QStringLiteral("Cannot capture a region of %1 x %2 pixels").arg(rect.width()).arg(rect.height()));
+}
+
+void CSnipToolCtrl::Fail(ELogLevel eLevel, const QString& strMessage)
+{
+    CLogger::Write(eLevel, "%s", qUtf8Printable(strMessage));
+    Q_EMIT signal_Failed(strMessage + QLatin1Char('.'));
 }
 
 void CSnipToolCtrl::Deliver(const QImage& picture)
 {
     if (picture.isNull()) {
-        CLogger::Write(ERROR, "Cannot capture the screen: the display server gives no picture");
+        Fail(ERROR, QStringLiteral("Cannot capture the screen: the display server gives no picture"));
         return;
     }
     const auto pImage = std::make_shared<CImage>();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <VantorCommon/Export.h>
+#include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/shell/mvc/CBaseCtrl.h>
 
 #include <QPointer>
@@ -36,7 +37,7 @@ public Q_SLOTS:
     /// Hides the tool, grabs that part of the primary screen, shows the application again and puts the
     /// picture into the 2D view and on the clipboard. Waits until the tool is gone from the screen, for 1 s
     /// at most, while user input is held back. When there is nothing to grab (a width or height below 1, or a
-    /// display server that refuses), the application comes back and one log line says why.
+    /// display server that refuses), the application comes back, and signal_Failed and one log line say why.
     /// @param rect  in global coordinates, in device independent pixels; the picture has device pixels
     void slot_CaptureScreen(const QRect& rect);
     /// Hides the tool and shows the application again; nothing is captured.
@@ -44,7 +45,12 @@ public Q_SLOTS:
     /// Deliberate: nothing; opening is the 2D controller's job.
     void slot_OpenCaptureScreen();
 
+Q_SIGNALS:
+    /// Nothing was captured, and why: one line in English.
+    void signal_Failed(const QString& strMessage);
+
 private:
+    void Fail(ELogLevel eLevel, const QString& strMessage);
     void Deliver(const QImage& picture);
 
     CSnipToolModel* m_pModel;

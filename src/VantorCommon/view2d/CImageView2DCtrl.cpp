@@ -79,13 +79,14 @@ CImageView2DCtrl::~CImageView2DCtrl()
     delete m_pSnipTool;
 }
 
-/// The tool has no parent: a child would be minimised together with the main window.
+/// The tool has no parent and belongs to the controller, for the view may die first.
 void CImageView2DCtrl::CreateSnipTool()
 {
     m_pSnipToolModel = std::make_unique<CSnipToolModel>();
     auto* pSnipTool = new CSnipTool(m_pSnipToolModel.get(), nullptr);
     m_pSnipTool = pSnipTool;
     m_pSnipToolCtrl = std::make_unique<CSnipToolCtrl>(m_pSnipToolModel.get(), pSnipTool, this);
+    connect(m_pSnipToolCtrl.get(), &CSnipToolCtrl::signal_Failed, this, &CImageView2DCtrl::signal_Failed);
 }
 
 void CImageView2DCtrl::CreatePanels()

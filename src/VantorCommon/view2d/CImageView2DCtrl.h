@@ -3,6 +3,7 @@
 #pragma once
 
 #include <VantorCommon/Export.h>
+#include <VantorCommon/shell/center/SCenterOptions.h>
 #include <VantorCommon/shell/mvc/CBaseCtrl.h>
 
 #include <QPointF>
@@ -71,9 +72,14 @@ public:
     bool Redo() override;
     /// @}
 
+    /// The options of the centre; all off at first. They hold from the next operation on.
+    void SetOptions(const SCenterOptions& sOptions) { m_sOptions = sOptions; }
+
     /// Loads an image or the pages of a PDF document and shows them in place of the list; annotations go.
-    /// What cannot be loaded is logged and changes nothing. Deliberate: a document is told by "pdf" or "PDF"
-    /// behind any character anywhere in the path, a folder's name included.
+    /// Deliberate: what cannot be loaded is logged and leaves an empty list, without annotations
+    /// (SCenterOptions::bKeepOnFailedLoad keeps both). Deliberate: a document is told by "pdf" or "PDF"
+    /// behind any character anywhere in the path, a folder's name included
+    /// (SCenterOptions::bReaderByContent asks the file instead).
     void LoadFile(const QString& strPath);
     /// The image in a list of one; empty and one log line when it cannot be loaded.
     std::vector<ImagePtr> LoadImage(const QString& strPath);
@@ -147,8 +153,8 @@ public Q_SLOTS:
     /// Puts the controller's panels into the docks.
     void slot_Active();
     /// @{
-    /// Asks for a file (an image or a document, an image, a document), and shows it in place of the list;
-    /// annotations go. Blocks while the dialog is open.
+    /// Asks for a file (an image or a document, an image, a document), and shows it in place of the list, as
+    /// LoadFile does. Blocks while the dialog is open.
     void slot_LoadFile();
     void slot_LoadImage();
     void slot_LoadPdf();
@@ -250,8 +256,9 @@ Q_SIGNALS:
     void signal_FileOpened(const QString& strPath);
     /// The image has been saved.
     void signal_FileSaved(const QString& strPath);
-    /// Something that was asked for could not be done: a file could not be loaded, added, pasted or saved, or
-    /// the image not be rotated. One line in English with the path and the reason.
+    /// Something that was asked for could not be done: a file could not be loaded, added, pasted or saved,
+    /// the image not be rotated, or the screen not be captured. One line in English with the path and the
+    /// reason.
     void signal_Failed(const QString& strMessage);
     /// @{
     /// The pages of a document are being rendered: their number, then the count of those that are done. The
@@ -274,6 +281,7 @@ private:
     void Interrupt();
     void PutIntoDock(QScrollArea* pDock, QWidget* pPanel);
     void SetMode(int nMode);
+    bool IsDocument(const QString& strPath) const;
     std::vector<ImagePtr> LoadAny(const QString& strPath);
     void ReplaceImages(const std::vector<ImagePtr>& vctImages, const QString& strPath);
     void PasteUrls(const QList<QUrl>& lstUrls);
@@ -299,4 +307,5 @@ private:
     std::unique_ptr<SEditContext> m_pEdit;
     std::unique_ptr<CDrawHandler> m_pDraw;
     std::unique_ptr<CSelectHandler> m_pSelect;
+    SCenterOptions m_sOptions;
 };

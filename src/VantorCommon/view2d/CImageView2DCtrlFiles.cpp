@@ -21,6 +21,9 @@
 #include <QMimeData>
 #include <QRegExp>
 #include <QUrl>
+#include <filesystem>
+#include <fstream>
+#include <optional>
 
 using Vantor::Algorithms::CImage;
 using Vantor::Utils::CPDFReader;
@@ -28,11 +31,29 @@ using Vantor::Utils::CPDFReader;
 namespace
 {
 constexpr double kDefaultResolution = 144.0; // dots per inch
+constexpr int kDocumentHead = 1024;          // bytes in which the header of a document stands
 
 /// Deliberate: any character followed by "pdf" or "PDF", anywhere in the path.
 bool LooksLikePdf(const QString& strPath)
 {
     return strPath.contains(QRegExp(QStringLiteral(".pdf|.PDF"), Qt::CaseSensitive, QRegExp::RegExp));
+}
+
+/// Whether the file begins as a PDF document does; nothing when it cannot be read. Readers of documents allow
+/// for some bytes in front of the header.
+std::optional<bool> BeginsAsPdf(const QString& strPath)
+{
+    // By the standard library: Qt would encode the path as the locale says, not as UTF-8.
+    const std::filesystem::path path = std::filesystem::u8path(strPath.toStdString());
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) // opening a FIFO would wait for its other end
+        return std::nullopt;
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        return std::nullopt;
+    QByteArray head(kDocumentHead, '\0');
+    file.read(head.data(), head.size());
+    return head.contains("%PDF-");
 }
 
 void TellUnreadablePdf(const QString& strPath, QWidget* pParent)
@@ -106,19 +127,29 @@ void CImageView2DCtrl::LoadFile(const QString& strPath)
         ReplaceImages(vctImages, strPath);
 }
 
+bool CImageView2DCtrl::IsDocument(const QString& strPath) const
+{
+    const std::optional<bool> bContent =
+        m_sOptions.bReaderByContent ? BeginsAsPdf(strPath) : std::optional<bool>();
+    return bContent.value_or(LooksLikePdf(strPath));
+}
+
 std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadAny(const QString& strPath)
 {
-    return LooksLikePdf(strPath) ? LoadPDF(strPath) : LoadImage(strPath);
+    return IsDocument(strPath) ? LoadPDF(strPath) : LoadImage(strPath);
 }
 
 void CImageView2DCtrl::ReplaceImages(const std::vector<ImagePtr>& vctImages, const QString& strPath)
 {
-    if (!m_pModel || vctImages.empty())
+    const bool bLoaded = !vctImages.empty();
+    if (!m_pModel || (!bLoaded && m_sOptions.bKeepOnFailedLoad))
         return;
+    // Deliberate: a load that failed leaves an empty list.
     m_pModel->SetImages(vctImages);
     if (m_pGeometryModel)
         m_pGeometryModel->ClearObject();
-    Q_EMIT signal_FileOpened(strPath);
+    if (bLoaded)
+        Q_EMIT signal_FileOpened(strPath);
 }
 
 std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadImage(const QString& strPath)
@@ -258,7 +289,8 @@ void CImageView2DCtrl::slot_Paste()
     // Deliberate: text wins over an image, and is ignored.
     if (pData->hasText() || !pData->hasImage())
         return;
-    const auto image = qvariant_cast<QImage>(pData->imageData());
+    // Of an image with fewer than 32 bits a pixel the conversion would take a part only.
+    const auto image = qvariant_cast<QImage>(pData->imageData()).convertToFormat(QImage::Format_RGBA8888);
     const auto pImage = std::make_shared<CImage>();
     if (CUtilManager::ConvertImage(image, pImage.get()))
         PushImage(pImage);

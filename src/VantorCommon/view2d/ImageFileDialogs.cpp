@@ -3,6 +3,8 @@
 #include <VantorCommon/view2d/ImageFileDialogs_p.h>
 
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
 #include <QPointer>
 
 namespace
@@ -16,6 +18,47 @@ QString ImagePatterns()
 QString AllFiles()
 {
     return QStringLiteral(";;All files (*.*)");
+}
+
+bool LacksSuffix(const QString& strFile)
+{
+    return !strFile.isEmpty() && !QFileInfo(strFile).fileName().contains(QLatin1Char('.'));
+}
+
+/// Appends the default suffix to a name that Qt has left without one: it looks for a dot in the whole path.
+/// Qt has asked about the name that was typed, so the completed one is asked about here.
+/// @return whether that is the answer; false: the person wants another name
+bool AddSuffix(const QPointer<QFileDialog>& pDialog, QString& strFile)
+{
+    strFile += QLatin1Char('.') + pDialog->defaultSuffix();
+    if (!QFileInfo::exists(strFile))
+        return true;
+    const QString strQuestion =
+        QStringLiteral("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(strFile).fileName());
+    const QPointer<QMessageBox> pBox =
+        new QMessageBox(QMessageBox::Warning, pDialog->windowTitle(), strQuestion,
+                        QMessageBox::Yes | QMessageBox::No, pDialog->parentWidget());
+    pBox->setTextFormat(Qt::PlainText);
+    pBox->setDefaultButton(QMessageBox::No);
+    const bool bReplace = pBox->exec() == QMessageBox::Yes;
+    delete pBox;
+    if (!pDialog)
+        strFile.clear();
+    return bReplace || !pDialog;
+}
+
+/// Runs a dialog for saving and deletes it. @return the file, empty when cancelled
+QString Run(const QPointer<QFileDialog>& pDialog)
+{
+    pDialog->setAcceptMode(QFileDialog::AcceptSave);
+    QString strFile;
+    do {
+        const bool bAccepted = pDialog->exec() == QDialog::Accepted;
+        // The parent may have gone while the user chose, and taken the dialog with it.
+        strFile = pDialog && bAccepted ? pDialog->selectedFiles().value(0) : QString();
+    } while (LacksSuffix(strFile) && !AddSuffix(pDialog, strFile));
+    delete pDialog;
+    return strFile;
 }
 } // namespace
 
@@ -46,13 +89,8 @@ QStringList ImageFileDialogs::ChooseFiles(QWidget* pParent, const QString& strTi
 
 QString ImageFileDialogs::ChooseImageToSave(QWidget* pParent)
 {
-    // The parent may go while the user chooses, and takes the dialog with it.
     const QPointer<QFileDialog> pDialog = new QFileDialog(pParent, QStringLiteral("Save Image"), QString(),
                                                           QStringLiteral("Files (%1)").arg(ImagePatterns()));
     pDialog->setDefaultSuffix(QStringLiteral("bmp"));
-    pDialog->setAcceptMode(QFileDialog::AcceptSave);
-    const bool bAccepted = pDialog->exec() == QDialog::Accepted;
-    const QString strFile = pDialog && bAccepted ? pDialog->selectedFiles().value(0) : QString();
-    delete pDialog;
-    return strFile;
+    return Run(pDialog);
 }

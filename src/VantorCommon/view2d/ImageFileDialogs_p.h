@@ -20,6 +20,7 @@ QString PdfFilter();
 QString ChooseFile(QWidget* pParent, const QString& strTitle, const QString& strFilter);
 /// Any number of existing files.
 QStringList ChooseFiles(QWidget* pParent, const QString& strTitle, const QString& strFilter);
-/// Where to save an image: titled "Save Image", the default suffix is "bmp". Empty when cancelled.
+/// Where to save an image: titled "Save Image", a name without a suffix gets "bmp". Empty when
+/// cancelled.
 QString ChooseImageToSave(QWidget* pParent);
 } // namespace ImageFileDialogs

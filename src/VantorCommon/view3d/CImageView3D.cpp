@@ -103,8 +103,10 @@ void CImageView3D::showEvent(QShowEvent* pEvent)
 /// A view without a size has no context yet, and needs none.
 void CImageView3D::CheckContext()
 {
-    if (isVisible() && !size().isEmpty() && !HasUsableContext(*this))
-        ShowNotSupported(*this);
+    if (!isVisible() || size().isEmpty() || HasUsableContext(*this))
+        return;
+    ShowNotSupported(*this);
+    Q_EMIT signal_Failed(QStringLiteral("The 3D view needs OpenGL 3.3, which this system does not offer."));
 }
 
 void CImageView3D::AskForImageLater()

@@ -69,6 +69,8 @@ Q_SIGNALS:
     void signal_ChangeRotateY(double dblAngle);
     void signal_ChangeFOV(double dblValue);
     /// @}
+    /// The view was shown but cannot show anything, and why: one line in English.
+    void signal_Failed(const QString& strMessage);
     /// "Switch To 2D View" in the menu.
     void signal_Switch3DTo2D();
 

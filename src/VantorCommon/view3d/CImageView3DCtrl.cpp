@@ -57,6 +57,8 @@ CImageView3DCtrl::CImageView3DCtrl(CImageView3DModel* pModel3D, CImageView2DMode
       m_pEnded(std::make_shared<QSemaphore>())
 {
     ConnectPanel();
+    if (m_pModel3D)
+        connect(m_pModel3D.data(), &CImageView3DModel::signal_Failed, this, &C::signal_Failed);
     if (m_pModel2D)
         connect(m_pModel2D.data(), &CImageView2DModel::signal_ChangeCurrentImage, this,
                 &C::slot_ChangeCurrentImage);
@@ -69,6 +71,7 @@ CImageView3DCtrl::CImageView3DCtrl(CImageView3DModel* pModel3D, CImageView2DMode
     on(&V::signal_ChangeRotateX, &C::slot_ChangeRotateX);
     on(&V::signal_ChangeRotateY, &C::slot_ChangeRotateY);
     on(&V::signal_ChangeFOV, &C::slot_ChangeFOV);
+    on(&V::signal_Failed, &C::signal_Failed);
 }
 
 CImageView3DCtrl::~CImageView3DCtrl()

@@ -76,6 +76,10 @@ public Q_SLOTS:
     /// @}
     // clang-format on
 
+Q_SIGNALS:
+    /// An image could not be shown, and why: one line in English.
+    void signal_Failed(const QString& strMessage);
+
 private:
     void ConnectPanel();
     void SetParameter(int nParameter, double dblValue);

@@ -186,8 +186,7 @@ void CImageView3DModel::LoadImage(std::shared_ptr<CImage> pImage)
     if (!pImage->GetData())
         return;
     if (!IsWithinLimit(*pImage)) {
-        CLogger::Write(WARNING, "The image of %d x %d pixels is too large for the 3D view",
-                       pImage->GetWidth(), pImage->GetHeight());
+        Fail(QStringLiteral("The image of %1 x %2 pixels is too large for the 3D view"), *pImage);
         std::vector<float> vctNoVertices;
         std::vector<unsigned int> vctNoIndices;
         HandOver(vctNoVertices, vctNoIndices);
@@ -200,10 +199,17 @@ void CImageView3DModel::LoadImage(std::shared_ptr<CImage> pImage)
             throw std::bad_alloc();
         Build(copy);
     } catch (const std::bad_alloc&) {
-        CLogger::Write(WARNING, "Not enough memory for the 3D view of %d x %d pixels", pImage->GetWidth(),
-                       pImage->GetHeight());
+        Fail(QStringLiteral("Not enough memory for the 3D view of %1 x %2 pixels"), *pImage);
         Q_EMIT signal_ChangeProgressValue(kProgressBegin);
     }
+}
+
+/// @param strWhat  with places for the image's width and height
+void CImageView3DModel::Fail(const QString& strWhat, const CImage& image)
+{
+    const QString strMessage = strWhat.arg(image.GetWidth()).arg(image.GetHeight());
+    CLogger::Write(WARNING, "%s", qUtf8Printable(strMessage));
+    Q_EMIT signal_Failed(strMessage + QLatin1Char('.'));
 }
 
 void CImageView3DModel::Build(const CImage& image)

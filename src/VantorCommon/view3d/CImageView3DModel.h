@@ -156,10 +156,14 @@ Q_SIGNALS:
     void signal_ChangeProgressValue(int nValue);
     /// A mesh, perhaps an empty one, waits to be taken; sent from the thread of the build.
     void signal_LoadFinished();
+    /// An image could not be built into a mesh, and why: one line in English; sent from the thread of the
+    /// build.
+    void signal_Failed(const QString& strMessage);
     /// A parameter has changed.
     void signal_ChangeTransformMatrix();
 
 private:
+    void Fail(const QString& strWhat, const Vantor::Algorithms::CImage& image);
     void Build(const Vantor::Algorithms::CImage& image);
     void HandOver(std::vector<float>& vctVertices, std::vector<unsigned int>& vctIndices);
 

@@ -124,6 +124,9 @@ void CImageView3D::InitImageView3DGL()
     m_pObjects->pMeshProgram = create("vertex_shader.vert", "frag_shader.frag");
     m_pObjects->pAxisProgram = create("axis_vertex.vert", "axis_frag.frag");
     m_pObjects->pReferenceProgram = create("axis_vertex.vert", "axis_frag.frag");
+    if (!m_pObjects->pMeshProgram || !m_pObjects->pAxisProgram || !m_pObjects->pReferenceProgram)
+        Q_EMIT signal_Failed(
+            QStringLiteral("The driver refuses the shaders of the 3D view; the log tells why."));
     m_pObjects->meshArray.create();
     m_pObjects->meshVertices.create();
     m_pObjects->meshIndices.create();

@@ -130,13 +130,22 @@ private Q_SLOTS:
         QCOMPARE(m_pLog->Take(), QStringList{QStringLiteral("2:Cannot load settings")});
         QVERIFY(!QFileInfo::exists(strFolder));
         QVERIFY(!f.pCtrl->OpenSettingFile());
+        QSignalSpy failed(f.pCtrl.get(), &CSettingCtrl::signal_Failed);
         QVERIFY(!f.pCtrl->UpdateParameter(c_strKeyX, 5));
+        QCOMPARE(failed.count(), 1);
+        QCOMPARE(failed[0][0].toString(),
+                 QStringLiteral("The setting GENERAL_PDF_RESOLUTION_X cannot be stored."));
         QCOMPARE(m_pLog->Take(),
                  QStringList{QStringLiteral("3:Update Setting {GENERAL_PDF_RESOLUTION_X} NG")});
         CSettingManager::Set(c_strKeyX, 7);
         QCOMPARE(m_pLog->Take(),
                  QStringList{QStringLiteral("3:Update Setting {GENERAL_PDF_RESOLUTION_X} NG")});
         QCOMPARE(CSettingManager::GetInt(c_strKeyX, 0), 7);
+        QCOMPARE(failed.count(), 2);
+        f.pCtrl->LoadParameter();
+        QCOMPARE(failed.count(), 3);
+        QCOMPARE(failed[2][0].toString(), QStringLiteral("The settings cannot be loaded."));
+        QCOMPARE(m_pLog->Take(), QStringList{QStringLiteral("2:Cannot load settings")});
     }
 
     void aFolderThatSomebodyHoldsIsNotWaitedForWithoutEnd()

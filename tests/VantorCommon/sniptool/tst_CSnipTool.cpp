@@ -7,6 +7,8 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QScopeGuard>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QWindow>
 #include <memory>
@@ -26,6 +28,7 @@ private Q_SLOTS:
     void cleanup();
 
     void isAFramelessWindowOnTopThatStartsHidden();
+    void aParentMakesNoChildOfIt();
     void theThreeAttributesAreSetAndTheBackgroundIsNotFilled();
     void aDragTellsStartAndEndInGlobalCoordinates();
     void aClickWithoutADragSelectsOnePixel();
@@ -91,6 +94,33 @@ void tst_CSnipTool::isAFramelessWindowOnTopThatStartsHidden()
     QVERIFY(m_pTool->windowFlags() & Qt::WindowStaysOnTopHint);
     QVERIFY(m_pTool->isHidden());
     QVERIFY(m_pTool->testAttribute(Qt::WA_WState_ExplicitShowHide));
+}
+
+void tst_CSnipTool::aParentMakesNoChildOfIt()
+{
+    QWidget parent;
+    const auto release = qScopeGuard([this] { cleanup(); }); // before its parent
+    parent.setGeometry(200, 150, 400, 300);
+    parent.show();
+    QVERIFY(QTest::qWaitForWindowActive(&parent));
+    m_pTool = std::make_unique<CSnipTool>(&m_model, &parent);
+    m_pSpy = std::make_unique<QSignalSpy>(m_pTool.get(), &CSnipTool::signal_CaptureScreen);
+    QVERIFY(m_pTool->isWindow());
+    QVERIFY(m_pTool->windowFlags() & Qt::FramelessWindowHint);
+    QVERIFY(m_pTool->windowFlags() & Qt::WindowStaysOnTopHint);
+    QVERIFY(m_pTool->isHidden());
+    // As the capture does it: the application goes, the tool lies over the whole screen.
+    parent.showMinimized();
+    QTRY_VERIFY(parent.isMinimized());
+    m_pTool->setGeometry(m_pTool->screen()->geometry());
+    m_pTool->showMaximized();
+    QVERIFY(QTest::qWaitForWindowExposed(m_pTool.get()));
+    QTRY_COMPARE(m_pTool->frameGeometry(), m_pTool->screen()->availableGeometry());
+    QVERIFY(parent.isMinimized() && !m_pTool->isMinimized());
+    Press({5, 6});
+    Release({205, 106});
+    QCOMPARE(Selected(),
+             QRect(m_pTool->screen()->availableGeometry().topLeft() + QPoint(5, 6), QSize(201, 101)));
 }
 
 void tst_CSnipTool::theThreeAttributesAreSetAndTheBackgroundIsNotFilled()

@@ -247,6 +247,7 @@ void tst_CSnipToolCtrl::deliberateAnInvertedDragIsPassedOnAndPushesNothing()
     CSnipTool* pTool = host.OpenTool();
     QVERIFY(pTool);
     QSignalSpy capture(pTool, &CSnipTool::signal_CaptureScreen);
+    QSignalSpy failed(host.pCtrl.get(), &CImageView2DCtrl::signal_Failed);
     LogRecorder log;
     QVERIFY(FastDrag({500, 400}, {300, 250}));
     QTRY_COMPARE(capture.count(), 1);
@@ -254,6 +255,8 @@ void tst_CSnipToolCtrl::deliberateAnInvertedDragIsPassedOnAndPushesNothing()
     QTRY_VERIFY(host.IsBack());
     QVERIFY(host.images.GetImageCount() == 0);
     QCOMPARE(log.Take(), QStringList{QStringLiteral("2:Cannot capture a region of -199 x -149 pixels")});
+    QCOMPARE(failed.count(), 1);
+    QCOMPARE(failed[0][0].toString(), QStringLiteral("Cannot capture a region of -199 x -149 pixels."));
     // A width of zero is the least that is inverted.
     QVERIFY(host.OpenTool());
     QVERIFY(FastDrag({500, 400}, {499, 450}));
@@ -315,11 +318,15 @@ void tst_CSnipToolCtrl::anEmptyGrabPushesNothingAndSaysWhy()
     QVERIFY(host.window.isMinimized());
     QTRY_COMPARE(pTool->mask(), QRegion(pTool->rect()));
     LogRecorder log;
+    QSignalSpy failed(host.pCtrl.get(), &CImageView2DCtrl::signal_Failed);
     Q_EMIT pTool->signal_CaptureScreen(QRect(10, 10, 50, 40));
     QTRY_VERIFY(host.IsBack());
     QVERIFY(host.images.GetImageCount() == 0);
     QCOMPARE(log.Take(),
              QStringList{QStringLiteral("3:Cannot capture the screen: the display server gives no picture")});
+    QCOMPARE(failed.count(), 1);
+    QCOMPARE(failed[0][0].toString(),
+             QStringLiteral("Cannot capture the screen: the display server gives no picture."));
 }
 
 void tst_CSnipToolCtrl::hiddenSnipWindowsDoNotKeepTheApplicationAlive()

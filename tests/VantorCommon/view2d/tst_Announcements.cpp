@@ -5,6 +5,7 @@
 
 #include <VantorCommon/shell/dock/CStatusBarView.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view3d/CImageView3DModel.h>
 
 #include <QApplication>
 #include <QClipboard>
@@ -56,6 +57,24 @@ private Q_SLOTS:
         QCOMPARE(failed[2][0].toString(),
                  QStringLiteral("Cannot load pdf file /nowhere/a.pdf. The file is missing, no regular file, "
                                 "or must not be read."));
+    }
+
+    void aFailureInEitherViewIsTheViewers()
+    {
+        CenterFixture f(1, 1);
+        QSignalSpy failed(f.Ctrl(0), &CImageViewerCtrl::signal_Failed);
+        f.Ctrl(0)->LoadFile(kMissing);
+        QCOMPARE(failed.size(), 1);
+        QCOMPARE(failed[0][0].toString(),
+                 QStringLiteral("Cannot load image /nowhere/a.png. There is no such file."));
+        f.LoadInto(0, 3);
+        const std::size_t nLimit = CImageView3DModel::GetBufferLimit();
+        CImageView3DModel::SetBufferLimit(1000);
+        const auto restore = qScopeGuard([&] { CImageView3DModel::SetBufferLimit(nLimit); });
+        f.Viewer(0)->slot_Press3D();
+        QTRY_COMPARE(failed.size(), 2);
+        QCOMPARE(failed[1][0].toString(),
+                 QStringLiteral("The image of 200 x 150 pixels is too large for the 3D view."));
     }
 
     void aSavedImageIsAnnouncedAndAFailureHasItsReason()

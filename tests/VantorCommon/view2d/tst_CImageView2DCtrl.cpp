@@ -23,7 +23,9 @@
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view2d/CImageView2DPropertyView.h>
 #include <VantorCommon/view2d/CImageView2DStatusView.h>
+#include <VantorCommon/view2d/CUtilManager.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
@@ -107,6 +109,15 @@ void TypePassword(QObject* pContext, const QString& strPassword, QStringList* pS
     });
 }
 
+/// Enters a path into the next file dialog and accepts it.
+void TypeFile(QObject* pContext, const QString& strPath)
+{
+    AnswerNext<QFileDialog>(pContext, [strPath](QFileDialog* pDialog) {
+        pDialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(strPath);
+        static_cast<QDialog*>(pDialog)->accept();
+    });
+}
+
 QMessageBox* VisibleBox()
 {
     for (QWidget* pWidget : QApplication::topLevelWidgets())
@@ -135,6 +146,40 @@ QImage SomeImage()
         for (int x = 0; x < 7; ++x)
             image.setPixelColor(x, y, QColor(30 * x, 40 * y, 5, 255));
     return image;
+}
+/// All channels differ, some pixels are half or wholly transparent, and what has 8 bits a channel has all of
+/// it.
+QImage Colourful()
+{
+    QImage image(23, 11, QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixelColor(x, y,
+                                QColor(11 * x, 23 * y, 255 - 11 * x, x == 22 ? 0 : (y == 10 ? 128 : 255)));
+    return image;
+}
+
+/// The first pixel in which a pasted image differs from what was on the clipboard; empty when none does.
+QString Different(const CImage& pasted, const QImage& image)
+{
+    if (QSize(pasted.GetWidth(), pasted.GetHeight()) != image.size() || pasted.GetChannel() != 4)
+        return QStringLiteral("size or channels");
+    const QImage straight = image.convertToFormat(QImage::Format_ARGB32); // 8 bits, not premultiplied
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) {
+            const unsigned char* p = pasted.GetPixel(x, y);
+            const QColor expected = QColor::fromRgba(straight.pixel(x, y));
+            if (QColor(p[0], p[1], p[2], p[3]) != expected)
+                return QStringLiteral("(%1, %2): %3 %4 %5 %6, not %7")
+                    .arg(x)
+                    .arg(y)
+                    .arg(p[0])
+                    .arg(p[1])
+                    .arg(p[2])
+                    .arg(p[3])
+                    .arg(expected.name(QColor::HexArgb));
+        }
+    return QString();
 }
 } // namespace
 
@@ -165,9 +210,107 @@ private Q_SLOTS:
         QCOMPARE(f.log.Take().filter(QStringLiteral("3:")), QStringList());
     }
 
-    void aFailedLoadIsLoggedAndLosesNothing()
+    void deliberateAFailedLoadIsLoggedAndLeavesNothing_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("no such image") << QStringLiteral("/no/such %s%n file.png") << "image";
+        QTest::newRow("no such document") << QStringLiteral("/no/such.pdf") << "pdf file";
+        QTest::newRow("damaged image")
+            << TestDataPath(QStringLiteral("broken/bmp_badbitcount.bmp")) << "image";
+        QTest::newRow("damaged document")
+            << TestDataPath(QStringLiteral("broken/pdfium_page_tree_empty_node.pdf")) << "pdf file";
+        QTest::newRow("wrong password") << TestDataPath(kLocked) << "pdf file";
+        QTest::newRow("refused password") << TestDataPath(kLocked) << "pdf file";
+    }
+    void deliberateAFailedLoadIsLoggedAndLeavesNothing()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, kind);
+        const auto answer = [](QObject* pContext) {
+            if (qstrcmp(QTest::currentDataTag(), "wrong password") == 0)
+                TypePassword(pContext, QStringLiteral("wrong"));
+            if (qstrcmp(QTest::currentDataTag(), "refused password") == 0)
+                AnswerNext<QInputDialog>(pContext, [](QInputDialog* pDialog) { pDialog->reject(); });
+        };
+        const QStringList logged(QStringLiteral("3:Cannot load %1 ").arg(kind) + path);
+        for (const bool bKeep : {true, false}) {
+            SFixture f;
+            SCenterOptions sOptions;
+            sOptions.bKeepOnFailedLoad = bKeep;
+            f.ctrl.SetOptions(sOptions);
+            f.model.SetImages({MakeTestImage(3, 3, 3), MakeTestImage(4, 4, 3)});
+            f.geometry.AddObject(MakeRectangle());
+            const auto before = f.List();
+            f.log.Take();
+            int nFailed = 0, nOpened = 0;
+            connect(&f.ctrl, &CImageView2DCtrl::signal_Failed, &f.ctrl, [&] { ++nFailed; });
+            connect(&f.ctrl, &CImageView2DCtrl::signal_FileOpened, &f.ctrl, [&] { ++nOpened; });
+            answer(f.pView);
+            f.ctrl.LoadFile(path);
+            QCOMPARE(f.log.Take(), logged);
+            QCOMPARE(f.List(), bKeep ? before : std::vector<ImagePtr>());
+            QCOMPARE(f.geometry.Size(), bKeep ? 1 : 0);
+            QCOMPARE(nFailed, 1);
+            QCOMPARE(nOpened, 0);
+            if (!bKeep) { // an emptied viewer works on
+                f.ctrl.LoadFile(TestDataPath(QStringLiteral("jpeg/hopper.jpg")));
+                QVERIFY(f.model.GetCurrentImage());
+            }
+        }
+    }
+
+    void anEmptyPathChangesNothing()
     {
         SFixture f;
+        f.model.SetImages({MakeTestImage(3, 3, 3)});
+        f.geometry.AddObject(MakeRectangle());
+        f.log.Take();
+        f.ctrl.LoadFile(QString());
+        QCOMPARE(f.log.Take(), QStringList());
+        QCOMPARE(f.model.GetImageCount(), 1);
+        QCOMPARE(f.geometry.Size(), 1);
+    }
+
+    void deliberateAFailedLoadFromADialogLeavesNothing_data()
+    {
+        QTest::addColumn<QString>("slot");
+        QTest::newRow("file") << QStringLiteral("slot_LoadFile");
+        QTest::newRow("image") << QStringLiteral("slot_LoadImage");
+        QTest::newRow("pdf") << QStringLiteral("slot_LoadPdf");
+    }
+    void deliberateAFailedLoadFromADialogLeavesNothing()
+    {
+        QFETCH(QString, slot);
+        QTemporaryDir dir;
+        QFile file(dir.filePath(QStringLiteral("no picture.png")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        for (const bool bKeep : {true, false}) {
+            SFixture f;
+            SCenterOptions sOptions;
+            sOptions.bKeepOnFailedLoad = bKeep;
+            f.ctrl.SetOptions(sOptions);
+            f.model.SetImages({MakeTestImage(3, 3, 3)});
+            f.geometry.AddObject(MakeRectangle());
+            AnswerNext<QFileDialog>(f.pView, [](QFileDialog* pDialog) { pDialog->reject(); });
+            QVERIFY(QMetaObject::invokeMethod(&f.ctrl, qPrintable(slot)));
+            QCOMPARE(f.model.GetImageCount(), 1); // cancelled
+            QCOMPARE(f.geometry.Size(), 1);
+            TypeFile(f.pView, file.fileName());
+            QVERIFY(QMetaObject::invokeMethod(&f.ctrl, qPrintable(slot)));
+            QCOMPARE(f.model.GetImageCount(), bKeep ? 1 : 0);
+            QCOMPARE(f.geometry.Size(), bKeep ? 1 : 0);
+            QCOMPARE(f.log.Take().filter(QStringLiteral("3:")).size(), 1);
+        }
+    }
+
+    void aFailedLoadLosesNothingWithTheOption()
+    {
+        SFixture f;
+        SCenterOptions sOptions;
+        sOptions.bKeepOnFailedLoad = true;
+        f.ctrl.SetOptions(sOptions);
         f.model.SetImages({MakeTestImage(3, 3, 3)});
         f.geometry.AddObject(MakeRectangle());
         const auto before = f.List();
@@ -191,8 +334,12 @@ private Q_SLOTS:
         const QString strPath = dir.path() + QStringLiteral("/pdfs/a.png");
         QVERIFY(QFile::copy(TestDataPath(QStringLiteral("png/bricks-color.png")), strPath));
         SFixture f;
+        f.model.SetImages({MakeTestImage(3, 3, 3)});
+        f.geometry.AddObject(MakeRectangle());
+        f.log.Take();
         f.ctrl.LoadFile(strPath);
         QCOMPARE(f.model.GetImageCount(), 0);
+        QCOMPARE(f.geometry.Size(), 0);
         QCOMPARE(f.log.Take(), QStringList{QStringLiteral("3:Cannot load pdf file ") + strPath});
     }
 
@@ -395,6 +542,72 @@ private Q_SLOTS:
         const unsigned char* pPixel = f.model.GetCurrentImage()->GetPixel(6, 4);
         QCOMPARE(QColor(pPixel[0], pPixel[1], pPixel[2], pPixel[3]), QColor(180, 160, 5, 255));
         QCOMPARE(f.geometry.Size(), 1);
+    }
+
+    void copyAndPasteKeepEveryPixelWhateverTheChannels()
+    {
+        for (const int nChannels : {1, 2, 3, 4}) {
+            SFixture f;
+            const ImagePtr pImage = MakeTestImage(13, 9, nChannels);
+            f.model.SetImages({pImage});
+            QImage copied;
+            QVERIFY(CUtilManager::ConvertImage(pImage.get(), copied, true));
+            f.ctrl.slot_Copy();
+            f.ctrl.slot_Paste();
+            QCOMPARE(f.model.GetImageCount(), 2);
+            QCOMPARE(Different(*f.model.GetCurrentImage(), copied), QString());
+        }
+    }
+
+    void aPastedImageHasEveryPixelWhateverItsFormat_data()
+    {
+        QTest::addColumn<int>("format");
+        for (int i = QImage::Format_Mono; i < QImage::NImageFormats; ++i)
+            QTest::newRow(qPrintable(QString::number(i))) << i;
+    }
+    void aPastedImageHasEveryPixelWhateverItsFormat()
+    {
+        QFETCH(int, format);
+        const QImage image = Colourful().convertToFormat(static_cast<QImage::Format>(format));
+        QVERIFY(!image.isNull());
+        SFixture f;
+        SetClipboard(image, QString(), {});
+        f.ctrl.slot_Paste();
+        QCOMPARE(f.model.GetImageCount(), 1);
+        QCOMPARE(Different(*f.model.GetCurrentImage(), image), QString());
+    }
+
+    void whatAnotherProgramCopiedIsPastedToTheLastPixel_data()
+    {
+        QTest::addColumn<int>("format");
+        QTest::newRow("1 bit") << int(QImage::Format_Mono);
+        QTest::newRow("palette") << int(QImage::Format_Indexed8);
+        QTest::newRow("grey") << int(QImage::Format_Grayscale8);
+        QTest::newRow("grey, 16 bits") << int(QImage::Format_Grayscale16);
+        QTest::newRow("RGB") << int(QImage::Format_RGB888);
+        QTest::newRow("RGBA") << int(QImage::Format_RGBA8888);
+        QTest::newRow("RGBA, 16 bits") << int(QImage::Format_RGBA64);
+    }
+    void whatAnotherProgramCopiedIsPastedToTheLastPixel()
+    {
+        QFETCH(int, format);
+        QTemporaryDir dir;
+        const QString strFile = dir.filePath(QStringLiteral("a.png"));
+        const QImage image = Colourful().convertToFormat(static_cast<QImage::Format>(format));
+        QVERIFY(image.save(strFile));
+        SFixture f;
+        QVERIFY(f.Focus());
+        QProcess other; // holds the clipboard while it runs
+        other.start(QStringLiteral("xclip"),
+                    {QStringLiteral("-quiet"), QStringLiteral("-selection"), QStringLiteral("clipboard"),
+                     QStringLiteral("-t"), QStringLiteral("image/png"), QStringLiteral("-i"), strFile});
+        QTRY_VERIFY(QApplication::clipboard()->mimeData()->hasImage() &&
+                    !QApplication::clipboard()->ownsClipboard());
+        f.ctrl.slot_Paste();
+        other.kill();
+        QVERIFY(other.waitForFinished());
+        QCOMPARE(f.model.GetImageCount(), 1);
+        QCOMPARE(Different(*f.model.GetCurrentImage(), image), QString());
     }
 
     void pastingAnImageWithTextPastesNeither()
@@ -652,6 +865,71 @@ private Q_SLOTS:
         CImage back;
         QCOMPARE(back.Load(dir.filePath(QStringLiteral("plain.bmp")).toStdWString()), 0);
         QVERIFY(SamePixels(back, *pImage));
+    }
+
+    void aNameWithoutASuffixGetsBmpWhateverItsFolder_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("saved");
+        QTest::newRow("folder with a dot") << "v1.0/scan"
+                                           << "v1.0/scan.bmp";
+        QTest::newRow("dots above") << "v1.0/plain/scan"
+                                    << "v1.0/plain/scan.bmp";
+        QTest::newRow("suffix and a folder with a dot") << "v1.0/scan.png"
+                                                        << "v1.0/scan.png";
+        QTest::newRow("folder without") << "plain/scan"
+                                        << "plain/scan.bmp";
+    }
+    void aNameWithoutASuffixGetsBmpWhateverItsFolder()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, saved);
+        const QTemporaryDir dir(QDir::tempPath() + QStringLiteral("/save-XXXXXX"));
+        QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("v1.0/plain")) &&
+                QDir(dir.path()).mkpath(QStringLiteral("plain")));
+        SFixture f;
+        const ImagePtr pImage = MakeTestImage(13, 9, 3);
+        f.model.SetImages({pImage});
+        TypeFile(f.pView, dir.filePath(typed));
+        f.ctrl.slot_SaveImage();
+        CImage back;
+        QCOMPARE(back.Load(dir.filePath(saved).toStdWString()), 0);
+        QVERIFY(SamePixels(back, *pImage));
+        QCOMPARE(f.log.Take().filter(QStringLiteral("3:")), QStringList());
+    }
+
+    void aFileWithTheCompletedNameIsReplacedOnlyWhenThePersonSaysSo_data()
+    {
+        QTest::addColumn<bool>("replace");
+        QTest::newRow("yes") << true;
+        QTest::newRow("no") << false;
+    }
+    void aFileWithTheCompletedNameIsReplacedOnlyWhenThePersonSaysSo()
+    {
+        QFETCH(bool, replace);
+        const QTemporaryDir dir(QDir::tempPath() + QStringLiteral("/save-XXXXXX"));
+        QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("v1.0")));
+        QFile old(dir.filePath(QStringLiteral("v1.0/scan.bmp")));
+        QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
+        old.close();
+        SFixture f;
+        f.model.SetImages({MakeTestImage(13, 9, 3)});
+        TypeFile(f.pView, dir.filePath(QStringLiteral("v1.0/scan")));
+        QString strQuestion;
+        bool bAgain = false;
+        AnswerNext<QMessageBox>(f.pView, [&](QMessageBox* pBox) {
+            strQuestion = pBox->text();
+            if (!replace) // back to the dialog, which is left then
+                AnswerNext<QFileDialog>(f.pView, [&](QFileDialog* pDialog) {
+                    bAgain = true;
+                    pDialog->reject();
+                });
+            pBox->button(replace ? QMessageBox::Yes : QMessageBox::No)->click();
+        });
+        f.ctrl.slot_SaveImage();
+        QCOMPARE(strQuestion, QStringLiteral("scan.bmp already exists.\nDo you want to replace it?"));
+        QCOMPARE(bAgain, !replace);
+        QCOMPARE(QFileInfo(old).size() > 3, replace);
     }
 
     void thePanelsMoveIntoTheDocksWhenTheViewBecomesActive()

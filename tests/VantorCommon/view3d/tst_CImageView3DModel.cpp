@@ -296,9 +296,13 @@ private Q_SLOTS:
         QCOMPARE(model.GetIndicesSize(), 24);
         CImageView3DModel::SetBufferLimit(kBytes - 1);
         LogRecorder log;
+        QSignalSpy failed(&model, &CImageView3DModel::signal_Failed);
         QCOMPARE(RecordLoad(model, MakeTestImage(3, 3, 1)),
                  (QStringList{QStringLiteral("0"), QStringLiteral("finished")}));
-        QCOMPARE(log.Take().size(), 1);
+        const QString strMessage = QStringLiteral("The image of 3 x 3 pixels is too large for the 3D view");
+        QCOMPARE(log.Take(), QStringList(QStringLiteral("2:") + strMessage));
+        QCOMPARE(failed.size(), 1);
+        QCOMPARE(failed[0][0].toString(), strMessage + QLatin1Char('.'));
         QCOMPARE(model.GetVerticesSize(), 0);
         QCOMPARE(model.GetIndicesSize(), 0);
     }
@@ -316,11 +320,15 @@ private Q_SLOTS:
         rlimit tight = before;
         tight.rlim_cur = AddressSpace() + (rlim_t(200) << 20);
         LogRecorder log;
+        QSignalSpy failed(&model, &CImageView3DModel::signal_Failed);
         QCOMPARE(setrlimit(RLIMIT_AS, &tight), 0);
         const QStringList signalled = RecordLoad(model, pLarge);
         QCOMPARE(setrlimit(RLIMIT_AS, &before), 0);
         QCOMPARE(signalled, (QStringList{QStringLiteral("0"), QStringLiteral("10"), QStringLiteral("0")}));
-        QCOMPARE(log.Take().size(), 1);
+        const QString strMessage = QStringLiteral("Not enough memory for the 3D view of 4000 x 4000 pixels");
+        QCOMPARE(log.Take(), QStringList(QStringLiteral("2:") + strMessage));
+        QCOMPARE(failed.size(), 1);
+        QCOMPARE(failed[0][0].toString(), strMessage + QLatin1Char('.'));
         QCOMPARE(model.GetVerticesSize(), 24); // the mesh before stays
         QCOMPARE(RecordLoad(model, MakeTestImage(3, 3, 1)), kWholeLoad);
 #endif

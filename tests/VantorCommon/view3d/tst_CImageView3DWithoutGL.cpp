@@ -59,6 +59,7 @@ private Q_SLOTS:
         SView3DFixture fixture;
         fixture.images.SetImages({MakeTestImage(20, 20, 3)});
         LogRecorder log;
+        QSignalSpy failed(fixture.pCtrl.get(), &CImageView3DCtrl::signal_Failed);
         QVERIFY(fixture.ShowWindow());
         const auto showAgain = [&] {
             fixture.pView->setVisible(false);
@@ -72,6 +73,9 @@ private Q_SLOTS:
         QCOMPARE(fixture.pView->findChild<QLabel*>()->text(),
                  QStringLiteral("System doesnot support OpenGL"));
         QCOMPARE(log.Take().filter(QStringLiteral("is not available")).size(), 1);
+        QVERIFY(failed.count() >= 1);
+        QCOMPARE(failed[0][0].toString(),
+                 QStringLiteral("The 3D view needs OpenGL 3.3, which this system does not offer."));
         fixture.Drag(10, 10);
         fixture.Wheel(120);
         QCOMPARE(fixture.model.GetRotateY(), 1.0F);

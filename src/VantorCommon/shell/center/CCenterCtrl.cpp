@@ -161,6 +161,14 @@ bool CCenterCtrl::Redo()
     return false;
 }
 
+void CCenterCtrl::SetOptions(const SCenterOptions& sOptions)
+{
+    m_sOptions = sOptions;
+    for (const SMVCItem& item : m_vctMVC)
+        if (auto* pCtrl = ViewerCtrl(item))
+            pCtrl->SetOptions(sOptions);
+}
+
 void CCenterCtrl::ChangeLayout(int nRow, int nColumn)
 {
     if (m_pModel)

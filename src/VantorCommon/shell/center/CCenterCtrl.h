@@ -3,6 +3,7 @@
 #pragma once
 
 #include <VantorCommon/Export.h>
+#include <VantorCommon/shell/center/SCenterOptions.h>
 #include <VantorCommon/shell/mvc/CBaseCtrl.h>
 #include <VantorCommon/shell/mvc/CMVCManager.h>
 
@@ -53,6 +54,11 @@ public:
     bool Redo() override;
     /// @}
 
+    /// Hands the options to every viewer; they hold from the next operation on.
+    void SetOptions(const SCenterOptions& sOptions);
+    /// The options that were set last; all off at first.
+    const SCenterOptions& GetOptions() const { return m_sOptions; }
+
     /// Sets the model's grid: 1 x 1, 1 x 2 and 2 x 2 are laid out as one expects. Deliberate: rows come first
     /// here, columns in the model.
     void ChangeLayout(int nRow, int nColumn);
@@ -62,13 +68,12 @@ public:
     SMVCItem SelectMVC();
 
     /// Shows the images of a file in the viewer that SelectMVC gives, in place of what it held; annotations
-    /// go. A file that cannot be read is logged and changes nothing.
+    /// go. A file that cannot be read is logged and leaves an empty viewer, see SCenterOptions.
     void OpenFile(const QString& strFile);
     /// OpenFile, and tells where the file went.
     /// @param strFile   a path
     /// @param nViewID   the viewer, -1 when none was chosen
-    /// @param nImageID  the image that it shows now, the one before when the file could not be read;
-    ///                  0xFFFFFFFF when there is none
+    /// @param nImageID  the image that it shows now; 0xFFFFFFFF when there is none
     void OpenFileWithViewIDImageID(const QString& strFile, int& nViewID, unsigned int& nImageID);
     /// Drops the viewer's current image and all its annotations; no way back.
     void CloseCurrentImage(int nViewID);
@@ -142,6 +147,7 @@ private:
     QPointer<CStatusBarDockView> m_pStatusBarDockView;
     std::unique_ptr<CImageView2DToolModel> m_pToolModel;
     std::vector<SMVCItem> m_vctMVC;
+    SCenterOptions m_sOptions;
     struct STools;
     std::unique_ptr<STools> m_pTools;
 };

@@ -80,6 +80,7 @@ void CImageViewerCtrl::Create2D(CToolBoxDockView* pToolBoxDockView, CPropertyDoc
                                                    m_pView2D, pToolBoxDockView, pPropertyDockView,
                                                    pStatusBarDockView);
     m_pView2D->installEventFilter(this);
+    connect(m_pCtrl2D.get(), &CImageView2DCtrl::signal_Failed, this, &CImageViewerCtrl::signal_Failed);
     connect(m_pCtrl2D.get(), &CImageView2DCtrl::signal_ChangeProgressMaxRange, this,
             &CImageViewerCtrl::slot_ChangeProgressMaxRange);
     connect(m_pCtrl2D.get(), &CImageView2DCtrl::signal_ChangeProgressValue, this, [this](int nValue) {
@@ -105,6 +106,7 @@ QWidget* CImageViewerCtrl::Create3D(CToolBoxDockView* pToolBoxDockView, CPropert
     auto* pView = new CImageView3D(m_pModel3D.get(), m_pViewer);
     m_pCtrl3D = std::make_unique<CImageView3DCtrl>(m_pModel3D.get(), m_pImageModel.get(), pView,
                                                    pToolBoxDockView, pPropertyDockView, pStatusBarDockView);
+    connect(m_pCtrl3D.get(), &CImageView3DCtrl::signal_Failed, this, &CImageViewerCtrl::signal_Failed);
     connect(m_pModel3D.get(), &CImageView3DModel::signal_ChangeProgressMaxRange, this,
             &CImageViewerCtrl::slot_ChangeProgressMaxRange);
     connect(m_pModel3D.get(), &CImageView3DModel::signal_ChangeProgressValue, this,
@@ -171,6 +173,11 @@ bool CImageViewerCtrl::Redo()
     if (m_pCtrl3D)
         m_pCtrl3D->Redo();
     return false;
+}
+
+void CImageViewerCtrl::SetOptions(const SCenterOptions& sOptions)
+{
+    m_pCtrl2D->SetOptions(sOptions);
 }
 
 void CImageViewerCtrl::LoadFile(const QString& strPath)

@@ -29,6 +29,7 @@ class CStatusBarView;
 class CToolBoxDockView;
 class QIcon;
 class QWidget;
+struct SCenterOptions;
 
 namespace Vantor::Algorithms
 {
@@ -60,8 +61,10 @@ public:
 
     /// The controller of the 2D view, owned by this one; never null.
     CImageView2DCtrl* Get2DCtrl() const { return m_pCtrl2D.get(); }
+    /// Hands the options to what is inside the viewer; they hold from the next operation on.
+    void SetOptions(const SCenterOptions& sOptions);
     /// Shows the images of a file in place of the list; annotations go. What cannot be loaded is logged and
-    /// changes nothing. See CImageView2DCtrl for this and the next two.
+    /// leaves an empty list. See CImageView2DCtrl for this and the next two.
     void LoadFile(const QString& strPath);
     /// Appends an image or the pages of a document to the viewer's list.
     void AddImage(const QString& strPath);
@@ -88,6 +91,11 @@ public:
     /// Adds an entry to the menu of annotations; the function gets view identifier and annotation identifier.
     void RegisterGeometryAction(const QString& strText, const QIcon& icon,
                                 std::function<void(int, unsigned int)> func);
+
+Q_SIGNALS:
+    /// Something that the viewer was asked for could not be done, in its 2D or its 3D view: their
+    /// signal_Failed.
+    void signal_Failed(const QString& strMessage);
 
 public Q_SLOTS:
     /// @{

@@ -390,6 +390,21 @@ private Q_SLOTS:
         QCOMPARE(image.GetWidth(), 160);
     }
 
+    void aNameWithoutASuffixGetsBmpInAFolderWithADotToo()
+    {
+        SCentre c;
+        QVERIFY(c.Show());
+        c.pCtrl->OpenFile(TestDataPath(kPicture));
+        const QTemporaryDir dir(QDir::tempPath() + QStringLiteral("/v1.0-XXXXXX"));
+        const DialogDriver driver(
+            {[&](QDialog* pDialog) { EnterPath(pDialog, dir.filePath(QStringLiteral("scan"))); }});
+        c.pCtrl->slot_SaveFile();
+        QCOMPARE(driver.Count(), 1);
+        CImage image;
+        QCOMPARE(image.Load(dir.filePath(QStringLiteral("scan.bmp")).toStdWString()), 0);
+        QCOMPARE(image.GetWidth(), 160);
+    }
+
     void saveAsksForTheViewerFirst()
     {
         SCentre c;
