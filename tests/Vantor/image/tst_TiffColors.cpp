@@ -83,6 +83,7 @@ private Q_SLOTS:
     void inksKeepTheirAlpha();
     void labIsWhatTheCodecMakesOfIt_data();
     void labIsWhatTheCodecMakesOfIt();
+    void labOfSixteenBitsIsWhatTheCodecMakesOfIt();
     void labOfSixteenBitsIsFiner();
     void premultipliedLabIsDividedByItsAlpha();
     void labWithoutAWhitePointIsRefused();
@@ -430,6 +431,22 @@ void tst_TiffColors::labIsWhatTheCodecMakesOfIt()
             expected.push_back((3 * x + 2) % 256);
         QCOMPARE(PixelOf(image, x, 0), expected);
     }
+}
+
+void tst_TiffColors::labOfSixteenBitsIsWhatTheCodecMakesOfIt()
+{
+    STiff what;
+    what.nWidth = kPixels;
+    what.nSamples = 3;
+    what.nBits = 16;
+    what.nPhotometric = PHOTOMETRIC_CIELAB;
+    WriteTiff(m_path, what, RandomPixels<quint16>(3, 65535));
+    const std::vector<Values> colors = ByCodec(m_path);
+    QCOMPARE(int(colors.size()), kPixels);
+    CImage image;
+    QCOMPARE(LoadFile(image, m_path), 0);
+    for (int x = 0; x < kPixels; ++x)
+        QCOMPARE(PixelOf(image, x, 0), colors[static_cast<std::size_t>(x)]);
 }
 
 void tst_TiffColors::labOfSixteenBitsIsFiner()
