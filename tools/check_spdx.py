@@ -4,9 +4,9 @@
 C++ files also by the copyright line; what cannot carry one by a row of the table in a LICENCE(S).md beside it or
 above it, or by a pattern of REST. Every licence that is named has its text in LICENSES/."""
 import fnmatch
+import os
 import pathlib
 import re
-import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -37,13 +37,21 @@ TABLE_LICENCES = {
 }
 
 
+def is_ignored(path, patterns):
+    """Whether one of the patterns of .gitignore names this path below ROOT, folders with a slash at their end."""
+    return any(fnmatch.fnmatchcase("/" + path, pattern if pattern.startswith("/") else "*/" + pattern) for pattern in patterns)
+
+
 def files():
-    if not (ROOT / ".git").exists():  # an archive of the sources
-        paths = (path.relative_to(ROOT) for path in ROOT.rglob("*") if path.is_file())
-        return sorted(str(path) for path in paths if path.parts[0] != "build" and "__pycache__" not in path.parts)
-    out = subprocess.run(["git", "-C", ROOT, "ls-files", "-z", "--cached", "--others", "--exclude-standard"],
-                         check=True, capture_output=True, text=True).stdout
-    return sorted(name for name in out.split("\0") if name and (ROOT / name).is_file())
+    """Walks the tree, in a clone as in an unpacked archive: git need not be there."""
+    lines = (ROOT / ".gitignore").read_text(encoding="utf-8").splitlines()
+    patterns = [".git", ".git/"] + [line for line in lines if line and not line.startswith("#")]
+    names = []
+    for folder, folders, found in os.walk(ROOT):
+        base = pathlib.Path(folder).relative_to(ROOT)
+        folders[:] = [name for name in folders if not is_ignored(f"{base / name}/", patterns)]
+        names += [str(base / name) for name in found if not is_ignored(str(base / name), patterns)]
+    return sorted(names)
 
 
 def read_tables(names):

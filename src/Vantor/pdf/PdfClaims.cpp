@@ -2,6 +2,8 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/pdf/PdfClaims_p.h>
 
+#include <Vantor/pdf/PdfCursor_p.h>
+
 #include <QByteArray>
 
 #include <algorithm>
@@ -18,69 +20,17 @@ constexpr qint64 kFreeObjects = 500000;
 constexpr qint64 kBytesPerObject = 8;
 /// The format's own limit.
 constexpr qint64 kMaxObjects = 8388607;
+constexpr const char* kTable = "xref";
+constexpr const char* kTrailer = "trailer";
 
-bool IsDigit(char c)
+int LengthOf(const char* pText)
 {
-    return c >= '0' && c <= '9';
+    return static_cast<int>(std::strlen(pText));
 }
-
-bool IsSpace(char c)
-{
-    return c == '\0' || c == '\t' || c == '\n' || c == '\f' || c == '\r' || c == ' ';
-}
-
-bool EndsName(char c)
-{
-    return IsSpace(c) || std::strchr("()<>[]{}/%", c) != nullptr;
-}
-
-/// Reads forwards through a document.
-class CCursor
-{
-public:
-    CCursor(const QByteArray& pdf, int nPos) : m_p(pdf.constData() + nPos), m_pEnd(pdf.constEnd()) {}
-
-    /// The next character that is no space, 0 at the end.
-    char Peek()
-    {
-        while (m_p < m_pEnd && IsSpace(*m_p))
-            ++m_p;
-        return m_p < m_pEnd ? *m_p : '\0';
-    }
-    bool Skip(char c)
-    {
-        if (Peek() != c)
-            return false;
-        ++m_p;
-        return true;
-    }
-    /// A whole number; what is larger than any count becomes a number larger than any count.
-    bool ReadNumber(qint64& nValue)
-    {
-        Skip('+');
-        if (!IsDigit(Peek()))
-            return false;
-        for (nValue = 0; m_p < m_pEnd && IsDigit(*m_p); ++m_p)
-            nValue = std::min(nValue * 10 + (*m_p - '0'), kMaxObjects * 2);
-        return true;
-    }
-    /// The rest of a name behind its slash, its #xx spelled out.
-    QByteArray ReadName()
-    {
-        const char* pStart = m_p;
-        while (m_p < m_pEnd && !EndsName(*m_p))
-            ++m_p;
-        return QByteArray::fromPercentEncoding(QByteArray(pStart, static_cast<int>(m_p - pStart)), '#');
-    }
-
-private:
-    const char* m_p;
-    const char* m_pEnd;
-};
 
 /// The largest object count among "first count" pairs; entries of an xref table ("offset generation n") are
 /// passed over.
-qint64 LargestPart(CCursor cursor)
+qint64 LargestPart(CPdfCursor cursor)
 {
     qint64 nLargest = 0;
     qint64 nFirst = 0;
@@ -92,16 +42,70 @@ qint64 LargestPart(CCursor cursor)
     return nLargest;
 }
 
-/// What /Size and /Index at this slash promise.
-qint64 ClaimOfName(const QByteArray& pdf, int nSlash)
+/// What /Index at this slash promises.
+qint64 ClaimOfIndex(const QByteArray& pdf, int nSlash)
 {
-    CCursor cursor(pdf, nSlash + 1);
-    const QByteArray name = cursor.ReadName();
-    qint64 nSize = 0;
-    if (name == "Size")
-        return cursor.ReadNumber(nSize) ? nSize : 0;
-    return name == "Index" && cursor.Skip('[') ? LargestPart(cursor) : 0;
+    CPdfCursor cursor(pdf, nSlash + 1);
+    return cursor.ReadName() == "Index" && cursor.Skip('[') ? LargestPart(cursor) : 0;
 }
+
+/// Looks for /Size among the entries of trailers and of streams, which those of cross references are. As an
+/// entry of any other dictionary it is the length of an attached file. Where the syntax is not kept, so that
+/// the renderer may see another end of the dictionary, every large /Size is taken for a claim.
+class CSizeClaims
+{
+public:
+    CSizeClaims(const QByteArray& pdf, qint64 nMax) : m_pdf(pdf), m_nMax(nMax), m_nLeft(pdf.size()) {}
+
+    bool AnyAboveMax() { return AnyInStreams() || (m_bLarge && AnyInTrailers()); }
+
+private:
+    bool AnyInStreams()
+    {
+        for (int nPos = m_pdf.indexOf('/'); nPos >= 0; nPos = m_pdf.indexOf('/', nPos + 1)) {
+            CPdfCursor cursor(m_pdf, nPos + 1);
+            qint64 nSize = 0;
+            if (cursor.ReadName() != "Size" || !cursor.ReadNumber(nSize) || nSize <= m_nMax)
+                continue;
+            m_bLarge = true;
+            if (!EndsElsewhere(cursor))
+                return true;
+        }
+        return false;
+    }
+    /// Whether the dictionary ends within another one, or as an object without a stream.
+    bool EndsElsewhere(CPdfCursor cursor)
+    {
+        if (!SkipEntries(cursor, nullptr))
+            return false;
+        const char cNext = cursor.Peek();
+        return cNext == '/' || cNext == '>' || cursor.ReadWord() == "endobj";
+    }
+    bool AnyInTrailers()
+    {
+        for (int nPos = m_pdf.indexOf(kTrailer); nPos >= 0; nPos = m_pdf.indexOf(kTrailer, nPos + 1)) {
+            CPdfCursor cursor(m_pdf, nPos + LengthOf(kTrailer));
+            qint64 nSize = 0;
+            const bool bDictionary = cursor.Skip('<') && cursor.SkipNext('<');
+            if (bDictionary ? !SkipEntries(cursor, &nSize) || nSize > m_nMax : cursor.Peek() == '%')
+                return true;
+        }
+        return false;
+    }
+    /// All of them together may cover the document once, as they do where they do not overlap.
+    bool SkipEntries(CPdfCursor& cursor, qint64* pSize)
+    {
+        const int nStart = cursor.GetPosition();
+        const bool bKept = cursor.SkipEntries(pSize);
+        m_nLeft -= cursor.GetPosition() - nStart;
+        return bKept && m_nLeft >= 0;
+    }
+
+    const QByteArray& m_pdf;
+    qint64 m_nMax;
+    qint64 m_nLeft; ///< bytes that may still be looked at
+    bool m_bLarge = false;
+};
 
 /// The number N of "N generation obj" that ends before this "obj".
 qint64 NumberOfObject(const QByteArray& pdf, int nObj)
@@ -113,11 +117,11 @@ qint64 NumberOfObject(const QByteArray& pdf, int nObj)
             --nPos;
         return nPos < nBefore;
     };
-    skipBack(IsSpace);
-    if (!skipBack(IsDigit) || !skipBack(IsSpace) || !skipBack(IsDigit))
+    skipBack(IsPdfSpace);
+    if (!skipBack(IsPdfDigit) || !skipBack(IsPdfSpace) || !skipBack(IsPdfDigit))
         return 0;
     qint64 nNumber = 0;
-    CCursor(pdf, nPos).ReadNumber(nNumber);
+    CPdfCursor(pdf, nPos).ReadNumber(nNumber);
     return nNumber;
 }
 
@@ -135,10 +139,10 @@ bool ClaimsTooManyObjects(const QByteArray& pdf)
 {
     const qint64 nMax = std::min(kFreeObjects + pdf.size() / kBytesPerObject, kMaxObjects);
     const auto claimOfTable = [](const QByteArray& all, int nPos) {
-        return LargestPart(CCursor(all, nPos + static_cast<int>(std::strlen("xref"))));
+        return LargestPart(CPdfCursor(all, nPos + LengthOf(kTable)));
     };
-    return AnyClaimAbove(pdf, "/", nMax, ClaimOfName) || AnyClaimAbove(pdf, "xref", nMax, claimOfTable) ||
-           AnyClaimAbove(pdf, "obj", nMax, NumberOfObject);
+    return AnyClaimAbove(pdf, "/", nMax, ClaimOfIndex) || AnyClaimAbove(pdf, kTable, nMax, claimOfTable) ||
+           AnyClaimAbove(pdf, "obj", nMax, NumberOfObject) || CSizeClaims(pdf, nMax).AnyAboveMax();
 }
 
 } // namespace Vantor::Utils

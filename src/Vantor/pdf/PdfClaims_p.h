@@ -8,8 +8,8 @@ namespace Vantor::Utils
 {
 
 /// Whether the document claims more objects than a file of its length can honestly hold. The renderer takes
-/// 40 bytes for each object that a table of objects (/Size, /Index, a part of an xref table) or an object's
-/// own number promises, before it has seen a single one.
+/// 40 bytes for each object that a table of objects (/Size of a trailer or of a stream, /Index, a part of an
+/// xref table) or an object's own number promises, before it has seen a single one.
 bool ClaimsTooManyObjects(const QByteArray& pdf);
 
 } // namespace Vantor::Utils

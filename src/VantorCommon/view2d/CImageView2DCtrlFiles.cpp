@@ -66,7 +66,8 @@ void TellUnreadablePdf(const QString& strPath, QWidget* pParent)
     pBox->open();
 }
 
-QString WhyUnreadable(int nResult)
+/// @param bTried  whether a password was given that did not open it
+QString WhyUnreadable(int nResult, bool bTried)
 {
     switch (nResult) {
     case CPDFReader::EReadResult_CannotOpen:
@@ -74,7 +75,8 @@ QString WhyUnreadable(int nResult)
     case CPDFReader::EReadResult_NoMemory:
         return QStringLiteral("The document is too large for the memory.");
     case CPDFReader::EReadResult_PasswordRequired:
-        return QStringLiteral("The document needs a password.");
+        return bTried ? QStringLiteral("The password is wrong.")
+                      : QStringLiteral("The document needs a password.");
     default:
         return QStringLiteral("It is not a PDF document with pages, or it is damaged.");
     }
@@ -111,7 +113,7 @@ bool CImageView2DCtrl::ReadDocument(CPDFReader& reader, const QString& strPath)
         return pThis;
     CLogger::Write(ERROR, "Cannot load pdf file %s", qUtf8Printable(strPath));
     if (pThis)
-        Fail(QStringLiteral("Cannot load pdf file %1.").arg(strPath), WhyUnreadable(nResult));
+        Fail(QStringLiteral("Cannot load pdf file %1.").arg(strPath), WhyUnreadable(nResult, bPasswordGiven));
     if (bPasswordGiven)
         TellUnreadablePdf(strPath, pParent);
     return false;

@@ -125,7 +125,7 @@ constexpr SExpectedFile kExpectedFiles[] = {
     {"tiff/BigTIFF.tif", 64, 64, 3},
     {"tiff/bricks-color.tiff", 160, 120, 3},
     {"tiff/bricks-gray.tiff", 160, 120, 1},
-    {"tiff/cmyk-4c-8b.tiff", 157, 151, 3},
+    {"tiff/cmyk-4c-8b.tiff", 157, 151, 4},
     {"tiff/fax4.tiff", 1080, 671, 1},
     {"tiff/g4-multi.tiff", 3307, 4677, 1},
     {"tiff/g4_orientation_5.tif", 590, 88, 1},

@@ -403,43 +403,6 @@ private Q_SLOTS:
         QCOMPARE(reader.Read(path, std::wstring()), int(CPDFReader::EReadResult_CannotOpen));
     }
 
-    void aClaimOfMoreObjectsThanTheFileCanHoldIsRefused_data()
-    {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("after");
-        QTest::newRow("size") << QByteArray("/Size 5") << QByteArray("/Size 13000371");
-        QTest::newRow("escaped size") << QByteArray("/Size 5") << QByteArray("/Si#7ae 13000371");
-        QTest::newRow("part of the table") << QByteArray("xref\n0 5") << QByteArray("xref\n13000000 5");
-        QTest::newRow("later part") << QByteArray("trailer") << QByteArray("5 13000000\ntrailer");
-        QTest::newRow("number") << QByteArray("4 0 obj") << QByteArray("13000000 0 obj");
-        QTest::newRow("index") << QByteArray("/Root") << QByteArray("/Index [0 5 13000000 1] /Root");
-        QTest::newRow("beyond every integer")
-            << QByteArray("/Size 5") << QByteArray("/Size 99999999999999999");
-    }
-
-    void aClaimOfMoreObjectsThanTheFileCanHoldIsRefused()
-    {
-        QFETCH(QByteArray, before);
-        QFETCH(QByteArray, after);
-        const QString path = m_dir.filePath(QStringLiteral("claims.pdf"));
-        QByteArray pdf = MakeOnePagePdf("/MediaBox [0 0 10 10]");
-        QVERIFY(pdf.contains(before));
-        CPDFReader reader;
-        QVERIFY(WriteFile(path, pdf));
-        QCOMPARE(reader.Read(Wide(path), std::wstring()), 0);
-        QVERIFY(WriteFile(path, pdf.replace(before, after)));
-        QCOMPARE(reader.Read(Wide(path), std::wstring()), int(CPDFReader::EReadResult_NotAPdf));
-    }
-
-    void highObjectNumbersInASmallFileAreRead()
-    {
-        const QString path = m_dir.filePath(QStringLiteral("claims.pdf"));
-        QByteArray pdf = MakeOnePagePdf("/MediaBox [0 0 10 10]");
-        QVERIFY(WriteFile(path, pdf.replace("/Size 5", "/Size 400000")));
-        CPDFReader reader;
-        QCOMPARE(reader.Read(Wide(path), std::wstring()), 0);
-    }
-
     void whatIsNoPdfIsRefused()
     {
         CPDFReader reader;

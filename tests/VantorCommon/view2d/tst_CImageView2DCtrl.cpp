@@ -36,6 +36,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
@@ -421,7 +422,10 @@ private Q_SLOTS:
     {
         SFixture f;
         TypePassword(f.pView, QStringLiteral("wrong"));
+        const QSignalSpy failures(&f.ctrl, &CImageView2DCtrl::signal_Failed);
         f.ctrl.LoadFile(TestDataPath(kLocked)); // returns
+        QCOMPARE(failures.size(), 1);
+        QVERIFY(failures[0][0].toString().endsWith(QStringLiteral(" The password is wrong.")));
         QCOMPARE(f.log.Take(),
                  QStringList{QStringLiteral("3:Cannot load pdf file ") + TestDataPath(kLocked)});
         QCOMPARE(f.model.GetImageCount(), 0);
@@ -437,7 +441,10 @@ private Q_SLOTS:
     {
         SFixture f;
         AnswerNext<QInputDialog>(f.pView, [](QInputDialog* pDialog) { pDialog->reject(); });
+        const QSignalSpy failures(&f.ctrl, &CImageView2DCtrl::signal_Failed);
         f.ctrl.LoadFile(TestDataPath(kLocked));
+        QCOMPARE(failures.size(), 1);
+        QVERIFY(failures[0][0].toString().endsWith(QStringLiteral(" The document needs a password.")));
         QCOMPARE(f.log.Take(),
                  QStringList{QStringLiteral("3:Cannot load pdf file ") + TestDataPath(kLocked)});
         QApplication::processEvents();

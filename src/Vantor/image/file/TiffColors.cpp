@@ -5,10 +5,14 @@
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/DecodeBounds_p.h>
 #include <Vantor/image/file/Samples_p.h>
+#include <Vantor/image/file/TiffLab_p.h>
 
 #include <algorithm>
-#include <array>
+#include <cstdint>
 #include <cstring>
+#include <limits>
+#include <type_traits>
+#include <vector>
 
 namespace Vantor::Algorithms
 {
@@ -20,43 +24,53 @@ struct SRgb {
     unsigned char nGreen = 0;
     unsigned char nBlue = 0;
 };
-using Palette = std::array<SRgb, 256>;
+using Palette = std::vector<SRgb>;
 
-/// Calls convert(from, to) for every pixel of two images of the same size.
-template <class TConvert> void ForPixels(const CImage& from, CImage& to, TConvert convert)
+/// Calls convert(from, to) for every pixel.
+/// @tparam TFrom  a sample of the first image
+template <class TFrom, class TConvert>
+void ForPixels(const CImage& from, const STiffColors& colors, CImage& to, TConvert convert)
 {
-    const int nWidth = from.GetWidth();
-    const int nFrom = from.GetChannel();
+    const int nFrom = StoredChannels(colors);
+    const int nWidth = to.GetWidth();
     const int nTo = to.GetChannel();
-    for (int y = 0; y < from.GetHeight(); ++y) {
-        const unsigned char* pFrom = from.GetRows()[y];
+    for (int y = 0; y < to.GetHeight(); ++y) {
+        const auto* pFrom = reinterpret_cast<const TFrom*>(from.GetRows()[y]);
         unsigned char* pTo = to.GetRows()[y];
         for (int x = 0; x < nWidth; ++x, pFrom += nFrom, pTo += nTo)
             convert(pFrom, pTo);
     }
 }
 
+constexpr unsigned char To8(unsigned char nValue)
+{
+    return nValue;
+}
+
+constexpr unsigned char To8(std::uint16_t nValue)
+{
+    return Scale16To8(nValue);
+}
+
 /// round(v 255 / alpha) of a sample that was multiplied by its alpha.
-unsigned char Straighten(unsigned char nValue, unsigned char nAlpha)
+template <class T> unsigned char Straighten(T nValue, T nAlpha)
 {
     if (nAlpha == 0)
         return 0;
     return static_cast<unsigned char>(std::min(255, (nValue * 255 + nAlpha / 2) / nAlpha));
 }
 
-void StraightenPixel(unsigned char* pPixel)
+/// A sample of 8 bits, divided by its alpha where it was multiplied.
+template <class T> unsigned char ColorOf(ETiffAlpha eAlpha, T nValue, T nAlpha)
 {
-    for (int c = 0; c < 3; ++c)
-        pPixel[c] = Straighten(pPixel[c], pPixel[3]);
+    return eAlpha == ETiffAlpha::Premultiplied ? Straighten(nValue, nAlpha) : To8(nValue);
 }
 
 /// The colour map of the file, false when there is none. Old writers filled it with 8-bit values.
-bool ReadPalette(TIFF* pTiff, Palette& palette)
+bool ReadPalette(TIFF* pTiff, int nBits, Palette& palette)
 {
-    std::uint16_t nBits = 0;
     std::uint16_t* pMaps[3] = {};
-    if (TIFFGetFieldDefaulted(pTiff, TIFFTAG_BITSPERSAMPLE, &nBits) != 1 || nBits > 8 ||
-        TIFFGetField(pTiff, TIFFTAG_COLORMAP, &pMaps[0], &pMaps[1], &pMaps[2]) != 1)
+    if (TIFFGetField(pTiff, TIFFTAG_COLORMAP, &pMaps[0], &pMaps[1], &pMaps[2]) != 1)
         return false;
     const std::size_t nEntries = std::size_t(1) << nBits;
     std::uint16_t nMax = 0;
@@ -66,92 +80,154 @@ bool ReadPalette(TIFF* pTiff, Palette& palette)
         return nMax < 256 ? static_cast<unsigned char>(v) : Scale16To8(v);
     };
     for (std::size_t i = 0; i < nEntries; ++i)
-        palette[i] = SRgb{scale(pMaps[0][i]), scale(pMaps[1][i]), scale(pMaps[2][i])};
+        palette.push_back(SRgb{scale(pMaps[0][i]), scale(pMaps[1][i]), scale(pMaps[2][i])});
     return true;
 }
 
-void ExpandGreyAlpha(const CImage& samples, bool bPremultiplied, CImage& image)
+template <class T> void ExpandGreyAlpha(const CImage& samples, const STiffColors& colors, CImage& image)
 {
-    ForPixels(samples, image, [bPremultiplied](const unsigned char* pFrom, unsigned char* pTo) {
-        std::memset(pTo, bPremultiplied ? Straighten(pFrom[0], pFrom[1]) : pFrom[0], 3);
-        pTo[3] = pFrom[1];
+    const ETiffAlpha eAlpha = colors.eAlpha;
+    ForPixels<T>(samples, colors, image, [eAlpha](const T* pFrom, unsigned char* pTo) {
+        std::memset(pTo, ColorOf(eAlpha, pFrom[0], pFrom[1]), 3);
+        pTo[3] = To8(pFrom[1]);
     });
 }
 
-void ExpandCmyk(const CImage& samples, CImage& image)
+template <class T> void ExpandRgbAlpha(const CImage& samples, const STiffColors& colors, CImage& image)
 {
-    ForPixels(samples, image, [](const unsigned char* pFrom, unsigned char* pTo) {
-        const int nWhite = 255 - pFrom[3];
+    const ETiffAlpha eAlpha = colors.eAlpha;
+    ForPixels<T>(samples, colors, image, [eAlpha](const T* pFrom, unsigned char* pTo) {
         for (int c = 0; c < 3; ++c)
-            pTo[c] = static_cast<unsigned char>(((255 - pFrom[c]) * nWhite + 127) / 255);
+            pTo[c] = ColorOf(eAlpha, pFrom[c], pFrom[3]);
+        pTo[3] = To8(pFrom[3]);
     });
 }
 
-void ExpandPalette(const CImage& samples, const Palette& palette, CImage& image)
+template <class T> void ExpandCmyk(const CImage& samples, const STiffColors& colors, CImage& image)
 {
-    ForPixels(samples, image, [&palette](const unsigned char* pFrom, unsigned char* pTo) {
+    const ETiffAlpha eAlpha = colors.eAlpha;
+    ForPixels<T>(samples, colors, image, [eAlpha](const T* pFrom, unsigned char* pTo) {
+        const T nAlpha = eAlpha == ETiffAlpha::None ? T(0) : pFrom[4];
+        const int nWhite = 255 - ColorOf(eAlpha, pFrom[3], nAlpha);
+        for (int c = 0; c < 3; ++c)
+            pTo[c] =
+                static_cast<unsigned char>(((255 - ColorOf(eAlpha, pFrom[c], nAlpha)) * nWhite + 127) / 255);
+        if (eAlpha != ETiffAlpha::None)
+            pTo[3] = To8(nAlpha);
+    });
+}
+
+/// Deliberate: alpha of either kind leaves the colours of the map as they are, for many pixels share one.
+template <class T>
+void ExpandPalette(const CImage& samples, const STiffColors& colors, const Palette& palette, CImage& image)
+{
+    const int nMax = (1 << colors.nBits) - 1;
+    const bool bAlpha = colors.eAlpha != ETiffAlpha::None;
+    ForPixels<T>(samples, colors, image, [&palette, nMax, bAlpha](const T* pFrom, unsigned char* pTo) {
         const SRgb& color = palette[*pFrom];
         pTo[0] = color.nRed;
         pTo[1] = color.nGreen;
         pTo[2] = color.nBlue;
+        if (bAlpha)
+            pTo[3] = static_cast<unsigned char>((pFrom[1] * 255 + nMax / 2) / nMax);
     });
+}
+
+template <class T>
+void ExpandLab(const CImage& samples, const STiffColors& colors, CLabToRgb& converter, CImage& image)
+{
+    const ETiffAlpha eAlpha = colors.eAlpha;
+    using Signed = std::make_signed_t<T>;
+    constexpr auto kMax = static_cast<float>(std::numeric_limits<T>::max());
+    constexpr auto kUnit = static_cast<float>(sizeof(T) == 1 ? 1 : 256); // of a and b
+    ForPixels<T>(samples, colors, image, [eAlpha, &converter](const T* pFrom, unsigned char* pTo) {
+        float factor = 1.0F;
+        if (eAlpha == ETiffAlpha::Premultiplied)
+            factor = pFrom[3] == 0 ? 0.0F : kMax / static_cast<float>(pFrom[3]);
+        const float l = static_cast<float>(pFrom[0]) * 100.0F / kMax * factor;
+        const float a = static_cast<float>(static_cast<Signed>(pFrom[1])) / kUnit * factor;
+        const float b = static_cast<float>(static_cast<Signed>(pFrom[2])) / kUnit * factor;
+        converter.Convert(std::min(l, 100.0F), a, b, pTo);
+        if (eAlpha != ETiffAlpha::None)
+            pTo[3] = To8(pFrom[3]);
+    });
+}
+
+template <class T> bool Expand(TIFF* pTiff, const STiffColors& colors, const CImage& samples, CImage& image)
+{
+    if (colors.eKind == ETiffColors::Palette) {
+        Palette palette;
+        if (!ReadPalette(pTiff, colors.nBits, palette))
+            return false;
+        ExpandPalette<T>(samples, colors, palette, image);
+    } else if (colors.eKind == ETiffColors::Lab) {
+        CLabToRgb converter;
+        if (!converter.Init(pTiff))
+            return false;
+        ExpandLab<T>(samples, colors, converter, image);
+    } else if (colors.eKind == ETiffColors::Cmyk) {
+        ExpandCmyk<T>(samples, colors, image);
+    } else if (colors.eKind == ETiffColors::Rgb) {
+        ExpandRgbAlpha<T>(samples, colors, image);
+    } else {
+        ExpandGreyAlpha<T>(samples, colors, image);
+    }
+    return true;
 }
 } // namespace
 
-int StoredChannels(ETiffColors eColors)
+int StoredChannels(const STiffColors& colors)
 {
-    switch (eColors) {
-    case ETiffColors::GreyAlpha:
-    case ETiffColors::GreyPremultiplied:
-        return 2;
+    const int nAlpha = colors.eAlpha == ETiffAlpha::None ? 0 : 1;
+    switch (colors.eKind) {
     case ETiffColors::Rgb:
-        return 3;
-    case ETiffColors::Rgba:
-    case ETiffColors::RgbaPremultiplied:
+    case ETiffColors::Lab:
+        return 3 + nAlpha;
     case ETiffColors::Cmyk:
-        return 4;
+        return 4 + nAlpha;
     default:
-        return 1;
+        return 1 + nAlpha;
     }
 }
 
-int ResultChannels(ETiffColors eColors)
+int ResultChannels(const STiffColors& colors)
 {
-    if (eColors == ETiffColors::GreyAlpha || eColors == ETiffColors::GreyPremultiplied)
+    if (colors.eAlpha != ETiffAlpha::None)
         return 4;
-    return eColors == ETiffColors::Palette || eColors == ETiffColors::Cmyk ? 3 : StoredChannels(eColors);
+    return colors.eKind == ETiffColors::Grey || colors.eKind == ETiffColors::WhiteIsZero ? 1 : 3;
 }
 
-bool IsInPlace(ETiffColors eColors)
+bool AreRaw(const STiffColors& colors)
 {
-    return eColors != ETiffColors::Cmyk && StoredChannels(eColors) == ResultChannels(eColors);
+    return colors.eKind == ETiffColors::Palette || colors.eKind == ETiffColors::Lab;
 }
 
-void AdjustInPlace(ETiffColors eColors, CImage& image)
+bool AreWide(const STiffColors& colors)
 {
-    if (eColors == ETiffColors::WhiteIsZero)
-        ForPixels(image, image, [](const unsigned char* pFrom, unsigned char* pTo) {
+    return colors.nBits > 8 && (AreRaw(colors) || colors.eAlpha == ETiffAlpha::Premultiplied);
+}
+
+bool IsInPlace(const STiffColors& colors)
+{
+    return !AreRaw(colors) && !AreWide(colors) && StoredChannels(colors) == ResultChannels(colors);
+}
+
+void AdjustInPlace(const STiffColors& colors, CImage& image)
+{
+    if (colors.eKind == ETiffColors::WhiteIsZero)
+        ForPixels<unsigned char>(image, colors, image, [](const unsigned char* pFrom, unsigned char* pTo) {
             *pTo = static_cast<unsigned char>(255 - *pFrom);
         });
-    else if (eColors == ETiffColors::RgbaPremultiplied)
-        ForPixels(image, image, [](const unsigned char*, unsigned char* pTo) { StraightenPixel(pTo); });
+    else if (colors.eAlpha == ETiffAlpha::Premultiplied)
+        ExpandRgbAlpha<unsigned char>(image, colors, image);
 }
 
-bool ExpandColors(TIFF* pTiff, ETiffColors eColors, const CImage& samples, CImage& image)
+bool ExpandColors(TIFF* pTiff, const STiffColors& colors, const CImage& samples, CImage& image)
 {
-    Palette palette;
-    if (eColors == ETiffColors::Palette && !ReadPalette(pTiff, palette))
+    if (image.Create(samples.GetWidth() / StoredChannels(colors), samples.GetHeight(), ResultChannels(colors),
+                     8, EImageType::Interleaved, kRowAlignment) != 0)
         return false;
-    if (image.Create(samples.GetWidth(), samples.GetHeight(), ResultChannels(eColors), 8,
-                     EImageType::Interleaved, kRowAlignment) != 0)
-        return false;
-    if (eColors == ETiffColors::Palette)
-        ExpandPalette(samples, palette, image);
-    else if (eColors == ETiffColors::Cmyk)
-        ExpandCmyk(samples, image);
-    else
-        ExpandGreyAlpha(samples, eColors == ETiffColors::GreyPremultiplied, image);
-    return true;
+    return (AreWide(colors) ? Expand<std::uint16_t> : Expand<unsigned char>)(pTiff, colors, samples, image);
 }
 
 bool Reorient(const CImage& from, int nOrientation, CImage& image)

@@ -11,28 +11,38 @@ class CImage;
 
 /// What the samples of a TIFF image mean.
 enum class ETiffColors {
-    Plain, ///< grey
+    Grey,
     WhiteIsZero,
-    GreyAlpha,
-    GreyPremultiplied,
     Rgb,
-    Rgba,
-    RgbaPremultiplied,
     Palette,
-    Cmyk
+    Cmyk,
+    Lab ///< CIE L*a*b*, of which a and b are signed
+};
+
+enum class ETiffAlpha { None, Straight, Premultiplied };
+
+struct STiffColors {
+    ETiffColors eKind = ETiffColors::Grey;
+    ETiffAlpha eAlpha = ETiffAlpha::None; ///< of the sample behind the colours
+    int nBits = 8;                        ///< of a sample in the file
 };
 
 /// Samples per pixel that are taken from the file.
-int StoredChannels(ETiffColors eColors);
+int StoredChannels(const STiffColors& colors);
 /// Channels of the image that comes of them.
-int ResultChannels(ETiffColors eColors);
+int ResultChannels(const STiffColors& colors);
+/// Whether the samples are taken as they are, not scaled.
+bool AreRaw(const STiffColors& colors);
+/// Whether 8 bits are too few for the samples until their colours are made.
+bool AreWide(const STiffColors& colors);
 /// Whether the image of the samples becomes the result without another one.
-bool IsInPlace(ETiffColors eColors);
+bool IsInPlace(const STiffColors& colors);
 
 /// Mends what differs from the core's order within the same channels: white as zero, premultiplied alpha.
-void AdjustInPlace(ETiffColors eColors, CImage& image);
-/// Makes RGB or RGBA of palette indices, CMYK or grey with alpha.
-bool ExpandColors(TIFF* pTiff, ETiffColors eColors, const CImage& samples, CImage& image);
+void AdjustInPlace(const STiffColors& colors, CImage& image);
+/// Makes the result of samples that cannot become it in place.
+/// @param samples  one channel of 16 bits where AreWide, else of 8: StoredChannels columns for each pixel
+bool ExpandColors(TIFF* pTiff, const STiffColors& colors, const CImage& samples, CImage& image);
 
 /// Applies an orientation of 2 to 8, as the EXIF and TIFF tags count them.
 bool Reorient(const CImage& from, int nOrientation, CImage& image);

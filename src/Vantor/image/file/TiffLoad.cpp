@@ -5,6 +5,8 @@
 #include <Vantor/image/file/ImageFormats_p.h>
 #include <Vantor/image/file/TiffColors_p.h>
 #include <Vantor/image/file/TiffHandle_p.h>
+#include <Vantor/image/file/TiffLacks_p.h>
+#include <Vantor/image/file/TiffPages_p.h>
 #include <Vantor/image/file/TiffSamples_p.h>
 
 #include <QIODevice>
@@ -28,7 +30,7 @@ struct SLayout {
     std::uint32_t nWidth = 0;
     std::uint32_t nHeight = 0;
     SSampleFormat format;
-    ETiffColors eColors = ETiffColors::Plain;
+    STiffColors colors;
     int nOrientation = ORIENTATION_TOPLEFT;
     bool bPlanar = false;
     bool bTiled = false;
@@ -51,43 +53,56 @@ std::uint16_t ExtraSample(TIFF* pTiff)
     return pKinds[0];
 }
 
-ETiffColors WithAlpha(TIFF* pTiff, int nSpare, ETiffColors eNone, ETiffColors eStraight,
-                      ETiffColors ePremultiplied)
+/// What the sample behind the colours says of them.
+/// @param nSpare  samples behind the colours
+ETiffAlpha FindAlpha(TIFF* pTiff, int nSpare)
 {
-    if (nSpare <= 0)
-        return eNone;
-    const std::uint16_t nExtra = ExtraSample(pTiff);
-    return nExtra == EXTRASAMPLE_UNASSALPHA   ? eStraight
-           : nExtra == EXTRASAMPLE_ASSOCALPHA ? ePremultiplied
-                                              : eNone;
+    const std::uint16_t nExtra = nSpare > 0 ? ExtraSample(pTiff) : EXTRASAMPLE_UNSPECIFIED;
+    return nExtra == EXTRASAMPLE_UNASSALPHA   ? ETiffAlpha::Straight
+           : nExtra == EXTRASAMPLE_ASSOCALPHA ? ETiffAlpha::Premultiplied
+                                              : ETiffAlpha::None;
 }
 
 /// The meaning of the samples; false for those that are left to the codec's own converter.
-bool FindColors(TIFF* pTiff, int nPhotometric, SLayout& layout)
+bool FindColors(TIFF* pTiff, int nPhotometric, int nStored, STiffColors& colors)
 {
-    const int nStored = layout.format.nStored;
     switch (nPhotometric) {
     case PHOTOMETRIC_MINISWHITE:
-        layout.eColors = ETiffColors::WhiteIsZero;
+        colors.eKind = ETiffColors::WhiteIsZero;
         return true;
     case PHOTOMETRIC_MINISBLACK:
-        layout.eColors = WithAlpha(pTiff, nStored - 1, ETiffColors::Plain, ETiffColors::GreyAlpha,
-                                   ETiffColors::GreyPremultiplied);
-        return true;
+        colors.eKind = ETiffColors::Grey;
+        break;
     case PHOTOMETRIC_RGB:
-        layout.eColors = WithAlpha(pTiff, nStored - 3, ETiffColors::Rgb, ETiffColors::Rgba,
-                                   ETiffColors::RgbaPremultiplied);
-        return nStored >= 3;
+        colors.eKind = ETiffColors::Rgb;
+        break;
     case PHOTOMETRIC_PALETTE:
-        layout.eColors = ETiffColors::Palette;
-        layout.format.bIndex = true;
-        return true;
+        colors.eKind = ETiffColors::Palette;
+        break;
     case PHOTOMETRIC_SEPARATED:
-        layout.eColors = ETiffColors::Cmyk;
-        return nStored >= 4 && Tag(pTiff, TIFFTAG_INKSET, INKSET_CMYK) == INKSET_CMYK;
+        colors.eKind = ETiffColors::Cmyk;
+        if (Tag(pTiff, TIFFTAG_INKSET, INKSET_CMYK) != INKSET_CMYK)
+            return false;
+        break;
+    case PHOTOMETRIC_CIELAB:
+        colors.eKind = ETiffColors::Lab;
+        if (colors.nBits != 8 && colors.nBits != 16)
+            return false;
+        break;
     default:
         return false;
     }
+    const int nSpare = nStored - StoredChannels(colors);
+    colors.eAlpha = FindAlpha(pTiff, nSpare);
+    return nSpare >= 0;
+}
+
+/// What the samples mean in a file that does not say it: in a facsimile, one is black.
+int UsualPhotometric(int nStored, int nCompression)
+{
+    const bool bFax = nCompression == COMPRESSION_CCITTRLE || nCompression == COMPRESSION_CCITTRLEW ||
+                      nCompression == COMPRESSION_CCITTFAX3 || nCompression == COMPRESSION_CCITTFAX4;
+    return bFax ? PHOTOMETRIC_MINISWHITE : nStored >= 3 ? PHOTOMETRIC_RGB : PHOTOMETRIC_MINISBLACK;
 }
 
 bool ReadLayout(TIFF* pTiff, SLayout& layout)
@@ -106,25 +121,35 @@ bool ReadLayout(TIFF* pTiff, SLayout& layout)
     layout.format.bFloat = nSampleFormat == SAMPLEFORMAT_IEEEFP;
     layout.format.bSigned = nSampleFormat == SAMPLEFORMAT_INT;
     const int nCompression = Tag(pTiff, TIFFTAG_COMPRESSION, COMPRESSION_NONE);
-    int nPhotometric = Tag(pTiff, TIFFTAG_PHOTOMETRIC,
-                           layout.format.nStored >= 3 ? PHOTOMETRIC_RGB : PHOTOMETRIC_MINISBLACK);
+    const int nUsual = UsualPhotometric(layout.format.nStored, nCompression);
+    int nPhotometric = Tag(pTiff, TIFFTAG_PHOTOMETRIC, static_cast<std::uint16_t>(nUsual));
     if (nPhotometric == PHOTOMETRIC_YCBCR && nCompression == COMPRESSION_JPEG && !layout.bPlanar) {
         TIFFSetField(pTiff, TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB);
         nPhotometric = PHOTOMETRIC_RGB;
     }
-    layout.bDecodable = FindColors(pTiff, nPhotometric, layout) && CanUnpack(layout.format) &&
+    layout.colors.nBits = layout.format.nBits;
+    layout.bDecodable = FindColors(pTiff, nPhotometric, layout.format.nStored, layout.colors) &&
                         nSampleFormat <= SAMPLEFORMAT_VOID && nCompression != COMPRESSION_OJPEG;
-    layout.format.nWanted = StoredChannels(layout.eColors);
+    layout.format.nWanted = StoredChannels(layout.colors);
+    layout.format.bRaw = AreRaw(layout.colors);
+    layout.format.bWide = AreWide(layout.colors);
+    layout.bDecodable = layout.bDecodable && CanUnpack(layout.format);
     return true;
+}
+
+/// Of a sample once it is unpacked.
+int BytesOf(const SSampleFormat& format)
+{
+    return format.bWide ? 2 : 1;
 }
 
 /// Whether the image, what is needed to decode it and the tables of both stay within the bounds.
 bool IsAffordable(TIFF* pTiff, const SLayout& layout, std::uint64_t nFileBytes)
 {
-    const int nResult = layout.bDecodable ? ResultChannels(layout.eColors) : 3;
-    const int nDecoder = !layout.bDecodable          ? static_cast<int>(sizeof(std::uint32_t))
-                         : IsInPlace(layout.eColors) ? 0
-                                                     : StoredChannels(layout.eColors);
+    const int nResult = layout.bDecodable ? ResultChannels(layout.colors) : 3;
+    const int nDecoder = !layout.bDecodable         ? static_cast<int>(sizeof(std::uint32_t))
+                         : IsInPlace(layout.colors) ? 0
+                                                    : layout.format.nWanted * BytesOf(layout.format);
     if (!FitsDecodeLimit(layout.nWidth, layout.nHeight, nResult, nDecoder))
         return false;
     const std::uint64_t nPiece = layout.bTiled ? TIFFTileSize64(pTiff) : TIFFScanlineSize64(pTiff);
@@ -158,7 +183,7 @@ std::vector<SPlane> PlanesOf(const SLayout& layout)
 
 bool ReadRows(TIFF* pTiff, const SLayout& layout, const SPlane& plane, CImage& samples)
 {
-    const int nTo = samples.GetChannel();
+    const int nTo = layout.format.nWanted;
     const bool bDirect = plane.format.nBits == 8 && !plane.format.bSigned && !plane.format.bFloat &&
                          plane.format.nStored == nTo && plane.format.nWanted == nTo;
     std::vector<unsigned char> vctLine;
@@ -169,7 +194,7 @@ bool ReadRows(TIFF* pTiff, const SLayout& layout, const SPlane& plane, CImage& s
         if (TIFFReadScanline(pTiff, bDirect ? pRow : vctLine.data(), y, plane.nPlane) != 1)
             return false;
         if (!bDirect)
-            UnpackRow(plane.format, vctLine.data(), pRow + plane.nPlane, nTo,
+            UnpackRow(plane.format, vctLine.data(), pRow + plane.nPlane * BytesOf(plane.format), nTo,
                       static_cast<int>(layout.nWidth));
     }
     return true;
@@ -183,6 +208,9 @@ bool ReadTiles(TIFF* pTiff, const SLayout& layout, const SPlane& plane, CImage& 
         TIFFGetField(pTiff, TIFFTAG_TILELENGTH, &nTileHeight) != 1 || nTileWidth == 0 || nTileHeight == 0)
         return false;
     const tmsize_t nTileRow = TIFFTileRowSize(pTiff);
+    const auto nSampleBytes = static_cast<std::size_t>(BytesOf(plane.format));
+    const std::size_t nPixelBytes = static_cast<std::size_t>(layout.format.nWanted) * nSampleBytes;
+    const std::size_t nPlaneByte = plane.nPlane * nSampleBytes;
     std::vector<unsigned char> vctTile(static_cast<std::size_t>(TIFFTileSize64(pTiff)));
     for (std::uint64_t y = 0; y < layout.nHeight; y += nTileHeight) {
         for (std::uint64_t x = 0; x < layout.nWidth; x += nTileWidth) {
@@ -195,33 +223,36 @@ bool ReadTiles(TIFF* pTiff, const SLayout& layout, const SPlane& plane, CImage& 
             const std::uint64_t nEnd = std::min<std::uint64_t>(y + nTileHeight, layout.nHeight);
             for (std::uint64_t row = y; row < nEnd; ++row)
                 UnpackRow(plane.format, vctTile.data() + static_cast<tmsize_t>(row - y) * nTileRow,
-                          samples.GetPixel(static_cast<int>(x), static_cast<int>(row)) + plane.nPlane,
-                          samples.GetChannel(), nColumns);
+                          samples.GetRows()[row] + x * nPixelBytes + nPlaneByte, layout.format.nWanted,
+                          nColumns);
         }
     }
     return true;
 }
 
-bool CreateFor(const SLayout& layout, int nChannels, CImage& image)
+bool CreateFor(const SLayout& layout, int nColumns, int nChannels, int nBits, CImage& image)
 {
-    return image.Create(static_cast<int>(layout.nWidth), static_cast<int>(layout.nHeight), nChannels, 8,
-                        EImageType::Interleaved, kRowAlignment) == 0;
+    return image.Create(static_cast<int>(layout.nWidth) * nColumns, static_cast<int>(layout.nHeight),
+                        nChannels, nBits, EImageType::Interleaved, kRowAlignment) == 0;
 }
 
 /// The image of the stored samples, mended where that does not need another one.
 bool Decode(TIFF* pTiff, const SLayout& layout, CImage& samples)
 {
-    if (!CreateFor(layout, layout.format.nWanted, samples))
+    const int nSamples = layout.format.nWanted; // more of them than an image has channels with inks and alpha
+    if (!(IsInPlace(layout.colors) ? CreateFor(layout, 1, nSamples, 8, samples)
+                                   : CreateFor(layout, nSamples, 1, 8 * BytesOf(layout.format), samples)))
         return false;
     for (const SPlane& plane : PlanesOf(layout)) {
         if (!(layout.bTiled ? ReadTiles : ReadRows)(pTiff, layout, plane, samples))
             return false;
     }
-    AdjustInPlace(layout.eColors, samples);
+    if (IsInPlace(layout.colors))
+        AdjustInPlace(layout.colors, samples);
     return true;
 }
 
-/// Rare kinds (L*a*b*, log luminance, subsampled colours outside JPEG) by the codec's own converter.
+/// Rare kinds (log luminance, subsampled colours outside JPEG) by the codec's own converter.
 bool DecodeByCodec(TIFF* pTiff, const SLayout& layout, CImage& image)
 {
     // The orientation is applied by us.
@@ -229,7 +260,7 @@ bool DecodeByCodec(TIFF* pTiff, const SLayout& layout, CImage& image)
     std::vector<std::uint32_t> vctRaster(static_cast<std::size_t>(layout.nWidth) * layout.nHeight);
     if (TIFFReadRGBAImageOriented(pTiff, layout.nWidth, layout.nHeight, vctRaster.data(), ORIENTATION_TOPLEFT,
                                   1) != 1 ||
-        !CreateFor(layout, 3, image))
+        !CreateFor(layout, 1, 3, 8, image))
         return false;
     const std::uint32_t* pFrom = vctRaster.data();
     for (std::uint32_t y = 0; y < layout.nHeight; ++y) {
@@ -243,33 +274,41 @@ bool DecodeByCodec(TIFF* pTiff, const SLayout& layout, CImage& image)
     return true;
 }
 
-bool DecodeTiffFile(QIODevice& device, CImage& image)
+bool DecodeTiffFile(TIFF* pTiff, std::uint64_t nFileBytes, CImage& image)
 {
-    // "m": not mapped into memory, because a file may shrink under the mapping.
-    const TiffHandle tiff = OpenTiff(device, "rm");
     SLayout layout;
-    if (!tiff || !ReadLayout(tiff.get(), layout) ||
-        !IsAffordable(tiff.get(), layout, static_cast<std::uint64_t>(device.size())))
+    if (!ReadLayout(pTiff, layout) || !IsAffordable(pTiff, layout, nFileBytes))
         return false;
     // Each step that is needed has an image of its own, the last one writes into the result.
     const bool bTurn =
         layout.nOrientation > ORIENTATION_TOPLEFT && layout.nOrientation <= ORIENTATION_LEFTBOT;
-    const bool bExpand = layout.bDecodable && !IsInPlace(layout.eColors);
+    const bool bExpand = layout.bDecodable && !IsInPlace(layout.colors);
     CImage samples;
     CImage colors;
     CImage& decoded = bTurn || bExpand ? samples : image;
     CImage& expanded = !bExpand ? decoded : bTurn ? colors : image;
-    if (!(layout.bDecodable ? Decode : DecodeByCodec)(tiff.get(), layout, decoded))
+    if (!(layout.bDecodable ? Decode : DecodeByCodec)(pTiff, layout, decoded))
         return false;
-    if (bExpand && !ExpandColors(tiff.get(), layout.eColors, decoded, expanded))
+    if (bExpand && !ExpandColors(pTiff, layout.colors, decoded, expanded))
         return false;
     return !bTurn || Reorient(expanded, layout.nOrientation, image);
 }
 } // namespace
 
-CResult LoadTiff(QIODevice& device, CImage& image, Notes& /*notes*/)
+CResult LoadTiff(QIODevice& device, CImage& image, Notes& notes)
 {
-    return DecodeTiffFile(device, image) ? CResult::Success() : Unreadable("TIFF");
+    // "m": not mapped into memory, because a file may shrink under the mapping.
+    const TiffHandle tiff = OpenTiff(device, "rm");
+    if (!tiff)
+        return Unreadable("TIFF");
+    if (!DecodeTiffFile(tiff.get(), static_cast<std::uint64_t>(device.size()), image)) {
+        const std::string strLack = WhatTheCodecLacks(tiff.get());
+        return strLack.empty() ? Unreadable("TIFF") : CResult::Failure(strLack);
+    }
+    const std::string strPages = NoteOfPages(device);
+    if (!strPages.empty())
+        notes.push_back(strPages);
+    return CResult::Success();
 }
 
 } // namespace Vantor::Algorithms

@@ -2,11 +2,10 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/file/TiffSamples_p.h>
 
-#include <Vantor/image/file/Samples_p.h>
-
 #include <QFloat16>
 
 #include <cstring>
+#include <limits>
 #include <type_traits>
 
 namespace Vantor::Algorithms
@@ -21,9 +20,42 @@ template <class T> T ValueAt(const unsigned char* pFrom, std::size_t nIndex)
     return value;
 }
 
+/// An integer of 24 bits in the order of the machine's bytes.
+struct SInteger24 {
+    unsigned char bytes[3];
+    operator std::uint32_t() const
+    {
+        const bool bLittle = Q_BYTE_ORDER == Q_LITTLE_ENDIAN;
+        return std::uint32_t(bytes[bLittle ? 2 : 0]) << 16 | std::uint32_t(bytes[1]) << 8 |
+               bytes[bLittle ? 0 : 2];
+    }
+};
+
+/// round(v max / (2^nBits - 1)), max being that of the result.
+template <int nBits, class TTo, class T> constexpr TTo ScaleInteger(T v)
+{
+    constexpr std::uint64_t kFrom = ~std::uint64_t(0) >> (64 - nBits);
+    constexpr std::uint64_t kTo = std::numeric_limits<TTo>::max();
+    if constexpr (kFrom % kTo == 0) {
+        constexpr T kStep = static_cast<T>(kFrom / kTo); // odd: there are no halves
+        return static_cast<TTo>(v / kStep + (v % kStep > kStep / 2 ? 1 : 0));
+    } else {
+        static_assert(nBits <= 32, "the product would overflow");
+        return static_cast<TTo>((v * kTo + kFrom / 2) / kFrom);
+    }
+}
+
+template <class TTo> constexpr TTo ScaleFloat(double v)
+{
+    constexpr TTo kMax = std::numeric_limits<TTo>::max();
+    if (!(v > 0.0)) // or not a number
+        return 0;
+    return v >= 1.0 ? kMax : static_cast<TTo>(v * kMax + 0.5);
+}
+
 /// Calls scale(index of the sample in the row) for every wanted sample.
-template <class TScale>
-void ForWanted(const SSampleFormat& format, unsigned char* pTo, int nTo, int nWidth, TScale scale)
+template <class TTo, class TScale>
+void ForWanted(const SSampleFormat& format, TTo* pTo, int nTo, int nWidth, TScale scale)
 {
     const auto nStored = static_cast<std::size_t>(format.nStored);
     for (std::size_t x = 0; x < static_cast<std::size_t>(nWidth); ++x, pTo += nTo) {
@@ -32,27 +64,28 @@ void ForWanted(const SSampleFormat& format, unsigned char* pTo, int nTo, int nWi
     }
 }
 
-template <class T>
-void UnpackFloats(const SSampleFormat& format, const unsigned char* pFrom, unsigned char* pTo, int nTo,
-                  int nWidth)
+template <class TFrom, class TTo>
+void UnpackFloats(const SSampleFormat& format, const unsigned char* pFrom, TTo* pTo, int nTo, int nWidth)
 {
-    ForWanted(format, pTo, nTo, nWidth,
-              [pFrom](std::size_t i) { return ScaleFloatTo8(static_cast<double>(ValueAt<T>(pFrom, i))); });
+    ForWanted(format, pTo, nTo, nWidth, [pFrom](std::size_t i) {
+        return ScaleFloat<TTo>(static_cast<double>(ValueAt<TFrom>(pFrom, i)));
+    });
 }
 
-template <class T>
-void UnpackIntegers(const SSampleFormat& format, const unsigned char* pFrom, unsigned char* pTo, int nTo,
-                    int nWidth)
+template <class TFrom, class TTo>
+void UnpackIntegers(const SSampleFormat& format, const unsigned char* pFrom, TTo* pTo, int nTo, int nWidth)
 {
-    const T nFlip = format.bSigned ? static_cast<T>(T(1) << (8 * sizeof(T) - 1)) : T(0);
+    using Value = std::conditional_t<sizeof(TFrom) == 8, std::uint64_t, std::uint32_t>;
+    constexpr int kBits = static_cast<int>(8 * sizeof(TFrom));
+    if (format.bRaw) {
+        ForWanted(format, pTo, nTo, nWidth, [pFrom](std::size_t i) {
+            return static_cast<TTo>(static_cast<Value>(ValueAt<TFrom>(pFrom, i)));
+        });
+        return;
+    }
+    const Value nFlip = format.bSigned ? Value(1) << (kBits - 1) : Value(0);
     ForWanted(format, pTo, nTo, nWidth, [pFrom, nFlip](std::size_t i) {
-        const T value = static_cast<T>(ValueAt<T>(pFrom, i) ^ nFlip);
-        if constexpr (sizeof(T) == 1)
-            return static_cast<unsigned char>(value);
-        else if constexpr (sizeof(T) == 2)
-            return Scale16To8(value);
-        else
-            return Scale32To8(value);
+        return ScaleInteger<kBits, TTo>(static_cast<Value>(ValueAt<TFrom>(pFrom, i)) ^ nFlip);
     });
 }
 
@@ -78,13 +111,14 @@ void UnpackBlackAndWhite(const unsigned char* pFrom, unsigned char* pTo, int nWi
 }
 
 /// Samples that are packed without regard to bytes, highest bit first.
-void UnpackBits(const SSampleFormat& format, const unsigned char* pFrom, unsigned char* pTo, int nTo,
-                int nWidth)
+template <class TTo>
+void UnpackBits(const SSampleFormat& format, const unsigned char* pFrom, TTo* pTo, int nTo, int nWidth)
 {
+    constexpr std::uint32_t kTo = std::numeric_limits<TTo>::max();
     const auto nBits = static_cast<std::size_t>(format.nBits);
     const std::uint32_t nMax = (1U << nBits) - 1;
     const std::uint32_t nFlip = format.bSigned ? 1U << (nBits - 1) : 0;
-    const bool bIndex = format.bIndex;
+    const bool bRaw = format.bRaw;
     ForWanted(format, pTo, nTo, nWidth, [=](std::size_t i) {
         const std::size_t nFirst = i * nBits;
         const std::size_t nLast = nFirst + nBits - 1;
@@ -92,22 +126,12 @@ void UnpackBits(const SSampleFormat& format, const unsigned char* pFrom, unsigne
         for (std::size_t n = nFirst / 8; n <= nLast / 8; ++n)
             value = value << 8 | pFrom[n];
         value = (value >> (7 - nLast % 8)) & nMax;
-        return static_cast<unsigned char>(bIndex ? value : ((value ^ nFlip) * 255 + nMax / 2) / nMax);
+        return static_cast<TTo>(bRaw ? value : ((value ^ nFlip) * kTo + nMax / 2) / nMax);
     });
 }
-} // namespace
 
-bool CanUnpack(const SSampleFormat& format)
-{
-    if (format.bFloat)
-        return format.nBits == 16 || format.nBits == 32 || format.nBits == 64;
-    if (format.bIndex)
-        return format.nBits >= 1 && format.nBits <= 8;
-    return (format.nBits >= 1 && format.nBits <= 16) || format.nBits == 32;
-}
-
-void UnpackRow(const SSampleFormat& format, const unsigned char* pFrom, unsigned char* pTo, int nTo,
-               int nWidth)
+template <class TTo>
+void UnpackAnyRow(const SSampleFormat& format, const unsigned char* pFrom, TTo* pTo, int nTo, int nWidth)
 {
     if (format.bFloat && format.nBits == 16)
         UnpackFloats<qfloat16>(format, pFrom, pTo, nTo, nWidth);
@@ -115,18 +139,43 @@ void UnpackRow(const SSampleFormat& format, const unsigned char* pFrom, unsigned
         UnpackFloats<float>(format, pFrom, pTo, nTo, nWidth);
     else if (format.bFloat)
         UnpackFloats<double>(format, pFrom, pTo, nTo, nWidth);
-    else if (format.nBits == 1 && !format.bSigned && !format.bIndex && format.nStored == 1 && nTo == 1)
-        UnpackBlackAndWhite(pFrom, pTo, nWidth);
-    else if (format.nBits == 8 && !format.bSigned && format.nStored == 1 && nTo == 1)
-        std::memcpy(pTo, pFrom, static_cast<std::size_t>(nWidth));
     else if (format.nBits == 8)
         UnpackIntegers<std::uint8_t>(format, pFrom, pTo, nTo, nWidth);
     else if (format.nBits == 16)
         UnpackIntegers<std::uint16_t>(format, pFrom, pTo, nTo, nWidth);
+    else if (format.nBits == 24)
+        UnpackIntegers<SInteger24>(format, pFrom, pTo, nTo, nWidth);
     else if (format.nBits == 32)
         UnpackIntegers<std::uint32_t>(format, pFrom, pTo, nTo, nWidth);
+    else if (format.nBits == 64)
+        UnpackIntegers<std::uint64_t>(format, pFrom, pTo, nTo, nWidth);
     else
         UnpackBits(format, pFrom, pTo, nTo, nWidth);
+}
+} // namespace
+
+bool CanUnpack(const SSampleFormat& format)
+{
+    const bool bPacked = format.nBits >= 1 && format.nBits <= 16;
+    if (format.bRaw)
+        return bPacked && !format.bFloat;
+    if (format.bFloat)
+        return format.nBits == 16 || format.nBits == 32 || format.nBits == 64;
+    return bPacked || format.nBits == 24 || format.nBits == 32 || format.nBits == 64;
+}
+
+void UnpackRow(const SSampleFormat& format, const unsigned char* pFrom, unsigned char* pTo, int nTo,
+               int nWidth)
+{
+    const bool bPlain = !format.bFloat && !format.bSigned && format.nStored == 1 && nTo == 1;
+    if (format.bWide)
+        UnpackAnyRow(format, pFrom, reinterpret_cast<std::uint16_t*>(pTo), nTo, nWidth);
+    else if (bPlain && !format.bRaw && format.nBits == 1)
+        UnpackBlackAndWhite(pFrom, pTo, nWidth);
+    else if (bPlain && format.nBits == 8)
+        std::memcpy(pTo, pFrom, static_cast<std::size_t>(nWidth));
+    else
+        UnpackAnyRow(format, pFrom, pTo, nTo, nWidth);
 }
 
 } // namespace Vantor::Algorithms

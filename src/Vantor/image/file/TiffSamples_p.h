@@ -8,12 +8,13 @@
 namespace Vantor::Algorithms
 {
 
-/// How the samples of a row are stored, and which of them are wanted.
+/// How the samples of a row are stored, and what is wanted of them.
 struct SSampleFormat {
-    int nBits = 8; ///< 1 to 16, 32 or 64
+    int nBits = 8; ///< 1 to 16, 24, 32 or 64
     bool bFloat = false;
     bool bSigned = false; ///< the most negative value is black
-    bool bIndex = false;  ///< an index of a palette is not scaled
+    bool bRaw = false;    ///< at most 16 bits that are taken as they are, such as an index of a palette
+    bool bWide = false;   ///< a sample becomes 16 bits instead of 8
     int nStored = 1;      ///< samples per pixel in the row
     int nWanted = 1;      ///< the first so many of them are taken
 };
@@ -21,8 +22,9 @@ struct SSampleFormat {
 /// Whether UnpackRow can read this.
 bool CanUnpack(const SSampleFormat& format);
 
-/// Scales a row of samples to 8 bits: unsigned v to round(v 255 / max), float by ScaleFloatTo8.
-/// @param pTo   nWidth pixels, nTo bytes apart, of which the first nWanted are written
+/// Scales a row of samples to 8 or 16 bits: unsigned v to round(v 255 / max), float by round(v 255) of v
+/// clamped to 0 .. 1, or 65535 in the place of 255.
+/// @param pTo  nWidth pixels, nTo samples apart, of which the first nWanted are written
 void UnpackRow(const SSampleFormat& format, const unsigned char* pFrom, unsigned char* pTo, int nTo,
                int nWidth);
 

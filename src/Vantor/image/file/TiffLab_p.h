@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <tiffio.h>
+
+namespace Vantor::Algorithms
+{
+
+/// Makes RGB of CIE L*a*b* as the TIFF codec does, which knows 8 bits a sample only and no alpha.
+class CLabToRgb
+{
+public:
+    /// Takes the white point of the file; false when it is none.
+    bool Init(TIFF* pTiff);
+    /// @param l     0 to 100
+    /// @param a, b  about -128 to 127
+    /// @param pRgb  receives three samples of 0 to 255
+    void Convert(float l, float a, float b, unsigned char* pRgb);
+
+private:
+    TIFFCIELabToRGB m_tables = {};
+};
+
+} // namespace Vantor::Algorithms
