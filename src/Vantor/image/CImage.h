@@ -118,10 +118,12 @@ public:
     ///   most negative is 0, floats become round(255 v) of v clamped to 0 .. 1, not a number is 0.
     /// - Alpha is straight, premultiplied samples are divided by it. EXIF and TIFF orientations are applied.
     /// - The path is UTF-8 for the system, whatever the locale. Only regular files are opened.
+    /// - A transparent PNG colour of 16 bits is compared at 16 bits.
     /// - What would decode to more than the limit of SetDecodeLimit, to a side beyond 1,000,000, or to more
-    ///   than the length of the file can account for is refused before memory is taken. The decoder may
-    ///   need twice the limit for itself beside the image.
-    /// - A file cut short loads partly as JPEG and GIF and fails as BMP, PNG and TIFF.
+    ///   than the length of the file can account for (but see JPEG below) is refused before memory is taken.
+    ///   The decoder may need twice the limit for itself beside the image.
+    /// - A file cut short loads partly as JPEG and GIF, with a note of it, and fails as BMP, PNG and TIFF. Of a
+    ///   JPEG the head of the first scan is enough; what is missing is grey.
     /// @return 0, or non-zero for a path that names no readable image, one beyond the limits or lack of
     ///         memory; the image then stays
     int Load(const std::wstring& path);

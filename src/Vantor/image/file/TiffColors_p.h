@@ -34,7 +34,4 @@ void AdjustInPlace(ETiffColors eColors, CImage& image);
 /// Makes RGB or RGBA of palette indices, CMYK or grey with alpha.
 bool ExpandColors(TIFF* pTiff, ETiffColors eColors, const CImage& samples, CImage& image);
 
-/// Applies an orientation of 2 to 8, as the EXIF and TIFF tags count them.
-bool Reorient(const CImage& from, int nOrientation, CImage& image);
-
 } // namespace Vantor::Algorithms
