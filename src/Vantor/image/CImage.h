@@ -118,12 +118,14 @@ public:
     ///   most negative is 0, floats become round(255 v) of v clamped to 0 .. 1, not a number is 0.
     /// - Alpha is straight, premultiplied samples are divided by it. EXIF and TIFF orientations are applied.
     /// - The path is UTF-8 for the system, whatever the locale. Only regular files are opened.
+    /// - A transparent PNG colour of 16 bits is compared at 16 bits.
     /// - What would decode to more than the limit of SetDecodeLimit, to a side beyond 1,000,000, or to more
-    ///   than the length of the file can account for is refused before memory is taken. The decoder may
-    ///   need twice the limit for itself beside the image.
+    ///   than the length of the file can account for (but see JPEG below) is refused before memory is taken.
+    ///   The decoder may need twice the limit for itself beside the image.
     /// - A file cut short loads partly, with a note, as JPEG, GIF and BMP of run lengths; other BMP, PNG and
-    ///   TIFF files fail. What the first frame of a GIF does not cover or lacks is transparent; what run
-    ///   lengths skip or lack is the first colour of the palette, or black without one.
+    ///   TIFF files fail. Of a JPEG the head of the first scan is enough; what is missing is grey. What the
+    ///   first frame of a GIF does not cover or lacks is transparent; what run lengths skip or lack is the
+    ///   first colour of the palette, or black without one.
     /// @return 0, or non-zero for a path that names no readable image, one beyond the limits or lack of
     ///         memory; the image then stays
     int Load(const std::wstring& path);

@@ -2,8 +2,11 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/log/CLogModel.h>
 
+#include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/log/MessageQueue_p.h>
 #include <VantorCommon/settings/CSettingManager.h>
+
+#include <Vantor/Messages.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -17,6 +20,12 @@
 namespace
 {
 constexpr int c_nDrainIntervalMs = 10;
+
+/// From the loading of the library on: what a codec says may be the first line of all.
+[[maybe_unused]] const bool c_bMessagesAreLogged = [] {
+    Vantor::SetMessageSink([](const char* text) { CLogger::Write(NORMAL, "%s", text); });
+    return true;
+}();
 
 /// The model between its construction and its end. It has no destructor, so it can be asked at any time.
 std::atomic<CLogModel*> g_pModel{nullptr};

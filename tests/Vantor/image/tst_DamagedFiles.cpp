@@ -224,8 +224,6 @@ void tst_DamagedFiles::aHugeClaimIsRefusedBeforeMemoryIsTaken_data()
     QTest::newRow("bmp/g_pal8rle.bmp") << 18 << little;
     QTest::newRow("png/basn2c08.png") << 16 << QByteArray("\0\0\x3e\x80\0\0\x3e\x80", 8);
     QTest::newRow("gif/hippopotamus.regular.gif") << 6 << QByteArray("\x80\x3e\x80\x3e", 4);
-    QTest::newRow("jpeg/peacock.default.jpeg") << -1 << QByteArray("\x3e\x80\x3e\x80", 4);
-    QTest::newRow("jpeg/peacock.progressive.jpeg") << -1 << QByteArray("\x3e\x80\x3e\x80", 4);
 }
 
 void tst_DamagedFiles::aHugeClaimIsRefusedBeforeMemoryIsTaken()
@@ -237,8 +235,6 @@ void tst_DamagedFiles::aHugeClaimIsRefusedBeforeMemoryIsTaken()
     QFile from(TestDataPath(QString::fromLatin1(QTest::currentDataTag())));
     QVERIFY(from.open(QIODevice::ReadOnly));
     QByteArray content = from.readAll();
-    if (offset < 0) // behind the marker, the length and the depth of a JPEG frame
-        offset = std::max(content.indexOf("\xff\xc0"), content.indexOf("\xff\xc2")) + 5;
     content.replace(offset, claim.size(), claim);
     if (from.fileName().endsWith(QStringLiteral("png"))) { // or the header would be refused for its checksum
         QByteArray checksum(4, '\0');
@@ -272,10 +268,10 @@ void tst_DamagedFiles::truncatedFilesLoadPartlyOrNotAtAll()
 {
     QFETCH(bool, loads);
     const QByteArray name = QByteArray("broken/") + QTest::currentDataTag();
-    if (name.endsWith("jpeg"))
-        QTest::ignoreMessage(QtWarningMsg, "Corrupt JPEG data: premature end of data segment");
     CImage image;
     QCOMPARE(LoadData(image, name.constData()) == 0, loads);
+    if (name.endsWith("jpeg"))
+        QVERIFY(image.GetNotes().at(0).rfind("The file is incomplete: ", 0) == 0);
 }
 
 VANTOR_CORE_TEST_MAIN(tst_DamagedFiles)

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
+#include "tests/support/TestImages.h"
 #include "tests/support/TestMain.h"
 
 #include <VantorCommon/log/CLogModel.h>
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/settings/CSettingManager.h>
+
+#include <Vantor/image/CImage.h>
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -65,6 +68,17 @@ private Q_SLOTS:
     {
         CLogger::Write(NORMAL, "%s", "%s%n%d %1 100%");
         QCOMPARE(OnlyText(), QStringLiteral("%s%n%d %1 100%"));
+    }
+
+    void whatACodecSaysIsALineOfTheLowestLevel()
+    {
+        Vantor::Algorithms::CImage image;
+        const QString path = TestDataPath(QStringLiteral("broken/peacock.default.truncated.jpeg"));
+        QCOMPARE(image.Load(path.toStdWString()), 0);
+        const auto vctMessages = Drain();
+        QCOMPARE(vctMessages.size(), std::size_t(1));
+        QCOMPARE(vctMessages.front().eLevel, NORMAL);
+        QVERIFY(vctMessages.front().strMessage.startsWith(QStringLiteral("libjpeg: ")));
     }
 
     void theTextIsReadAsUtf8()

@@ -230,32 +230,4 @@ bool ExpandColors(TIFF* pTiff, const STiffColors& colors, const CImage& samples,
     return (AreWide(colors) ? Expand<std::uint16_t> : Expand<unsigned char>)(pTiff, colors, samples, image);
 }
 
-bool Reorient(const CImage& from, int nOrientation, CImage& image)
-{
-    const int nLastX = from.GetWidth() - 1;
-    const int nLastY = from.GetHeight() - 1;
-    const bool bSwap = nOrientation >= ORIENTATION_LEFTTOP;
-    const bool bFlipX = nOrientation == ORIENTATION_TOPRIGHT || nOrientation == ORIENTATION_BOTRIGHT ||
-                        nOrientation == ORIENTATION_RIGHTBOT || nOrientation == ORIENTATION_LEFTBOT;
-    const bool bFlipY = nOrientation == ORIENTATION_BOTRIGHT || nOrientation == ORIENTATION_BOTLEFT ||
-                        nOrientation == ORIENTATION_RIGHTTOP || nOrientation == ORIENTATION_RIGHTBOT;
-    const int nChannels = from.GetChannel();
-    if (image.Create(bSwap ? nLastY + 1 : nLastX + 1, bSwap ? nLastX + 1 : nLastY + 1, nChannels, 8,
-                     EImageType::Interleaved, kRowAlignment) != 0)
-        return false;
-    const unsigned char* const* pRows = from.GetRows();
-    const int nWidth = image.GetWidth();
-    for (int y = 0; y < image.GetHeight(); ++y) {
-        unsigned char* pTo = image.GetRows()[y];
-        for (int x = 0; x < nWidth; ++x, pTo += nChannels) {
-            const int nFromX = bSwap ? y : x;
-            const int nFromY = bSwap ? x : y;
-            const unsigned char* pFrom =
-                pRows[bFlipY ? nLastY - nFromY : nFromY] + (bFlipX ? nLastX - nFromX : nFromX) * nChannels;
-            std::memcpy(pTo, pFrom, static_cast<std::size_t>(nChannels));
-        }
-    }
-    return true;
-}
-
 } // namespace Vantor::Algorithms

@@ -44,7 +44,4 @@ void AdjustInPlace(const STiffColors& colors, CImage& image);
 /// @param samples  one channel of 16 bits where AreWide, else of 8: StoredChannels columns for each pixel
 bool ExpandColors(TIFF* pTiff, const STiffColors& colors, const CImage& samples, CImage& image);
 
-/// Applies an orientation of 2 to 8, as the EXIF and TIFF tags count them.
-bool Reorient(const CImage& from, int nOrientation, CImage& image);
-
 } // namespace Vantor::Algorithms

@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/file/TiffHandle_p.h>
 
+#include <Vantor/Messages_p.h>
 #include <Vantor/image/CImage.h>
 
 #include <QIODevice>
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <limits>
+#include <utility>
 
 namespace Vantor::Algorithms
 {
@@ -48,8 +50,15 @@ int CloseNothing(thandle_t)
     return 0;
 }
 
-int StaySilent(TIFF*, void*, const char*, const char*, va_list)
+/// Of each file the first message is told, for a damaged one can cause thousands. A thread has one file open.
+thread_local bool t_bTold = false;
+
+int Tell(TIFF*, void*, const char* /*module*/, const char* format, va_list arguments)
 {
+    constexpr std::size_t kMostBytes = 256;
+    char text[kMostBytes];
+    if (!std::exchange(t_bTold, true) && std::vsnprintf(text, sizeof(text), format, arguments) >= 0)
+        TellMessage("libtiff", text);
     return 1;
 }
 } // namespace
@@ -60,11 +69,12 @@ TiffHandle OpenTiff(QIODevice& device, const char* mode)
                                                                                TIFFOpenOptionsFree);
     if (!options)
         return nullptr;
+    t_bTold = false;
     constexpr std::size_t kMost = static_cast<std::size_t>(std::numeric_limits<tmsize_t>::max());
     TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(),
                                         static_cast<tmsize_t>(std::min(CImage::GetDecodeLimit(), kMost)));
-    TIFFOpenOptionsSetErrorHandlerExtR(options.get(), StaySilent, nullptr);
-    TIFFOpenOptionsSetWarningHandlerExtR(options.get(), StaySilent, nullptr);
+    TIFFOpenOptionsSetErrorHandlerExtR(options.get(), Tell, nullptr);
+    TIFFOpenOptionsSetWarningHandlerExtR(options.get(), Tell, nullptr);
     return TiffHandle(TIFFClientOpenExt("", mode, &device, ReadBytes, WriteBytes, Seek, CloseNothing, SizeOf,
                                         nullptr, nullptr, options.get()));
 }

@@ -16,8 +16,9 @@ struct STiffCloser {
 };
 using TiffHandle = std::unique_ptr<TIFF, STiffCloser>;
 
-/// Opens a TIFF file on a device that outlives the handle. Errors and warnings of the codec stay silent,
-/// and no single piece of its memory is larger than the decode limit. Null when it is no TIFF file.
+/// Opens a TIFF file on a device that outlives the handle. The codec's first message goes to the
+/// message sink, and no single piece of its memory is larger than the decode limit. Null when it is no TIFF
+/// file.
 TiffHandle OpenTiff(QIODevice& device, const char* mode);
 
 } // namespace Vantor::Algorithms

@@ -3,6 +3,7 @@
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/DecodeBounds_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
+#include <Vantor/image/file/Orientation_p.h>
 #include <Vantor/image/file/TiffColors_p.h>
 #include <Vantor/image/file/TiffHandle_p.h>
 #include <Vantor/image/file/TiffLacks_p.h>

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <Vantor/Messages.h>
+
+#include <Vantor/Messages_p.h>
+
+#include <atomic>
+#include <cstdio>
+
+namespace Vantor
+{
+
+namespace
+{
+constexpr std::size_t kMostBytes = 512;
+
+std::atomic<MessageSink> g_pSink{nullptr};
+} // namespace
+
+void SetMessageSink(MessageSink sink)
+{
+    g_pSink = sink;
+}
+
+void TellMessage(const char* pSource, const char* pText)
+{
+    const MessageSink pSink = g_pSink;
+    if (!pSink)
+        return;
+    char message[kMostBytes];
+    std::snprintf(message, sizeof(message), "%s: %s", pSource, pText);
+    pSink(message);
+}
+
+} // namespace Vantor

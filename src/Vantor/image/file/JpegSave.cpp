@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <Vantor/image/CImage.h>
+#include <Vantor/image/file/CodecState_p.h>
+#include <Vantor/image/file/ImageFormats_p.h>
+
+#include <QIODevice>
+
+#include <array>
+#include <cstdio> // which jpeglib.h needs
+
+#include <jpeglib.h>
+
+namespace Vantor::Algorithms
+{
+
+namespace
+{
+constexpr int kQuality = 95;
+constexpr std::size_t kOutputBytes = 64 << 10;
+
+/// The codec at work on one file.
+class CJpegEncoder
+{
+public:
+    explicit CJpegEncoder(QIODevice& device);
+    ~CJpegEncoder() { jpeg_destroy_compress(&m_codec); }
+    CJpegEncoder(const CJpegEncoder&) = delete;
+    CJpegEncoder& operator=(const CJpegEncoder&) = delete;
+
+    bool Encode(const CImage& image)
+    {
+        return m_state.Run([this, &image] { Write(image); });
+    }
+
+private:
+    static void OnError(j_common_ptr pCodec);
+    static void OnMessage(j_common_ptr, int) {}
+    static void OnStart(j_compress_ptr pCodec);
+    static boolean OnFull(j_compress_ptr pCodec);
+    static void OnEnd(j_compress_ptr pCodec);
+
+    void Write(const CImage& image);
+    void Flush(std::size_t nBytes);
+
+    QIODevice& m_device;
+    CCodecState m_state{"libjpeg"};
+    jpeg_compress_struct m_codec = {};
+    jpeg_error_mgr m_errors = {};
+    jpeg_destination_mgr m_destination = {};
+    std::array<JOCTET, kOutputBytes> m_arrOutput;
+};
+
+CJpegEncoder::CJpegEncoder(QIODevice& device) : m_device(device)
+{
+    m_codec.err = jpeg_std_error(&m_errors);
+    m_codec.client_data = this;
+    m_errors.error_exit = OnError;
+    m_errors.emit_message = OnMessage;
+    m_destination.init_destination = OnStart;
+    m_destination.empty_output_buffer = OnFull;
+    m_destination.term_destination = OnEnd;
+}
+
+void CJpegEncoder::OnError(j_common_ptr pCodec)
+{
+    char text[JMSG_LENGTH_MAX];
+    pCodec->err->format_message(pCodec, text);
+    static_cast<CJpegEncoder*>(pCodec->client_data)->m_state.Fail(text);
+}
+
+void CJpegEncoder::OnStart(j_compress_ptr pCodec)
+{
+    auto& encoder = *static_cast<CJpegEncoder*>(pCodec->client_data);
+    encoder.m_destination.next_output_byte = encoder.m_arrOutput.data();
+    encoder.m_destination.free_in_buffer = kOutputBytes;
+}
+
+boolean CJpegEncoder::OnFull(j_compress_ptr pCodec)
+{
+    static_cast<CJpegEncoder*>(pCodec->client_data)->Flush(kOutputBytes);
+    OnStart(pCodec);
+    return TRUE;
+}
+
+void CJpegEncoder::OnEnd(j_compress_ptr pCodec)
+{
+    auto& encoder = *static_cast<CJpegEncoder*>(pCodec->client_data);
+    encoder.Flush(kOutputBytes - encoder.m_destination.free_in_buffer);
+}
+
+void CJpegEncoder::Flush(std::size_t nBytes)
+{
+    const auto nWanted = static_cast<qint64>(nBytes);
+    if (m_device.write(reinterpret_cast<const char*>(m_arrOutput.data()), nWanted) != nWanted)
+        m_state.Fail("the file cannot be written");
+}
+
+void CJpegEncoder::Write(const CImage& image)
+{
+    constexpr J_COLOR_SPACE kColors[] = {JCS_GRAYSCALE, JCS_UNKNOWN, JCS_RGB, JCS_EXT_RGBX};
+    jpeg_create_compress(&m_codec);
+    m_codec.dest = &m_destination;
+    m_codec.image_width = static_cast<JDIMENSION>(image.GetWidth());
+    m_codec.image_height = static_cast<JDIMENSION>(image.GetHeight());
+    m_codec.input_components = image.GetChannel();
+    m_codec.in_color_space = kColors[image.GetChannel() - 1];
+    jpeg_set_defaults(&m_codec);
+    jpeg_set_quality(&m_codec, kQuality, TRUE);
+    jpeg_start_compress(&m_codec, TRUE);
+    while (m_codec.next_scanline < m_codec.image_height) {
+        JSAMPLE* pRow = const_cast<JSAMPLE*>(image.GetRows()[m_codec.next_scanline]); // it only reads
+        jpeg_write_scanlines(&m_codec, &pRow, 1);
+    }
+    jpeg_finish_compress(&m_codec);
+}
+} // namespace
+
+bool SaveJpeg(QIODevice& device, const CImage& image)
+{
+    return CJpegEncoder(device).Encode(image);
+}
+
+} // namespace Vantor::Algorithms

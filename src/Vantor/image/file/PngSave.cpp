@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <Vantor/image/CImage.h>
+#include <Vantor/image/file/CodecState_p.h>
+#include <Vantor/image/file/ImageFormats_p.h>
+
+#include <QIODevice>
+
+#include <png.h>
+
+namespace Vantor::Algorithms
+{
+
+namespace
+{
+/// The codec at work on one file.
+class CPngEncoder
+{
+public:
+    explicit CPngEncoder(QIODevice& device);
+    ~CPngEncoder() { png_destroy_write_struct(&m_pPng, &m_pInfo); }
+    CPngEncoder(const CPngEncoder&) = delete;
+    CPngEncoder& operator=(const CPngEncoder&) = delete;
+
+    bool Encode(const CImage& image)
+    {
+        return m_pInfo && m_state.Run([this, &image] { Write(image); });
+    }
+
+private:
+    static void OnError(png_structp pPng, png_const_charp pText);
+    static void OnWarning(png_structp pPng, png_const_charp pText);
+    static void OnWrite(png_structp pPng, png_bytep pFrom, std::size_t nBytes);
+    static void OnFlush(png_structp) {}
+
+    void Write(const CImage& image);
+
+    QIODevice& m_device;
+    CCodecState m_state{"libpng"};
+    png_structp m_pPng = nullptr;
+    png_infop m_pInfo = nullptr;
+};
+
+CPngEncoder::CPngEncoder(QIODevice& device)
+    : m_device(device), m_pPng(png_create_write_struct(PNG_LIBPNG_VER_STRING, this, OnError, OnWarning))
+{
+    m_pInfo = m_pPng ? png_create_info_struct(m_pPng) : nullptr;
+}
+
+void CPngEncoder::OnError(png_structp pPng, png_const_charp pText)
+{
+    static_cast<CPngEncoder*>(png_get_error_ptr(pPng))->m_state.Fail(pText);
+}
+
+void CPngEncoder::OnWarning(png_structp pPng, png_const_charp pText)
+{
+    static_cast<CPngEncoder*>(png_get_error_ptr(pPng))->m_state.Note(pText);
+}
+
+void CPngEncoder::OnWrite(png_structp pPng, png_bytep pFrom, std::size_t nBytes)
+{
+    QIODevice& device = static_cast<CPngEncoder*>(png_get_io_ptr(pPng))->m_device;
+    const auto nWanted = static_cast<qint64>(nBytes);
+    if (device.write(reinterpret_cast<const char*>(pFrom), nWanted) != nWanted)
+        png_error(pPng, "the file cannot be written");
+}
+
+void CPngEncoder::Write(const CImage& image)
+{
+    constexpr int kColorTypes[] = {PNG_COLOR_TYPE_GRAY, PNG_COLOR_TYPE_GRAY_ALPHA, PNG_COLOR_TYPE_RGB,
+                                   PNG_COLOR_TYPE_RGBA};
+    png_set_write_fn(m_pPng, this, OnWrite, OnFlush);
+    png_set_IHDR(m_pPng, m_pInfo, static_cast<png_uint_32>(image.GetWidth()),
+                 static_cast<png_uint_32>(image.GetHeight()), 8, kColorTypes[image.GetChannel() - 1],
+                 PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_write_info(m_pPng, m_pInfo);
+    for (int y = 0; y < image.GetHeight(); ++y)
+        png_write_row(m_pPng, image.GetRows()[y]);
+    png_write_end(m_pPng, m_pInfo);
+}
+} // namespace
+
+bool SavePng(QIODevice& device, const CImage& image)
+{
+    return CPngEncoder(device).Encode(image);
+}
+
+} // namespace Vantor::Algorithms
