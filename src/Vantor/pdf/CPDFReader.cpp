@@ -6,13 +6,11 @@
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/DecodeBounds_p.h>
 #include <Vantor/image/file/OpenFile_p.h>
-#include <Vantor/image/file/QtImage_p.h>
 #include <Vantor/pdf/PdfClaims_p.h>
 #include <Vantor/pdf/PdfEngine_p.h>
 
 #include <QByteArray>
 #include <QFile>
-#include <QImage>
 #include <QSizeF>
 
 #include <algorithm>
@@ -23,8 +21,9 @@
 #include <new>
 
 using Vantor::Algorithms::CImage;
-using Vantor::Algorithms::ConvertToCore;
+using Vantor::Algorithms::EImageType;
 using Vantor::Algorithms::kMaxSide;
+using Vantor::Algorithms::kRowAlignment;
 using Vantor::Algorithms::OpenRegularFile;
 
 namespace Vantor::Utils
@@ -142,11 +141,11 @@ try {
     const SPixelSize size{PixelsOf(points.width(), dResolutionX), PixelsOf(points.height(), dResolutionY)};
     if (size.nWidth == 0 || size.nHeight == 0 || !FitsDecodeLimit(size))
         return kFailed;
-    const QImage rendered =
-        m_pDocument->pPdf->Render(page, dResolutionX, dResolutionY, size.nWidth, size.nHeight);
-    if (rendered.width() != size.nWidth || rendered.height() != size.nHeight)
+    if (!m_pDocument->pPdf->Render(page, dResolutionX, dResolutionY, size.nWidth, size.nHeight) ||
+        image->Create(size.nWidth, size.nHeight, kChannels, 8, EImageType::Interleaved, kRowAlignment) != 0)
         return kFailed;
-    return ConvertToCore(rendered, kChannels, *image) ? 0 : kFailed;
+    m_pDocument->pPdf->TakeDrawing(image->GetRows());
+    return 0;
 } catch (const std::exception&) {
     return kFailed;
 }

@@ -5,7 +5,6 @@
 #include <string>
 
 class QByteArray;
-class QImage;
 class QSizeF;
 
 namespace Vantor::Utils
@@ -30,9 +29,13 @@ public:
     /// The size of a page in points (1/72 inch); empty for a page that cannot be read.
     virtual QSizeF GetPageSize(int page) const = 0;
 
-    /// Draws a page on white. The image has another size when this fails.
+    /// Draws a page on white and keeps the drawing until it is taken.
     /// @param width, height  in pixels
-    virtual QImage Render(int page, double dpiX, double dpiY, int width, int height) const = 0;
+    /// @return false for a page that cannot be drawn
+    virtual bool Render(int page, double dpiX, double dpiY, int width, int height) = 0;
+    /// Hands out the drawing of a Render that succeeded, and forgets it.
+    /// @param rows  as many as the drawing is high, each for its width in pixels of three bytes, R, G, B
+    virtual void TakeDrawing(unsigned char* const* rows) = 0;
 };
 
 /// The module and its function that makes an engine, which the caller owns.

@@ -51,10 +51,12 @@ public:
     int Read(const QByteArray& bytes, const std::wstring& password) override;
     int GetPageNumber() const override { return m_pDocument->numPages(); }
     QSizeF GetPageSize(int page) const override;
-    QImage Render(int page, double dpiX, double dpiY, int width, int height) const override;
+    bool Render(int page, double dpiX, double dpiY, int width, int height) override;
+    void TakeDrawing(unsigned char* const* rows) override;
 
 private:
     DocumentPtr m_pDocument;
+    QImage m_drawing;
 };
 
 int CPdfEngine::Read(const QByteArray& bytes, const std::wstring& password)
@@ -77,10 +79,26 @@ QSizeF CPdfEngine::GetPageSize(int page) const
     return pPage ? pPage->pageSizeF() : QSizeF();
 }
 
-QImage CPdfEngine::Render(int page, double dpiX, double dpiY, int width, int height) const
+bool CPdfEngine::Render(int page, double dpiX, double dpiY, int width, int height)
 {
     const PagePtr pPage(m_pDocument->page(page));
-    return pPage ? pPage->renderToImage(dpiX, dpiY, 0, 0, width, height) : QImage();
+    m_drawing = pPage ? pPage->renderToImage(dpiX, dpiY, 0, 0, width, height) : QImage();
+    return m_drawing.size() == QSize(width, height) &&
+           (m_drawing.format() == QImage::Format_RGB32 || m_drawing.format() == QImage::Format_ARGB32);
+}
+
+void CPdfEngine::TakeDrawing(unsigned char* const* rows)
+{
+    for (int y = 0; y < m_drawing.height(); ++y) {
+        const auto* pFrom = reinterpret_cast<const QRgb*>(m_drawing.constScanLine(y));
+        unsigned char* pTo = rows[y];
+        for (int x = 0; x < m_drawing.width(); ++x, pTo += 3) {
+            pTo[0] = static_cast<unsigned char>(qRed(pFrom[x]));
+            pTo[1] = static_cast<unsigned char>(qGreen(pFrom[x]));
+            pTo[2] = static_cast<unsigned char>(qBlue(pFrom[x]));
+        }
+    }
+    m_drawing = QImage();
 }
 } // namespace
 
