@@ -139,9 +139,9 @@ int CImage::CreateLike(const CImage& model, int width, int height)
 int CImage::CopyFrom(const CImage* source)
 {
     if (!source)
-        return m_pFailure->Note("There is no image to copy.");
+        return m_pFailure->Fail("There is no image to copy.");
     if (source == this)
-        return m_pFailure->Note(nullptr);
+        return m_pFailure->Succeed();
     try {
         std::wstring strName = source->m_strName;
         std::wstring strFolder = source->m_strFolder;
@@ -151,13 +151,13 @@ int CImage::CopyFrom(const CImage* source)
         pPixels->nHeight = from.nHeight;
         pPixels->TakeFormat(from);
         if (from.pData && !pPixels->Allocate(from.pData.get()))
-            return m_pFailure->Note("There is not enough memory for the copy.");
+            return m_pFailure->Fail("There is not enough memory for the copy.");
         m_pPixels = std::move(pPixels);
         m_strName.swap(strName);
         m_strFolder.swap(strFolder);
-        return m_pFailure->Note(nullptr);
+        return m_pFailure->Succeed();
     } catch (const std::bad_alloc&) {
-        return m_pFailure->Note("There is not enough memory for the copy.");
+        return m_pFailure->Fail("There is not enough memory for the copy.");
     }
 }
 

@@ -181,28 +181,28 @@ int CImage::Rotate(const Geometry::CPoint<double>& centre, double angle, double 
 try {
     return m_pFailure->Note(TryRotate(centre, angle, fill, mode));
 } catch (const std::bad_alloc&) {
-    return m_pFailure->Note("There is not enough memory for the rotated image.");
+    return m_pFailure->Fail("There is not enough memory for the rotated image.");
 }
 
-const char* CImage::TryRotate(const Geometry::CPoint<double>& centre, double angle, double fill,
-                              ERotationMode mode)
+CResult CImage::TryRotate(const Geometry::CPoint<double>& centre, double angle, double fill,
+                          ERotationMode mode)
 {
     if (!GetData())
-        return "There is no image to rotate.";
+        return CResult::Failure("There is no image to rotate.");
     if (!std::isfinite(angle) || !std::isfinite(fill) || !IsUsable(centre.x()) || !IsUsable(centre.y()))
-        return "A value of the rotation is not finite, or its centre is too far away.";
+        return CResult::Failure("A value of the rotation is not finite, or its centre is too far away.");
     if (mode != ERotationMode::KeepCanvas && mode != ERotationMode::GrowCanvas)
-        return "The mode of the rotation is unknown.";
+        return CResult::Failure("The mode of the rotation is unknown.");
     const bool bGrow = mode == ERotationMode::GrowCanvas;
     const int nQuarters = QuarterTurns(angle);
     const SSize size = bGrow ? GrownSize(*this, angle, nQuarters) : SSize{GetWidth(), GetHeight()};
     if (!IsAllowed(*this, size))
-        return "The rotated image would be too large.";
+        return CResult::Failure("The rotated image would be too large.");
     if (nQuarters == 0)
-        return nullptr;
+        return CResult::Success();
     CImage result;
     if (result.CreateLike(*this, size.nWidth, size.nHeight) != 0)
-        return "There is not enough memory for the rotated image.";
+        return CResult::Failure("There is not enough memory for the rotated image.");
     ClearRowEnds(result);
     const auto nFill = static_cast<unsigned char>(std::lround(std::clamp(fill, 0.0, kMaxByte)));
     if (nQuarters > 0 && bGrow) {
@@ -217,7 +217,7 @@ const char* CImage::TryRotate(const Geometry::CPoint<double>& centre, double ang
                  nFill);
     }
     m_pPixels.swap(result.m_pPixels);
-    return nullptr;
+    return CResult::Success();
 }
 
 } // namespace Vantor::Algorithms
