@@ -72,14 +72,14 @@ void QuarterTurn(benchmark::State& state)
 void OtherAngle(benchmark::State& state)
 {
     SSubject subject(state);
-    constexpr double kAngle = 0.3;
+    const double dblAngle = static_cast<double>(state.range(3)) * kHalfPi / 90.0;
     cv::Mat turned;
     VantorBench::Compare(
-        state, [&] { subject.Rotate(kAngle, ERotationMode::KeepCanvas); },
+        state, [&] { subject.Rotate(dblAngle, ERotationMode::KeepCanvas); },
         [&] {
             const cv::Point2f centre(static_cast<float>(subject.mat.cols) / 2,
                                      static_cast<float>(subject.mat.rows) / 2);
-            const cv::Mat map = cv::getRotationMatrix2D(centre, -kAngle * 90.0 / kHalfPi, 1.0);
+            const cv::Mat map = cv::getRotationMatrix2D(centre, -dblAngle * 90.0 / kHalfPi, 1.0);
             cv::warpAffine(subject.mat, turned, map, subject.mat.size(), cv::INTER_LINEAR);
         },
         [&] { subject.Memcpy(); });
@@ -94,8 +94,19 @@ void Sizes(benchmark::internal::Benchmark* bench)
         bench->Args({nChannels, 8192, 4096});
     }
 }
+
+// Little, midway, and steep: along the columns of the source.
+void SizesAndAngles(benchmark::internal::Benchmark* bench)
+{
+    bench->ArgNames({"channels", "width", "height", "degrees"});
+    for (const int nChannels : {1, 3, 4}) {
+        for (const int nDegrees : {2, 17, 45, 85})
+            bench->Args({nChannels, 6000, 4000, nDegrees});
+        bench->Args({nChannels, 8192, 4096, 85});
+    }
+}
 } // namespace
 
 BENCHMARK(QuarterTurn)->Apply(Sizes)->UseManualTime();
-BENCHMARK(OtherAngle)->Apply(Sizes)->UseManualTime()->Iterations(5);
+BENCHMARK(OtherAngle)->Apply(SizesAndAngles)->UseManualTime()->Iterations(7);
 BENCHMARK_MAIN();

@@ -29,18 +29,17 @@ std::filesystem::path OwnFolder()
 }
 } // namespace
 
-void* FindInModule(const char* file, const char* function, std::string& fault)
+CResult FindInModule(const char* file, const char* function, void*& found)
 {
     const std::filesystem::path path = OwnFolder() / kFolder / file;
     void* pModule = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    void* pFound = pModule ? ::dlsym(pModule, function) : nullptr;
-    if (!pFound) {
-        const char* szReason = ::dlerror();
-        fault = szReason ? szReason : "unknown reason";
-    }
+    found = pModule ? ::dlsym(pModule, function) : nullptr;
+    const char* szReason = found ? nullptr : ::dlerror();
     // Runs before what dlopen has made for the module ends.
     std::atexit([] { g_bEnded = true; });
-    return pFound;
+    if (found)
+        return CResult::Success();
+    return CResult::Failure(szReason ? szReason : "unknown reason");
 }
 
 bool ModulesHaveEnded()

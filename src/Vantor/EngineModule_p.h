@@ -2,8 +2,9 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <Vantor/Result_p.h>
+
 #include <memory>
-#include <string>
 
 /// Before the function of a module that gives its engine.
 #define VANTOR_ENGINE_FUNCTION extern "C" __attribute__((visibility("default")))
@@ -17,8 +18,8 @@ namespace Vantor
 template <class Engine> struct SEngineModule {
     /// Gives an engine; its interface says who owns it. Null when the module could not be loaded.
     Engine* (*pFunction)() = nullptr;
-    /// Why not, as the system has it; else empty.
-    std::string strFault;
+    /// Why not, as the system has it.
+    CResult result = CResult::Success();
 };
 
 /// Whether the process ends and has begun to take down what the modules keep for themselves.
@@ -35,17 +36,18 @@ struct SEngineDeleter {
 };
 template <class Engine> using EnginePtr = std::unique_ptr<Engine, SEngineDeleter>;
 
-/// The address of a function of a module; the module stays until the process ends.
+/// Finds the address of a function of a module; the module stays until the process ends.
 /// @param file      its name in the folder of the modules
 /// @param function  the function's name
-/// @param fault     gets the reason of a failure
-/// @return null on failure
-void* FindInModule(const char* file, const char* function, std::string& fault);
+/// @param found     gets the address, null on failure
+CResult FindInModule(const char* file, const char* function, void*& found);
 
 template <class Engine> SEngineModule<Engine> LoadEngineModule(const char* file, const char* function)
 {
     SEngineModule<Engine> module;
-    module.pFunction = reinterpret_cast<Engine* (*)()>(FindInModule(file, function, module.strFault));
+    void* pFound = nullptr;
+    module.result = FindInModule(file, function, pFound);
+    module.pFunction = reinterpret_cast<Engine* (*)()>(pFound);
     return module;
 }
 

@@ -2,6 +2,8 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <Vantor/Result_p.h>
+
 #include <mutex>
 #include <new>
 #include <string>
@@ -14,22 +16,26 @@ namespace Vantor
 class CFailureReason
 {
 public:
-    /// Notes how an operation ended.
-    /// @param reason  a sentence in English; null or empty for success, which empties the text
-    /// @return the operation's result: 0 for success, 1 for a failure
-    int Note(const char* reason)
+    /// Notes how an operation ended; a success empties the text.
+    /// @return what the outer functions return: 0 for success, 1 for a failure
+    int Note(const CResult& result)
+    {
+        return result.IsSuccess() ? Succeed() : Fail(result.GetReason().c_str());
+    }
+    int Succeed()
+    {
+        Set({});
+        return 0;
+    }
+    /// @param reason  a sentence in English. It is there also when there is no memory left to keep it.
+    int Fail(const char* reason)
     {
         try {
-            return Note(std::string(reason ? reason : ""));
+            Set(reason);
         } catch (const std::bad_alloc&) {
-            return Note(std::string("Out of memory.")); // short enough to need none of its own
+            Set("Out of memory."); // short enough to need none of its own
         }
-    }
-    int Note(std::string reason)
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_strReason = std::move(reason);
-        return m_strReason.empty() ? 0 : 1;
+        return 1;
     }
     std::string GetText() const
     {
@@ -38,6 +44,12 @@ public:
     }
 
 private:
+    void Set(std::string reason)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_strReason = std::move(reason);
+    }
+
     mutable std::mutex m_mutex;
     std::string m_strReason;
 };

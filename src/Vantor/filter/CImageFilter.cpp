@@ -24,19 +24,18 @@ struct SRegion {
 };
 
 /// Runs a filter on the region of an 8-bit image.
-/// @param filter  takes the job and returns the same as this function
-/// @return empty or the reason of the failure
-template <class Filter> std::string RunFilter(CImage& image, const SRegion& region, const Filter& filter)
+/// @param filter  takes the job and returns a result
+template <class Filter> CResult RunFilter(CImage& image, const SRegion& region, const Filter& filter)
 {
     if (!image.GetData())
-        return "The image is empty.";
+        return CResult::Failure("The image is empty.");
     if (image.GetBitDepth() != 8)
-        return "Only images of 8 bits per channel can be filtered.";
+        return CResult::Failure("Only images of 8 bits per channel can be filtered.");
     PixelRuns runs;
-    const char* pReason = FindRegion(image.GetWidth(), image.GetHeight(), region.pGeometry, region.eMode,
-                                     region.dblTolerance, runs);
-    if (pReason)
-        return pReason;
+    CResult found = FindRegion(image.GetWidth(), image.GetHeight(), region.pGeometry, region.eMode,
+                               region.dblTolerance, runs);
+    if (!found.IsSuccess())
+        return found;
     const SFilterJob job{image.GetRows(), image.GetWidth(), image.GetHeight(), image.GetChannel(), runs};
     return filter(job);
 }
@@ -47,7 +46,7 @@ template <class Run> int NoteRun(CFailureReason& failure, const Run& run)
     try {
         return failure.Note(run());
     } catch (const std::bad_alloc&) {
-        return failure.Note(kNoMemory);
+        return failure.Fail(kNoMemory);
     }
 }
 
@@ -57,13 +56,14 @@ const SEngineModule<const SRowKernels>& FilterModule()
     return module;
 }
 
-std::string RunKernel(CImage& image, const SRegion& region, SRowKernel SRowKernels::*kernel)
+CResult RunKernel(CImage& image, const SRegion& region, SRowKernel SRowKernels::*kernel)
 {
-    return RunFilter(image, region, [kernel](const SFilterJob& job) -> std::string {
-        if (!FilterModule().pFunction)
-            return "The filter cannot be loaded: " + FilterModule().strFault + '.';
+    return RunFilter(image, region, [kernel](const SFilterJob& job) {
+        if (!FilterModule().result.IsSuccess())
+            return CResult::Failure("The filter cannot be loaded: " + FilterModule().result.GetReason() +
+                                    '.');
         FilterNeighbours(job, FilterModule().pFunction()->*kernel);
-        return {};
+        return CResult::Success();
     });
 }
 } // namespace
@@ -73,13 +73,14 @@ int CImage::MedianFilter(int radiusX, int radiusY, const Geometry::CGeometry* re
 {
     const SRegion where{region, mode, tolerance};
     if (radiusX < 0 || radiusY < 0)
-        return m_pFailure->Note("A radius of the median is negative.");
+        return m_pFailure->Fail("A radius of the median is negative.");
     return NoteRun(*m_pFailure, [&] {
         if (radiusX == radiusY && (radiusX == 1 || radiusX == 2))
             return RunKernel(*this, where, radiusX == 1 ? &SRowKernels::median3x3 : &SRowKernels::median5x5);
         return RunFilter(*this, where, [radiusX, radiusY](const SFilterJob& job) {
-            const bool bDone = (radiusX == 0 && radiusY == 0) || WindowMedian(job, radiusX, radiusY);
-            return std::string(bDone ? "" : kNoMemory);
+            if (radiusX == 0 && radiusY == 0)
+                return CResult::Success();
+            return WindowMedian(job, radiusX, radiusY) ? CResult::Success() : CResult::Failure(kNoMemory);
         });
     });
 }

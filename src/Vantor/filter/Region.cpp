@@ -145,51 +145,53 @@ bool AreInOrder(const PixelRuns& runs, const SCanvas& canvas)
 
 /// The shape's pixels, grown or shrunk, on the image. The shape is looked at on a canvas with a margin, so
 /// that what lies around the image counts.
-const char* FindChanged(const SCanvas& image, const CGeometry& geometry, double tolerance, PixelRuns& runs)
+CResult FindChanged(const SCanvas& image, const CGeometry& geometry, double tolerance, PixelRuns& runs)
 {
     const int nMargin = static_cast<int>(std::ceil(std::abs(tolerance)));
     if (image.nWidth > INT_MAX - 2 * nMargin || image.nHeight > INT_MAX - 2 * nMargin)
-        return "The image is too large for a tolerance.";
+        return CResult::Failure("The image is too large for a tolerance.");
     const SCanvas canvas{image.nWidth + 2 * nMargin, image.nHeight + 2 * nMargin};
     const CRectangle bounds = geometry.GetBoundingRectangle();
     if (!std::isfinite(bounds.x()) || !std::isfinite(bounds.y()))
-        return "A region without bounds has no tolerance.";
+        return CResult::Failure("A region without bounds has no tolerance.");
     const std::shared_ptr<CGeometry> pMoved = geometry.Clone();
     pMoved->MoveTopLeftTo(CPoint<double>(bounds.x() + nMargin, bounds.y() + nMargin));
     runs = pMoved->GetPixelRuns(canvas.nWidth, canvas.nHeight);
     if (!AreInOrder(runs, canvas))
-        return "The pixels of the region are not in order.";
+        return CResult::Failure("The pixels of the region are not in order.");
     if (tolerance > 0.0)
         runs = Grow(runs, canvas, tolerance);
     else
         runs = ComplementOf(Grow(ComplementOf(runs, canvas), canvas, -tolerance), canvas);
     runs = Crop(runs, nMargin, image);
-    return nullptr;
+    return CResult::Success();
 }
 } // namespace
 
-const char* FindRegion(int width, int height, const CGeometry* geometry, ERegionMode mode, double tolerance,
-                       PixelRuns& runs)
+CResult FindRegion(int width, int height, const CGeometry* geometry, ERegionMode mode, double tolerance,
+                   PixelRuns& runs)
 {
     if (mode != ERegionMode::All && mode != ERegionMode::Inside && mode != ERegionMode::Outside)
-        return "The region mode is unknown.";
+        return CResult::Failure("The region mode is unknown.");
     if (!(std::abs(tolerance) <= kMaxTolerance))
-        return "The tolerance is not a number from -4096 to 4096.";
+        return CResult::Failure("The tolerance is not a number from -4096 to 4096.");
     const SCanvas image{width, height};
     if (mode == ERegionMode::All || !geometry) {
         runs = mode == ERegionMode::Outside ? PixelRuns() : WholeOf(image);
-        return nullptr;
+        return CResult::Success();
     }
     if (tolerance == 0.0) {
         runs = geometry->GetPixelRuns(width, height);
         if (!AreInOrder(runs, image))
-            return "The pixels of the region are not in order.";
-    } else if (const char* pReason = FindChanged(image, *geometry, tolerance, runs)) {
-        return pReason;
+            return CResult::Failure("The pixels of the region are not in order.");
+    } else {
+        CResult result = FindChanged(image, *geometry, tolerance, runs);
+        if (!result.IsSuccess())
+            return result;
     }
     if (mode == ERegionMode::Outside)
         runs = ComplementOf(runs, image);
-    return nullptr;
+    return CResult::Success();
 }
 
 } // namespace Vantor::Algorithms

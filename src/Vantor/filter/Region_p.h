@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <Vantor/Result_p.h>
 #include <Vantor/geometry/CGeometry.h>
 #include <Vantor/image/CImage.h>
 
@@ -18,8 +19,8 @@ using PixelRuns = std::vector<Geometry::SPixelRun>;
 ///                   belongs to the grown region when its centre is no farther than that from the centre of
 ///                   a pixel of the region. A shape that reaches beyond the image is taken whole: its edge
 ///                   grows into the image and does not shrink from the image's border.
-/// @return null for success, otherwise the reason of the failure. Throws std::bad_alloc.
-const char* FindRegion(int width, int height, const Geometry::CGeometry* geometry, ERegionMode mode,
-                       double tolerance, PixelRuns& runs);
+/// Throws std::bad_alloc.
+CResult FindRegion(int width, int height, const Geometry::CGeometry* geometry, ERegionMode mode,
+                   double tolerance, PixelRuns& runs);
 
 } // namespace Vantor::Algorithms

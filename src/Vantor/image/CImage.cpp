@@ -52,17 +52,29 @@ struct CImage::SPixels {
     {
         return static_cast<std::size_t>(nStride) * static_cast<std::size_t>(nHeight);
     }
-    /// Makes the buffer and the tables for the sizes above; the content of the buffer is undefined.
-    bool Allocate();
+    /// Takes over all that is not size or content.
+    void TakeFormat(const SPixels& model);
+    /// Makes the buffer and the tables for the sizes above.
+    /// @param content  the bytes to copy into the buffer; null leaves its content undefined
+    bool Allocate(const unsigned char* content = nullptr);
 };
 
-bool CImage::SPixels::Allocate()
+void CImage::SPixels::TakeFormat(const SPixels& model)
+{
+    nChannels = model.nChannels;
+    nBitDepth = model.nBitDepth;
+    eType = model.eType;
+    nRowAlignment = model.nRowAlignment;
+    vctNotes = model.vctNotes;
+}
+
+bool CImage::SPixels::Allocate(const unsigned char* content)
 {
     nStride = StrideOf(nWidth, nChannels, nBitDepth, nRowAlignment);
     const std::size_t nTableEntries = static_cast<std::size_t>(nWidth) + static_cast<std::size_t>(nHeight);
     if (nStride == 0 || nTableEntries > GetPhysicalMemory() / sizeof(void*))
         return false;
-    pData = AllocatePixels(Bytes());
+    pData = AllocatePixels(Bytes(), content);
     if (!pData)
         return false;
     vctRows.resize(static_cast<std::size_t>(nHeight));
@@ -114,11 +126,7 @@ int CImage::CreateLike(const CImage& model, int width, int height)
         auto pPixels = std::make_unique<SPixels>();
         pPixels->nWidth = width;
         pPixels->nHeight = height;
-        pPixels->nChannels = from.nChannels;
-        pPixels->nBitDepth = from.nBitDepth;
-        pPixels->eType = from.eType;
-        pPixels->nRowAlignment = from.nRowAlignment;
-        pPixels->vctNotes = from.vctNotes;
+        pPixels->TakeFormat(from);
         if (from.pData && !pPixels->Allocate())
             return 1;
         m_pPixels = std::move(pPixels);
@@ -131,22 +139,25 @@ int CImage::CreateLike(const CImage& model, int width, int height)
 int CImage::CopyFrom(const CImage* source)
 {
     if (!source)
-        return m_pFailure->Note("There is no image to copy.");
+        return m_pFailure->Fail("There is no image to copy.");
     if (source == this)
-        return m_pFailure->Note(nullptr);
+        return m_pFailure->Succeed();
     try {
         std::wstring strName = source->m_strName;
         std::wstring strFolder = source->m_strFolder;
         const SPixels& from = *source->m_pPixels;
-        if (CreateLike(*source, from.nWidth, from.nHeight) != 0)
-            return m_pFailure->Note("There is not enough memory for the copy.");
-        if (from.pData)
-            std::memcpy(m_pPixels->pData.get(), from.pData.get(), from.Bytes());
+        auto pPixels = std::make_unique<SPixels>();
+        pPixels->nWidth = from.nWidth;
+        pPixels->nHeight = from.nHeight;
+        pPixels->TakeFormat(from);
+        if (from.pData && !pPixels->Allocate(from.pData.get()))
+            return m_pFailure->Fail("There is not enough memory for the copy.");
+        m_pPixels = std::move(pPixels);
         m_strName.swap(strName);
         m_strFolder.swap(strFolder);
-        return m_pFailure->Note(nullptr);
+        return m_pFailure->Succeed();
     } catch (const std::bad_alloc&) {
-        return m_pFailure->Note("There is not enough memory for the copy.");
+        return m_pFailure->Fail("There is not enough memory for the copy.");
     }
 }
 

@@ -19,7 +19,8 @@ class CGeometry;
 namespace Vantor
 {
 class CFailureReason;
-}
+class CResult;
+} // namespace Vantor
 
 /// Images, their files and filters, and reading text.
 namespace Vantor::Algorithms
@@ -192,9 +193,7 @@ public:
     /// @}
 
 private:
-    /// Why the image cannot be rotated, null when it was.
-    const char* TryRotate(const Geometry::CPoint<double>& centre, double angle, double fill,
-                          ERotationMode mode);
+    CResult TryRotate(const Geometry::CPoint<double>& centre, double angle, double fill, ERotationMode mode);
     /// Gives this image the channels, depth and row alignment of another one, and pixels of undefined value.
     int CreateLike(const CImage& model, int width, int height);
 

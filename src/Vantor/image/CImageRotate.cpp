@@ -4,12 +4,12 @@
 
 #include <Vantor/FailureReason_p.h>
 #include <Vantor/geometry/CPoint.h>
+#include <Vantor/image/Resample_p.h>
 #include <Vantor/image/Transpose_p.h>
 
 #include <algorithm>
 #include <climits>
 #include <cmath>
-#include <cstdint>
 #include <cstring>
 #include <new>
 
@@ -154,83 +154,12 @@ void Turn(const CImage& from, CImage& to, const SPlace& place, int quarters)
         TurnQuarter(from, to, columns, rows, place, quarters);
 }
 
-/// Maps points of the canvas back into the source image.
-struct SInverse {
-    double c; ///< cosine and sine of the angle
-    double s;
-    double fromX, fromY; ///< the point of the source that the rotation is about
-    double toX, toY;     ///< the same point on the canvas
-
-    double X(double x, double y) const { return fromX + c * (x - toX) + s * (y - toY); }
-    double Y(double x, double y) const { return fromY - s * (x - toX) + c * (y - toY); }
-};
-
-/// The two neighbours of a coordinate along an axis and the weight of the second; at the rim both are equal.
-struct SNeighbours {
-    std::ptrdiff_t nFirst;
-    std::ptrdiff_t nSecond;
-    float weight;
-
-    SNeighbours(double coordinate, int length)
-    {
-        const double centre = std::clamp(coordinate - 0.5, 0.0, length - 1.0);
-        nFirst = static_cast<std::ptrdiff_t>(centre);
-        nSecond = std::min<std::ptrdiff_t>(nFirst + 1, length - 1);
-        weight = static_cast<float>(centre - static_cast<double>(nFirst));
-    }
-};
-
-/// A sample as a number; rows of 16-bit samples may begin at odd addresses.
-template <class T> float Sample(const unsigned char* pRow, std::ptrdiff_t index)
-{
-    T value;
-    std::memcpy(&value, pRow + index * static_cast<std::ptrdiff_t>(sizeof(T)), sizeof value);
-    return static_cast<float>(value);
-}
-
-/// Bilinear interpolation between the centres of the four nearest pixels, T being the type of a sample.
-template <class T>
-void Interpolate(const CImage& from, const SNeighbours& columns, const SNeighbours& rows, unsigned char* pTo)
-{
-    const int nChannels = from.GetChannel();
-    const unsigned char* pUpper = from.GetRows()[rows.nFirst];
-    const unsigned char* pLower = from.GetRows()[rows.nSecond];
-    for (int c = 0; c < nChannels; ++c) {
-        const std::ptrdiff_t nLeft = columns.nFirst * nChannels + c;
-        const std::ptrdiff_t nRight = columns.nSecond * nChannels + c;
-        const float a = Sample<T>(pUpper, nLeft);
-        const float b = Sample<T>(pLower, nLeft);
-        const float upper = a + columns.weight * (Sample<T>(pUpper, nRight) - a);
-        const float lower = b + columns.weight * (Sample<T>(pLower, nRight) - b);
-        const T value = static_cast<T>(upper + rows.weight * (lower - upper) + 0.5f);
-        std::memcpy(pTo + c * static_cast<int>(sizeof value), &value, sizeof value);
-    }
-}
-
-/// Any angle: every pixel of the canvas whose centre lies in the rotated image is interpolated.
-template <class T> void Resample(const CImage& from, CImage& to, const SInverse& inverse)
-{
-    const double width = from.GetWidth();
-    const double height = from.GetHeight();
-    const std::size_t nBytes = BytesPerPixel(from);
-    for (int y = 0; y < to.GetHeight(); ++y) {
-        unsigned char* pTo = to.GetRows()[y];
-        for (int x = 0; x < to.GetWidth(); ++x, pTo += nBytes) {
-            const double fromX = inverse.X(x + 0.5, y + 0.5);
-            const double fromY = inverse.Y(x + 0.5, y + 0.5);
-            if (fromX >= 0.0 && fromY >= 0.0 && fromX <= width && fromY <= height)
-                Interpolate<T>(from, SNeighbours(fromX, from.GetWidth()),
-                               SNeighbours(fromY, from.GetHeight()), pTo);
-        }
-    }
-}
-
 /// Fills the canvas.
-void Fill(CImage& image, double value)
+void Fill(CImage& image, unsigned char value)
 {
     const std::size_t nRow = static_cast<std::size_t>(image.GetWidth()) * BytesPerPixel(image);
     for (int y = 0; y < image.GetHeight(); ++y)
-        std::memset(image.GetRows()[y], static_cast<int>(std::lround(value)), nRow);
+        std::memset(image.GetRows()[y], value, nRow);
 }
 
 /// Zeroes what lies between the end of each row and the next one.
@@ -246,58 +175,49 @@ Geometry::CPoint<double> MiddleOf(const CImage& image)
 {
     return {image.GetWidth() * 0.5, image.GetHeight() * 0.5};
 }
-
-/// Rotates so that the point `pivot` of the source comes to lie on the point `place` of the canvas.
-void RotateFreely(const CImage& from, CImage& to, const Geometry::CPoint<double>& pivot,
-                  const Geometry::CPoint<double>& place, double angle)
-{
-    const SInverse inverse{std::cos(angle), std::sin(angle), pivot.x(), pivot.y(), place.x(), place.y()};
-    if (from.GetBitDepth() == CHAR_BIT)
-        Resample<std::uint8_t>(from, to, inverse);
-    else
-        Resample<std::uint16_t>(from, to, inverse);
-}
 } // namespace
 
 int CImage::Rotate(const Geometry::CPoint<double>& centre, double angle, double fill, ERotationMode mode)
 try {
     return m_pFailure->Note(TryRotate(centre, angle, fill, mode));
 } catch (const std::bad_alloc&) {
-    return m_pFailure->Note("There is not enough memory for the rotated image.");
+    return m_pFailure->Fail("There is not enough memory for the rotated image.");
 }
 
-const char* CImage::TryRotate(const Geometry::CPoint<double>& centre, double angle, double fill,
-                              ERotationMode mode)
+CResult CImage::TryRotate(const Geometry::CPoint<double>& centre, double angle, double fill,
+                          ERotationMode mode)
 {
     if (!GetData())
-        return "There is no image to rotate.";
+        return CResult::Failure("There is no image to rotate.");
     if (!std::isfinite(angle) || !std::isfinite(fill) || !IsUsable(centre.x()) || !IsUsable(centre.y()))
-        return "A value of the rotation is not finite, or its centre is too far away.";
+        return CResult::Failure("A value of the rotation is not finite, or its centre is too far away.");
     if (mode != ERotationMode::KeepCanvas && mode != ERotationMode::GrowCanvas)
-        return "The mode of the rotation is unknown.";
+        return CResult::Failure("The mode of the rotation is unknown.");
     const bool bGrow = mode == ERotationMode::GrowCanvas;
     const int nQuarters = QuarterTurns(angle);
     const SSize size = bGrow ? GrownSize(*this, angle, nQuarters) : SSize{GetWidth(), GetHeight()};
     if (!IsAllowed(*this, size))
-        return "The rotated image would be too large.";
+        return CResult::Failure("The rotated image would be too large.");
     if (nQuarters == 0)
-        return nullptr;
+        return CResult::Success();
     CImage result;
     if (result.CreateLike(*this, size.nWidth, size.nHeight) != 0)
-        return "There is not enough memory for the rotated image.";
+        return CResult::Failure("There is not enough memory for the rotated image.");
     ClearRowEnds(result);
+    const auto nFill = static_cast<unsigned char>(std::lround(std::clamp(fill, 0.0, kMaxByte)));
     if (nQuarters > 0 && bGrow) {
         Turn(*this, result, {0, 0}, nQuarters); // covers every pixel
+    } else if (nQuarters > 0) {
+        Fill(result, nFill);
+        Turn(*this, result, KeptPlace(*this, centre, nQuarters), nQuarters);
     } else {
-        Fill(result, std::clamp(fill, 0.0, kMaxByte));
-        if (nQuarters > 0)
-            Turn(*this, result, KeptPlace(*this, centre, nQuarters), nQuarters);
-        else
-            RotateFreely(*this, result, bGrow ? MiddleOf(*this) : centre, bGrow ? MiddleOf(result) : centre,
-                         angle);
+        const Geometry::CPoint<double> from = bGrow ? MiddleOf(*this) : centre;
+        const Geometry::CPoint<double> to = bGrow ? MiddleOf(result) : centre;
+        Resample(*this, result, {std::cos(angle), std::sin(angle), from.x(), from.y(), to.x(), to.y()},
+                 nFill);
     }
     m_pPixels.swap(result.m_pPixels);
-    return nullptr;
+    return CResult::Success();
 }
 
 } // namespace Vantor::Algorithms

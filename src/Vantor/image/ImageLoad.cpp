@@ -68,7 +68,7 @@ int CImage::Load(const std::wstring& path)
         QFile file;
         std::string strReason;
         if (!OpenRegularFile(path, file, &strReason))
-            return m_pFailure->Note(strReason);
+            return m_pFailure->Fail(strReason.c_str());
         // Name and folder are made first: nothing may fail once the pixels are in place.
         const std::size_t nSlash = path.rfind(L'/');
         std::wstring strName = nSlash == std::wstring::npos ? path : path.substr(nSlash + 1);
@@ -79,14 +79,14 @@ int CImage::Load(const std::wstring& path)
         Notes notes;
         const CResult result = LoadImageFrom(file, loaded, notes);
         if (!result.IsSuccess())
-            return m_pFailure->Note(result.GetReason());
+            return m_pFailure->Note(result);
         loaded.SetNotes(std::move(notes));
         m_pPixels.swap(loaded.m_pPixels);
         m_strName.swap(strName);
         m_strFolder.swap(strFolder);
-        return m_pFailure->Note(nullptr);
+        return m_pFailure->Succeed();
     } catch (const std::bad_alloc&) {
-        return m_pFailure->Note("There is not enough memory for the image.");
+        return m_pFailure->Fail("There is not enough memory for the image.");
     }
 }
 

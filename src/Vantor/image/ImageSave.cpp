@@ -43,10 +43,10 @@ Saver FindSaver(const std::string& path)
 }
 
 /// Grey with alpha as RGBA.
-bool ExpandTwoChannels(const CImage& from, CImage& image)
+CResult ExpandTwoChannels(const CImage& from, CImage& image)
 {
     if (image.Create(from.GetWidth(), from.GetHeight(), 4, 8, EImageType::Interleaved, 1) != 0)
-        return false;
+        return CResult::Failure(kNoMemory);
     const int nWidth = from.GetWidth();
     for (int y = 0; y < from.GetHeight(); ++y) {
         const unsigned char* pFrom = from.GetRows()[y];
@@ -56,32 +56,44 @@ bool ExpandTwoChannels(const CImage& from, CImage& image)
             pTo[3] = pFrom[1];
         }
     }
-    return true;
+    return CResult::Success();
+}
+
+/// Writes an image of 1, 3 or 4 channels in place of the file.
+CResult Write(const std::string& path, Saver save, const CImage& image)
+{
+    AtomicFile file;
+    CResult result = file.Open(path);
+    if (!result.IsSuccess())
+        return result;
+    if (!save(file.Device(), image))
+        return CResult::Failure(AtomicFile::kNotWhole);
+    return file.Commit();
+}
+
+CResult SaveAs(const std::string& path, const CImage& image)
+{
+    const Saver pSave = FindSaver(path);
+    if (!pSave)
+        return CResult::Failure("The name must end in bmp, jpg, jpeg, png, tif, tiff or gif.");
+    if (!image.GetData())
+        return CResult::Failure("There is no image to save.");
+    if (image.GetBitDepth() != 8)
+        return CResult::Failure("Only images of 8 bits per channel can be saved.");
+    if (image.GetChannel() != 2)
+        return Write(path, pSave, image);
+    CImage expanded;
+    CResult result = ExpandTwoChannels(image, expanded);
+    return result.IsSuccess() ? Write(path, pSave, expanded) : result;
 }
 } // namespace
 
 int CImage::Save(const std::wstring& path) const
 {
     try {
-        const std::string strPath = ToSystemPath(path);
-        const Saver pSave = FindSaver(strPath);
-        if (!pSave)
-            return m_pFailure->Note("The name must end in bmp, jpg, jpeg, png, tif, tiff or gif.");
-        if (!GetData())
-            return m_pFailure->Note("There is no image to save.");
-        if (GetBitDepth() != 8)
-            return m_pFailure->Note("Only images of 8 bits per channel can be saved.");
-        CImage expanded;
-        if (GetChannel() == 2 && !ExpandTwoChannels(*this, expanded))
-            return m_pFailure->Note(kNoMemory);
-        AtomicFile file;
-        if (!file.Open(strPath))
-            return m_pFailure->Note("The file or its folder cannot be written.");
-        if (!pSave(file.Device(), GetChannel() == 2 ? expanded : *this) || !file.Commit())
-            return m_pFailure->Note("The file could not be written whole.");
-        return m_pFailure->Note(nullptr);
+        return m_pFailure->Note(SaveAs(ToSystemPath(path), *this));
     } catch (const std::bad_alloc&) {
-        return m_pFailure->Note(kNoMemory);
+        return m_pFailure->Fail(kNoMemory);
     }
 }
 

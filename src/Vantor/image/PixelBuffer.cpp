@@ -2,9 +2,14 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/PixelBuffer_p.h>
 
+#include <Vantor/image/LargePages_p.h>
+
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdlib>
+#include <cstring>
+#include <ctime>
 #include <mutex>
 
 #include <sys/mman.h>
@@ -18,7 +23,7 @@ namespace
 constexpr std::size_t kMiB = std::size_t(1) << 20;
 constexpr std::size_t kAlignment = 64;
 constexpr std::size_t kHugePage = 2 * kMiB;
-/// From here on a buffer is large: it lies on huge pages and is kept when it is released.
+/// From here on a buffer is large: it may lie on huge pages and is kept when it is released.
 constexpr std::size_t kLargeBuffer = 4 * kMiB;
 constexpr std::size_t kMaxKeptBuffers = 6;
 constexpr std::size_t kMaxKeptBytes = 512 * kMiB;
@@ -98,12 +103,45 @@ struct SCloseAtExit {
     }
 } g_closeAtExit;
 
-unsigned char* AllocateLarge(std::size_t nBytes)
+CLargePages g_largePages;
+
+/// The time that this thread has worked: what others do meanwhile on a busy machine does not count.
+std::chrono::nanoseconds ThreadTime()
 {
-    void* pData = std::aligned_alloc(kHugePage, nBytes);
-    if (pData)
-        madvise(pData, nBytes, MADV_HUGEPAGE); // a wish: without it the buffer is only slower
-    return static_cast<unsigned char*>(pData);
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+/// Brings memory of the size of a large page into being. All of it are wishes: without them it comes when it
+/// is used, only slower.
+void TouchPiece(unsigned char* pPiece)
+{
+    const bool bLarge = g_largePages.WantsLarge();
+    const std::chrono::nanoseconds start = ThreadTime();
+    madvise(pPiece, kHugePage, bLarge ? MADV_HUGEPAGE : MADV_NOHUGEPAGE);
+    pPiece[0] = 0;
+    madvise(pPiece, kHugePage, MADV_POPULATE_WRITE);
+    if (bLarge)
+        g_largePages.NoteCost(ThreadTime() - start);
+}
+
+/// Piece by piece, so that what is copied is met in the cache.
+/// @param pContent  nUsed bytes to begin with, or null
+unsigned char* AllocateLarge(std::size_t nBytes, const unsigned char* pContent, std::size_t nUsed)
+{
+    auto* pData = static_cast<unsigned char*>(std::aligned_alloc(kHugePage, nBytes));
+    for (std::size_t i = 0; pData && i < nBytes; i += kHugePage) {
+        TouchPiece(pData + i);
+        if (pContent)
+            std::memcpy(pData + i, pContent + i, std::min(kHugePage, nUsed - i));
+    }
+    return pData;
+}
+
+unsigned char* AllocateSmall(std::size_t nBytes)
+{
+    return static_cast<unsigned char*>(std::aligned_alloc(kAlignment, nBytes));
 }
 } // namespace
 
@@ -115,20 +153,20 @@ void SPixelDeleter::operator()(unsigned char* pData) const
         std::free(pData);
 }
 
-PixelBuffer AllocatePixels(std::size_t nBytes)
+PixelBuffer AllocatePixels(std::size_t nBytes, const unsigned char* pContent)
 {
     // Not even asked for: the system might grant it and kill the process when it is used.
     if (nBytes > GetPhysicalMemory())
         return nullptr;
     const std::size_t nUnit = nBytes >= kLargeBuffer ? kHugePage : kAlignment;
     const std::size_t nRounded = (nBytes + nUnit - 1) / nUnit * nUnit;
-    if (nRounded < kLargeBuffer)
-        return PixelBuffer(static_cast<unsigned char*>(std::aligned_alloc(kAlignment, nRounded)),
-                           SPixelDeleter{nRounded});
-    const SKept kept = Take(nRounded);
-    if (kept.pData)
-        return PixelBuffer(kept.pData, SPixelDeleter{kept.nBytes});
-    return PixelBuffer(AllocateLarge(nRounded), SPixelDeleter{nRounded});
+    const bool bLarge = nRounded >= kLargeBuffer;
+    SKept buffer = bLarge ? Take(nRounded) : SKept{AllocateSmall(nRounded), nRounded};
+    if (bLarge && !buffer.pData)
+        buffer = {AllocateLarge(nRounded, pContent, nBytes), nRounded};
+    else if (buffer.pData && pContent)
+        std::memcpy(buffer.pData, pContent, nBytes);
+    return PixelBuffer(buffer.pData, SPixelDeleter{buffer.nBytes});
 }
 
 std::size_t GetPhysicalMemory()

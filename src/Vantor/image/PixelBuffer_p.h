@@ -15,12 +15,13 @@ struct SPixelDeleter {
 };
 using PixelBuffer = std::unique_ptr<unsigned char[], SPixelDeleter>;
 
-/// A buffer of at least that many bytes, 64-byte aligned, its content undefined; null when there is no
-/// memory. Any thread.
+/// A buffer of at least that many bytes, 64-byte aligned; null when there is no memory. Any thread.
 ///
 /// The first use of fresh memory costs several times the copy of an image, for its page faults. So large
-/// buffers lie on huge pages, and a few that were released are kept for the next that need one.
-PixelBuffer AllocatePixels(std::size_t nBytes);
+/// buffers lie on huge pages while these are cheap, and a few that were released are kept for the next that
+/// need one.
+/// @param pContent  as many bytes to copy into the buffer; null leaves its content undefined
+PixelBuffer AllocatePixels(std::size_t nBytes, const unsigned char* pContent = nullptr);
 
 /// The memory of the machine in bytes.
 std::size_t GetPhysicalMemory();

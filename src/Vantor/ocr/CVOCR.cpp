@@ -36,8 +36,8 @@ struct SLanguage {
     }
     /// The languages of which the code is made.
     std::vector<std::string> Parts() const;
-    /// Empty, or which file cannot be used.
-    std::string FindFault() const;
+    /// Whether the file of each language is there.
+    CResult Check() const;
 };
 
 std::vector<std::string> SLanguage::Parts() const
@@ -49,17 +49,17 @@ std::vector<std::string> SLanguage::Parts() const
     return vctParts;
 }
 
-std::string SLanguage::FindFault() const
+CResult SLanguage::Check() const
 {
     for (const std::string& strPart : Parts()) {
         if (strPart.empty() || strPart.find("..") != std::string::npos)
-            return "The language code '" + strCode + "' is not valid.";
+            return CResult::Failure("The language code '" + strCode + "' is not valid.");
         const std::filesystem::path file = std::filesystem::u8path(strFolder) / (strPart + ".traineddata");
         std::error_code error;
         if (!std::filesystem::is_regular_file(file, error))
-            return "The language data '" + file.u8string() + "' is missing.";
+            return CResult::Failure("The language data '" + file.u8string() + "' is missing.");
     }
-    return {};
+    return CResult::Success();
 }
 
 /// Korean is set with wide gaps between its words, which the page analysis takes for columns: such pages
@@ -85,45 +85,47 @@ struct CVOCR::SEngine {
     std::string strText;
     EnginePtr<IOcrEngine> pOcr;
 
-    /// Makes the engine for the wanted language; empty or the reason of the failure.
-    std::string Prepare();
-    std::string Decode(const CImage* image, const Geometry::CGeometry* region);
+    /// Makes the engine for the wanted language.
+    CResult Prepare();
+    CResult Decode(const CImage* image, const Geometry::CGeometry* region);
 };
 
-std::string CVOCR::SEngine::Prepare()
+CResult CVOCR::SEngine::Prepare()
 {
     if (wanted.strCode.empty())
-        return "No language was selected.";
+        return CResult::Failure("No language was selected.");
     if (pOcr && loaded == wanted)
-        return {};
+        return CResult::Success();
     const SEngineModule<IOcrEngine>& module = OcrModule();
-    if (!module.pFunction)
-        return "The OCR engine cannot be loaded: " + module.strFault + '.';
+    if (!module.result.IsSuccess())
+        return CResult::Failure("The OCR engine cannot be loaded: " + module.result.GetReason() + '.');
     EnginePtr<IOcrEngine> pNew(module.pFunction());
-    if (!pNew->Load(wanted.strCode, wanted.strFolder, IsSingleBlock(wanted)))
-        return "The OCR engine cannot use the language data.";
+    CResult result = pNew->Load(wanted.strCode, wanted.strFolder, IsSingleBlock(wanted));
+    if (!result.IsSuccess())
+        return result;
     pOcr = std::move(pNew);
     loaded = wanted;
-    return {};
+    return CResult::Success();
 }
 
-std::string CVOCR::SEngine::Decode(const CImage* image, const Geometry::CGeometry* region)
+CResult CVOCR::SEngine::Decode(const CImage* image, const Geometry::CGeometry* region)
 {
     if (!image || !image->GetData())
-        return "There is no image to read.";
+        return CResult::Failure("There is no image to read.");
     PixelRuns runs;
-    if (const char* pReason =
-            FindRegion(image->GetWidth(), image->GetHeight(), region, ERegionMode::Inside, 0.0, runs))
-        return pReason;
+    CResult result =
+        FindRegion(image->GetWidth(), image->GetHeight(), region, ERegionMode::Inside, 0.0, runs);
+    if (!result.IsSuccess())
+        return result;
     SPage page = MakePage(*image, runs);
     if (page.nWidth > kMaxPageSide || page.nHeight > kMaxPageSide)
-        return "The region is too large for the OCR engine.";
-    std::string strFault = Prepare();
-    if (!strFault.empty())
-        return strFault;
+        return CResult::Failure("The region is too large for the OCR engine.");
+    result = Prepare();
+    if (!result.IsSuccess())
+        return result;
     if (page.vctBytes.empty()) {
         strText.clear();
-        return {};
+        return result;
     }
     // The order saves a reading; which of two readings is taken does not hang on it.
     if (!IsSingleBlock(loaded) && pOcr->SeemsTurned(page))
@@ -136,9 +138,9 @@ std::string CVOCR::SEngine::Decode(const CImage* image, const Geometry::CGeometr
             best = std::move(turned);
     }
     if (best.nConfidence < 0)
-        return "The OCR engine failed.";
+        return CResult::Failure("The OCR engine failed.");
     strText = std::move(best.strText);
-    return {};
+    return result;
 }
 
 CVOCR::CVOCR() : m_pEngine(std::make_unique<SEngine>())
@@ -150,24 +152,24 @@ CVOCR::~CVOCR() = default;
 int CVOCR::SetLanguageData(const char* language, const char* folder)
 {
     if (!language || !folder)
-        return m_pEngine->failure.Note("A language and a folder are needed.");
+        return m_pEngine->failure.Fail("A language and a folder are needed.");
     try {
         const SLanguage wanted{language, folder};
-        const std::string strFault = wanted.FindFault();
-        if (strFault.empty())
+        const CResult result = wanted.Check();
+        if (result.IsSuccess())
             m_pEngine->wanted = wanted;
-        return m_pEngine->failure.Note(strFault);
+        return m_pEngine->failure.Note(result);
     } catch (const std::exception&) {
-        return m_pEngine->failure.Note("The language or the folder is not valid.");
+        return m_pEngine->failure.Fail("The language or the folder is not valid.");
     }
 }
 
 int CVOCR::SetUserDefinedDpi(int dpi)
 {
     if (dpi < 1 || dpi > kMaxDpi)
-        return m_pEngine->failure.Note("The resolution is not from 1 to 2400 dpi.");
+        return m_pEngine->failure.Fail("The resolution is not from 1 to 2400 dpi.");
     m_pEngine->nDpi = dpi;
-    return m_pEngine->failure.Note(nullptr);
+    return m_pEngine->failure.Succeed();
 }
 
 int CVOCR::Decode(const CImage* image, const Geometry::CGeometry* region)
@@ -175,7 +177,7 @@ int CVOCR::Decode(const CImage* image, const Geometry::CGeometry* region)
     try {
         return m_pEngine->failure.Note(m_pEngine->Decode(image, region));
     } catch (const std::exception&) {
-        return m_pEngine->failure.Note("There is not enough memory for the OCR engine.");
+        return m_pEngine->failure.Fail("There is not enough memory for the OCR engine.");
     }
 }
 

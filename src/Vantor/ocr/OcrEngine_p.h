@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <Vantor/Result_p.h>
 #include <Vantor/ocr/Page_p.h>
 
 #include <string>
@@ -26,8 +27,7 @@ public:
 
     /// Loads a language, once.
     /// @param bSingleBlock  whether a page is one block of text; else its blocks are found
-    /// @return false when the data cannot be used
-    virtual bool Load(const std::string& strLanguage, const std::string& strFolder, bool bSingleBlock) = 0;
+    virtual CResult Load(const std::string& strLanguage, const std::string& strFolder, bool bSingleBlock) = 0;
 
     /// Whether the text of a page seems to stand on its head, or to lie on the side from which half a turn
     /// makes it readable: Latin letters have more parts above their bodies than below. False when in doubt.

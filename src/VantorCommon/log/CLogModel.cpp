@@ -30,16 +30,10 @@ constexpr int c_nDrainIntervalMs = 10;
 /// The model between its construction and its end. It has no destructor, so it can be asked at any time.
 std::atomic<CLogModel*> g_pModel{nullptr};
 
-/// The queue and the lock of its adding end. They outlive the model: while the process exits, other threads
-/// may still be on their way to it.
-struct SQueue {
-    MessageQueue<SLogMessage> m_messages;
-    QMutex m_mutexAdd;
-};
-
-SQueue& Queue()
+/// The queue. It outlives the model: while the process exits, other threads may still be on their way to it.
+MessageQueue<SLogMessage>& Queue()
 {
-    static auto* const pQueue = new SQueue; // never deleted
+    static auto* const pQueue = new MessageQueue<SLogMessage>; // never deleted
     return *pQueue;
 }
 
@@ -101,14 +95,12 @@ CLogModel::CLogModel() : m_pTimer(new QTimer(this))
 
 CLogModel::~CLogModel()
 {
-    {
-        QMutexLocker lock(&Queue().m_mutexAdd);
-        g_pModel = nullptr;
-    }
+    g_pModel = nullptr;
+    // What a call that is under way adds after this stays in the queue, which nobody reads any more.
     for (bool bLeft = true; bLeft;) {
         SLogMessage sMessage;
         QMutexLocker lock(&m_mutexTake);
-        bLeft = Queue().m_messages.Take(sMessage);
+        bLeft = Queue().Take(sMessage);
     }
     // Its own slot must not be reached when only the QObject is left of it.
     disconnect(this, &QObject::destroyed, this, nullptr);
@@ -133,9 +125,8 @@ void CLogModel::StartWithApplication()
 
 void CLogModel::Post(ELogLevel eLevel, const QString& strMessage, const QDateTime& dtTime)
 {
-    QMutexLocker lock(&Queue().m_mutexAdd);
     if (g_pModel)
-        Queue().m_messages.Push(SLogMessage{strMessage, eLevel, dtTime});
+        Queue().Push(SLogMessage{strMessage, eLevel, dtTime});
 }
 
 void CLogModel::AddMessage(ELogLevel eLevel, const QString& strMessage, const QDateTime& dtTime)
@@ -146,7 +137,7 @@ void CLogModel::AddMessage(ELogLevel eLevel, const QString& strMessage, const QD
 bool CLogModel::IsEmpty()
 {
     QMutexLocker lock(&m_mutexTake);
-    return Queue().m_messages.IsEmpty();
+    return Queue().IsEmpty();
 }
 
 QString CLogModel::ToString(const SLogMessage& sMessage) const
@@ -206,7 +197,7 @@ void CLogModel::slot_OnTimer()
 {
     QMutexLocker lock(&m_mutexTake);
     SLogMessage sMessage;
-    if (!Queue().m_messages.Take(sMessage))
+    if (!Queue().Take(sMessage))
         return;
     sMessage.dtTime = sMessage.dtTime.toLocalTime();
     Q_EMIT signal_NewMessage(sMessage);

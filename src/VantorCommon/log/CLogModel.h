@@ -80,7 +80,7 @@ private:
     /// Takes the model over to the thread of the application, if there are both, and starts its timer there.
     static void StartWithApplication();
 
-    QMutex m_mutexTake; ///< the taking end of the queue; m_mutexAdd of the adding one outlives the model
+    QMutex m_mutexTake; ///< the taking end of the queue; the adding one needs none
     QFile m_file;
     QTimer* m_pTimer;
 };

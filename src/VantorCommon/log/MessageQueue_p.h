@@ -5,12 +5,13 @@
 #include <atomic>
 #include <utility>
 
-/// An unbounded first-in, first-out queue whose two ends are independent: one thread at a time may push while
-/// another one takes. Each end needs a lock of its own among several threads, and never the other's.
+/// An unbounded first-in, first-out queue. Any number of threads may push at the same time, without a lock
+/// and without waiting for each other; one thread at a time may take, so several of them need a lock. What
+/// one thread pushes comes out in its order.
 ///
-/// It is a linked list that always holds one spent node at its front. So the ends never work on the same node
-/// but through its atomic link (M. Michael, M. Scott, "Simple, fast, and practical non-blocking and blocking
-/// concurrent queue algorithms", 1996, the two-lock queue).
+/// It is a linked list that always holds one spent node at its front. A thread that pushes first makes its
+/// node the last one, which settles the order, and then links the one before to it; so the taking end may
+/// see the list end early for a moment, at a push that is under way.
 template <class T> class MessageQueue
 {
 public:
@@ -23,15 +24,16 @@ public:
     MessageQueue(const MessageQueue&) = delete;
     MessageQueue& operator=(const MessageQueue&) = delete;
 
-    /// The adding end.
+    /// Any thread.
     void Push(T value)
     {
         auto* pNode = new SNode{std::move(value)};
-        m_pBack->pNext.store(pNode, std::memory_order_release);
-        m_pBack = pNode;
+        SNode* pBefore = m_pBack.exchange(pNode, std::memory_order_acq_rel);
+        pBefore->pNext.store(pNode, std::memory_order_release);
     }
 
-    /// The taking end: false, and nothing changed, if the queue is empty.
+    /// The taking end: false, and nothing changed, if there is nothing to take: the queue is empty, or the
+    /// push of its first value has not ended.
     bool Take(T& value)
     {
         SNode* pNext = m_pFront->pNext.load(std::memory_order_acquire);
@@ -42,8 +44,8 @@ public:
         return true;
     }
 
-    /// The taking end.
-    bool IsEmpty() const { return !m_pFront->pNext.load(std::memory_order_acquire); }
+    /// The taking end. A push that has begun counts.
+    bool IsEmpty() const { return m_pBack.load(std::memory_order_acquire) == m_pFront; }
 
 private:
     struct SNode {
@@ -53,5 +55,5 @@ private:
 
     // Each end on a cache line of its own.
     alignas(64) SNode* m_pFront = new SNode;
-    alignas(64) SNode* m_pBack = m_pFront;
+    alignas(64) std::atomic<SNode*> m_pBack{m_pFront};
 };

@@ -219,6 +219,28 @@ private Q_SLOTS:
         QVERIFY(AllBytesAre(image, 0));
     }
 
+    void aLargeCopyIsEqualInFreshAndInUsedMemory()
+    {
+        CImage source;
+        QCOMPARE(source.Create(3001, 2003, 3, 8, kInterleaved, 1), 0); // not a whole number of large pages
+        for (std::size_t i = 0; i < BytesOf(source); ++i)
+            source.GetData()[i] = static_cast<unsigned char>(i % 251);
+        std::vector<std::unique_ptr<CImage>> vctCopies;
+        for (int i = 0; i < 8; ++i) { // more than are kept when they are released
+            vctCopies.push_back(std::make_unique<CImage>());
+            QCOMPARE(vctCopies.back()->CopyFrom(&source), 0);
+        }
+        for (const auto& copy : vctCopies)
+            QVERIFY(std::memcmp(copy->GetData(), source.GetData(), BytesOf(source)) == 0);
+        std::memset(vctCopies.back()->GetData(), 0xAB, BytesOf(source));
+        const unsigned char* pUsed = vctCopies.back()->GetData();
+        vctCopies.pop_back();
+        CImage copy;
+        QCOMPARE(copy.CopyFrom(&source), 0);
+        QCOMPARE(copy.GetData(), const_cast<unsigned char*>(pUsed));
+        QVERIFY(std::memcmp(copy.GetData(), source.GetData(), BytesOf(source)) == 0);
+    }
+
     void whatIsKeptOfReleasedBuffersIsBounded()
     {
         const long nBefore = ResidentMiB();

@@ -20,7 +20,8 @@ struct SItem {
 };
 } // namespace
 
-/// Written with std:: threads and locks, so that a thread checker sees all of the synchronisation.
+/// Written with std:: threads and a lock for the takers, so that a thread checker sees all of the
+/// synchronisation.
 class tst_MessageQueue : public QObject
 {
     Q_OBJECT
@@ -79,15 +80,12 @@ private Q_SLOTS:
     void eightThreadsLoseNothingAndKeepTheirOrder()
     {
         MessageQueue<SItem> queue;
-        std::mutex mutexAdd;
         std::mutex mutexTake;
         std::vector<std::thread> vctThreads;
         for (int nThread = 0; nThread < c_nThreads; ++nThread)
             vctThreads.emplace_back([&, nThread] {
-                for (int i = 0; i < c_nPerThread; ++i) {
-                    const std::lock_guard<std::mutex> lock(mutexAdd);
+                for (int i = 0; i < c_nPerThread; ++i)
                     queue.Push({nThread, i});
-                }
             });
 
         std::vector<int> vctNext(c_nThreads, 0);

@@ -69,19 +69,19 @@ AtomicFile::~AtomicFile()
         ::unlink(m_strTemporary.c_str());
 }
 
-bool AtomicFile::Open(const std::string& path)
+CResult AtomicFile::Open(const std::string& path)
 {
     m_strTarget = FollowLinks(path);
     if (m_strTarget.empty())
-        return false;
+        return CResult::Failure(kNotWritable);
     struct stat old = {};
     const bool bExists = ::stat(m_strTarget.c_str(), &old) == 0;
     if (bExists && (!S_ISREG(old.st_mode) || ::access(m_strTarget.c_str(), W_OK) != 0))
-        return false;
+        return CResult::Failure(kNotWritable);
     std::string strTemporary;
     const int nHandle = CreateTemporary(FolderOf(m_strTarget), strTemporary);
     if (nHandle < 0)
-        return false;
+        return CResult::Failure(kNotWritable);
     m_strTemporary.swap(strTemporary); // whatever fails from here on, it is removed
     if (bExists) {
         // Another owner cannot be kept without rights; the file is then ours, with the old permissions.
@@ -90,20 +90,20 @@ bool AtomicFile::Open(const std::string& path)
     }
     // Unbuffered, so that every write passes the check.
     if (m_file.open(nHandle, QIODevice::ReadWrite | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
-        return true;
+        return CResult::Success();
     ::close(nHandle);
-    return false;
+    return CResult::Failure(kNotWritable);
 }
 
-bool AtomicFile::Commit()
+CResult AtomicFile::Commit()
 {
     if (m_file.HasFailed() || ::fsync(m_file.handle()) != 0)
-        return false;
+        return CResult::Failure(kNotWhole);
     m_file.close();
     if (::rename(m_strTemporary.c_str(), m_strTarget.c_str()) != 0)
-        return false;
+        return CResult::Failure(kNotWhole);
     m_strTemporary.clear();
-    return true;
+    return CResult::Success();
 }
 
 } // namespace Vantor::Algorithms

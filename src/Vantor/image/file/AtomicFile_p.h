@@ -2,6 +2,8 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <Vantor/Result_p.h>
+
 #include <QFile>
 
 #include <string>
@@ -32,6 +34,12 @@ private:
 class AtomicFile
 {
 public:
+    /// @{
+    /// The reasons of a failure: the second also for whoever could not write into the device.
+    static constexpr const char* kNotWritable = "The file or its folder cannot be written.";
+    static constexpr const char* kNotWhole = "The file could not be written whole.";
+    /// @}
+
     AtomicFile() = default;
     ~AtomicFile();
     AtomicFile(const AtomicFile&) = delete;
@@ -39,11 +47,11 @@ public:
 
     /// Begins the replacement. A symbolic link is followed, its target is replaced; the permissions of an old
     /// file are kept. Fails for a target that is no regular file or may not be written.
-    bool Open(const std::string& path);
+    CResult Open(const std::string& path);
     /// Where to write; random access, readable as well.
     QFile& Device() { return m_file; }
-    /// Puts the new file in place. False when anything of it could not be written.
-    bool Commit();
+    /// Puts the new file in place. Fails when anything of it could not be written.
+    CResult Commit();
 
 private:
     std::string m_strTarget;

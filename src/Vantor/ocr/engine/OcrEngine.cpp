@@ -45,7 +45,7 @@ std::string Trimmed(const char* text)
 class COcrEngine : public IOcrEngine
 {
 public:
-    bool Load(const std::string& strLanguage, const std::string& strFolder, bool bSingleBlock) override;
+    CResult Load(const std::string& strLanguage, const std::string& strFolder, bool bSingleBlock) override;
     bool SeemsTurned(const SPage& page) override;
     SReading Read(const SPage& page, int nDpi) override;
 
@@ -53,15 +53,15 @@ private:
     tesseract::TessBaseAPI m_api;
 };
 
-bool COcrEngine::Load(const std::string& strLanguage, const std::string& strFolder, bool bSingleBlock)
+CResult COcrEngine::Load(const std::string& strLanguage, const std::string& strFolder, bool bSingleBlock)
 {
     const COneThread oneThread;
     // The engine would comment on every page on standard error.
     m_api.SetVariable("debug_file", "/dev/null");
     if (m_api.Init(strFolder.c_str(), strLanguage.c_str()) != 0)
-        return false;
+        return CResult::Failure("The OCR engine cannot use the language data.");
     m_api.SetPageSegMode(bSingleBlock ? tesseract::PSM_SINGLE_BLOCK : tesseract::PSM_AUTO);
-    return true;
+    return CResult::Success();
 }
 
 bool COcrEngine::SeemsTurned(const SPage& page)
