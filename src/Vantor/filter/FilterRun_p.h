@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <Vantor/FailureReason_p.h>
+#include <Vantor/filter/Bands_p.h>
+
+#include <new>
+#include <string>
+
+namespace Vantor::Algorithms
+{
+
+inline constexpr const char* kNoFilterMemory = "There is not enough memory for the filter.";
+
+/// The pixels that a filter is asked to write.
+struct SFilterRegion {
+    const Geometry::CGeometry* pGeometry;
+    ERegionMode eMode;
+    double dblTolerance;
+};
+
+/// Runs a filter on the region of an 8-bit image.
+/// @param filter  takes the job and returns the same as this function
+/// @return empty or the reason of the failure
+template <class Filter>
+std::string RunFilter(CImage& image, const SFilterRegion& region, const Filter& filter)
+{
+    if (!image.GetData())
+        return "The image is empty.";
+    if (image.GetBitDepth() != 8)
+        return "Only images of 8 bits per channel can be filtered.";
+    PixelRuns runs;
+    const char* pReason = FindRegion(image.GetWidth(), image.GetHeight(), region.pGeometry, region.eMode,
+                                     region.dblTolerance, runs);
+    if (pReason)
+        return pReason;
+    const SFilterJob job{image.GetRows(), image.GetWidth(), image.GetHeight(), image.GetChannel(), runs};
+    return filter(job);
+}
+
+/// Notes how a filter ended, also when memory ran out: even a reason may need some.
+template <class Run> int NoteRun(CFailureReason& failure, const Run& run)
+{
+    try {
+        return failure.Note(run());
+    } catch (const std::bad_alloc&) {
+        return failure.Note(kNoFilterMemory);
+    }
+}
+
+} // namespace Vantor::Algorithms
