@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# vantor_opencv: the peer of the image operations, for tests and benchmarks. Debian installs its headers without a
+# vantor_opencv: what smooths images, and the peer of the image operations in tests and benchmarks. Debian installs its headers without a
 # package file for CMake.
 include_guard(GLOBAL)
 find_path(OPENCV_INCLUDE_DIR opencv2/core.hpp PATH_SUFFIXES opencv4 REQUIRED)

@@ -4,6 +4,7 @@
 
 #include <Vantor/filter/Region_p.h>
 
+#include <cstddef>
 #include <system_error>
 #include <thread>
 
@@ -28,6 +29,12 @@ struct SBand {
     int LastRow() const { return pEnd[-1].nRow; }
 };
 
+/// All runs of a job, which may be none.
+inline SBand WholeOf(const SFilterJob& job)
+{
+    return {job.runs.data(), job.runs.data() + job.runs.size()};
+}
+
 /// The columns from the leftmost to the rightmost pixel of some runs; empty is nBegin >= nEnd.
 struct SColumns {
     int nBegin;
@@ -42,6 +49,16 @@ std::vector<SBand> MakeBands(const PixelRuns& runs);
 
 /// The columns of all runs of a band, which holds at least one.
 SColumns ColumnsOf(const SBand& band);
+
+/// Calls visit(pixel, row, column) for every pixel of a band, in order.
+template <class Visit> void ForEachPixel(const SFilterJob& job, const SBand& band, const Visit& visit)
+{
+    for (const Geometry::SPixelRun* pRun = band.pBegin; pRun != band.pEnd; ++pRun) {
+        unsigned char* pPixel = job.pRows[pRun->nRow] + std::ptrdiff_t(pRun->nBegin) * job.nChannels;
+        for (int x = pRun->nBegin; x < pRun->nEnd; ++x, pPixel += job.nChannels)
+            visit(pPixel, pRun->nRow, x);
+    }
+}
 
 /// Calls worker.Run() for one or two workers, the second on a thread of its own when one can be had.
 /// Run() must not throw.

@@ -3,7 +3,7 @@
 #include <Vantor/filter/WindowMedian_p.h>
 
 #include <Vantor/filter/ColumnHistograms_p.h>
-#include <Vantor/image/PixelBuffer_p.h>
+#include <Vantor/filter/Original_p.h>
 
 #include <cstring>
 #include <limits>
@@ -17,33 +17,6 @@ namespace
 {
 /// The image is filtered in stripes of so many columns, that their histograms stay in the cache.
 constexpr int kStripe = 512;
-
-/// The original rows that a region's windows read.
-struct SOriginal {
-    PixelBuffer pData;
-    int nFirstRow = 0;
-    std::size_t nStride = 0;
-
-    bool CopyFrom(const SFilterJob& job, int radiusY);
-    const unsigned char* Row(std::int64_t row) const
-    {
-        return pData.get() + static_cast<std::size_t>(row - nFirstRow) * nStride;
-    }
-};
-
-bool SOriginal::CopyFrom(const SFilterJob& job, int radiusY)
-{
-    nFirstRow = static_cast<int>(SWindow(job.runs.front().nRow, radiusY, job.nHeight).nFirst);
-    const int nLastRow = static_cast<int>(SWindow(job.runs.back().nRow, radiusY, job.nHeight).nLast);
-    nStride = static_cast<std::size_t>(job.nWidth) * static_cast<std::size_t>(job.nChannels);
-    pData = AllocatePixels(static_cast<std::size_t>(nLastRow - nFirstRow + 1) * nStride);
-    if (!pData)
-        return false;
-    for (int nRow = nFirstRow; nRow <= nLastRow; ++nRow)
-        std::memcpy(pData.get() + static_cast<std::size_t>(nRow - nFirstRow) * nStride, job.pRows[nRow],
-                    nStride);
-    return true;
-}
 
 struct SRadii {
     int nX;

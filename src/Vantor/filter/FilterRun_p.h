@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <Vantor/FailureReason_p.h>
+#include <Vantor/filter/Bands_p.h>
+
+#include <new>
+
+namespace Vantor::Algorithms
+{
+
+inline constexpr const char* kNoFilterMemory = "There is not enough memory for the filter.";
+
+/// The pixels that a filter is asked to write.
+struct SFilterRegion {
+    const Geometry::CGeometry* pGeometry;
+    ERegionMode eMode;
+    double dblTolerance;
+};
+
+/// Runs a filter on the region of an 8-bit image.
+/// @param filter  takes the job and returns a result
+template <class Filter> CResult RunFilter(CImage& image, const SFilterRegion& region, const Filter& filter)
+{
+    if (!image.GetData())
+        return CResult::Failure("The image is empty.");
+    if (image.GetBitDepth() != 8)
+        return CResult::Failure("Only images of 8 bits per channel can be filtered.");
+    PixelRuns runs;
+    CResult found = FindRegion(image.GetWidth(), image.GetHeight(), region.pGeometry, region.eMode,
+                               region.dblTolerance, runs);
+    if (!found.IsSuccess())
+        return found;
+    const SFilterJob job{image.GetRows(), image.GetWidth(), image.GetHeight(), image.GetChannel(), runs};
+    return filter(job);
+}
+
+/// Notes how a filter ended, also when memory ran out: even a reason may need some.
+template <class Run> int NoteRun(CFailureReason& failure, const Run& run)
+{
+    try {
+        return failure.Note(run());
+    } catch (const std::bad_alloc&) {
+        return failure.Fail(kNoFilterMemory);
+    }
+}
+
+} // namespace Vantor::Algorithms
