@@ -58,6 +58,8 @@ private Q_SLOTS:
     {
         const SCentre c;
         QVERIFY(!c.pCtrl->GetOptions().bReaderByContent);
+        QVERIFY(!c.pCtrl->GetOptions().bRestoreAfterCapture);
+        QVERIFY(!c.pCtrl->GetOptions().bProposeSaveName);
     }
 
     void theCentreKeepsWhatWasSet()
