@@ -8,7 +8,7 @@
 class QLabel;
 
 /// A bar inside the window that tells what could not be done. It blocks nothing, takes no focus by itself and
-/// stays until it is closed; while it is open, further messages join the first.
+/// stays until it is closed or something else succeeds; while it is open, further messages join the first.
 class CMessageBar : public QFrame
 {
     Q_OBJECT
@@ -21,6 +21,16 @@ public:
     /// Shows a line of the log, unless it says no more than a message that was told lately.
     void TellLogLine(const QString& strLine);
 
+    /// Drops what was told of a file, for it has succeeded now.
+    void ForgetAbout(const QString& strPath);
+    /// Something that the user asked for has succeeded: drops everything, unless something was told since the
+    /// user's last key, click or drop, which belongs to the same doing.
+    void ForgetOld();
+
+protected:
+    /// Watches the whole program for what the user does.
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
 private:
     void Dismiss();
     void ShowMessages();
@@ -28,4 +38,5 @@ private:
     QLabel* m_pText = nullptr;
     QStringList m_lstMessages; ///< on show
     QStringList m_lstRecent;   ///< told lately, on show or not
+    bool m_bFresh = false;     ///< something was told since the user did anything
 };
