@@ -2,7 +2,7 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
-#include <Vantor/geometry/CPoint.h>
+#include <Vantor/geometry/CPointClass.h>
 
 namespace Vantor::Geometry
 {

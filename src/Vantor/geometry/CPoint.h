@@ -2,50 +2,76 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
-#include <Vantor/geometry/CGeometry.h>
+#include <Vantor/geometry/CPointClass.h>
+#include <Vantor/geometry/CPointList.h>
+#include <Vantor/geometry/CRectangle.h>
+
+#include <cmath>
+#include <limits>
 
 namespace Vantor::Geometry
 {
 
-/// A point (kind 0). Instantiated in the library for double and float; lists and handles hold double ones.
-template <class T = double> class VANTOR_EXPORT CPoint : public CGeometry
+/// The coordinate as a number of the type: the nearest one for whole types; floating-point types keep it.
+template <class T> T ToCoordinate(double coordinate)
 {
-public:
-    CPoint() = default;
-    /// In pixels; any value is stored.
-    CPoint(T x, T y) : m_x(x), m_y(y) {}
+    if constexpr (std::is_floating_point_v<T>) {
+        return static_cast<T>(coordinate);
+    } else {
+        // The largest number of a long type is rounded up on its way to double, hence >=.
+        if (coordinate >= static_cast<double>(std::numeric_limits<T>::max()))
+            return std::numeric_limits<T>::max();
+        if (coordinate <= static_cast<double>(std::numeric_limits<T>::lowest()))
+            return std::numeric_limits<T>::lowest();
+        return static_cast<T>(std::round(coordinate));
+    }
+}
 
-    /// @{
-    /// The coordinates, in pixels; any value is stored.
-    T x() const { return m_x; }
-    T y() const { return m_y; }
-    void SetX(T x) { m_x = x; }
-    void SetY(T y) { m_y = y; }
-    /// @}
+template <class T> double CPoint<T>::GetDistance(const CPoint& other) const
+{
+    return std::hypot(static_cast<double>(m_x) - static_cast<double>(other.m_x),
+                      static_cast<double>(m_y) - static_cast<double>(other.m_y));
+}
 
-    /// Euclidean distance in pixels.
-    double GetDistance(const CPoint& other) const;
+template <class T> CRectangle CPoint<T>::GetBoundingRectangle() const
+{
+    return {static_cast<double>(m_x), static_cast<double>(m_y), 0.0, 0.0};
+}
 
-    /// @{
-    /// Exact equality of both coordinates, without a tolerance.
-    bool operator==(const CPoint& other) const { return m_x == other.m_x && m_y == other.m_y; }
-    bool operator!=(const CPoint& other) const { return !(*this == other); }
-    /// @}
+template <class T> void CPoint<T>::MoveTopLeftTo(const CPoint<double>& point)
+{
+    if (!std::isfinite(point.x()) || !std::isfinite(point.y()))
+        return;
+    m_x = ToCoordinate<T>(point.x());
+    m_y = ToCoordinate<T>(point.y());
+}
 
-    EGeometryType GetType() const override { return EGeometryType_Point; }
-    CRectangle GetBoundingRectangle() const override;
-    void MoveTopLeftTo(const CPoint<double>& point) override;
-    int GetPoints(CPointList& outline, CPointList& handles) const override;
-    bool Contains(const CPoint<double>& point) const override;
-    std::vector<SPixelRun> GetPixelRuns(int width, int height) const override;
-    std::shared_ptr<CGeometry> Clone() const override;
+template <class T> int CPoint<T>::GetPoints(CPointList& outline, CPointList& handles) const
+{
+    outline.Clear();
+    handles.Clear();
+    outline.Add(CPoint<double>(static_cast<double>(m_x), static_cast<double>(m_y)));
+    return 0;
+}
 
-private:
-    T m_x = 0;
-    T m_y = 0;
-};
+template <class T> bool CPoint<T>::Contains(const CPoint<double>& point) const
+{
+    return static_cast<double>(m_x) == point.x() && static_cast<double>(m_y) == point.y();
+}
 
-extern template class CPoint<double>;
-extern template class CPoint<float>;
+template <class T> std::vector<SPixelRun> CPoint<T>::GetPixelRuns(int width, int height) const
+{
+    const double column = std::floor(static_cast<double>(m_x));
+    const double row = std::floor(static_cast<double>(m_y));
+    if (!(column >= 0.0 && column < width && row >= 0.0 && row < height)) // nor NaN
+        return {};
+    const int nColumn = static_cast<int>(column);
+    return {{static_cast<int>(row), nColumn, nColumn + 1}};
+}
+
+template <class T> std::shared_ptr<CGeometry> CPoint<T>::Clone() const
+{
+    return std::make_shared<CPoint<T>>(*this);
+}
 
 } // namespace Vantor::Geometry

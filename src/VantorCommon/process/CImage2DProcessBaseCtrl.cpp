@@ -186,8 +186,10 @@ CImage2DProcessBaseCtrl::ImagePtr CImage2DProcessBaseCtrl::CopyOf(const SSource&
     if (!source.pImage)
         return nullptr;
     auto pCopy = std::make_shared<CImage>();
-    const int nResult = pCopy->CopyFrom(source.pImage.get());
-    return Succeeded(nResult, pCopy->GetFailureReason()) ? pCopy : nullptr;
+    if (pCopy->CopyFrom(source.pImage.get()) == 0)
+        return pCopy;
+    Fail(QString::fromStdString(pCopy->GetFailureReason()));
+    return nullptr;
 }
 
 void CImage2DProcessBaseCtrl::ShowResult(const ImagePtr& pImage)

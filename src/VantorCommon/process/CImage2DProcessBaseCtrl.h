@@ -28,9 +28,10 @@ class CGeometry;
 /// The controller of a processing tool: bound to one viewer of the centre, the source, it keeps the dialog's
 /// list of regions in step with the shapes of that viewer and times the runs.
 ///
-/// A run of a derived tool is: TakeSource, CopyOf, StartProcess, a call of the core library, ShowResult. A
-/// run that cannot be done ends early; signal_Failed and GetFailureReason tell why. Dialog and viewer are not
-/// owned; the binding is dropped when the viewer dies. GUI thread only; a run blocks it.
+/// A run of a derived tool is: TakeSource, CopyOf, StartProcess, a call of the core library, ShowResult, or
+/// Fail where that call gave no result. A run that cannot be done ends early; signal_Failed and
+/// GetFailureReason tell why. Dialog and viewer are not owned; the binding is dropped when the viewer dies.
+/// GUI thread only; a run blocks it.
 class VANTORCOMMON_EXPORT CImage2DProcessBaseCtrl : public CBaseCtrl
 {
     Q_OBJECT
@@ -95,23 +96,27 @@ protected:
 
     /// The current image of the source viewer, and the shape that is chosen by name; of several with that
     /// name the last one in the viewer's list.
-    SSource TakeSource();
+    [[nodiscard]] SSource TakeSource();
     /// A copy to work on, for images that a viewer holds never change. Null when there is no image or not
     /// enough memory.
-    ImagePtr CopyOf(const SSource& source);
+    [[nodiscard]] ImagePtr CopyOf(const SSource& source);
     /// Ends the run (EndProcess) and makes the image the current one of the source viewer, an undoable step
     /// that drops the annotations. The viewer keeps the image: it must not be changed any more.
     void ShowResult(const ImagePtr& pImage);
-    /// Whether a call of the core library succeeded (gave 0); if not, the run ends with its reason. A run
-    /// that does without the core library passes 1 and a sentence of its own.
-    bool Succeeded(int nResult, const std::string& strReason);
+    /// Ends the run, if it has started, and announces that it failed and why. Called when a call of the core
+    /// library did not give 0, with its reason, or with a sentence of the tool's own.
+    /// @param strReason  a sentence in English
+    void Fail(const QString& strReason);
+    /// For tools that were written for version 1.0: calls Fail when the result is not 0.
+    /// @return whether it is 0
+    [[deprecated("Ask whether the result is 0, and call Fail.")]] bool
+    Succeeded(int nResult, const std::string& strReason);
 
 private:
     void ConnectSource(bool bConnect);
     void FillSourceROI();
     std::shared_ptr<Vantor::Geometry::CGeometry> FindRegion() const;
     void End();
-    void Fail(const QString& strReason);
 
     QPointer<CImage2DProcessBaseDlg> m_pDlg;
     QPointer<CImageViewerCtrl> m_pSourceViewCtrl;

@@ -75,7 +75,13 @@ CImage2DProcessBaseDlg::CImage2DProcessBaseDlg(QWidget* pParent) : QDialog(pPare
     ChangeImageViewNumber();
 }
 
-CImage2DProcessBaseDlg::~CImage2DProcessBaseDlg() = default;
+CImage2DProcessBaseDlg::~CImage2DProcessBaseDlg()
+{
+    // An editor that is still open writes its value back when it dies, which is after this: a derived dialog
+    // would hear of it although it is gone.
+    for (const auto* pParameters : findChildren<QStandardItemModel*>(QString(), Qt::FindDirectChildrenOnly))
+        disconnect(pParameters, nullptr, this, nullptr);
+}
 
 QWidget* CImage2DProcessBaseDlg::CreateImageRow()
 {

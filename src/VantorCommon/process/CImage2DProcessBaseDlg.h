@@ -76,7 +76,8 @@ protected:
     /// Fills "Parameter" with a tree of two columns, label and value. Called once. Labels can be edited too.
     /// @param vctRows    from top to bottom
     /// @param pDelegate  makes the editors of the values; it belongs to the caller and outlives the tree
-    /// @return the model of the tree, which belongs to the dialog; its dataChanged tells of every edit
+    /// @return the model of the tree, which belongs to the dialog; its dataChanged tells of every edit, and
+    ///         no more while the dialog is being destroyed
     QStandardItemModel* AddParameterTree(const std::vector<SParameter>& vctRows,
                                          QAbstractItemDelegate* pDelegate);
     /// Fills "Button" with the button "Run", which no key but those on itself presses. Called once; the

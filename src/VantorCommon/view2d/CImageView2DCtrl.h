@@ -76,7 +76,8 @@ public:
     void SetOptions(const SCenterOptions& sOptions) { m_sOptions = sOptions; }
 
     /// Loads an image or the pages of a PDF document and shows them in place of the list; annotations go.
-    /// What cannot be loaded is logged and changes nothing. Deliberate: a document is told by "pdf" or "PDF"
+    /// Deliberate: what cannot be loaded is logged and leaves an empty list, without annotations
+    /// (SCenterOptions::bKeepOnFailedLoad keeps both). Deliberate: a document is told by "pdf" or "PDF"
     /// behind any character anywhere in the path, a folder's name included
     /// (SCenterOptions::bReaderByContent asks the file instead).
     void LoadFile(const QString& strPath);
@@ -153,8 +154,8 @@ public Q_SLOTS:
     /// Puts the controller's panels into the docks.
     void slot_Active();
     /// @{
-    /// Asks for a file (an image or a document, an image, a document), and shows it in place of the list;
-    /// annotations go. Blocks while the dialog is open.
+    /// Asks for a file (an image or a document, an image, a document), and shows it in place of the list, as
+    /// LoadFile does. Blocks while the dialog is open.
     void slot_LoadFile();
     void slot_LoadImage();
     void slot_LoadPdf();

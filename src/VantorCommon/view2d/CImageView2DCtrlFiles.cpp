@@ -141,12 +141,15 @@ std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadAny(const QString&
 
 void CImageView2DCtrl::ReplaceImages(const std::vector<ImagePtr>& vctImages, const QString& strPath)
 {
-    if (!m_pModel || vctImages.empty())
+    const bool bLoaded = !vctImages.empty();
+    if (!m_pModel || (!bLoaded && m_sOptions.bKeepOnFailedLoad))
         return;
+    // Deliberate: a load that failed leaves an empty list.
     m_pModel->SetImages(vctImages);
     if (m_pGeometryModel)
         m_pGeometryModel->ClearObject();
-    Q_EMIT signal_FileOpened(strPath);
+    if (bLoaded)
+        Q_EMIT signal_FileOpened(strPath);
 }
 
 std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadImage(const QString& strPath)

@@ -3,6 +3,7 @@
 #include "tests/Vantor/geometry/GeometryModel.h"
 #include "tests/support/TestMain.h"
 
+#include <climits>
 #include <cmath>
 
 using namespace Vantor::Geometry;
@@ -78,6 +79,36 @@ private Q_SLOTS:
         QCOMPARE(Outline(*clone), QStringLiteral("(1, 2)"));
     }
 
+    void anyArithmeticTypeWillDo()
+    {
+        TryType<int>();
+        TryType<unsigned char>();
+        TryType<long long>();
+        TryType<short>();
+        TryType<unsigned int>();
+        TryType<float>();
+        TryType<double>();
+        TryType<long double>();
+    }
+
+    void negativeWholeNumbersLieOutside()
+    {
+        QVERIFY(CPoint<int>(-1, 1).GetPixelRuns(4, 3).empty());
+        QVERIFY(CPoint<int>(4, 1).GetPixelRuns(4, 3).empty());
+        QVERIFY(CPoint<long long>(1, 1LL << 40).GetPixelRuns(4, 3).empty());
+        QCOMPARE(CPoint<unsigned char>(250, 2).GetDistance(CPoint<unsigned char>(5, 2)), 245.0);
+    }
+
+    void movingAWholePointTakesTheNearestNumberThatItHas()
+    {
+        QVERIFY(Moved<int>(7.4, -8.5) == CPoint<int>(7, -9));
+        QVERIFY(Moved<int>(1e300, -1e300) == CPoint<int>(INT_MAX, INT_MIN));
+        QVERIFY(Moved<unsigned char>(300.0, -1.0) == CPoint<unsigned char>(255, 0));
+        QVERIFY(Moved<long long>(9.3e18, -9.3e18) == CPoint<long long>(LLONG_MAX, LLONG_MIN));
+        QVERIFY(Moved<long long>(-5e9, 5e9) == CPoint<long long>(-5000000000LL, 5000000000LL));
+        QVERIFY(Moved<int>(kNaN, 2.0) == CPoint<int>(3, 1)); // stays
+    }
+
     void survivesNastyValues()
     {
         for (double x : kNasty) {
@@ -86,6 +117,35 @@ private Q_SLOTS:
                 QVERIFY2(Survives(point), qPrintable(QStringLiteral("%1 %2").arg(x).arg(y)));
             }
         }
+    }
+
+private:
+    /// Everything that a point can do, with numbers that every type has.
+    template <class T> static void TryType()
+    {
+        CPoint<T> point(T(3), T(1));
+        const CGeometry& shape = point;
+        QCOMPARE(int(shape.GetType()), 0);
+        QCOMPARE(Outline(shape), QStringLiteral("(3, 1)"));
+        QCOMPARE(Handles(shape), QString());
+        QCOMPARE(Text(shape.GetBoundingRectangle()), QStringLiteral("3 1 0 0"));
+        QVERIFY(shape.Contains(CPoint<>(3.0, 1.0)) && !shape.Contains(CPoint<>(3.0, 1.5)));
+        QCOMPARE(Picture(shape.GetPixelRuns(4, 2), 4, 2),
+                 (QStringList{QStringLiteral("...."), QStringLiteral("...#")}));
+        QCOMPARE(point.GetDistance(CPoint<T>(T(0), T(5))), 5.0);
+        const auto clone = shape.Clone();
+        point.MoveTopLeftTo(CPoint<>(7.0, 8.0));
+        QVERIFY(point == CPoint<T>(T(7), T(8)));
+        point.SetX(T(2));
+        QVERIFY(point != CPoint<T>(T(7), T(8)));
+        QCOMPARE(Outline(*clone), QStringLiteral("(3, 1)"));
+        QVERIFY(CPoint<T>() == CPoint<T>(T(0), T(0)));
+    }
+    template <class T> static CPoint<T> Moved(double x, double y)
+    {
+        CPoint<T> point(T(3), T(1));
+        point.MoveTopLeftTo(CPoint<>(x, y));
+        return point;
     }
 };
 

@@ -24,11 +24,20 @@ class TestTool : public CImage2DProcessBaseCtrl
 public:
     using CImage2DProcessBaseCtrl::CImage2DProcessBaseCtrl;
     using CImage2DProcessBaseCtrl::CopyOf;
+    using CImage2DProcessBaseCtrl::Fail;
     using CImage2DProcessBaseCtrl::ShowResult;
     using CImage2DProcessBaseCtrl::SSource;
     using CImage2DProcessBaseCtrl::TakeSource;
     bool Undo() override { return false; }
     bool Redo() override { return false; }
+
+    bool SucceededAsInVersion10(int nResult, const std::string& strReason)
+    {
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+        return Succeeded(nResult, strReason);
+#pragma GCC diagnostic pop
+    }
 };
 
 std::shared_ptr<CImageView2DDrawableGeometry> MakeRectangle(const QString& strName, double x)
@@ -406,6 +415,34 @@ private Q_SLOTS:
         QVERIFY(b.fixture.Ctrl(1)->GetImage() == pResult);
         QVERIFY(b.fixture.Ctrl(0)->GetImage() == pOther);
         QVERIFY(ToolParts(b.dlg).Message().startsWith(QStringLiteral("Processing Time ")));
+    }
+
+    void aFailureEndsTheRunOnceAndTellsWhy()
+    {
+        Bench b(1, 1);
+        QSignalSpy ended(&b.tool, &CImage2DProcessBaseCtrl::signal_Ended);
+        QSignalSpy failed(&b.tool, &CImage2DProcessBaseCtrl::signal_Failed);
+        b.tool.Fail(QStringLiteral("before the start"));
+        QCOMPARE(ended.size(), 0);
+        b.tool.StartProcess();
+        b.tool.Fail(QStringLiteral("no reason"));
+        QCOMPARE(ended.size(), 1);
+        QCOMPARE(failed.size(), 2);
+        QCOMPARE(failed[1][0].toString(), QStringLiteral("no reason"));
+        QCOMPARE(b.tool.GetFailureReason(), QStringLiteral("no reason"));
+        b.tool.EndProcess();
+        QCOMPARE(ended.size(), 1);
+    }
+
+    void toolsOfVersion10StillFailByTheirResult()
+    {
+        Bench b(1, 1);
+        QSignalSpy failed(&b.tool, &CImage2DProcessBaseCtrl::signal_Failed);
+        QVERIFY(b.tool.SucceededAsInVersion10(0, "unused"));
+        QCOMPARE(failed.size(), 0);
+        QVERIFY(!b.tool.SucceededAsInVersion10(1, "a reason"));
+        QCOMPARE(failed.size(), 1);
+        QCOMPARE(failed[0][0].toString(), QStringLiteral("a reason"));
     }
 
     void aLayoutWithoutTheSourceKeepsTheBinding()

@@ -7,6 +7,9 @@
 #include <QAbstractItemView>
 #include <QBoxLayout>
 #include <QGridLayout>
+#include <QLineEdit>
+#include <QStandardItemModel>
+#include <QStyledItemDelegate>
 #include <climits>
 
 namespace
@@ -66,6 +69,34 @@ private Q_SLOTS:
         CImage2DProcessBaseDlg dlg(nullptr);
         CheckChooserGroup(ToolParts(dlg), "Source Image", "Source ROI");
         CheckChooserGroup(ToolParts(dlg), "Target Image", "Target ROI");
+    }
+
+    void aDerivedDialogHearsOfNoEditAnyMoreWhileItIsDestroyed()
+    {
+        // With an editor open, which writes its value back when it dies.
+        struct CDerived : CImage2DProcessBaseDlg {
+            CDerived(int& nEdits) : CImage2DProcessBaseDlg(nullptr)
+            {
+                const auto* pRows = AddParameterTree({{QStringLiteral("Threshold"), QStringLiteral("1")}},
+                                                     new QStyledItemDelegate(this));
+                connect(pRows, &QStandardItemModel::dataChanged, this, [&nEdits] { ++nEdits; });
+            }
+        };
+        for (const bool bDestroy : {false, true}) {
+            int nEdits = 0;
+            auto pDlg = std::make_unique<CDerived>(nEdits);
+            ToolParts parts(*pDlg);
+            QVERIFY(parts.Show());
+            auto* pEditor = qobject_cast<QLineEdit*>(parts.OpenEditor(1));
+            QVERIFY(pEditor);
+            pEditor->setText(QStringLiteral("2"));
+            QCOMPARE(nEdits, 0);
+            if (bDestroy)
+                pDlg.reset();
+            else
+                pDlg->hide();
+            QCOMPARE(nEdits, bDestroy ? 0 : 1);
+        }
     }
 
     void parameterAndResultTakeTheRoom()

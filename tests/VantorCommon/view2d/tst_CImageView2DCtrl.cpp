@@ -165,9 +165,111 @@ private Q_SLOTS:
         QCOMPARE(f.log.Take().filter(QStringLiteral("3:")), QStringList());
     }
 
-    void aFailedLoadIsLoggedAndLosesNothing()
+    void deliberateAFailedLoadIsLoggedAndLeavesNothing_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("no such image") << QStringLiteral("/no/such %s%n file.png") << "image";
+        QTest::newRow("no such document") << QStringLiteral("/no/such.pdf") << "pdf file";
+        QTest::newRow("damaged image")
+            << TestDataPath(QStringLiteral("broken/bmp_badbitcount.bmp")) << "image";
+        QTest::newRow("damaged document")
+            << TestDataPath(QStringLiteral("broken/pdfium_page_tree_empty_node.pdf")) << "pdf file";
+        QTest::newRow("wrong password") << TestDataPath(kLocked) << "pdf file";
+        QTest::newRow("refused password") << TestDataPath(kLocked) << "pdf file";
+    }
+    void deliberateAFailedLoadIsLoggedAndLeavesNothing()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, kind);
+        const auto answer = [](QObject* pContext) {
+            if (qstrcmp(QTest::currentDataTag(), "wrong password") == 0)
+                TypePassword(pContext, QStringLiteral("wrong"));
+            if (qstrcmp(QTest::currentDataTag(), "refused password") == 0)
+                AnswerNext<QInputDialog>(pContext, [](QInputDialog* pDialog) { pDialog->reject(); });
+        };
+        const QStringList logged(QStringLiteral("3:Cannot load %1 ").arg(kind) + path);
+        for (const bool bKeep : {true, false}) {
+            SFixture f;
+            SCenterOptions sOptions;
+            sOptions.bKeepOnFailedLoad = bKeep;
+            f.ctrl.SetOptions(sOptions);
+            f.model.SetImages({MakeTestImage(3, 3, 3), MakeTestImage(4, 4, 3)});
+            f.geometry.AddObject(MakeRectangle());
+            const auto before = f.List();
+            f.log.Take();
+            int nFailed = 0, nOpened = 0;
+            connect(&f.ctrl, &CImageView2DCtrl::signal_Failed, &f.ctrl, [&] { ++nFailed; });
+            connect(&f.ctrl, &CImageView2DCtrl::signal_FileOpened, &f.ctrl, [&] { ++nOpened; });
+            answer(f.pView);
+            f.ctrl.LoadFile(path);
+            QCOMPARE(f.log.Take(), logged);
+            QCOMPARE(f.List(), bKeep ? before : std::vector<ImagePtr>());
+            QCOMPARE(f.geometry.Size(), bKeep ? 1 : 0);
+            QCOMPARE(nFailed, 1);
+            QCOMPARE(nOpened, 0);
+            if (!bKeep) { // an emptied viewer works on
+                f.ctrl.LoadFile(TestDataPath(QStringLiteral("jpeg/hopper.jpg")));
+                QVERIFY(f.model.GetCurrentImage());
+            }
+        }
+    }
+
+    void anEmptyPathChangesNothing()
     {
         SFixture f;
+        f.model.SetImages({MakeTestImage(3, 3, 3)});
+        f.geometry.AddObject(MakeRectangle());
+        f.log.Take();
+        f.ctrl.LoadFile(QString());
+        QCOMPARE(f.log.Take(), QStringList());
+        QCOMPARE(f.model.GetImageCount(), 1);
+        QCOMPARE(f.geometry.Size(), 1);
+    }
+
+    void deliberateAFailedLoadFromADialogLeavesNothing_data()
+    {
+        QTest::addColumn<QString>("slot");
+        QTest::newRow("file") << QStringLiteral("slot_LoadFile");
+        QTest::newRow("image") << QStringLiteral("slot_LoadImage");
+        QTest::newRow("pdf") << QStringLiteral("slot_LoadPdf");
+    }
+    void deliberateAFailedLoadFromADialogLeavesNothing()
+    {
+        QFETCH(QString, slot);
+        QTemporaryDir dir;
+        QFile file(dir.filePath(QStringLiteral("no picture.png")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        for (const bool bKeep : {true, false}) {
+            SFixture f;
+            SCenterOptions sOptions;
+            sOptions.bKeepOnFailedLoad = bKeep;
+            f.ctrl.SetOptions(sOptions);
+            f.model.SetImages({MakeTestImage(3, 3, 3)});
+            f.geometry.AddObject(MakeRectangle());
+            AnswerNext<QFileDialog>(f.pView, [](QFileDialog* pDialog) { pDialog->reject(); });
+            QVERIFY(QMetaObject::invokeMethod(&f.ctrl, qPrintable(slot)));
+            QCOMPARE(f.model.GetImageCount(), 1); // cancelled
+            QCOMPARE(f.geometry.Size(), 1);
+            AnswerNext<QFileDialog>(f.pView, [&](QFileDialog* pDialog) {
+                pDialog->setNameFilter(QStringLiteral("All files (*)"));
+                pDialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file.fileName());
+                static_cast<QDialog*>(pDialog)->accept();
+            });
+            QVERIFY(QMetaObject::invokeMethod(&f.ctrl, qPrintable(slot)));
+            QCOMPARE(f.model.GetImageCount(), bKeep ? 1 : 0);
+            QCOMPARE(f.geometry.Size(), bKeep ? 1 : 0);
+            QCOMPARE(f.log.Take().filter(QStringLiteral("3:")).size(), 1);
+        }
+    }
+
+    void aFailedLoadLosesNothingWithTheOption()
+    {
+        SFixture f;
+        SCenterOptions sOptions;
+        sOptions.bKeepOnFailedLoad = true;
+        f.ctrl.SetOptions(sOptions);
         f.model.SetImages({MakeTestImage(3, 3, 3)});
         f.geometry.AddObject(MakeRectangle());
         const auto before = f.List();
@@ -191,8 +293,12 @@ private Q_SLOTS:
         const QString strPath = dir.path() + QStringLiteral("/pdfs/a.png");
         QVERIFY(QFile::copy(TestDataPath(QStringLiteral("png/bricks-color.png")), strPath));
         SFixture f;
+        f.model.SetImages({MakeTestImage(3, 3, 3)});
+        f.geometry.AddObject(MakeRectangle());
+        f.log.Take();
         f.ctrl.LoadFile(strPath);
         QCOMPARE(f.model.GetImageCount(), 0);
+        QCOMPARE(f.geometry.Size(), 0);
         QCOMPARE(f.log.Take(), QStringList{QStringLiteral("3:Cannot load pdf file ") + strPath});
     }
 

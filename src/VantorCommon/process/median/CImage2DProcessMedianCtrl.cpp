@@ -57,6 +57,8 @@ void CImage2DProcessMedianCtrl::slot_Run()
     // Deliberate: always 3x3; the type that the model holds is not read.
     const int nResult =
         pCopy->MedianFilter(kRadius, kRadius, source.pRegion.get(), ERegionMode::Inside, kExact);
-    if (Succeeded(nResult, pCopy->GetFailureReason()))
+    if (nResult == 0)
         ShowResult(pCopy);
+    else
+        Fail(QString::fromStdString(pCopy->GetFailureReason()));
 }

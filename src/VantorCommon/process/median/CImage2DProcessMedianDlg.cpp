@@ -16,11 +16,7 @@ CImage2DProcessMedianDlg::CImage2DProcessMedianDlg(CImage2DProcessMedianModel* p
     SetupButton();
 }
 
-CImage2DProcessMedianDlg::~CImage2DProcessMedianDlg()
-{
-    // An editor that is still open writes its value back when it dies, which is after this.
-    disconnect(m_pParameterModel, nullptr, this, nullptr);
-}
+CImage2DProcessMedianDlg::~CImage2DProcessMedianDlg() = default;
 
 void CImage2DProcessMedianDlg::SetupParameter()
 {

@@ -50,17 +50,12 @@ void CImage2DProcessOCRCtrl::slot_ChangeData(int nCode, const QString& strValue)
     }
 }
 
-bool CImage2DProcessOCRCtrl::EngineSucceeded(int nResult)
-{
-    return Succeeded(nResult, m_pEngine->GetFailureReason());
-}
-
 bool CImage2DProcessOCRCtrl::PrepareEngine()
 {
     const QByteArray code = m_pModel->GetLanguageCode().toUtf8();
     const QByteArray folder = m_pModel->GetLanguagePath().toUtf8();
-    return EngineSucceeded(m_pEngine->SetLanguageData(code.constData(), folder.constData())) &&
-           EngineSucceeded(m_pEngine->SetUserDefinedDpi(m_pModel->GetUserDefinedDpi()));
+    return m_pEngine->SetLanguageData(code.constData(), folder.constData()) == 0 &&
+           m_pEngine->SetUserDefinedDpi(m_pModel->GetUserDefinedDpi()) == 0;
 }
 
 void CImage2DProcessOCRCtrl::slot_RunOCR()
@@ -68,11 +63,14 @@ void CImage2DProcessOCRCtrl::slot_RunOCR()
     if (!m_pDlg || !m_pModel)
         return;
     const SSource source = TakeSource();
-    if (!source.pImage || !PrepareEngine())
+    if (!source.pImage)
         return;
+    const auto fail = [this] { Fail(QString::fromStdString(m_pEngine->GetFailureReason())); };
+    if (!PrepareEngine())
+        return fail();
     StartProcess();
-    if (!EngineSucceeded(m_pEngine->Decode(source.pImage.get(), source.pRegion.get())))
-        return;
+    if (m_pEngine->Decode(source.pImage.get(), source.pRegion.get()) != 0)
+        return fail();
     EndProcess();
     m_pDlg->SetResultText(QString::fromUtf8(m_pEngine->GetText()));
     CLogger::Write(NORMAL, "Run OCR OK %s", m_pEngine->GetText());

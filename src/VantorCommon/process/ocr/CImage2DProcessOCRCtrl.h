@@ -39,9 +39,8 @@ public Q_SLOTS:
     void slot_ChangeData(int nCode, const QString& strValue);
 
 private:
-    /// Whether the engine gave 0; if not, its reason is kept.
-    bool EngineSucceeded(int nResult);
-    bool PrepareEngine();
+    /// Whether the engine took the model's values; if not, it has the reason.
+    [[nodiscard]] bool PrepareEngine();
 
     QPointer<CImage2DProcessOCRDlg> m_pDlg;
     QPointer<CImage2DProcessOCRModel> m_pModel;

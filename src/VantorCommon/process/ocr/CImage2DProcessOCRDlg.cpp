@@ -25,11 +25,7 @@ CImage2DProcessOCRDlg::CImage2DProcessOCRDlg(CImage2DProcessOCRModel* pModel, QW
     SetupButton();
 }
 
-CImage2DProcessOCRDlg::~CImage2DProcessOCRDlg()
-{
-    // An editor that is still open writes its value back when it dies, which is after this.
-    disconnect(m_pParameterModel, nullptr, this, nullptr);
-}
+CImage2DProcessOCRDlg::~CImage2DProcessOCRDlg() = default;
 
 void CImage2DProcessOCRDlg::SetupParameter()
 {

@@ -55,8 +55,8 @@ void CImage2DProcessSobelCtrl::slot_Run()
     if (!pCopy)
         return;
     StartProcess();
-    const int nResult = Filter(*pCopy, source.pRegion.get());
-    Succeeded(nResult, pCopy->GetFailureReason());
+    if (Filter(*pCopy, source.pRegion.get()) != 0)
+        Fail(QString::fromStdString(pCopy->GetFailureReason()));
     // Deliberate: also after a failure, and for a type that is none, the viewer gets the copy.
     ShowResult(pCopy);
 }

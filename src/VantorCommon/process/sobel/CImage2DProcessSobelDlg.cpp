@@ -16,11 +16,7 @@ CImage2DProcessSobelDlg::CImage2DProcessSobelDlg(CImage2DProcessSobelModel* pMod
     SetupButton();
 }
 
-CImage2DProcessSobelDlg::~CImage2DProcessSobelDlg()
-{
-    // An editor that is still open writes its value back when it dies, which is after this.
-    disconnect(m_pParameterModel, nullptr, this, nullptr);
-}
+CImage2DProcessSobelDlg::~CImage2DProcessSobelDlg() = default;
 
 void CImage2DProcessSobelDlg::SetupParameter()
 {

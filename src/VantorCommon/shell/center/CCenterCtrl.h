@@ -68,13 +68,12 @@ public:
     SMVCItem SelectMVC();
 
     /// Shows the images of a file in the viewer that SelectMVC gives, in place of what it held; annotations
-    /// go. A file that cannot be read is logged and changes nothing.
+    /// go. A file that cannot be read is logged and leaves an empty viewer, see SCenterOptions.
     void OpenFile(const QString& strFile);
     /// OpenFile, and tells where the file went.
     /// @param strFile   a path
     /// @param nViewID   the viewer, -1 when none was chosen
-    /// @param nImageID  the image that it shows now, the one before when the file could not be read;
-    ///                  0xFFFFFFFF when there is none
+    /// @param nImageID  the image that it shows now; 0xFFFFFFFF when there is none
     void OpenFileWithViewIDImageID(const QString& strFile, int& nViewID, unsigned int& nImageID);
     /// Drops the viewer's current image and all its annotations; no way back.
     void CloseCurrentImage(int nViewID);

@@ -6,6 +6,9 @@
 /// member that is off changes nothing. CCenterCtrl::SetOptions hands them to all viewers; they hold from the
 /// next operation on. A value without resources; any thread may copy it.
 struct SCenterOptions {
+    /// A file that cannot be loaded leaves images and annotations of the viewer as they are. Off: the viewer
+    /// is empty then.
+    bool bKeepOnFailedLoad = false;
     /// Chooses the reader of a file by its first bytes: a document is what has "%PDF-" among its first 1024,
     /// everything else is an image. A file whose bytes cannot be read goes by its path. Off: by the path
     /// alone, see CImageView2DCtrl::LoadFile.

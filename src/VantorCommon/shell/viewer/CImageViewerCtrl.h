@@ -64,7 +64,7 @@ public:
     /// Hands the options to what is inside the viewer; they hold from the next operation on.
     void SetOptions(const SCenterOptions& sOptions);
     /// Shows the images of a file in place of the list; annotations go. What cannot be loaded is logged and
-    /// changes nothing. See CImageView2DCtrl for this and the next two.
+    /// leaves an empty list. See CImageView2DCtrl for this and the next two.
     void LoadFile(const QString& strPath);
     /// Appends an image or the pages of a document to the viewer's list.
     void AddImage(const QString& strPath);

@@ -6,7 +6,9 @@
 #include "tests/support/TestMain.h"
 #include "tests/support/TestPdf.h"
 
+#include <Vantor/geometry/CRectangle.h>
 #include <Vantor/image/CImage.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
 #include <VantorCommon/shell/mvc/CMVCManager.h>
 
 #include <QFile>
@@ -21,6 +23,13 @@ const QString kPicture = QStringLiteral("png/bricks-color.png"); // 160 x 120
 QByteArray Document()
 {
     return MakeOnePagePdf("/MediaBox [0 0 100 60]"); // 200 x 120 at 144 dots per inch
+}
+
+std::shared_ptr<CImageView2DDrawableGeometry> MakeRectangle()
+{
+    auto pObject = std::make_shared<CImageView2DDrawableGeometry>();
+    pObject->SetData(std::make_shared<Vantor::Geometry::CRectangle>(1, 2, 30, 40));
+    return pObject;
 }
 
 QByteArray Picture()
@@ -60,6 +69,7 @@ private Q_SLOTS:
         QVERIFY(!c.pCtrl->GetOptions().bReaderByContent);
         QVERIFY(!c.pCtrl->GetOptions().bRestoreAfterCapture);
         QVERIFY(!c.pCtrl->GetOptions().bProposeSaveName);
+        QVERIFY(!c.pCtrl->GetOptions().bKeepOnFailedLoad);
     }
 
     void theCentreKeepsWhatWasSet()
@@ -71,6 +81,38 @@ private Q_SLOTS:
         QVERIFY(c.pCtrl->GetOptions().bReaderByContent);
         c.pCtrl->SetOptions({});
         QVERIFY(!c.pCtrl->GetOptions().bReaderByContent);
+    }
+
+    void aFailedLoadEmptiesTheViewerUnlessItIsToKeepWhatItShows()
+    {
+        const SCentre c;
+        const QString strBroken = TestDataPath(QStringLiteral("broken/bmp_badbitcount.bmp"));
+        for (const bool bKeep : {true, false}) {
+            SCenterOptions sOptions;
+            sOptions.bKeepOnFailedLoad = bKeep;
+            c.pCtrl->SetOptions(sOptions);
+            for (int i = 0; i < 4; ++i) {
+                c.Ctrl(i)->LoadFile(TestDataPath(kPicture));
+                c.Ctrl(i)->AddRectangle(MakeRectangle());
+                c.Ctrl(i)->LoadFile(strBroken);
+                QCOMPARE(bool(c.Ctrl(i)->GetImage()), bKeep);
+                QCOMPARE(c.Ctrl(i)->Get2DDrawableObjects().empty(), !bKeep);
+                QCOMPARE(c.Parts(i).List()->model()->rowCount(), bKeep ? 1 : 0);
+            }
+            c.Ctrl(0)->LoadFile(TestDataPath(kPicture));
+            const unsigned int nBefore = c.Ctrl(0)->GetImageID();
+            int nView = 7;
+            unsigned int nImage = 7;
+            c.pCtrl->OpenFileWithViewIDImageID(strBroken, nView, nImage);
+            QCOMPARE(nView, 0);
+            QCOMPARE(nImage, bKeep ? nBefore : 0xFFFFFFFFu);
+            c.Ctrl(0)->LoadFile(TestDataPath(kPicture));
+            c.pCtrl->OpenFile(strBroken);
+            QCOMPARE(bool(c.Ctrl(0)->GetImage()), bKeep);
+            c.Ctrl(0)->LoadFile(TestDataPath(kPicture));
+            c.pCtrl->slot_SelectFiles({QFileInfo(strBroken)});
+            QCOMPARE(bool(c.Ctrl(0)->GetImage()), bKeep);
+        }
     }
 
     void theReaderIsChosenByTheFirstBytesInEveryViewerAndByThePathWithout_data()
