@@ -50,7 +50,7 @@ namespace
 {
 constexpr QSize kWindowSize(1200, 820); // where the screen has room for it
 constexpr double kScreenShare = 0.9;    // of the screen for the first window, with its frame
-constexpr int kFrame = 8; // of a window, both its sides; the title bar comes on top
+constexpr int kFrame = 8;               // of a window, both its sides; the title bar comes on top
 constexpr int kWideWindow = 1000;
 constexpr int kToolDockWidth = 220;
 constexpr int kPropertyDockWidth = 250;
@@ -131,6 +131,7 @@ CMainWindow::CMainWindow()
     // The status panels of the library are empty: there is no dock for them.
     m_pCtrl = std::make_unique<CCenterCtrl>(m_pModel.get(), m_pView, m_pToolBox, m_pProperties, nullptr);
     SCenterOptions options;
+    options.bKeepOnFailedLoad = true;
     options.bReaderByContent = true;
     options.bRestoreAfterCapture = true;
     options.bProposeSaveName = true;
