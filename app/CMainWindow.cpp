@@ -8,8 +8,10 @@
 #include "CShortcutsDlg.h"
 #include "CTheme.h"
 #include "HostSettings.h"
+#include "LibraryTexts.h"
 #include "Viewers.h"
 
+#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/log/CLogModel.h>
 #include <VantorCommon/log/CLogView.h>
 #include <VantorCommon/settings/CSettingCtrl.h>
@@ -19,12 +21,12 @@
 #include <VantorCommon/shell/center/CCenterModel.h>
 #include <VantorCommon/shell/center/CCenterView.h>
 #include <VantorCommon/shell/dock/CPropertyDockView.h>
-#include <VantorCommon/shell/dock/CStatusBarDockView.h>
 #include <VantorCommon/shell/dock/CToolBoxDockView.h>
 #include <VantorCommon/shell/mvc/CMVCManager.h>
 #include <VantorCommon/shell/viewer/CImageViewer.h>
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view3d/CImageView3D.h>
 #include <VantorCommon/view3d/CImageView3DEarth.h>
 
@@ -35,21 +37,34 @@
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QScreen>
+#include <QShortcut>
 #include <QStandardPaths>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <cstdio>
 
 namespace
 {
-constexpr QSize kWindowSize(1200, 820);
+constexpr QSize kWindowSize(1200, 820); // where the screen has room for it
+constexpr double kScreenShare = 0.9;    // of the screen for the first window, with its frame
+constexpr int kFrame = 8;               // of a window, both its sides; the title bar comes on top
+constexpr int kWideWindow = 1000;
 constexpr int kToolDockWidth = 220;
 constexpr int kPropertyDockWidth = 250;
 constexpr int kLogDockHeight = 110;
 constexpr int kGlobeSide = 600;
 constexpr int kStateVersion = 1;
-constexpr int kMessageMs = 5000;
+
+/// The window of the first start, without its frame.
+QSize FirstSize(const QWidget& window)
+{
+    const QSize room = window.screen()->availableGeometry().size() * kScreenShare;
+    const int nTitle = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    return kWindowSize.boundedTo(room - QSize(kFrame, nTitle + kFrame));
+}
 
 void BringUp(QWidget& window)
 {
@@ -64,6 +79,8 @@ SCenterOptions HostOptions()
     SCenterOptions sOptions;
     sOptions.bKeepOnFailedLoad = true;
     sOptions.bReaderByContent = true;
+    sOptions.bRestoreAfterCapture = true;
+    sOptions.bProposeSaveName = true;
     return sOptions;
 }
 
@@ -102,7 +119,8 @@ CMainWindow::CMainWindow()
     // OpenGL comes with the first 3D view: half the time and the memory of a start would go into it.
     QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
     setWindowTitle(QStringLiteral("Vantor"));
-    resize(kWindowSize);
+    resize(FirstSize(*this));
+    setAcceptDrops(true);
     // First, for the others read them.
     m_pSettingDlg = new CSettingDlg(this);
     m_pSettingCtrl = std::make_unique<CSettingCtrl>(m_pSettingDlg);
@@ -121,7 +139,8 @@ CMainWindow::CMainWindow()
     pLayout->addWidget(m_pMessages);
     pLayout->addWidget(m_pView, 1);
     setCentralWidget(pCentral);
-    m_pCtrl = std::make_unique<CCenterCtrl>(m_pModel.get(), m_pView, m_pToolBox, m_pProperties, m_pStatus);
+    // The status panels of the library are empty: there is no dock for them.
+    m_pCtrl = std::make_unique<CCenterCtrl>(m_pModel.get(), m_pView, m_pToolBox, m_pProperties, nullptr);
     m_pCtrl->SetOptions(HostOptions());
     CMVCManager::PushMVC(nullptr, this, nullptr);
 
@@ -131,6 +150,8 @@ CMainWindow::CMainWindow()
     CreateToolBar();
     statusBar();
     ConnectMessages();
+    // Also when the active viewer is hidden now: keyboard, border and docks go to one that is shown.
+    connect(m_pModel.get(), &CCenterModel::signal_ChangedSize, m_pViewers.get(), &CViewers::FocusActive);
     RestoreState();
     m_pActions->Update();
     m_pViewers->FocusActive();
@@ -156,33 +177,45 @@ void CMainWindow::CreateDocks()
 {
     m_pToolBox = new CToolBoxDockView(this);
     m_pProperties = new CPropertyDockView(this);
-    m_pStatus = new CStatusBarDockView(this);
     QDockWidget* pTools = AddDock("Tools", tr("Tools"), m_pToolBox, Qt::LeftDockWidgetArea);
-    QDockWidget* pStatus = AddDock("Status", tr("Status"), m_pStatus, Qt::LeftDockWidgetArea);
-    QDockWidget* pProperties =
-        AddDock("Properties", tr("Properties"), m_pProperties, Qt::RightDockWidgetArea);
+    // In a small window both at one side: the pictures need the width.
+    const bool bSmall = width() < kWideWindow;
+    QDockWidget* pProperties = AddDock("Properties", tr("Properties"), m_pProperties,
+                                       bSmall ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea);
     QDockWidget* pLog = AddDock("Log", tr("Log"), new CLogView(this), Qt::BottomDockWidgetArea);
     resizeDocks({pLog}, {kLogDockHeight}, Qt::Vertical);
-    resizeDocks({pTools, pProperties}, {kToolDockWidth, kPropertyDockWidth}, Qt::Horizontal);
-    pStatus->hide();
+    resizeDocks({pTools, pProperties}, {kToolDockWidth, bSmall ? kToolDockWidth : kPropertyDockWidth},
+                Qt::Horizontal);
+    pLog->hide();
 }
 
 void CMainWindow::ConnectMessages()
 {
     for (const SViewer& viewer : m_pViewers->All()) {
-        const CImageView2DCtrl* pCtrl = viewer.Ctrl2D();
-        connect(viewer.pCtrl, &CImageViewerCtrl::signal_Failed, m_pMessages, &CMessageBar::Tell);
-        connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, m_pRecent, &CRecentFiles::Add);
-        connect(pCtrl, &CImageView2DCtrl::signal_FileSaved, this, [this](const QString& strPath) {
-            statusBar()->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(strPath)), kMessageMs);
-        });
+        ConnectFiles(viewer);
+        ConnectActions(viewer);
     }
     connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessStarted, this, &CMainWindow::ShowWork);
     connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessEnded, this, &CMainWindow::EndWork);
+    // Queued: that it has failed is said after its end.
+    connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessEnded, m_pMessages, &CMessageBar::ForgetOld,
+            Qt::QueuedConnection);
     connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessFailed, this,
             [this](const QString& strTool, const QString& strReason) {
-                m_pMessages->Tell(QStringLiteral("%1: %2").arg(strTool, strReason));
+                m_pMessages->Tell(QStringLiteral("%1: %2").arg(strTool, LibraryTexts::Sentence(strReason)));
             });
+}
+
+/// What a person does in a viewer and what succeeds: another image, or another annotation.
+void CMainWindow::ConnectActions(const SViewer& viewer)
+{
+    const auto on = [this](const auto* pModel, auto pSignal) {
+        connect(pModel, pSignal, m_pMessages, &CMessageBar::ForgetOld);
+    };
+    using G = CImageView2DGeometryModel;
+    on(viewer.Ctrl2D()->GetImageModel(), &CImageView2DModel::signal_ChangeCurrentImage);
+    on(viewer.Ctrl2D()->GetGeometryModel(), &G::signal_AddDrawableObject);
+    on(viewer.Ctrl2D()->GetGeometryModel(), &G::signal_DeleteDrawableObject);
 }
 
 /// The thread is about to be busy: what is to be seen must be painted now, which the status bar does.
@@ -204,7 +237,8 @@ void CMainWindow::CheckFolders()
     const QString strNow = QDateTime::currentDateTime().toString(Qt::ISODate);
     // That nothing can be stored is told once, not for each setting.
     if (m_pSettingCtrl->UpdateParameter(HostSettings::kLastStart, strNow))
-        connect(m_pSettingCtrl.get(), &CSettingCtrl::signal_Failed, m_pMessages, &CMessageBar::Tell);
+        connect(m_pSettingCtrl.get(), &CSettingCtrl::signal_Failed, m_pMessages,
+                [this](const QString& strMessage) { m_pMessages->Tell(LibraryTexts::Failure(strMessage)); });
     else
         m_pMessages->Tell(tr("Settings cannot be kept in the folder %1; they last until the program ends.")
                               .arg(FolderOf(QStringLiteral("GENERAL_PROGRAM_CONFIG_DIR"))));
@@ -252,41 +286,6 @@ bool CMainWindow::ChangeLayout(const QString& strLayout)
     return true;
 }
 
-int CMainWindow::OpenFiles(const QStringList& lstFiles)
-{
-    if (lstFiles.size() > 2)
-        m_pCtrl->slot_ChangeLayout2x2();
-    else if (lstFiles.size() == 2)
-        m_pCtrl->slot_ChangeLayout2x1();
-    QObject watch;
-    for (const SViewer& viewer : m_pViewers->All())
-        connect(viewer.Ctrl2D(), &CImageView2DCtrl::signal_Failed, &watch, [](const QString& strMessage) {
-            std::fprintf(stderr, "vantor-viewer: %s\n", qPrintable(strMessage));
-        });
-    int nOpened = 0;
-    for (int i = 0; i < lstFiles.size(); ++i)
-        if (OpenIn(static_cast<std::size_t>(i) % m_pViewers->All().size(), lstFiles[i]))
-            ++nOpened;
-    m_pActions->Update();
-    return nOpened;
-}
-
-bool CMainWindow::OpenIn(std::size_t nViewer, const QString& strFile)
-{
-    const SViewer& viewer = m_pViewers->All()[nViewer];
-    const unsigned int nBefore = viewer.pCtrl->GetImageID();
-    if (viewer.HasImage())
-        viewer.pCtrl->AddImage(strFile);
-    else
-        viewer.pCtrl->LoadFile(strFile);
-    return viewer.pCtrl->GetImageID() != nBefore;
-}
-
-void CMainWindow::OpenInActive(const QString& strFile)
-{
-    m_pViewers->Active().pCtrl->LoadFile(strFile);
-}
-
 void CMainWindow::CloseImage()
 {
     m_pCtrl->CloseCurrentImage(m_pViewers->Active().pCtrl->GetViewID());
@@ -307,6 +306,7 @@ void CMainWindow::Show3D(bool b3D)
     CImageViewer* pViewer = m_pViewers->Active().pView;
     b3D ? pViewer->slot_Press3D() : pViewer->slot_Press2D();
     m_pViewers->FocusActive();
+    m_pMessages->ForgetOld();
     // A system with OpenGL ES alone gets a placeholder. What else is missing is told by the log.
     if (b3D && !pViewer->findChild<CImageView3D*>())
         m_pMessages->Tell(tr("The 3D view needs OpenGL 3.3, which this system does not offer."));
@@ -341,6 +341,8 @@ void CMainWindow::ShowGlobe()
         m_pGlobe->setWindowFlag(Qt::Window);
         m_pGlobe->setWindowTitle(tr("Globe"));
         m_pGlobe->resize(kGlobeSide, kGlobeSide);
+        m_pGlobe->SetSteadyRepaint(false); // it does not turn by itself
+        connect(new QShortcut(Qt::Key_Escape, m_pGlobe), &QShortcut::activated, m_pGlobe, &QWidget::close);
     }
     BringUp(*m_pGlobe);
 }
@@ -356,7 +358,11 @@ void CMainWindow::About()
         QMessageBox::NoIcon, tr("About Vantor"),
         tr("Vantor %1\n\nAn example host of libVantorCommon: components for viewing, annotating and "
            "processing raster images.")
-            .arg(QStringLiteral(VANTOR_VERSION)),
+                .arg(QStringLiteral(VANTOR_VERSION)) +
+            QStringLiteral("\n\n") +
+            tr("Vantor's own code is under the MIT licence. It uses Qt 5 (LGPL 3), poppler (GPL 2 or 3), "
+               "Tesseract and Leptonica (Apache 2.0, BSD-like), libtiff (BSD-like), giflib (MIT) and "
+               "Highway (Apache 2.0 or BSD). With poppler the program as a whole is under the GPL."),
         QMessageBox::Close, this);
     pBox->setIconPixmap(windowIcon().pixmap(64, 64));
     pBox->setAttribute(Qt::WA_DeleteOnClose);

@@ -11,21 +11,22 @@ class CActionTable;
 class CCenterCtrl;
 class CCenterModel;
 class CCenterView;
+class CImageView2DCtrl;
 class CImageView3DEarth;
 class CMessageBar;
 class CPropertyDockView;
 class CRecentFiles;
 class CSettingCtrl;
 class CSettingDlg;
-class CStatusBarDockView;
 class CTheme;
 class CToolBoxDockView;
 class CViewers;
 class QAction;
 class QDockWidget;
 class QMenu;
+struct SViewer;
 
-/// The example host: the centre, its three docks, the log, the settings, and the menus that reach them. What
+/// The example host: the centre, two of its docks, the log, the settings, and the menus that reach them. What
 /// the library does without a word is told here: failures in a bar inside the window, long work in the status
 /// bar.
 class CMainWindow : public QMainWindow
@@ -36,11 +37,12 @@ public:
     CMainWindow();
     ~CMainWindow() override;
 
-    /// Opens each file in a viewer of its own as long as there are four; further ones are appended to them.
-    /// For two files or more the layout shows as many viewers. What cannot be opened is told in the window
-    /// and on standard error.
+    /// Deals the files over the viewers that the layout shows, each of which begins with its first one. What
+    /// cannot be opened is told in the window and on standard error.
+    /// @param strLayout  "1x1", "2x1" or "2x2"; empty: the smallest with a viewer for each, but 1x1 for more
+    ///                   than four files; without any file the layout stays
     /// @return how many could be opened
-    int OpenFiles(const QStringList& lstFiles);
+    int OpenFiles(const QStringList& lstFiles, const QString& strLayout = QString());
 
     /// @param strLayout  "1x1", "2x1" or "2x2"
     /// @return false for anything else, which changes nothing
@@ -48,6 +50,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
+    void dragEnterEvent(QDragEnterEvent* pEvent) override;
+    void dropEvent(QDropEvent* pEvent) override;
 
 private:
     void CreateDocks();
@@ -65,6 +69,9 @@ private:
     void CreateHelpMenu();
     void CreateToolBar();
     void ConnectMessages();
+    void ConnectFiles(const SViewer& viewer);
+    void ConnectActions(const SViewer& viewer);
+    void TellNotes(const QString& strPath, const CImageView2DCtrl& ctrl);
     void ShowWork(const QString& strTool);
     void EndWork();
     void CheckFolders();
@@ -89,7 +96,6 @@ private:
     std::unique_ptr<CTheme> m_pTheme;
     CToolBoxDockView* m_pToolBox = nullptr;
     CPropertyDockView* m_pProperties = nullptr;
-    CStatusBarDockView* m_pStatus = nullptr;
     std::unique_ptr<CCenterModel> m_pModel;
     CCenterView* m_pView = nullptr;
     CMessageBar* m_pMessages = nullptr;

@@ -132,8 +132,11 @@ void CMainWindow::CreateEditMenu()
     m_vctToolBar.push_back(m_pActions->Add(
         pEdit, {tr("&Undo"), HostIcon("undo"), Keys(QKeySequence::Undo)}, [this] { Undo(true); },
         [ctrl, is2D] { return is2D() && ctrl()->CanUndo(); }));
+    QList<QKeySequence> lstRedo = Keys(QKeySequence::Redo);
+    if (const QKeySequence other(QStringLiteral("Ctrl+Y")); !lstRedo.contains(other))
+        lstRedo.append(other);
     m_vctToolBar.push_back(m_pActions->Add(
-        pEdit, {tr("&Redo"), HostIcon("redo"), Keys(QKeySequence::Redo)}, [this] { Undo(false); },
+        pEdit, {tr("&Redo"), HostIcon("redo"), lstRedo}, [this] { Undo(false); },
         [ctrl, is2D] { return is2D() && ctrl()->CanRedo(); }));
     pEdit->addSeparator();
     m_vctToolBar.push_back(m_pActions->Add(
@@ -200,7 +203,6 @@ void CMainWindow::CreateViewMenu()
     QMenu* pDocks = pView->addMenu(HostIcon("dock"), tr("&Docks"));
     const std::pair<QString, QString> docks[] = {{QStringLiteral("Tools"), tr("&Tools")},
                                                  {QStringLiteral("Properties"), tr("&Properties")},
-                                                 {QStringLiteral("Status"), tr("&Status")},
                                                  {QStringLiteral("Log"), tr("&Log")}};
     for (const auto& [strName, strText] : docks) {
         auto* pDock = findChild<QDockWidget*>(strName);
@@ -230,14 +232,15 @@ void CMainWindow::CreateAppearanceMenu(QMenu* pParent)
 
 void CMainWindow::CreateToolsMenu()
 {
+    const auto view = [this] { return m_pViewers->Active().pCtrl->GetViewID(); };
     QMenu* pTools = menuBar()->addMenu(tr("&Tools"));
     m_vctToolBar.push_back(m_pActions->Add(pTools,
                                            {tr("&Median Filter..."), HostIcon("median"), Key("Ctrl+M")},
-                                           [this] { m_pCtrl->slot_OpenMedianTool(); }));
+                                           [this, view] { m_pCtrl->OpenMedianTool(view()); }));
     m_vctToolBar.push_back(m_pActions->Add(pTools, {tr("&Sobel Filter..."), HostIcon("sobel"), Key("Ctrl+E")},
-                                           [this] { m_pCtrl->slot_OpenSobelTool(); }));
+                                           [this, view] { m_pCtrl->OpenSobelTool(view()); }));
     m_vctToolBar.push_back(m_pActions->Add(pTools, {tr("&OCR..."), HostIcon("ocr"), Key("Ctrl+T")},
-                                           [this] { m_pCtrl->slot_OpenOCRTool(); }));
+                                           [this, view] { m_pCtrl->OpenOCRTool(view()); }));
     pTools->addSeparator();
     CreateDrawingMenu(pTools);
     m_vctToolBar.push_back(

@@ -3,6 +3,7 @@
 #include "CMessageBar.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
@@ -42,6 +43,7 @@ CMessageBar::CMessageBar(QWidget* pParent) : QFrame(pParent)
     pLayout->addWidget(pIcon, 0, Qt::AlignTop);
     pLayout->addWidget(m_pText, 1);
     pLayout->addWidget(pClose, 0, Qt::AlignTop);
+    qApp->installEventFilter(this);
     hide();
 }
 
@@ -51,7 +53,40 @@ void CMessageBar::Tell(const QString& strMessage)
         return;
     m_lstMessages.removeAll(strMessage);
     m_lstMessages.append(strMessage);
+    m_bFresh = true;
     ShowMessages();
+}
+
+void CMessageBar::ForgetAbout(const QString& strPath)
+{
+    const int nBefore = m_lstMessages.size();
+    const auto isAbout = [&](const QString& strMessage) { return strMessage.contains(strPath); };
+    m_lstMessages.erase(std::remove_if(m_lstMessages.begin(), m_lstMessages.end(), isAbout),
+                        m_lstMessages.end());
+    if (m_lstMessages.isEmpty())
+        Dismiss();
+    else if (m_lstMessages.size() != nBefore)
+        ShowMessages();
+}
+
+void CMessageBar::ForgetOld()
+{
+    if (!m_bFresh)
+        Dismiss();
+}
+
+bool CMessageBar::eventFilter(QObject* pWatched, QEvent* pEvent)
+{
+    switch (pEvent->type()) {
+    case QEvent::ShortcutOverride: // comes for every key, also for one that is a shortcut
+    case QEvent::MouseButtonPress:
+    case QEvent::Drop:
+        m_bFresh = false;
+        break;
+    default:
+        break;
+    }
+    return QFrame::eventFilter(pWatched, pEvent);
 }
 
 void CMessageBar::ShowMessages()

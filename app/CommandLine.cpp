@@ -3,13 +3,31 @@
 #include "CommandLine.h"
 
 #include <QCommandLineParser>
+#include <QSysInfo>
+#include <QUrl>
+
+namespace
+{
+/// A path as it is, and that of an address such as "file:///home/me/a%20b.png".
+QString PathOf(const QString& strArgument)
+{
+    if (!strArgument.startsWith(QLatin1String("file://")))
+        return strArgument;
+    QUrl url(strArgument);
+    if (url.host() == QLatin1String("localhost") || url.host() == QSysInfo::machineHostName())
+        url.setHost(QString());
+    return url.isLocalFile() ? url.toLocalFile() : strArgument;
+}
+} // namespace
 
 SCommandLine SCommandLine::Parse(const QStringList& lstArguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(tr("Shows, annotates and processes images and PDF documents."));
     const QCommandLineOption layout(QStringLiteral("layout"),
-                                    tr("Show one, two or four viewers: 1x1, 2x1 or 2x2."), tr("layout"));
+                                    tr("Show one, two or four viewers (1x1, 2x1 or 2x2) and deal the files "
+                                       "over them."),
+                                    tr("layout"));
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
                                         tr("Write a picture of the main window and quit."), tr("file"));
     const QCommandLineOption configDir(QStringLiteral("config-dir"),
@@ -24,13 +42,15 @@ SCommandLine SCommandLine::Parse(const QStringList& lstArguments)
                                   tr("Show this help and quit."));
     parser.addOptions({layout, screenshot, configDir, logDir, version, help});
     parser.addPositionalArgument(QStringLiteral("files"),
-                                 tr("Images and documents: each in a viewer of its own, up to four."),
+                                 tr("Images and documents, as paths or file:// addresses: up to four side by "
+                                    "side, more as the list of one viewer."),
                                  QStringLiteral("[files...]"));
 
     SCommandLine line;
     if (!parser.parse(lstArguments))
         line.strError = parser.errorText();
-    line.lstFiles = parser.positionalArguments();
+    for (const QString& strArgument : parser.positionalArguments())
+        line.lstFiles.append(PathOf(strArgument));
     line.strLayout = parser.value(layout);
     line.strScreenshot = parser.value(screenshot);
     line.strConfigDir = parser.value(configDir);

@@ -11,7 +11,7 @@ struct SCommandLine {
     Q_DECLARE_TR_FUNCTIONS(SCommandLine)
 
 public:
-    QStringList lstFiles;
+    QStringList lstFiles;  ///< paths
     QString strLayout;     ///< "1x1", "2x1", "2x2", or empty
     QString strScreenshot; ///< a file, or empty
     QString strConfigDir;  ///< a folder, or empty

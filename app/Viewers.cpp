@@ -8,9 +8,11 @@
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view3d/CImageView3D.h>
 
 #include <QApplication>
+#include <QCursor>
 #include <algorithm>
 
 CImageView2D* SViewer::View2D() const
@@ -28,6 +30,20 @@ bool SViewer::HasImage() const
     return pCtrl->GetImage() != nullptr;
 }
 
+namespace
+{
+/// The readout tells of another image now: of its point under the mouse, or of nothing where that is
+/// elsewhere.
+void RenewReadout(const SViewer& viewer)
+{
+    CImageView2DModel* pModel = viewer.Ctrl2D()->GetImageModel();
+    const CImageView2D* pView = viewer.View2D();
+    pModel->ForgetMousePosition();
+    if (pView && pView->underMouse() && viewer.HasImage())
+        pModel->SetMousePosition(pView->MapToImage(QPointF(pView->mapFromGlobal(QCursor::pos()))));
+}
+} // namespace
+
 CViewers::CViewers(CCenterView* pCentre)
 {
     for (CImageViewer* pView : pCentre->findChildren<CImageViewer*>()) {
@@ -37,6 +53,9 @@ CViewers::CViewers(CCenterView* pCentre)
     }
     std::sort(m_vctViewers.begin(), m_vctViewers.end(),
               [](const SViewer& a, const SViewer& b) { return a.pView->GetViewID() < b.pView->GetViewID(); });
+    for (const SViewer& viewer : m_vctViewers)
+        connect(viewer.Ctrl2D()->GetImageModel(), &CImageView2DModel::signal_ChangeCurrentImage, this,
+                [viewer] { RenewReadout(viewer); });
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* pNow) { FollowFocus(pNow); });
 }
 

@@ -130,7 +130,7 @@ private:
 int OpenFiles(CMainWindow& window, const SCommandLine& line)
 {
     const auto pNobody = line.strScreenshot.isEmpty() ? nullptr : std::make_unique<CNobody>();
-    return window.OpenFiles(line.lstFiles);
+    return window.OpenFiles(line.lstFiles, line.strLayout);
 }
 
 int Show(const SCommandLine& line)
@@ -140,7 +140,6 @@ int Show(const SCommandLine& line)
     UseFolder("GENERAL_LOG_DIR", line.strLogDir);
     window.show();
     const bool bNothingOpened = OpenFiles(window, line) == 0 && !line.lstFiles.isEmpty();
-    window.ChangeLayout(line.strLayout);
     if (!line.strScreenshot.isEmpty()) {
         // Nobody would see what the window tells.
         if (bNothingOpened)

@@ -9,10 +9,6 @@
         <translation>도구</translation>
     </message>
     <message>
-        <source>Status</source>
-        <translation>상태</translation>
-    </message>
-    <message>
         <source>Properties</source>
         <translation>속성</translation>
     </message>
@@ -273,12 +269,12 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>속성(&amp;P)</translation>
     </message>
     <message>
-        <source>&amp;Status</source>
-        <translation>상태(&amp;S)</translation>
-    </message>
-    <message>
         <source>&amp;Log</source>
         <translation>로그(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Vantor&apos;s own code is under the MIT licence. It uses Qt 5 (LGPL 3), poppler (GPL 2 or 3), Tesseract and Leptonica (Apache 2.0, BSD-like), libtiff (BSD-like), giflib (MIT) and Highway (Apache 2.0 or BSD). With poppler the program as a whole is under the GPL.</source>
+        <translation>Vantor 자체의 코드는 MIT 라이선스를 따릅니다. Qt 5(LGPL 3), poppler(GPL 2 또는 3), Tesseract와 Leptonica(Apache 2.0, BSD 계열), libtiff(BSD 계열), giflib(MIT), Highway(Apache 2.0 또는 BSD)를 사용합니다. poppler와 함께라면 프로그램 전체는 GPL을 따릅니다.</translation>
     </message>
 </context>
 <context>
@@ -393,6 +389,205 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     </message>
 </context>
 <context>
+    <name>LibraryTexts</name>
+    <message>
+        <source>Cannot load image %1.</source>
+        <translation>이미지 %1을(를) 불러올 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>Cannot load pdf file %1.</source>
+        <translation>PDF 파일 %1을(를) 불러올 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>Cannot load all of pdf file %1.</source>
+        <translation>PDF 파일 %1을(를) 끝까지 불러올 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>Cannot save image %1.</source>
+        <translation>이미지 %1을(를) 저장할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>Cannot paste %1.</source>
+        <translation>%1을(를) 붙여넣을 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>Cannot rotate the image.</source>
+        <translation>이미지를 회전할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>그런 파일이 없습니다.</translation>
+    </message>
+    <message>
+        <source>It is not a regular file.</source>
+        <translation>일반 파일이 아닙니다.</translation>
+    </message>
+    <message>
+        <source>Reading the file is not permitted.</source>
+        <translation>파일을 읽을 권한이 없습니다.</translation>
+    </message>
+    <message>
+        <source>The file cannot be opened: %1.</source>
+        <translation>파일을 열 수 없습니다: %1.</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>파일이 비어 있습니다.</translation>
+    </message>
+    <message>
+        <source>It is not an image in BMP, JPEG, PNG, GIF or TIFF format.</source>
+        <translation>BMP, JPEG, PNG, GIF, TIFF 형식의 이미지가 아닙니다.</translation>
+    </message>
+    <message>
+        <source>The %1 file is damaged, too large or of an unsupported kind.</source>
+        <translation>%1 파일이 손상되었거나 너무 크거나 지원하지 않는 종류입니다.</translation>
+    </message>
+    <message>
+        <source>The %1 file is too short for the size that it claims.</source>
+        <translation>%1 파일이 스스로 밝힌 크기에 비해 너무 짧습니다.</translation>
+    </message>
+    <message>
+        <source>The picture of the %1 file is empty or larger than the limit.</source>
+        <translation>%1 파일의 그림이 비어 있거나 한도보다 큽니다.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the image.</source>
+        <translation>이미지에 필요한 메모리가 부족합니다.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the copy.</source>
+        <translation>사본에 필요한 메모리가 부족합니다.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the filter.</source>
+        <translation>필터에 필요한 메모리가 부족합니다.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the rotated image.</source>
+        <translation>회전한 이미지에 필요한 메모리가 부족합니다.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory to save the image.</source>
+        <translation>이미지를 저장하는 데 필요한 메모리가 부족합니다.</translation>
+    </message>
+    <message>
+        <source>Out of memory.</source>
+        <translation>메모리가 부족합니다.</translation>
+    </message>
+    <message>
+        <source>The rotated image would be too large.</source>
+        <translation>회전한 이미지가 너무 커집니다.</translation>
+    </message>
+    <message>
+        <source>The name must end in bmp, jpg, jpeg, png, tif, tiff or gif.</source>
+        <translation>이름은 bmp, jpg, jpeg, png, tif, tiff, gif 중 하나로 끝나야 합니다.</translation>
+    </message>
+    <message>
+        <source>Only images of 8 bits per channel can be saved.</source>
+        <translation>채널당 8비트인 이미지만 저장할 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>Only images of 8 bits per channel can be filtered.</source>
+        <translation>채널당 8비트인 이미지에만 필터를 적용할 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>The file or its folder cannot be written.</source>
+        <translation>파일이나 그 폴더에 쓸 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>The file could not be written whole.</source>
+        <translation>파일을 끝까지 쓸 수 없었습니다.</translation>
+    </message>
+    <message>
+        <source>The file is missing, no regular file, or must not be read.</source>
+        <translation>파일이 없거나 일반 파일이 아니거나 읽을 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>The document is too large for the memory.</source>
+        <translation>문서가 메모리에 비해 너무 큽니다.</translation>
+    </message>
+    <message>
+        <source>The document needs a password.</source>
+        <translation>문서에 암호가 필요합니다.</translation>
+    </message>
+    <message>
+        <source>The password is wrong.</source>
+        <translation>암호가 틀렸습니다.</translation>
+    </message>
+    <message>
+        <source>It is not a PDF document with pages, or it is damaged.</source>
+        <translation>쪽이 있는 PDF 문서가 아니거나 손상되었습니다.</translation>
+    </message>
+    <message>
+        <source>Page %1 of %2 cannot be rendered.</source>
+        <translation>%2쪽 중 %1쪽을 그릴 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>No source viewer is chosen.</source>
+        <translation>원본 뷰어를 선택하지 않았습니다.</translation>
+    </message>
+    <message>
+        <source>The source viewer shows no image.</source>
+        <translation>원본 뷰어에 이미지가 없습니다.</translation>
+    </message>
+    <message>
+        <source>No language was selected.</source>
+        <translation>언어를 선택하지 않았습니다.</translation>
+    </message>
+    <message>
+        <source>The OCR engine cannot use the language data.</source>
+        <translation>OCR 엔진이 언어 데이터를 사용할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>The region is too large for the OCR engine.</source>
+        <translation>영역이 OCR 엔진에 비해 너무 큽니다.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the OCR engine.</source>
+        <translation>OCR 엔진에 필요한 메모리가 부족합니다.</translation>
+    </message>
+    <message>
+        <source>The OCR engine failed.</source>
+        <translation>OCR 엔진이 실패했습니다.</translation>
+    </message>
+    <message>
+        <source>The file is incomplete: %1 of %2 rows are missing or cut short.</source>
+        <translation>파일이 불완전합니다. %2줄 중 %1줄이 없거나 잘렸습니다.</translation>
+    </message>
+    <message>
+        <source>The file is incomplete: %1 pixels of the picture are missing.</source>
+        <translation>파일이 불완전합니다. 그림의 픽셀 %1개가 없습니다.</translation>
+    </message>
+    <message>
+        <source>The file is incomplete: the picture is missing from row %1 on.</source>
+        <translation>파일이 불완전합니다. %1번째 줄부터 그림이 없습니다.</translation>
+    </message>
+    <message>
+        <source>The file is incomplete: %1</source>
+        <translation>파일이 불완전합니다: %1</translation>
+    </message>
+    <message>
+        <source>The file has a flaw: %1</source>
+        <translation>파일에 흠이 있습니다: %1</translation>
+    </message>
+    <message>
+        <source>It is the first of at least %1 frames.</source>
+        <translation>적어도 %1개 프레임 중 첫 번째입니다.</translation>
+    </message>
+    <message>
+        <source>It is the first of %1 frames.</source>
+        <translation>프레임 %1개 중 첫 번째입니다.</translation>
+    </message>
+    <message>
+        <source>It is the first of more than %1 pages.</source>
+        <translation>%1쪽이 넘는 가운데 첫 번째 쪽입니다.</translation>
+    </message>
+    <message>
+        <source>It is the first of %1 pages.</source>
+        <translation>%1쪽 중 첫 번째 쪽입니다.</translation>
+    </message>
+</context>
+<context>
     <name>QCommandLineParser</name>
     <message>
         <source>Usage: %1</source>
@@ -460,10 +655,6 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>이미지와 PDF 문서를 보고, 주석을 달고, 처리합니다.</translation>
     </message>
     <message>
-        <source>Show one, two or four viewers: 1x1, 2x1 or 2x2.</source>
-        <translation>뷰어를 1개, 2개 또는 4개 표시합니다: 1x1, 2x1 또는 2x2.</translation>
-    </message>
-    <message>
         <source>layout</source>
         <translation>배치</translation>
     </message>
@@ -496,10 +687,6 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>이 도움말을 표시하고 끝냅니다.</translation>
     </message>
     <message>
-        <source>Images and documents: each in a viewer of its own, up to four.</source>
-        <translation>이미지와 문서: 각각 별도의 뷰어에, 최대 4개까지 엽니다.</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; is no layout; use 1x1, 2x1 or 2x2.</source>
         <translation>&quot;%1&quot;은(는) 올바른 배치가 아닙니다. 1x1, 2x1 또는 2x2를 사용하십시오.</translation>
     </message>
@@ -514,6 +701,14 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>Try &apos;vantor-viewer --help&apos;.</source>
         <translation>&apos;vantor-viewer --help&apos;를 실행해 보십시오.</translation>
+    </message>
+    <message>
+        <source>Show one, two or four viewers (1x1, 2x1 or 2x2) and deal the files over them.</source>
+        <translation>뷰어를 하나, 둘 또는 네 개(1x1, 2x1, 2x2) 보이고 파일을 나누어 엽니다.</translation>
+    </message>
+    <message>
+        <source>Images and documents, as paths or file:// addresses: up to four side by side, more as the list of one viewer.</source>
+        <translation>이미지와 문서의 경로 또는 file:// 주소: 네 개까지는 나란히, 그보다 많으면 한 뷰어의 목록으로 엽니다.</translation>
     </message>
 </context>
 </TS>

@@ -9,10 +9,6 @@
         <translation>Công cụ</translation>
     </message>
     <message>
-        <source>Status</source>
-        <translation>Trạng thái</translation>
-    </message>
-    <message>
         <source>Properties</source>
         <translation>Thuộc tính</translation>
     </message>
@@ -273,12 +269,12 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>T&amp;huộc tính</translation>
     </message>
     <message>
-        <source>&amp;Status</source>
-        <translation>Trạng thá&amp;i</translation>
-    </message>
-    <message>
         <source>&amp;Log</source>
         <translation>&amp;Nhật ký</translation>
+    </message>
+    <message>
+        <source>Vantor&apos;s own code is under the MIT licence. It uses Qt 5 (LGPL 3), poppler (GPL 2 or 3), Tesseract and Leptonica (Apache 2.0, BSD-like), libtiff (BSD-like), giflib (MIT) and Highway (Apache 2.0 or BSD). With poppler the program as a whole is under the GPL.</source>
+        <translation>Mã nguồn riêng của Vantor theo giấy phép MIT. Chương trình dùng Qt 5 (LGPL 3), poppler (GPL 2 hoặc 3), Tesseract và Leptonica (Apache 2.0, kiểu BSD), libtiff (kiểu BSD), giflib (MIT) và Highway (Apache 2.0 hoặc BSD). Cùng với poppler, toàn bộ chương trình theo GPL.</translation>
     </message>
 </context>
 <context>
@@ -393,6 +389,205 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
 </context>
 <context>
+    <name>LibraryTexts</name>
+    <message>
+        <source>Cannot load image %1.</source>
+        <translation>Không thể tải ảnh %1.</translation>
+    </message>
+    <message>
+        <source>Cannot load pdf file %1.</source>
+        <translation>Không thể tải tệp PDF %1.</translation>
+    </message>
+    <message>
+        <source>Cannot load all of pdf file %1.</source>
+        <translation>Không thể tải toàn bộ tệp PDF %1.</translation>
+    </message>
+    <message>
+        <source>Cannot save image %1.</source>
+        <translation>Không thể lưu ảnh %1.</translation>
+    </message>
+    <message>
+        <source>Cannot paste %1.</source>
+        <translation>Không thể dán %1.</translation>
+    </message>
+    <message>
+        <source>Cannot rotate the image.</source>
+        <translation>Không thể xoay ảnh.</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>Không có tệp như vậy.</translation>
+    </message>
+    <message>
+        <source>It is not a regular file.</source>
+        <translation>Đó không phải là tệp thông thường.</translation>
+    </message>
+    <message>
+        <source>Reading the file is not permitted.</source>
+        <translation>Không được phép đọc tệp.</translation>
+    </message>
+    <message>
+        <source>The file cannot be opened: %1.</source>
+        <translation>Không thể mở tệp: %1.</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>Tệp trống.</translation>
+    </message>
+    <message>
+        <source>It is not an image in BMP, JPEG, PNG, GIF or TIFF format.</source>
+        <translation>Đó không phải là ảnh dạng BMP, JPEG, PNG, GIF hay TIFF.</translation>
+    </message>
+    <message>
+        <source>The %1 file is damaged, too large or of an unsupported kind.</source>
+        <translation>Tệp %1 bị hỏng, quá lớn hoặc thuộc loại không được hỗ trợ.</translation>
+    </message>
+    <message>
+        <source>The %1 file is too short for the size that it claims.</source>
+        <translation>Tệp %1 quá ngắn so với kích thước mà nó khai báo.</translation>
+    </message>
+    <message>
+        <source>The picture of the %1 file is empty or larger than the limit.</source>
+        <translation>Ảnh trong tệp %1 trống hoặc lớn hơn giới hạn.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the image.</source>
+        <translation>Không đủ bộ nhớ cho ảnh.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the copy.</source>
+        <translation>Không đủ bộ nhớ cho bản sao.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the filter.</source>
+        <translation>Không đủ bộ nhớ cho bộ lọc.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the rotated image.</source>
+        <translation>Không đủ bộ nhớ cho ảnh đã xoay.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory to save the image.</source>
+        <translation>Không đủ bộ nhớ để lưu ảnh.</translation>
+    </message>
+    <message>
+        <source>Out of memory.</source>
+        <translation>Hết bộ nhớ.</translation>
+    </message>
+    <message>
+        <source>The rotated image would be too large.</source>
+        <translation>Ảnh sau khi xoay sẽ quá lớn.</translation>
+    </message>
+    <message>
+        <source>The name must end in bmp, jpg, jpeg, png, tif, tiff or gif.</source>
+        <translation>Tên phải kết thúc bằng bmp, jpg, jpeg, png, tif, tiff hoặc gif.</translation>
+    </message>
+    <message>
+        <source>Only images of 8 bits per channel can be saved.</source>
+        <translation>Chỉ có thể lưu ảnh 8 bit mỗi kênh.</translation>
+    </message>
+    <message>
+        <source>Only images of 8 bits per channel can be filtered.</source>
+        <translation>Chỉ có thể lọc ảnh 8 bit mỗi kênh.</translation>
+    </message>
+    <message>
+        <source>The file or its folder cannot be written.</source>
+        <translation>Không thể ghi vào tệp hoặc thư mục của nó.</translation>
+    </message>
+    <message>
+        <source>The file could not be written whole.</source>
+        <translation>Không thể ghi trọn vẹn tệp.</translation>
+    </message>
+    <message>
+        <source>The file is missing, no regular file, or must not be read.</source>
+        <translation>Tệp không tồn tại, không phải tệp thông thường hoặc không được phép đọc.</translation>
+    </message>
+    <message>
+        <source>The document is too large for the memory.</source>
+        <translation>Tài liệu quá lớn so với bộ nhớ.</translation>
+    </message>
+    <message>
+        <source>The document needs a password.</source>
+        <translation>Tài liệu cần mật khẩu.</translation>
+    </message>
+    <message>
+        <source>The password is wrong.</source>
+        <translation>Mật khẩu sai.</translation>
+    </message>
+    <message>
+        <source>It is not a PDF document with pages, or it is damaged.</source>
+        <translation>Đó không phải là tài liệu PDF có trang, hoặc tài liệu bị hỏng.</translation>
+    </message>
+    <message>
+        <source>Page %1 of %2 cannot be rendered.</source>
+        <translation>Không thể hiển thị trang %1 trên %2.</translation>
+    </message>
+    <message>
+        <source>No source viewer is chosen.</source>
+        <translation>Chưa chọn khung xem nguồn.</translation>
+    </message>
+    <message>
+        <source>The source viewer shows no image.</source>
+        <translation>Khung xem nguồn không có ảnh.</translation>
+    </message>
+    <message>
+        <source>No language was selected.</source>
+        <translation>Chưa chọn ngôn ngữ.</translation>
+    </message>
+    <message>
+        <source>The OCR engine cannot use the language data.</source>
+        <translation>Bộ máy OCR không dùng được dữ liệu ngôn ngữ.</translation>
+    </message>
+    <message>
+        <source>The region is too large for the OCR engine.</source>
+        <translation>Vùng quá lớn đối với bộ máy OCR.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the OCR engine.</source>
+        <translation>Không đủ bộ nhớ cho bộ máy OCR.</translation>
+    </message>
+    <message>
+        <source>The OCR engine failed.</source>
+        <translation>Bộ máy OCR gặp lỗi.</translation>
+    </message>
+    <message>
+        <source>The file is incomplete: %1 of %2 rows are missing or cut short.</source>
+        <translation>Tệp không đầy đủ: %1 trên %2 hàng bị thiếu hoặc bị cắt ngắn.</translation>
+    </message>
+    <message>
+        <source>The file is incomplete: %1 pixels of the picture are missing.</source>
+        <translation>Tệp không đầy đủ: thiếu %1 điểm ảnh.</translation>
+    </message>
+    <message>
+        <source>The file is incomplete: the picture is missing from row %1 on.</source>
+        <translation>Tệp không đầy đủ: thiếu ảnh từ hàng %1 trở đi.</translation>
+    </message>
+    <message>
+        <source>The file is incomplete: %1</source>
+        <translation>Tệp không đầy đủ: %1</translation>
+    </message>
+    <message>
+        <source>The file has a flaw: %1</source>
+        <translation>Tệp có lỗi nhỏ: %1</translation>
+    </message>
+    <message>
+        <source>It is the first of at least %1 frames.</source>
+        <translation>Đây là khung hình đầu tiên trong ít nhất %1 khung hình.</translation>
+    </message>
+    <message>
+        <source>It is the first of %1 frames.</source>
+        <translation>Đây là khung hình đầu tiên trong %1 khung hình.</translation>
+    </message>
+    <message>
+        <source>It is the first of more than %1 pages.</source>
+        <translation>Đây là trang đầu tiên trong hơn %1 trang.</translation>
+    </message>
+    <message>
+        <source>It is the first of %1 pages.</source>
+        <translation>Đây là trang đầu tiên trong %1 trang.</translation>
+    </message>
+</context>
+<context>
     <name>QCommandLineParser</name>
     <message>
         <source>Usage: %1</source>
@@ -460,10 +655,6 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>Xem, chú thích và xử lý ảnh và tài liệu PDF.</translation>
     </message>
     <message>
-        <source>Show one, two or four viewers: 1x1, 2x1 or 2x2.</source>
-        <translation>Hiện một, hai hoặc bốn khung xem: 1x1, 2x1 hoặc 2x2.</translation>
-    </message>
-    <message>
         <source>layout</source>
         <translation>bố cục</translation>
     </message>
@@ -496,10 +687,6 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>Hiện trợ giúp này rồi thoát.</translation>
     </message>
     <message>
-        <source>Images and documents: each in a viewer of its own, up to four.</source>
-        <translation>Ảnh và tài liệu: mỗi tệp một khung xem, tối đa bốn khung.</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; is no layout; use 1x1, 2x1 or 2x2.</source>
         <translation>&quot;%1&quot; không phải là bố cục hợp lệ; hãy dùng 1x1, 2x1 hoặc 2x2.</translation>
     </message>
@@ -514,6 +701,14 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>Try &apos;vantor-viewer --help&apos;.</source>
         <translation>Hãy thử &apos;vantor-viewer --help&apos;.</translation>
+    </message>
+    <message>
+        <source>Show one, two or four viewers (1x1, 2x1 or 2x2) and deal the files over them.</source>
+        <translation>Hiện một, hai hoặc bốn khung xem (1x1, 2x1 hoặc 2x2) và chia các tệp cho chúng.</translation>
+    </message>
+    <message>
+        <source>Images and documents, as paths or file:// addresses: up to four side by side, more as the list of one viewer.</source>
+        <translation>Ảnh và tài liệu, là đường dẫn hoặc địa chỉ file://: tối đa bốn tệp cạnh nhau, nhiều hơn thì thành danh sách của một khung xem.</translation>
     </message>
 </context>
 </TS>

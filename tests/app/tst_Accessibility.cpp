@@ -110,6 +110,8 @@ Role RoleOf(const QWidget& widget)
 {
     if (IsPartOfAnother(widget) || widget.focusProxy())
         return Role::NoRole;
+    if (const auto* pTool = qobject_cast<const QToolButton*>(&widget); pTool && pTool->menu())
+        return Role::ButtonMenu;
     if (const auto* pButton = qobject_cast<const QAbstractButton*>(&widget))
         return !pButton->isCheckable()    ? Role::Button
                : pButton->autoExclusive() ? Role::RadioButton

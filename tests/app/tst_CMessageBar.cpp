@@ -45,6 +45,33 @@ private Q_SLOTS:
         QVERIFY(b.Text().startsWith(QStringLiteral("message 998\nmessage 999\nmessage 1000\n997 ")));
     }
 
+    void whatWasToldOfAFileGoesWhenItSucceeds()
+    {
+        Bar b;
+        b.bar.Tell(QStringLiteral("Cannot load /a.png. It is empty."));
+        b.bar.Tell(QStringLiteral("Cannot load /b.png. It is empty."));
+        b.bar.ForgetAbout(QStringLiteral("/a.png"));
+        QCOMPARE(b.Text(), QStringLiteral("Cannot load /b.png. It is empty."));
+        b.bar.ForgetAbout(QStringLiteral("/b.png"));
+        QVERIFY(!b.bar.isVisible());
+    }
+
+    void whatIsOldGoesAndWhatBelongsToTheSameDoingStays()
+    {
+        Bar b;
+        b.bar.Tell(QStringLiteral("one"));
+        b.bar.ForgetOld();
+        QVERIFY(b.bar.isVisible());
+        QTest::keyClick(&b.window, Qt::Key_A);
+        b.bar.ForgetOld();
+        QVERIFY(!b.bar.isVisible());
+        b.bar.Tell(QStringLiteral("two"));
+        QTest::mousePress(&b.window, Qt::LeftButton);
+        b.bar.Tell(QStringLiteral("three"));
+        b.bar.ForgetOld();
+        QCOMPARE(b.Text(), QStringLiteral("two\nthree"));
+    }
+
     void textFromOutsideIsNoMarkup()
     {
         Bar b;

@@ -134,7 +134,7 @@ private Q_SLOTS:
         CMainWindow window;
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(&window));
-        QCOMPARE(window.size(), QSize(1200, 820));
+        QCOMPARE(window.size(), QSize(1144, 820));
         QVERIFY(!HasExtension(window.menuBar(), "qt_menubar_ext_button"));
         const auto* pBar = window.findChild<QToolBar*>(QStringLiteral("ToolBar"));
         QVERIFY(!HasExtension(pBar, "qt_toolbar_ext_button"));

@@ -165,6 +165,7 @@ def capture(viewer):
     """A part of what another program shows, exactly as it is there: in the viewer and on the clipboard."""
     tool("display", "-window", "root", viewer.card_path)
     viewer.open_card()
+    before = place(viewer.window)
     key("alt+t", "c")
     wait_for("the overlay", lambda: grab(Box(0, 0, 8, 8)).at(0, 0) == (63, 63, 63))
     wait_for("the keyboard at the overlay", lambda: xdotool("getactivewindow") != [viewer.window])
@@ -175,6 +176,8 @@ def capture(viewer):
     wanted = viewer.card.cut(region)
     check(viewer.save() == wanted, "the capture is not what was on the screen")
     check(wait_for("a picture on the clipboard", clipboard) == wanted, "the clipboard has something else")
+    check(place(viewer.window) == before, "the window did not come back as it was")
+    tool("display", "-size", "64x64", "-window", "root", "xc:black")  # what was beneath it is seen again
     viewer.measure()
 
 

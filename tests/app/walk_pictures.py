@@ -82,7 +82,7 @@ class Book:
     def middle(self, columns, rows):
         """Where the pictures of the viewers are, roughly: the part of the window between the docks."""
         where = place(self.viewer.window)
-        left, right, top, bottom = 0.19, 0.20, 0.09, 0.17
+        left, right, top, bottom = 0.19, 0.20, 0.09, 0.05
         x0, y0 = where.x + left * where.width, where.y + top * where.height
         width, height = where.width * (1 - left - right) / columns, where.height * (1 - top - bottom) / rows
         size = int(0.7 * width), int(0.85 * height)

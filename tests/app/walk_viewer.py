@@ -230,8 +230,9 @@ class Viewer:
         click(where.x + RUN_BUTTON[0], where.y + where.height + RUN_BUTTON[1])
 
     def with_keys(self, _):
-        """Past two choosers and the parameters to the button, and on to the first, where the next time begins."""
-        key("Tab", "Tab", "Tab", "space", "Tab")
+        """Past two choosers, "Whole image" and the parameters to the button, and on to the first, where the next time
+        begins."""
+        key("Tab", "Tab", "Tab", "Tab", "space", "Tab")
 
     # The card in the view
 

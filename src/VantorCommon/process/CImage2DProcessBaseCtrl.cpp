@@ -47,6 +47,26 @@ void CImage2DProcessBaseCtrl::ChangeSourceImageView(const QString& strTitle)
     FillSourceROI();
 }
 
+void CImage2DProcessBaseCtrl::WorkOn(const QString& strTitle)
+{
+    if (!m_pDlg)
+        return;
+    m_pDlg->SetSourceImage(strTitle);
+    ChangeSourceImageView(strTitle);
+    if (!m_pSourceView)
+        return;
+    int nRegion = -1;
+    int nListed = 0;
+    for (const auto& pObject : m_pSourceView->Get2DDrawableObjects()) {
+        if (pObject->GetType() != EImageView2DDrawbleObjectType_Geometry)
+            continue;
+        if (pObject->GetSelected() && nRegion < 0)
+            nRegion = nListed;
+        ++nListed;
+    }
+    m_pDlg->SetSourceROIIndex(nRegion);
+}
+
 void CImage2DProcessBaseCtrl::slot_ChangeSourceImageView(const QString& strTitle)
 {
     ChangeSourceImageView(strTitle);

@@ -47,6 +47,9 @@ public:
     /// Binds the tool to the registered viewer with that window title. Without one the tool is unbound, and
     /// the dialog's list of regions stays as it was.
     void ChangeSourceImageView(const QString& strTitle);
+    /// ChangeSourceImageView, with the dialog's chooser following, and the selected shape of that viewer, of
+    /// several the one listed first, as the region; without one no region, which is the whole image.
+    void WorkOn(const QString& strTitle);
     /// @{
     /// The source; null while the tool is unbound.
     CImageViewerCtrl* GetSourceViewCtrl() const;

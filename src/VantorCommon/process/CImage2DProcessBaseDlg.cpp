@@ -90,6 +90,10 @@ QWidget* CImage2DProcessBaseDlg::CreateImageRow()
     QGridLayout* pSource = AddChooserGroup(pRow, QStringLiteral("Source Image"));
     m_pSourceImage = AddChooser(pSource, 0, QStringLiteral("Source Image"));
     m_pSourceROI = AddChooser(pSource, 1, QStringLiteral("Source ROI"));
+    auto* pWhole = new QPushButton(QStringLiteral("Whole image"));
+    pWhole->setAutoDefault(false);
+    connect(pWhole, &QPushButton::clicked, this, [this] { SetSourceROIIndex(-1); });
+    pSource->addWidget(pWhole, 1, 2);
     QGridLayout* pTarget = AddChooserGroup(pRow, QStringLiteral("Target Image"));
     m_pTargetImage = AddChooser(pTarget, 0, QStringLiteral("Target Image"));
     m_pTargetROI = AddChooser(pTarget, 1, QStringLiteral("Target ROI"));
@@ -199,6 +203,13 @@ void CImage2DProcessBaseDlg::DeleteSourceROI(const QString& name)
     for (int i = 0; i < m_pSourceROI->count(); ++i)
         if (m_pSourceROI->itemText(i) == name)
             return m_pSourceROI->removeItem(i);
+}
+
+void CImage2DProcessBaseDlg::SetSourceImage(const QString& strTitle)
+{
+    const int nIndex = m_pSourceImage->findText(strTitle);
+    if (nIndex >= 0)
+        m_pSourceImage->setCurrentIndex(nIndex);
 }
 
 QString CImage2DProcessBaseDlg::GetSourceImage() const

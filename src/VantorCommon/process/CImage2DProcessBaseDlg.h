@@ -15,9 +15,10 @@ class QLabel;
 class QPushButton;
 class QStandardItemModel;
 
-/// The dialog of a processing tool: the choosers of the source viewer and of its region, and the sections
-/// "Parameter", "Result", "Button" and "Message". A tool derives from it and fills the sections. It is shown
-/// modeless, so that regions can be drawn meanwhile. The widgets belong to it. GUI thread only.
+/// The dialog of a processing tool: the choosers of the source viewer and of its region, a button that
+/// chooses no region, which is the whole image, and the sections "Parameter", "Result", "Button" and
+/// "Message". A tool derives from it and fills the sections. It is shown modeless, so that regions can be
+/// drawn meanwhile. The widgets belong to it. GUI thread only.
 class VANTORCOMMON_EXPORT CImage2DProcessBaseDlg : public QDialog
 {
     Q_OBJECT
@@ -48,6 +49,9 @@ public:
     virtual int GetSourceROIIndex() const;
     /// The name of the chosen region; empty when there is none, and then the whole image is processed.
     virtual QString GetSourceROIName() const;
+    /// Chooses a viewer by its name, without signal_ChangeSourceImageView; a name that is not listed is
+    /// ignored.
+    void SetSourceImage(const QString& strTitle);
     /// Shows a text in the section "Message", as plain text.
     virtual void SetMessage(const QString& strMessage);
 

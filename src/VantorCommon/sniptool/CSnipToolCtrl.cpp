@@ -9,6 +9,7 @@
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CUtilManager.h>
 
+#include <QDateTime>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QGuiApplication>
@@ -154,6 +155,8 @@ void CSnipToolCtrl::Deliver(const QImage& picture)
         return;
     }
     const auto pImage = std::make_shared<CImage>();
+    const QString strTime = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh.mm.ss"));
+    pImage->SetName(QStringLiteral("Capture %1.png").arg(strTime).toStdWString());
     if (CUtilManager::ConvertImage(picture, pImage.get()) && m_pModel &&
         m_pImageView2DCtrl->PushImage(pImage))
         m_pImageView2DCtrl->CopyToClipBoard();

@@ -331,10 +331,17 @@ void CImageView2DCtrl::SetApplicationVisible(bool bVisible)
     if (!m_pView || !pWindow)
         return;
     if (!bVisible) {
+        m_bWasMaximised = pWindow->isMaximized();
+        m_bWasFullScreen = pWindow->isFullScreen();
         pWindow->showMinimized();
         return;
     }
-    pWindow->showMaximized();
+    if (m_sOptions.bRestoreAfterCapture && m_bWasFullScreen)
+        pWindow->showFullScreen();
+    else if (m_sOptions.bRestoreAfterCapture && !m_bWasMaximised)
+        pWindow->showNormal();
+    else
+        pWindow->showMaximized();
     pWindow->raise();
     pWindow->activateWindow();
 }

@@ -88,14 +88,15 @@ public:
     /// shown in a message box. Deliberate: the setting "PDF_RESOLUTION_Y" (dots per inch, 144 by default)
     /// holds for both directions.
     std::vector<ImagePtr> LoadPDF(const QString& strPath);
-    /// Appends an image or the pages of a document; the last one becomes current. Annotations stay.
+    /// Appends an image or the pages of a document, the first of which becomes current. Annotations stay.
     void AddImage(const QString& strPath);
     /// Saves the current image in the format of the suffix. A failure is logged.
     void SaveFile(const QString& strPath);
 
     /// Puts a copy of the current image on the clipboard, as a picture; nothing without one.
     void CopyToClipBoard();
-    /// Shows the first registered main window, maximised and active (true), or minimises it.
+    /// Shows the first registered main window, maximised and active (true), or minimises it
+    /// (SCenterOptions::bRestoreAfterCapture: shows it as it was when it was minimised).
     void SetApplicationVisible(bool bVisible);
 
     /// Drops the current image and all annotations, without a way back.
@@ -163,7 +164,8 @@ public Q_SLOTS:
     void slot_AddImage();
     /// AddImage.
     void slot_AddImageDragDrop(const QString& strPath);
-    /// Asks for a name and saves the current image. Blocks while the dialog is open.
+    /// Asks for a name (SCenterOptions::bProposeSaveName proposes one) and saves the current image. Blocks
+    /// while the dialog is open.
     void slot_SaveImage();
     /// @{
     /// CloseCurrentImage, CopyToClipBoard, Undo and Redo.
@@ -308,4 +310,6 @@ private:
     std::unique_ptr<CDrawHandler> m_pDraw;
     std::unique_ptr<CSelectHandler> m_pSelect;
     SCenterOptions m_sOptions;
+    bool m_bWasMaximised = false; ///< the main window, before it was minimised; so the next
+    bool m_bWasFullScreen = false;
 };

@@ -204,8 +204,10 @@ void CImageView2DCtrl::AddImage(const QString& strPath)
     const std::vector<ImagePtr> vctImages = LoadAny(strPath);
     if (!pThis || vctImages.empty())
         return;
+    const int nFirst = m_pModel->GetImageCount();
     for (const ImagePtr& pImage : vctImages)
         PushImage(pImage);
+    m_pModel->SetCurrentIndex(nFirst);
     Q_EMIT signal_FileOpened(strPath);
 }
 
@@ -263,7 +265,12 @@ void CImageView2DCtrl::slot_AddImageDragDrop(const QString& strPath)
 
 void CImageView2DCtrl::slot_SaveImage()
 {
-    SaveFile(ImageFileDialogs::ChooseImageToSave(m_pView));
+    const ImagePtr pImage = GetCurrentImgage();
+    if (!m_sOptions.bProposeSaveName || !pImage)
+        return SaveFile(ImageFileDialogs::ChooseImageToSave(m_pView));
+    const QString strFolder = QString::fromStdWString(pImage->GetFolder());
+    SaveFile(
+        ImageFileDialogs::ChooseImageToSave(m_pView, strFolder, QString::fromStdWString(pImage->GetName())));
 }
 
 void CImageView2DCtrl::CopyToClipBoard()

@@ -14,10 +14,17 @@ CImageView2DModel::~CImageView2DModel() = default;
 
 void CImageView2DModel::SetMousePosition(const QPointF& ptPosition)
 {
-    if (ptPosition == m_ptMousePosition)
+    if (ptPosition == m_ptMousePosition && !m_bMouseForgotten)
         return;
+    m_bMouseForgotten = false;
     m_ptMousePosition = ptPosition;
     Q_EMIT signal_MousePositionChanged();
+}
+
+void CImageView2DModel::ForgetMousePosition()
+{
+    m_bMouseForgotten = true;
+    Q_EMIT signal_MousePositionForgotten();
 }
 
 QPointF CImageView2DModel::GetMousePosition() const

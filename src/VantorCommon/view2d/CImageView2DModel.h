@@ -39,6 +39,9 @@ public:
     void SetMousePosition(const QPointF& ptPosition);
     QPointF GetMousePosition() const;
     /// @}
+    /// Tells who shows the point under the mouse that it is not known: another image came, say, or the mouse
+    /// went. The next SetMousePosition is announced whatever its point.
+    void ForgetMousePosition();
 
     int GetImageCount() const;   ///< the entries, null ones too
     int GetCurrentIndex() const; ///< any value, see above
@@ -73,16 +76,18 @@ public:
     void Clear();
 
 Q_SIGNALS:
-    void signal_MousePositionChanged(); ///< the mouse is over another point
-    void signal_ChangeImageList();      ///< entries came, went or were replaced
-    void signal_ChangeCurrentIndex();   ///< another entry was stepped to
-    void signal_ChangeCurrentImage();   ///< another image, or none, is current
+    void signal_MousePositionChanged();   ///< the mouse is over another point
+    void signal_MousePositionForgotten(); ///< the point under the mouse is not known
+    void signal_ChangeImageList();        ///< entries came, went or were replaced
+    void signal_ChangeCurrentIndex();     ///< another entry was stepped to
+    void signal_ChangeCurrentImage();     ///< another image, or none, is current
 
 private:
     bool IsInRange(int nIndex) const;
     bool StepTo(int nIndex);
 
     QPointF m_ptMousePosition;
+    bool m_bMouseForgotten = false;
     std::vector<ImagePtr> m_vctImages;
     int m_nCurrentIndex = 0;
     /// Guards list and index. Never held while a signal goes out.

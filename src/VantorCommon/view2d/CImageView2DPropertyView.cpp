@@ -36,6 +36,8 @@ CImageView2DPropertyView::CImageView2DPropertyView(CImageView2DModel* pModel, QW
         return;
     connect(m_pModel, &CImageView2DModel::signal_MousePositionChanged, this,
             &CImageView2DPropertyView::slot_ChangeMousePosition);
+    connect(m_pModel, &CImageView2DModel::signal_MousePositionForgotten, this,
+            &CImageView2DPropertyView::ForgetMousePosition);
     connect(m_pModel, &CImageView2DModel::signal_ChangeCurrentImage, this,
             &CImageView2DPropertyView::slot_ChangeCurrentImage);
 }
@@ -49,6 +51,11 @@ void CImageView2DPropertyView::ShowInitialTexts()
     m_pLabelChannel->setText(QStringLiteral("Channel: "));
     m_pLabelBitDepth->setText(QStringLiteral("BitDepth: "));
     m_pLabelImageType->setText(QStringLiteral("ImageType: "));
+    ForgetMousePosition();
+}
+
+void CImageView2DPropertyView::ForgetMousePosition()
+{
     m_pLabelX->setText(QStringLiteral("X: "));
     m_pLabelY->setText(QStringLiteral("Y: "));
     m_pLabelPixel->setText(QStringLiteral("Pixel: "));

@@ -29,6 +29,8 @@ public Q_SLOTS:
 
 private:
     void ShowInitialTexts();
+    /// Position and pixel without values.
+    void ForgetMousePosition();
 
     QPointer<CImageView2DModel> m_pModel;
     QLabel* m_pLabelWidth;

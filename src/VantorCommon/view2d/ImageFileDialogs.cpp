@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPointer>
+#include <vector>
 
 namespace
 {
@@ -87,10 +88,81 @@ QStringList ImageFileDialogs::ChooseFiles(QWidget* pParent, const QString& strTi
     return QFileDialog::getOpenFileNames(pParent, strTitle, QString(), strFilter);
 }
 
+namespace
+{
+/// A row of the filters for saving: "PNG (*.png *.PNG)".
+struct SFormat {
+    const char* pName;
+    QStringList lstSuffixes; ///< the first one is the default
+};
+
+const std::vector<SFormat>& Formats()
+{
+    static const std::vector<SFormat> vctFormats{{"PNG", {QStringLiteral("png")}},
+                                                 {"JPEG", {QStringLiteral("jpg"), QStringLiteral("jpeg")}},
+                                                 {"TIFF", {QStringLiteral("tif"), QStringLiteral("tiff")}},
+                                                 {"BMP", {QStringLiteral("bmp")}},
+                                                 {"GIF", {QStringLiteral("gif")}}};
+    return vctFormats;
+}
+
+QString FilterOf(const SFormat& format)
+{
+    QStringList lstPatterns;
+    for (const QString& strSuffix : format.lstSuffixes)
+        lstPatterns << QStringLiteral("*.%1 *.%2").arg(strSuffix, strSuffix.toUpper());
+    return QStringLiteral("%1 (%2)").arg(QLatin1String(format.pName), lstPatterns.join(QLatin1Char(' ')));
+}
+
+/// The format that a name says by its suffix; PNG, which loses nothing, for others.
+const SFormat& FormatOf(const QString& strName)
+{
+    const QString strSuffix = QFileInfo(strName).suffix().toLower();
+    for (const SFormat& format : Formats())
+        if (format.lstSuffixes.contains(strSuffix))
+            return format;
+    return Formats().front();
+}
+
+QString FilterForAll()
+{
+    return QStringLiteral("Files (%1)").arg(ImagePatterns());
+}
+
+} // namespace
+
 QString ImageFileDialogs::ChooseImageToSave(QWidget* pParent)
 {
-    const QPointer<QFileDialog> pDialog = new QFileDialog(pParent, QStringLiteral("Save Image"), QString(),
-                                                          QStringLiteral("Files (%1)").arg(ImagePatterns()));
+    const QPointer<QFileDialog> pDialog =
+        new QFileDialog(pParent, QStringLiteral("Save Image"), QString(), FilterForAll());
     pDialog->setDefaultSuffix(QStringLiteral("bmp"));
+    return Run(pDialog);
+}
+
+QString ImageFileDialogs::ChooseImageToSave(QWidget* pParent, const QString& strFolder,
+                                            const QString& strName)
+{
+    const QPointer<QFileDialog> pDialog = new QFileDialog(pParent, QStringLiteral("Save Image"), strFolder);
+    QStringList lstFilters;
+    for (const SFormat& format : Formats())
+        lstFilters << FilterOf(format);
+    pDialog->setNameFilters(lstFilters << FilterForAll());
+    const auto useFormat = [pDialog](const SFormat& format) {
+        pDialog->setDefaultSuffix(format.lstSuffixes.constFirst());
+    };
+    const SFormat& first = FormatOf(strName);
+    pDialog->selectNameFilter(FilterOf(first));
+    useFormat(first);
+    // A page of "report.pdf" is no document: "report.png".
+    const QFileInfo name(strName);
+    const bool bHasFormat = first.lstSuffixes.contains(name.suffix().toLower());
+    if (!strName.isEmpty())
+        pDialog->selectFile(bHasFormat ? strName : name.completeBaseName());
+    QObject::connect(pDialog.data(), &QFileDialog::filterSelected, pDialog.data(),
+                     [=](const QString& strFilter) {
+                         for (const SFormat& format : Formats())
+                             if (FilterOf(format) == strFilter)
+                                 useFormat(format);
+                     });
     return Run(pDialog);
 }

@@ -23,4 +23,7 @@ QStringList ChooseFiles(QWidget* pParent, const QString& strTitle, const QString
 /// Where to save an image: titled "Save Image", a name without a suffix gets "bmp". Empty when
 /// cancelled.
 QString ChooseImageToSave(QWidget* pParent);
+/// The same, beginning with a folder (empty: the one used last) and a name, and with a filter for each format
+/// beside that for all. The format of the name is chosen, PNG where it has none; its suffix is the default.
+QString ChooseImageToSave(QWidget* pParent, const QString& strFolder, const QString& strName);
 } // namespace ImageFileDialogs

@@ -195,10 +195,20 @@ void CImageView3DEarth::slot_Timmer()
     update();
 }
 
+void CImageView3DEarth::SetSteadyRepaint(bool bSteady)
+{
+    m_bSteady = bSteady;
+    if (bSteady && isVisible())
+        m_pTimer->start();
+    else
+        m_pTimer->stop();
+}
+
 void CImageView3DEarth::showEvent(QShowEvent* pEvent)
 {
     QOpenGLWidget::showEvent(pEvent);
-    m_pTimer->start();
+    if (m_bSteady)
+        m_pTimer->start();
     QMetaObject::invokeMethod(this, &CImageView3DEarth::CheckContext, Qt::QueuedConnection);
 }
 

@@ -51,6 +51,10 @@ public:
     /// Lets the window carry OpenGL first, where the host has started without.
     void setVisible(bool bVisible) override;
 
+    /// Whether it repaints each 16 ms while it is shown (true, as at the start), or only when there is
+    /// something else to see, which takes no time while nothing moves.
+    void SetSteadyRepaint(bool bSteady);
+
     /// @{
     /// The camera: where it stands, (0, 0, 3) for good, in radii of the globe; where it looks to, and what is
     /// up for it, both of length 1.
@@ -95,6 +99,7 @@ private:
 
     std::unique_ptr<SObjects> m_pObjects; ///< null without a context
     QTimer* m_pTimer;
+    bool m_bSteady = true;
     std::vector<_SVertex> m_vctVertices;
     std::vector<unsigned int> m_vctIndices;
     int m_nMouseX = 0;

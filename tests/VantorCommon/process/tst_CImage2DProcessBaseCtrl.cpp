@@ -122,6 +122,28 @@ private Q_SLOTS:
         QCOMPARE(b.Regions(), QStringList(QStringLiteral("there")));
     }
 
+    void workingOnAViewerChoosesItInTheDialogWithItsSelectedShape()
+    {
+        Bench b;
+        b.AddRectangle(1, QStringLiteral("first"));
+        b.AddRectangle(1, QStringLiteral("second"));
+        const auto vctObjects = b.fixture.Viewer(1)->Get2DDrawableObjects();
+        QCOMPARE(vctObjects.size(), std::size_t(2));
+        for (const auto& pChosen : vctObjects) {
+            for (const auto& pObject : vctObjects)
+                pObject->SetSelected(pObject == pChosen);
+            b.tool.WorkOn(QStringLiteral("Image View [1]"));
+            QCOMPARE(b.tool.GetSourceView(), b.fixture.Viewer(1));
+            QCOMPARE(b.dlg.GetSourceImage(), QStringLiteral("Image View [1]"));
+            QCOMPARE(b.dlg.GetSourceROIName(), pChosen->GetName());
+        }
+        for (const auto& pObject : vctObjects)
+            pObject->SetSelected(false);
+        b.tool.WorkOn(QStringLiteral("Image View [1]"));
+        QCOMPARE(b.dlg.GetSourceROIIndex(), -1);
+        QCOMPARE(b.Regions().size(), 2);
+    }
+
     void anUnknownTitleUnbindsAndLeavesTheListOfRegions()
     {
         Bench b;

@@ -269,6 +269,22 @@ private Q_SLOTS:
         QCOMPARE(dlg.GetSourceROIName(), QString());
     }
 
+    void theButtonWholeImageChoosesNoRegionAndLeavesThemListed()
+    {
+        CImage2DProcessBaseDlg dlg(nullptr);
+        dlg.SetSourceROITitle({QStringLiteral("a"), QStringLiteral("b")});
+        ToolParts parts(dlg);
+        QVERIFY(parts.Show());
+        auto* pWhole = parts.Group("Source Image")->findChild<QPushButton*>();
+        QCOMPARE(pWhole->text(), QStringLiteral("Whole image"));
+        parts.Click(pWhole, pWhole->rect().center());
+        QCOMPARE(dlg.GetSourceROIIndex(), -1);
+        QCOMPARE(dlg.GetSourceROIName(), QString());
+        QCOMPARE(parts.Entries("Source ROI").size(), 2);
+        dlg.AddSourceROI(QStringLiteral("c"));
+        QCOMPARE(dlg.GetSourceROIIndex(), -1);
+    }
+
     void theMessageIsShownAsItIs()
     {
         CImage2DProcessBaseDlg dlg(nullptr);

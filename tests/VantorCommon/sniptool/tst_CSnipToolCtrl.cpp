@@ -195,6 +195,9 @@ void tst_CSnipToolCtrl::aDraggedRegionBecomesAnImageAndGoesToTheClipboard()
     QCOMPARE(image.size(), region.size());
     QCOMPARE(image, KnownPicture(region));
     QCOMPARE(host.images.GetCurrentImage()->GetChannel(), 4);
+    const QString strName = QString::fromStdWString(host.images.GetCurrentImage()->GetName());
+    const auto when = QDateTime::fromString(strName, QStringLiteral("'Capture 'yyyy-MM-dd hh.mm.ss'.png'"));
+    QVERIFY2(qAbs(when.secsTo(QDateTime::currentDateTime())) < 60, qPrintable(strName));
     QTRY_VERIFY(host.IsBack());
     QCOMPARE(ReadClipboard(), KnownPicture(region));
 }

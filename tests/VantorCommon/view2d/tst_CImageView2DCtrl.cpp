@@ -474,7 +474,7 @@ private Q_SLOTS:
         QCOMPARE(f.model.GetCurrentIndex(), 1);
         f.ctrl.slot_AddImageDragDrop(TestDataPath(QStringLiteral("pdf/pdfium_hello_world_2_pages.pdf")));
         QCOMPARE(f.model.GetImageCount(), 4);
-        QCOMPARE(f.model.GetCurrentIndex(), 3);
+        QCOMPARE(f.model.GetCurrentIndex(), 2); // the first page of those added
         QCOMPARE(f.geometry.Size(), 1);
         Q_EMIT f.pView->signal_AddImage(TestDataPath(QStringLiteral("jpeg/hopper.jpg")));
         QCOMPARE(f.model.GetImageCount(), 5);
@@ -787,6 +787,83 @@ private Q_SLOTS:
         QVERIFY(!other.isVisible());
         f.ctrl.SetApplicationVisible(false);
         QTRY_VERIFY(main.isMinimized());
+    }
+
+    void withTheOptionTheMainWindowComesBackAsItWas_data()
+    {
+        QTest::addColumn<int>("nState");
+        QTest::newRow("normal") << int(Qt::WindowNoState);
+        QTest::newRow("maximised") << int(Qt::WindowMaximized);
+        QTest::newRow("full screen") << int(Qt::WindowFullScreen);
+    }
+    void withTheOptionTheMainWindowComesBackAsItWas()
+    {
+        QFETCH(int, nState);
+        SFixture f;
+        SCenterOptions options;
+        options.bRestoreAfterCapture = true;
+        f.ctrl.SetOptions(options);
+        QMainWindow main;
+        CMVCManager::PushMVC(nullptr, &main, nullptr);
+        main.resize(400, 300);
+        main.setWindowState(Qt::WindowStates(nState));
+        main.show();
+        QVERIFY(QTest::qWaitForWindowActive(&main));
+        QTRY_COMPARE(int(main.windowState()), nState);
+        f.ctrl.SetApplicationVisible(false);
+        QTRY_VERIFY(main.isMinimized());
+        f.ctrl.SetApplicationVisible(true);
+        QTRY_VERIFY(main.isActiveWindow());
+        QCOMPARE(int(main.windowState() & ~Qt::WindowActive), nState);
+    }
+
+    void withTheOptionTheSaveDialogProposesFolderNameAndFormat_data()
+    {
+        QTest::addColumn<QString>("strName");
+        QTest::addColumn<QString>("strProposed");
+        QTest::addColumn<QString>("strFilter");
+        QTest::addColumn<QString>("strSuffix");
+        const auto row = [](const char* pName, const char* pProposed, const char* pFilter,
+                            const char* pSuffix) {
+            QTest::newRow(pName) << QString::fromLatin1(pName) << QString::fromLatin1(pProposed)
+                                 << QString::fromLatin1(pFilter) << QString::fromLatin1(pSuffix);
+        };
+        row("photo.one.JPG", "photo.one.JPG", "JPEG (*.jpg *.JPG *.jpeg *.JPEG)", "jpg");
+        row("scan.tiff", "scan.tiff", "TIFF (*.tif *.TIF *.tiff *.TIFF)", "tif");
+        row("report.pdf", "report", "PNG (*.png *.PNG)", "png");
+        row("", "", "PNG (*.png *.PNG)", "png");
+    }
+    void withTheOptionTheSaveDialogProposesFolderNameAndFormat()
+    {
+        QFETCH(QString, strName);
+        QFETCH(QString, strProposed);
+        QFETCH(QString, strFilter);
+        QFETCH(QString, strSuffix);
+        QTemporaryDir dir;
+        SFixture f;
+        SCenterOptions options;
+        options.bProposeSaveName = true;
+        f.ctrl.SetOptions(options);
+        const ImagePtr pImage = MakeTestImage(13, 9, 3);
+        pImage->SetName(strName.toStdWString());
+        pImage->SetFolder(dir.path().toStdWString());
+        f.model.SetImages({pImage});
+        QStringList lstSeen;
+        int nFilters = 0;
+        AnswerNext<QFileDialog>(f.pView, [&](QFileDialog* pDialog) {
+            lstSeen = QStringList{pDialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text(),
+                                  pDialog->directory().path(), pDialog->selectedNameFilter(),
+                                  pDialog->defaultSuffix()};
+            nFilters = pDialog->nameFilters().size();
+            pDialog->selectNameFilter(QStringLiteral("GIF (*.gif *.GIF)"));
+            Q_EMIT pDialog->filterSelected(QStringLiteral("GIF (*.gif *.GIF)"));
+            pDialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QStringLiteral("other"));
+            static_cast<QDialog*>(pDialog)->accept();
+        });
+        f.ctrl.slot_SaveImage();
+        QCOMPARE(lstSeen, QStringList({strProposed, dir.path(), strFilter, strSuffix}));
+        QCOMPARE(nFilters, 6);
+        QVERIFY(QFileInfo::exists(dir.filePath(QStringLiteral("other.gif"))));
     }
 
     void theFileDialogsHaveTheirTitlesAndFilters_data()

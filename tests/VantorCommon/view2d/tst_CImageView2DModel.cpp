@@ -133,6 +133,21 @@ private Q_SLOTS:
         QCOMPARE(f.recorder.Take(), QStringLiteral("mouse "));
     }
 
+    void aForgottenMousePositionIsToldAndTheNextOneIsAnnouncedWhateverItIs()
+    {
+        SFixture f(0);
+        f.model.SetMousePosition(QPointF(3, 4));
+        f.recorder.Take();
+        const QSignalSpy spy(&f.model, &CImageView2DModel::signal_MousePositionForgotten);
+        f.model.ForgetMousePosition();
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(f.recorder.Take(), kNothing);
+        f.model.SetMousePosition(QPointF(3, 4));
+        QCOMPARE(f.recorder.Take(), QStringLiteral("mouse "));
+        f.model.SetMousePosition(QPointF(3, 4));
+        QCOMPARE(f.recorder.Take(), kNothing);
+    }
+
     void getImageIsNullOutsideTheList()
     {
         SFixture f(2);

@@ -83,6 +83,18 @@ private Q_SLOTS:
         QCOMPARE(f.Format(), QStringLiteral("Width: 5|Height: 4|Channel: 1|BitDepth: 16|ImageType: 0"));
     }
 
+    void aForgottenMousePositionEmptiesPositionAndPixelAlone()
+    {
+        SFixture f;
+        f.model.PushImage(MakeTestImage(13, 7, 3));
+        f.model.SetMousePosition(QPointF(2, 1));
+        QVERIFY(f.Pixel() != QStringLiteral("Pixel: "));
+        f.model.ForgetMousePosition();
+        QCOMPARE(f.Position(), QStringLiteral("X: |Y: "));
+        QCOMPARE(f.Pixel(), QStringLiteral("Pixel: "));
+        QCOMPARE(f.Format(), QStringLiteral("Width: 13|Height: 7|Channel: 3|BitDepth: 8|ImageType: 0"));
+    }
+
     void theMouseShowsPositionAndPixel_data()
     {
         QTest::addColumn<int>("nChannels");

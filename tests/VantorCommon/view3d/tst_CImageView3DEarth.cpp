@@ -259,6 +259,26 @@ private Q_SLOTS:
         QVERIFY(!pTimer->isActive());
     }
 
+    void withoutSteadyRepaintItPaintsOnlyWhatIsNew()
+    {
+        CImageView3DEarth view;
+        view.SetSteadyRepaint(false);
+        QVERIFY(Show(view));
+        const auto* pTimer = view.findChild<QTimer*>();
+        QVERIFY(!pTimer->isActive());
+        QSignalSpy painted(&view, &QOpenGLWidget::frameSwapped);
+        QTest::qWait(100); // as long as six repaints
+        painted.clear();
+        QTest::qWait(100);
+        QCOMPARE(painted.count(), 0);
+        Drag(view, 20, 0);
+        QTRY_VERIFY(painted.count() > 0);
+        view.SetSteadyRepaint(true);
+        QVERIFY(pTimer->isActive());
+        view.SetSteadyRepaint(false);
+        QVERIFY(!pTimer->isActive());
+    }
+
     void theSizesAndEachPaintGoToTheDebugOutput()
     {
         for (const char* pText : {" Vector:  65341", " Indices:  386640", "Paint OpenGl"})

@@ -73,6 +73,7 @@ public:
     }
 
     QString Title() const { return m_pDlg->windowTitle(); }
+    CImage2DProcessBaseCtrl& Controller() { return *m_pCtrl; }
 
 private:
     std::unique_ptr<Model> m_pModel;
@@ -305,6 +306,27 @@ void CCenterCtrl::slot_OpenSobelTool()
 void CCenterCtrl::slot_OpenOCRTool()
 {
     OpenTool(m_pTools->ocr);
+}
+
+template <class Tool> void CCenterCtrl::OpenToolOn(Tool& tool, int nViewID)
+{
+    OpenTool(tool);
+    tool.Controller().WorkOn(ViewerName(nViewID));
+}
+
+void CCenterCtrl::OpenMedianTool(int nViewID)
+{
+    OpenToolOn(m_pTools->median, nViewID);
+}
+
+void CCenterCtrl::OpenSobelTool(int nViewID)
+{
+    OpenToolOn(m_pTools->sobel, nViewID);
+}
+
+void CCenterCtrl::OpenOCRTool(int nViewID)
+{
+    OpenToolOn(m_pTools->ocr, nViewID);
 }
 
 CImageViewerCtrl* CCenterCtrl::FindByViewID(int nViewID) const

@@ -87,6 +87,13 @@ public:
     /// The current image of the viewer with that name ("Image View [2]"). Deliberate: while one viewer is
     /// shown the name is not looked at.
     std::shared_ptr<Vantor::Algorithms::CImage> FindImage(const QString& strName);
+    /// @{
+    /// The slots that show a tool, which then works on the viewer with that identifier: it is the one chosen
+    /// in the dialog, with its selected shape as the region, or the whole image where none is selected.
+    void OpenMedianTool(int nViewID);
+    void OpenSobelTool(int nViewID);
+    void OpenOCRTool(int nViewID);
+    /// @}
     /// Adds an entry to the menu of annotations of every viewer, behind those that are there.
     /// @param strName  the text of the entry
     /// @param icon     may be null
@@ -135,6 +142,7 @@ private:
     void ConnectCentre();
     /// Shows a tool and relays its signals.
     template <class Tool> void OpenTool(Tool& tool);
+    template <class Tool> void OpenToolOn(Tool& tool, int nViewID);
     int CellCount() const;
     SMVCItem FindByName(const QString& strName, int nCount) const;
     CImageViewerCtrl* FindByViewID(int nViewID) const;

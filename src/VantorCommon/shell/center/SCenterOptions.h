@@ -13,4 +13,11 @@ struct SCenterOptions {
     /// everything else is an image. A file whose bytes cannot be read goes by its path. Off: by the path
     /// alone, see CImageView2DCtrl::LoadFile.
     bool bReaderByContent = false;
+    /// After a capture of the screen the main window comes back as it was before: maximised, full screen or
+    /// neither. Off: maximised.
+    bool bRestoreAfterCapture = false;
+    /// The dialog that asks where to save an image begins in the image's folder, with its name and format,
+    /// and has a filter for each format, whose suffix a name without one gets. Off: no name, the folder of
+    /// the process, one filter for all, and the suffix "bmp".
+    bool bProposeSaveName = false;
 };

@@ -8,12 +8,11 @@
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/shell/dock/CStatusBarView.h>
+#include <VantorCommon/shell/viewer/ButtonRow_p.h>
 #include <VantorCommon/shell/viewer/CImageViewerModel.h>
-#include <VantorCommon/shell/viewer/FlowLayout_p.h>
 #include <VantorCommon/shell/viewer/ModelStateButton_p.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
-#include <VantorCommon/view2d/CUtilManager.h>
 #include <VantorCommon/view2d/Saturate_p.h>
 #include <VantorCommon/view2d/SharedIcon_p.h>
 #include <VantorCommon/view3d/CImageView3D.h>
@@ -24,7 +23,6 @@
 #include <QLabel>
 #include <QListView>
 #include <QSplitter>
-#include <QStandardItemModel>
 
 using Vantor::Algorithms::CImage;
 
@@ -33,14 +31,7 @@ namespace
 constexpr unsigned int kNoUID = 0xFFFFFFFFu;
 constexpr int kIconSize = 20;
 constexpr int kButtonSize = 28;
-constexpr int kSideListWidth = 90;
-constexpr int kViewWidth = 400;
-/// A thumbnail is first picked from the image at this many times its size, then smoothed: quick and fine.
-constexpr int kThumbnailOversampling = 4;
-/// A very tall image is shown narrower than the list instead of filling the memory.
-constexpr int kMaxThumbnailHeight = 4096;
-/// The image's index, beside which row it stands in: images that cannot be shown have no row.
-constexpr int kImageIndexRole = Qt::UserRole + 1;
+constexpr QRgb kTitleGround = 0xFFF0F0F0; // light
 
 QString TitleOf(int nViewID, const CImage* pImage)
 {
@@ -68,28 +59,6 @@ QString PixelText(const CImage& image, int x, int y)
     }
 }
 
-/// The image scaled to a width, in pixels of the screen and of its own. Null when it cannot be shown.
-QImage MakeThumbnail(CImage* pImage, int nWidth, double dblPixelRatio)
-{
-    QImage view;
-    if (!CUtilManager::ConvertImage(pImage, view, false))
-        return QImage();
-    double dblHeight = double(view.height()) * nWidth / view.width();
-    double dblWidth = nWidth;
-    if (dblHeight > kMaxThumbnailHeight) {
-        dblWidth *= kMaxThumbnailHeight / dblHeight;
-        dblHeight = kMaxThumbnailHeight;
-    }
-    const QSize logical(std::max(1, RoundToInt(dblWidth)), std::max(1, RoundToInt(dblHeight)));
-    const QSize size = logical * dblPixelRatio;
-    const QSize coarse = size * kThumbnailOversampling;
-    if (view.width() > coarse.width() && view.height() > coarse.height())
-        view = view.scaled(coarse);
-    QImage thumbnail = view.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).copy();
-    thumbnail.setDevicePixelRatio(dblPixelRatio);
-    return thumbnail;
-}
-
 void ShowState(QPushButton* pButton, bool bState)
 {
     static_cast<CModelStateButton*>(pButton)->ShowState(bState);
@@ -102,27 +71,21 @@ CImageViewer::CImageViewer(CImageViewerModel* pModel, int nViewID, QWidget* pPar
     m_pMainLayout = new QVBoxLayout(this);
     m_pMainLayout->setSpacing(0);
     m_pMainLayout->setContentsMargins(0, 0, 0, 0);
-    auto* pSplitter = new QSplitter(Qt::Horizontal, this);
-    m_pMainLayout->addWidget(pSplitter, 1);
+    m_pMainLayout->addWidget(CreateButtons());
+    m_pSplitter = new QSplitter(Qt::Horizontal, this);
+    m_pMainLayout->addWidget(m_pSplitter, 1);
 
     CreateSideList();
-    pSplitter->addWidget(m_pSideList);
-    auto* pRight = new QWidget(pSplitter);
-    auto* pRightLayout = new QVBoxLayout(pRight);
-    pRightLayout->setSpacing(0);
-    pRightLayout->setContentsMargins(0, 0, 0, 0);
-    pRightLayout->addWidget(CreateButtons());
-    auto* pViewHost = new QWidget(pRight);
+    m_pSplitter->addWidget(m_pSideList);
+    auto* pViewHost = new QWidget(m_pSplitter);
     m_pViewLayout = new QHBoxLayout(pViewHost);
     m_pViewLayout->setContentsMargins(0, 0, 0, 0);
     m_pViewLayout->setSpacing(0);
-    pRightLayout->addWidget(pViewHost, 1);
-    pSplitter->addWidget(pRight);
-    pSplitter->setStretchFactor(1, 1);
-    pSplitter->setSizes({kSideListWidth, kViewWidth});
+    m_pSplitter->addWidget(pViewHost);
+    m_pSplitter->setStretchFactor(1, 1);
     m_pMainLayout->addWidget(CreateBottomLine());
 
-    connect(pSplitter, &QSplitter::splitterMoved, this, &CImageViewer::slot_SplitterMoved);
+    connect(m_pSplitter, &QSplitter::splitterMoved, this, &CImageViewer::slot_SplitterMoved);
     setFrameShape(QFrame::Box);
     setAccessibleName(QString::asprintf("Image View [%d]", m_nViewID)); // as the tools call it
     setObjectName(QString::asprintf("CImageViewer_%d", nViewID));
@@ -135,31 +98,8 @@ CImageViewer::CImageViewer(QWidget* pParent) : CImageViewer(nullptr, 0, pParent)
 
 CImageViewer::~CImageViewer() = default;
 
-void CImageViewer::CreateSideList()
-{
-    m_pSideModel = new QStandardItemModel(this);
-    m_pSideList = new QListView(this);
-    m_pSideList->setModel(m_pSideModel);
-    m_pSideList->setViewMode(QListView::IconMode);
-    m_pSideList->setFlow(QListView::TopToBottom);
-    m_pSideList->setWrapping(false);
-    m_pSideList->setMovement(QListView::Static);
-    m_pSideList->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_pSideList->setFocusPolicy(Qt::NoFocus);
-    m_pSideList->setAccessibleName(QStringLiteral("Images"));
-    m_pSideList->setMinimumWidth(0);
-    // A bar that came and went with the height of the thumbnails would change their width each time.
-    m_pSideList->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    m_pSideList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_pSideList->viewport()->installEventFilter(this);
-    // White pages stand out from it.
-    m_pSideList->viewport()->setBackgroundRole(QPalette::Mid);
-    connect(m_pSideList->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            &CImageViewer::slot_CurrentChanged);
-}
-
-QPushButton* CImageViewer::AddButton(QLayout* pLayout, QPushButton* pButton, const char* pIcon,
-                                     const QString& strName)
+void CImageViewer::AddButton(CButtonRow* pRow, QPushButton* pButton, const char* pIcon,
+                             const QString& strName)
 {
     pButton->setIcon(SharedIcon(pIcon));
     pButton->setIconSize(QSize(kIconSize, kIconSize));
@@ -168,16 +108,14 @@ QPushButton* CImageViewer::AddButton(QLayout* pLayout, QPushButton* pButton, con
     pButton->setFixedSize(kButtonSize, kButtonSize);
     pButton->setToolTip(strName);
     pButton->setAccessibleName(strName);
-    pLayout->addWidget(pButton);
-    return pButton;
+    pRow->Add(pButton);
 }
 
 QWidget* CImageViewer::CreateButtons()
 {
-    auto* pRow = new QWidget(this);
-    auto* pLayout = new CFlowLayout(pRow);
+    auto* pRow = new CButtonRow(this);
     const auto add = [&](QPushButton* pButton, const char* pIcon, const QString& strName, auto pTarget) {
-        AddButton(pLayout, pButton, pIcon, strName);
+        AddButton(pRow, pButton, pIcon, strName);
         connect(pButton, &QPushButton::pressed, this, pTarget);
         connect(pButton, &QPushButton::pressed, this, [this, pButton] { AfterPress(pButton); });
         return pButton;
@@ -215,6 +153,11 @@ QWidget* CImageViewer::CreateBottomLine()
     pLayout->setAlignment(Qt::AlignLeft);
     m_pTitle = new QLabel(TitleOf(m_nViewID, nullptr), pLine);
     m_pTitle->setStyleSheet(QStringLiteral("QLabel{color: green;}"));
+    // The dark green of the title would be lost on a dark window.
+    QPalette ground = m_pTitle->palette();
+    ground.setColor(QPalette::Window, QColor(kTitleGround));
+    m_pTitle->setPalette(ground);
+    m_pTitle->setAutoFillBackground(true);
     m_pStatus = new QLabel(pLine);
     pLayout->addWidget(m_pTitle);
     pLayout->addWidget(m_pStatus);
@@ -235,6 +178,9 @@ void CImageViewer::SetImageView(QWidget* pView2D, QWidget* pView3D, CStatusBarVi
             pView->setAccessibleName(
                 QString::asprintf(pView == pView2D ? "Image %d" : "3D image %d", m_nViewID));
         }
+    if (m_pImageModel)
+        connect(m_pImageModel.data(), &CImageView2DModel::signal_MousePositionForgotten, m_pStatus,
+                &QLabel::clear);
     ShowView(true);
     if (pStatusBar) {
         m_pMainLayout->addWidget(pStatusBar);
@@ -361,83 +307,12 @@ void CImageViewer::slot_ChangeCurrentImage()
         m_pStatus->clear();
         return;
     }
-    const int nCurrent = m_pImageModel->GetCurrentIndex();
-    for (int i = 0; i < m_pSideModel->rowCount(); ++i)
-        if (m_pSideModel->item(i)->data(kImageIndexRole) == nCurrent)
-            SetThumbnail(m_pSideModel->item(i), pImage.get());
-    Q_EMIT m_pSideModel->layoutChanged();
-}
-
-/// The width of the list, which is nothing while the list is folded away; its items are kept all the same.
-int CImageViewer::ThumbnailWidth() const
-{
-    return std::max(1, m_pSideList->viewport()->rect().width());
-}
-
-bool CImageViewer::SetThumbnail(QStandardItem* pItem, CImage* pImage)
-{
-    const QImage thumbnail = MakeThumbnail(pImage, ThumbnailWidth(), m_pSideList->devicePixelRatioF());
-    if (thumbnail.isNull())
-        return false;
-    pItem->setData(QPixmap::fromImage(thumbnail), Qt::DecorationRole);
-    return true;
-}
-
-/// The item of an image, null when it cannot be shown.
-QStandardItem* CImageViewer::CreateSideItem(int nIndex)
-{
-    const auto pImage = m_pImageModel->GetImage(nIndex);
-    auto pItem = std::make_unique<QStandardItem>();
-    if (!pImage || !SetThumbnail(pItem.get(), pImage.get()))
-        return nullptr;
-    pItem->setText(QString::asprintf("%d. ", nIndex + 1) + QString::fromStdWString(pImage->GetName()));
-    pItem->setData(nIndex, kImageIndexRole);
-    return pItem.release();
-}
-
-void CImageViewer::UpdateSideView()
-{
-    m_pSideModel->clear();
-    if (!m_pImageModel)
-        return;
-    for (int i = 0; i < m_pImageModel->GetImageCount(); ++i)
-        if (QStandardItem* pItem = CreateSideItem(i))
-            m_pSideModel->appendRow(pItem);
-    slot_ChangeCurrentIndex();
-}
-
-void CImageViewer::ResizeSideView()
-{
-    if (!m_pImageModel)
-        return;
-    const int nWidth = qRound(ThumbnailWidth() * m_pSideList->devicePixelRatioF());
-    for (int i = 0; i < m_pSideModel->rowCount(); ++i) {
-        QStandardItem* pItem = m_pSideModel->item(i);
-        const auto pImage = m_pImageModel->GetImage(pItem->data(kImageIndexRole).toInt());
-        const auto thumbnail = pItem->data(Qt::DecorationRole).value<QPixmap>();
-        if (pImage && thumbnail.width() != nWidth)
-            SetThumbnail(pItem, pImage.get());
-    }
-}
-
-void CImageViewer::slot_ChangeImageList()
-{
-    UpdateSideView();
-}
-
-void CImageViewer::slot_ChangeCurrentIndex()
-{
-    if (m_pImageModel)
-        m_pSideList->setCurrentIndex(m_pSideModel->index(m_pImageModel->GetCurrentIndex(), 0));
-}
-
-void CImageViewer::slot_CurrentChanged(const QModelIndex& current, const QModelIndex&)
-{
-    Q_EMIT signal_SelectImage(current.row());
+    RenewThumbnail(m_pImageModel->GetCurrentIndex(), pImage.get());
 }
 
 void CImageViewer::slot_SplitterMoved(int, int)
 {
+    m_bListWidthChosen = true;
     ResizeSideView();
 }
 
@@ -501,6 +376,7 @@ void CImageViewer::mousePressEvent(QMouseEvent* pEvent)
 void CImageViewer::resizeEvent(QResizeEvent* pEvent)
 {
     QFrame::resizeEvent(pEvent);
+    FitSideList();
     ResizeSideView();
 }
 
@@ -512,5 +388,9 @@ bool CImageViewer::eventFilter(QObject* pWatched, QEvent* pEvent)
         ShowFocus(false);
     else if (pEvent->type() == QEvent::Resize && pWatched == m_pSideList->viewport())
         ResizeSideView();
+    else if (pEvent->type() == QEvent::MouseButtonPress)
+        m_bListLeads = pWatched == m_pSideList->viewport();
+    else if (pEvent->type() == QEvent::KeyPress && m_bListLeads)
+        StepInList(*static_cast<QKeyEvent*>(pEvent));
     return QFrame::eventFilter(pWatched, pEvent);
 }

@@ -9,14 +9,15 @@
 #include <memory>
 #include <vector>
 
+class CButtonRow;
 class CImageView2DDrawableObject;
 class CImageView2DModel;
 class CImageView2DToolModel;
 class CImageViewerModel;
 class CStatusBarView;
 class QHBoxLayout;
+class QKeyEvent;
 class QLabel;
-class QLayout;
 class QListView;
 class QModelIndex;
 class QPushButton;
@@ -30,9 +31,9 @@ namespace Vantor::Algorithms
 class CImage;
 }
 
-/// One cell of the centre's grid: a frame with tool buttons, the 2D and the 3D view (one of them visible), a
-/// list of thumbnails, and a line with the title and the pixel under the mouse. A blue border marks the
-/// viewer that has the focus.
+/// One cell of the centre's grid: a frame with a row of tool buttons (those without room in a menu), the 2D
+/// and the 3D view (one of them visible), a list of thumbnails, and a line with the title and the pixel under
+/// the mouse. A blue border marks the viewer that has the focus.
 ///
 /// The widgets belong to the frame by Qt parenthood, the frame to the centre view; the models are not owned.
 /// GUI thread only.
@@ -146,14 +147,18 @@ protected:
     void mousePressEvent(QMouseEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
     /// @}
-    /// Watches the focus of the two views and the width of the thumbnail list.
+    /// Watches the focus of the two views and the width of the thumbnail list. After a click on a thumbnail
+    /// the keys that walk in a list do so here, although the view has the keyboard.
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
 private:
     QWidget* CreateButtons();
-    QPushButton* AddButton(QLayout* pLayout, QPushButton* pButton, const char* pIcon, const QString& strName);
+    void AddButton(CButtonRow* pRow, QPushButton* pButton, const char* pIcon, const QString& strName);
     QWidget* CreateBottomLine();
     void CreateSideList();
+    void FitSideList();
+    void StepInList(QKeyEvent& event);
+    void RenewThumbnail(int nIndex, Vantor::Algorithms::CImage* pImage);
     void ShowView(bool b2D);
     void CheckView(bool b2D);
     void AfterPress(QPushButton* pButton);
@@ -168,6 +173,7 @@ private:
     QPointer<QWidget> m_pView3D;
     QHBoxLayout* m_pViewLayout = nullptr;
     QVBoxLayout* m_pMainLayout = nullptr;
+    QSplitter* m_pSplitter = nullptr;
     QLabel* m_pTitle = nullptr;
     QLabel* m_pStatus = nullptr;
     QStandardItemModel* m_pSideModel = nullptr;
@@ -178,5 +184,8 @@ private:
     QPushButton* m_pButton3D = nullptr;
     QPushButton* m_pButtonSelect = nullptr;
     QPushButton* m_pButtonPanning = nullptr;
+    int m_nListWidth = 0;            ///< that of the thumbnails, as fitted to the viewer's
+    bool m_bListWidthChosen = false; ///< by the splitter
+    bool m_bListLeads = false;       ///< the list was clicked last, not the view
     int m_nViewID;
 };

@@ -67,6 +67,8 @@ private Q_SLOTS:
     {
         const SCentre c;
         QVERIFY(!c.pCtrl->GetOptions().bReaderByContent);
+        QVERIFY(!c.pCtrl->GetOptions().bRestoreAfterCapture);
+        QVERIFY(!c.pCtrl->GetOptions().bProposeSaveName);
         QVERIFY(!c.pCtrl->GetOptions().bKeepOnFailedLoad);
     }
 

@@ -20,10 +20,11 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QMenu>
 #include <QStandardItemModel>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <QWindow>
-#include <set>
 
 using Vantor::Algorithms::CImage;
 using Vantor::Algorithms::EImageType;
@@ -206,50 +207,111 @@ private Q_SLOTS:
 
     void thereAreFifteenButtons() { QCOMPARE(SFixture().parts.Buttons().size(), 15); }
 
-    void buttonsKeepTheirSizeAndWrapWhereTheViewerIsNarrow_data()
+    void buttonsStandInOneRowAndThoseWithoutRoomInAMenu_data()
     {
         QTest::addColumn<int>("nWidth");
-        QTest::addColumn<int>("nMaxRows");
-        QTest::newRow("wide") << 800 << 1;
-        QTest::newRow("half") << 400 << 2;
-        QTest::newRow("narrow") << 260 << 3;
+        QTest::addColumn<int>("nShown");
+        QTest::newRow("wide") << 800 << 15;
+        QTest::newRow("room for all and no more") << 422 << 15; // the frame has a border
+        QTest::newRow("half") << 400 << 13;
+        QTest::newRow("narrow") << 200 << 6;
+        QTest::newRow("room for two") << 60 << 1;
     }
-    void buttonsKeepTheirSizeAndWrapWhereTheViewerIsNarrow()
+    void buttonsStandInOneRowAndThoseWithoutRoomInAMenu()
     {
         QFETCH(int, nWidth);
-        QFETCH(int, nMaxRows);
+        QFETCH(int, nShown);
         SFixture f;
         QVERIFY(f.Show());
         f.window.layout()->removeWidget(f.pViewer);
         f.pViewer->setGeometry(0, 40, nWidth, 400);
         QCOMPARE(f.pViewer->width(), nWidth);
         QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-        const QRect whole = f.pViewer->contentsRect();
-        const auto lstButtons = f.parts.Buttons();
-        std::set<int> setRows;
+        QWidgetList lstShown;
+        for (QPushButton* pButton : f.parts.Buttons())
+            if (pButton->isVisible())
+                lstShown << pButton;
+        QCOMPARE(lstShown.size(), nShown);
+        auto* pMore = f.pViewer->findChild<QToolButton*>();
+        QCOMPARE(pMore->isVisible(), nShown < 15);
+        if (pMore->isVisible())
+            lstShown << pMore;
         QRegion covered;
-        for (const QPushButton* pButton : lstButtons) {
+        for (const QWidget* pButton : lstShown) {
             const QRect rect(pButton->mapTo(f.pViewer, QPoint()), pButton->size());
             QCOMPARE(rect.size(), QSize(28, 28));
-            QVERIFY(whole.contains(rect));
+            QVERIFY(f.pViewer->contentsRect().contains(rect));
             QVERIFY(!covered.intersects(rect));
             covered += rect;
-            setRows.insert(rect.y());
         }
-        QCOMPARE(static_cast<int>(setRows.size()), nMaxRows);
-        const QRect view(f.pView2D->mapTo(f.pViewer, QPoint()), f.pView2D->size());
-        QVERIFY(!covered.intersects(view));
-        QVERIFY(view.height() > 250);
+        QCOMPARE(covered.boundingRect().height(), 28);
+        Q_EMIT pMore->menu()->aboutToShow();
+        QCOMPARE(pMore->menu()->actions().size(), 15 - nShown);
     }
 
-    void besideTheListAViewerCanBeAsNarrowAsAButtonAndItsCellCanVanish()
+    void anEntryOfTheMenuPressesItsButton()
     {
         SFixture f;
-        QVERIFY(f.parts.Splitter()->widget(1)->minimumSizeHint().width() <= 2 * 28);
+        QVERIFY(f.Show());
+        f.window.resize(150, 520);
+        auto* pMore = f.pViewer->findChild<QToolButton*>();
+        QTRY_VERIFY(pMore->isVisible());
+        const QSignalSpy spy(f.pViewer, &CImageViewer::signal_SaveFile);
+        Q_EMIT pMore->menu()->aboutToShow();
+        QAction* pLast = pMore->menu()->actions().constLast();
+        QCOMPARE(pLast->text(), f.parts.Button(QStringLiteral("save_file.png"))->toolTip());
+        pLast->trigger();
+        QCOMPARE(spy.count(), 1);
+        QTRY_VERIFY(f.pView2D->hasFocus());
+        f.tool.SetViewMode(EImageView2DMode_Panning);
+        Q_EMIT pMore->menu()->aboutToShow();
+        QStringList lstChecked;
+        for (const QAction* pEntry : pMore->menu()->actions())
+            if (pEntry->isChecked())
+                lstChecked << pEntry->text();
+        QCOMPARE(lstChecked, QStringList(QStringLiteral("Pan")));
+    }
+
+    void aViewerCanBeAsNarrowAsTwoButtonsAndItsCellCanVanish()
+    {
+        SFixture f;
+        QVERIFY(f.pViewer->minimumSizeHint().width() <= 2 * 28 + 2 * f.pViewer->frameWidth());
         QVERIFY(f.Show());
         f.window.layout()->removeWidget(f.pViewer);
         f.pViewer->setGeometry(0, 40, 0, 0);
         QCOMPARE(f.pViewer->size(), QSize(0, 0));
+    }
+
+    void inASmallViewerThePictureHasMostOfTheRoomUntilThePersonMovesTheSplitter()
+    {
+        SFixture f;
+        QVERIFY(f.Show());
+        f.window.layout()->removeWidget(f.pViewer);
+        f.pViewer->setGeometry(0, 40, 215, 190);
+        QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        const QSize view = f.pView2D->size();
+        QVERIFY2(view.width() * view.height() > 215 * 190 / 2, qPrintable(QString::number(view.width())));
+        QVERIFY(f.parts.List()->width() <= 215 / 5);
+        f.parts.Splitter()->setSizes({120, 90});
+        Q_EMIT f.parts.Splitter()->splitterMoved(120, 1);
+        f.pViewer->resize(230, 190);
+        QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        QVERIFY(f.parts.List()->width() > 100);
+    }
+
+    void theTitleCanBeReadOnADarkWindow()
+    {
+        const QPalette before = QApplication::palette();
+        QPalette dark = before;
+        dark.setColor(QPalette::Window, QColor(40, 40, 40));
+        QApplication::setPalette(dark);
+        SFixture f;
+        QVERIFY(f.Show());
+        const QImage seen = f.parts.Title()->grab().toImage();
+        QApplication::setPalette(before);
+        QCOMPARE(f.parts.Title()->styleSheet(), QStringLiteral("QLabel{color: green;}"));
+        const QColor ground = seen.pixelColor(0, 0);
+        QVERIFY2(ground.lightness() > 230, qPrintable(ground.name()));
     }
 
     void everyButtonHasAPictureAToolTipAnAccessibleNameAndItsSignal_data() { AddButtonRows(); }
@@ -589,6 +651,50 @@ private Q_SLOTS:
         QCOMPARE(spy.count(), 1);
         QCOMPARE(spy.at(0).at(0).toInt(), 1);
         QTRY_VERIFY(f.pView2D->hasFocus());
+    }
+
+    void afterAClickOnAThumbnailTheArrowKeysWalkInTheList()
+    {
+        SFixture f;
+        QVERIFY(f.Show());
+        f.images.SetImages({MakeTestImage(4, 4, 1), MakeTestImage(4, 4, 1), MakeTestImage(4, 4, 1)});
+        QObject::connect(f.pViewer, &CImageViewer::signal_SelectImage, &f.images,
+                         &CImageView2DModel::SetCurrentIndex);
+        QTest::mouseClick(f.pView2D, Qt::LeftButton);
+        QTRY_VERIFY(f.pView2D->hasFocus());
+        QTest::keyClick(f.pView2D, Qt::Key_Down);
+        QCOMPARE(f.images.GetCurrentIndex(), 0);
+        const QRect rect = f.parts.List()->visualRect(f.parts.List()->model()->index(1, 0));
+        QTest::mouseClick(f.parts.List()->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
+        QTRY_VERIFY(f.pView2D->hasFocus());
+        QCOMPARE(f.images.GetCurrentIndex(), 1);
+        QTest::keyClick(f.pView2D, Qt::Key_Down);
+        QCOMPARE(f.images.GetCurrentIndex(), 2);
+        QTest::keyClick(f.pView2D, Qt::Key_Home);
+        QCOMPARE(f.images.GetCurrentIndex(), 0);
+        QTest::mouseClick(f.pView2D, Qt::LeftButton);
+        QTest::keyClick(f.pView2D, Qt::Key_Down);
+        QCOMPARE(f.images.GetCurrentIndex(), 0);
+    }
+
+    void aThumbnailsToolTipIsTheWholeName()
+    {
+        SFixture f;
+        f.images.SetImages({MakeNamedImage(4, 4, 1, L"a photograph with a long name.png")});
+        QCOMPARE(f.parts.List()->model()->index(0, 0).data(Qt::ToolTipRole).toString(),
+                 QStringLiteral("a photograph with a long name.png"));
+    }
+
+    void aForgottenMousePositionEmptiesTheReadout()
+    {
+        SFixture f;
+        f.images.SetImages({MakeTestImage(4, 4, 1)});
+        f.images.SetMousePosition(QPointF(1, 2));
+        QVERIFY(f.parts.Status()->text().startsWith(QStringLiteral("[X=1; Y=2]")));
+        f.images.ForgetMousePosition();
+        QCOMPARE(f.parts.Status()->text(), QString());
+        f.images.SetMousePosition(QPointF(1, 2)); // the same place, known again
+        QVERIFY(f.parts.Status()->text().startsWith(QStringLiteral("[X=1; Y=2]")));
     }
 
     void theBlueBorderFollowsTheFocusOfTheFrame()

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// What CMainWindow does with files: from the command line, dropped, and what is to be said of them.
+#include "CMainWindow.h"
+
+#include "CActionTable.h"
+#include "CMessageBar.h"
+#include "CRecentFiles.h"
+#include "LibraryTexts.h"
+#include "Viewers.h"
+
+#include <Vantor/image/CImage.h>
+#include <VantorCommon/shell/center/CCenterModel.h>
+#include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
+
+#include <QDir>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QStatusBar>
+#include <QUrl>
+#include <algorithm>
+#include <cstdio>
+
+namespace
+{
+constexpr int kMessageMs = 5000;
+
+/// The smallest grid with a viewer for each file; more files than viewers are the list of one. Empty for
+/// none.
+QString LayoutFor(int nFiles)
+{
+    if (nFiles == 0)
+        return QString();
+    if (nFiles == 2)
+        return QStringLiteral("2x1");
+    return nFiles == 3 || nFiles == 4 ? QStringLiteral("2x2") : QStringLiteral("1x1");
+}
+} // namespace
+
+int CMainWindow::OpenFiles(const QStringList& lstFiles, const QString& strLayout)
+{
+    ChangeLayout(strLayout.isEmpty() ? LayoutFor(lstFiles.size()) : strLayout);
+    QObject watch;
+    std::vector<int> vctCounts;
+    for (const SViewer& viewer : m_pViewers->All()) {
+        connect(viewer.Ctrl2D(), &CImageView2DCtrl::signal_Failed, &watch, [](const QString& strMessage) {
+            std::fprintf(stderr, "vantor-viewer: %s\n", qPrintable(strMessage));
+        });
+        vctCounts.push_back(viewer.Ctrl2D()->GetImageModel()->GetImageCount());
+    }
+    const int nViewers = std::max(1, m_pModel->GetColumn() * m_pModel->GetRow());
+    int nOpened = 0;
+    for (int i = 0; i < lstFiles.size(); ++i)
+        if (OpenIn(static_cast<std::size_t>(i % nViewers), lstFiles[i]))
+            ++nOpened;
+    // Each viewer begins with its first file, not with the one that came last.
+    for (std::size_t i = 0; i < vctCounts.size(); ++i)
+        m_pViewers->All()[i].Ctrl2D()->GetImageModel()->SetCurrentIndex(vctCounts[i]);
+    m_pActions->Update();
+    return nOpened;
+}
+
+bool CMainWindow::OpenIn(std::size_t nViewer, const QString& strFile)
+{
+    const SViewer& viewer = m_pViewers->All()[nViewer];
+    const unsigned int nBefore = viewer.pCtrl->GetImageID();
+    if (viewer.HasImage())
+        viewer.pCtrl->AddImage(strFile);
+    else
+        viewer.pCtrl->LoadFile(strFile);
+    return viewer.pCtrl->GetImageID() != nBefore;
+}
+
+void CMainWindow::OpenInActive(const QString& strFile)
+{
+    m_pViewers->Active().pCtrl->LoadFile(strFile);
+}
+
+void CMainWindow::ConnectFiles(const SViewer& viewer)
+{
+    CImageView2DCtrl* pCtrl = viewer.Ctrl2D();
+    connect(viewer.pCtrl, &CImageViewerCtrl::signal_Failed, m_pMessages,
+            [this](const QString& strMessage) { m_pMessages->Tell(LibraryTexts::Failure(strMessage)); });
+    connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, m_pRecent, &CRecentFiles::Add);
+    connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, this, [this, pCtrl](const QString& strPath) {
+        m_pMessages->ForgetAbout(strPath);
+        TellNotes(strPath, *pCtrl);
+    });
+    connect(pCtrl, &CImageView2DCtrl::signal_FileSaved, this, [this](const QString& strPath) {
+        m_pMessages->ForgetAbout(strPath);
+        m_pMessages->ForgetOld();
+        statusBar()->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(strPath)), kMessageMs);
+    });
+}
+
+/// What is to be known of a file although it could be opened.
+void CMainWindow::TellNotes(const QString& strPath, const CImageView2DCtrl& ctrl)
+{
+    const auto pImage = ctrl.GetCurrentImgage();
+    if (!pImage)
+        return;
+    for (const std::string& strNote : pImage->GetNotes())
+        m_pMessages->Tell(QStringLiteral("%1: %2").arg(
+            QFileInfo(strPath).fileName(), LibraryTexts::Sentence(QString::fromStdString(strNote))));
+}
+
+/// Files may be dropped anywhere: what no viewer takes comes here and goes to the active one.
+void CMainWindow::dragEnterEvent(QDragEnterEvent* pEvent)
+{
+    if (pEvent->mimeData()->hasUrls())
+        pEvent->acceptProposedAction();
+}
+
+void CMainWindow::dropEvent(QDropEvent* pEvent)
+{
+    for (const QUrl& url : pEvent->mimeData()->urls())
+        m_pViewers->Active().pCtrl->AddImage(url.toLocalFile());
+    pEvent->acceptProposedAction();
+}

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include "LibraryTexts.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+#include <algorithm>
+#include <vector>
+
+namespace
+{
+constexpr const char* kContext = "LibraryTexts";
+
+/// What could not be done, with the file.
+const char* const kFailures[] = {
+    QT_TRANSLATE_NOOP("LibraryTexts", "Cannot load image %1."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Cannot load pdf file %1."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Cannot load all of pdf file %1."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Cannot save image %1."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Cannot paste %1."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Cannot rotate the image."),
+};
+
+/// Reasons and notes.
+const char* const kSentences[] = {
+    QT_TRANSLATE_NOOP("LibraryTexts", "There is no such file."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "It is not a regular file."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Reading the file is not permitted."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The file cannot be opened: %1."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The file is empty."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "It is not an image in BMP, JPEG, PNG, GIF or TIFF format."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The %1 file is damaged, too large or of an unsupported kind."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The %1 file is too short for the size that it claims."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The picture of the %1 file is empty or larger than the limit."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "There is not enough memory for the image."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "There is not enough memory for the copy."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "There is not enough memory for the filter."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "There is not enough memory for the rotated image."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "There is not enough memory to save the image."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Out of memory."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The rotated image would be too large."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The name must end in bmp, jpg, jpeg, png, tif, tiff or gif."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Only images of 8 bits per channel can be saved."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Only images of 8 bits per channel can be filtered."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The file or its folder cannot be written."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The file could not be written whole."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The file is missing, no regular file, or must not be read."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The document is too large for the memory."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The document needs a password."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The password is wrong."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "It is not a PDF document with pages, or it is damaged."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Page %1 of %2 cannot be rendered."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "No source viewer is chosen."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The source viewer shows no image."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "No language was selected."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The OCR engine cannot use the language data."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The region is too large for the OCR engine."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "There is not enough memory for the OCR engine."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The OCR engine failed."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The file is incomplete: %1 of %2 rows are missing or cut short."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The file is incomplete: %1 pixels of the picture are missing."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The file is incomplete: the picture is missing from row %1 on."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The file is incomplete: %1"),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The file has a flaw: %1"),
+    QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of at least %1 frames."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of %1 frames."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of more than %1 pages."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of %1 pages."),
+};
+
+/// An expression for a whole text, "%1" and the like standing for anything.
+QRegularExpression ExpressionFor(const char* pEnglish)
+{
+    QString strPattern = QRegularExpression::escape(QLatin1String(pEnglish));
+    strPattern.replace(QRegularExpression(QStringLiteral(R"(\\%\d)")), QStringLiteral("(.+)"));
+    return QRegularExpression(QRegularExpression::anchoredPattern(strPattern),
+                              QRegularExpression::DotMatchesEverythingOption);
+}
+
+/// The texts of a table that can be found in others.
+class CTable
+{
+public:
+    template <std::size_t n> explicit CTable(const char* const (&arrTexts)[n])
+    {
+        for (const char* pEnglish : arrTexts)
+            m_vctRows.push_back({pEnglish, ExpressionFor(pEnglish)});
+    }
+
+    /// Null when the text is none of the table.
+    QString Translate(const QString& strText) const
+    {
+        for (const SRow& row : m_vctRows) {
+            const QRegularExpressionMatch match = row.expression.match(strText);
+            if (!match.hasMatch())
+                continue;
+            const QString strOwn = QCoreApplication::translate(kContext, row.pEnglish);
+            switch (match.lastCapturedIndex()) {
+            case 0:
+                return strOwn;
+            case 1:
+                return strOwn.arg(match.captured(1));
+            default:
+                return strOwn.arg(match.captured(1), match.captured(2)); // at once: a name may hold a "%2"
+            }
+        }
+        return QString();
+    }
+
+private:
+    struct SRow {
+        const char* pEnglish;
+        QRegularExpression expression;
+    };
+    std::vector<SRow> m_vctRows;
+};
+
+const CTable& Failures()
+{
+    static const CTable table(kFailures);
+    return table;
+}
+
+const CTable& Sentences()
+{
+    static const CTable table(kSentences);
+    return table;
+}
+} // namespace
+
+QString LibraryTexts::Sentence(const QString& strSentence)
+{
+    const QString strOwn = Sentences().Translate(strSentence);
+    return strOwn.isNull() ? strSentence : strOwn;
+}
+
+/// A name may hold anything, also ". ", so every place that may part the two is tried, from the front: the
+/// reason of a known kind that is longest.
+QString LibraryTexts::Failure(const QString& strMessage)
+{
+    const QString strBreak = QStringLiteral(". ");
+    int nLast = -1;
+    for (int i = strMessage.indexOf(strBreak); i >= 0; i = strMessage.indexOf(strBreak, i + 1)) {
+        const QString strReason = Sentences().Translate(strMessage.mid(i + 2));
+        const QString strFailure =
+            strReason.isNull() ? QString() : Failures().Translate(strMessage.left(i + 1));
+        if (!strFailure.isNull())
+            return strFailure + QLatin1Char(' ') + strReason;
+        nLast = i;
+    }
+    if (nLast < 0)
+        return strMessage;
+    // An unknown reason: the first half alone, to where most reasons of one sentence begin.
+    const QString strFailure = Failures().Translate(strMessage.left(nLast + 1));
+    return strFailure.isNull() ? strMessage : strFailure + strMessage.mid(nLast + 1);
+}

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+class QMenu;
+class QPushButton;
+class QToolButton;
+
+/// Buttons in one row. Those that have no room are entries of a menu behind a last button.
+class CButtonRow : public QWidget
+{
+public:
+    explicit CButtonRow(QWidget* pParent);
+
+    /// Appends a button of fixed size, all of one size; the row owns it. Its entry bears its tool tip and its
+    /// icon, and presses it.
+    void Add(QPushButton* pButton);
+
+    /// Room for all.
+    QSize sizeHint() const override;
+    /// Room for one, and for the menu of the others.
+    QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* pEvent) override;
+
+private:
+    void Place(QWidget* pWidget, int nPlace);
+    void FillMenu();
+
+    std::vector<QPushButton*> m_vctButtons;
+    QToolButton* m_pMore;
+    QMenu* m_pMenu;
+};

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// The list of thumbnails of CImageViewer.
+#include <VantorCommon/shell/viewer/CImageViewer.h>
+
+#include <Vantor/image/CImage.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
+#include <VantorCommon/view2d/CUtilManager.h>
+#include <VantorCommon/view2d/Saturate_p.h>
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QListView>
+#include <QSplitter>
+#include <QStandardItemModel>
+
+using Vantor::Algorithms::CImage;
+
+namespace
+{
+constexpr int kSideListWidth = 90;
+constexpr int kSideListShare = 5; // and at most one of so many parts of the viewer's width
+/// A thumbnail is first picked from the image at this many times its size, then smoothed: quick and fine.
+constexpr int kThumbnailOversampling = 4;
+/// A very tall image is shown narrower than the list instead of filling the memory.
+constexpr int kMaxThumbnailHeight = 4096;
+/// The image's index, beside which row it stands in: images that cannot be shown have no row.
+constexpr int kImageIndexRole = Qt::UserRole + 1;
+
+/// The image scaled to a width, in pixels of the screen and of its own. Null when it cannot be shown.
+QImage MakeThumbnail(CImage* pImage, int nWidth, double dblPixelRatio)
+{
+    QImage view;
+    if (!CUtilManager::ConvertImage(pImage, view, false))
+        return QImage();
+    double dblHeight = double(view.height()) * nWidth / view.width();
+    double dblWidth = nWidth;
+    if (dblHeight > kMaxThumbnailHeight) {
+        dblWidth *= kMaxThumbnailHeight / dblHeight;
+        dblHeight = kMaxThumbnailHeight;
+    }
+    const QSize logical(std::max(1, RoundToInt(dblWidth)), std::max(1, RoundToInt(dblHeight)));
+    const QSize size = logical * dblPixelRatio;
+    const QSize coarse = size * kThumbnailOversampling;
+    if (view.width() > coarse.width() && view.height() > coarse.height())
+        view = view.scaled(coarse);
+    QImage thumbnail = view.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).copy();
+    thumbnail.setDevicePixelRatio(dblPixelRatio);
+    return thumbnail;
+}
+} // namespace
+
+void CImageViewer::CreateSideList()
+{
+    m_pSideModel = new QStandardItemModel(this);
+    m_pSideList = new QListView(this);
+    m_pSideList->setModel(m_pSideModel);
+    m_pSideList->setViewMode(QListView::IconMode);
+    m_pSideList->setFlow(QListView::TopToBottom);
+    m_pSideList->setWrapping(false);
+    m_pSideList->setMovement(QListView::Static);
+    m_pSideList->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_pSideList->setFocusPolicy(Qt::NoFocus);
+    m_pSideList->setAccessibleName(QStringLiteral("Images"));
+    m_pSideList->setMinimumWidth(1); // as narrow as one likes
+    // A bar that came and went with the height of the thumbnails would change their width each time.
+    m_pSideList->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    m_pSideList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_pSideList->viewport()->installEventFilter(this);
+    // White pages stand out from it.
+    m_pSideList->viewport()->setBackgroundRole(QPalette::Mid);
+    connect(m_pSideList->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &CImageViewer::slot_CurrentChanged);
+}
+
+/// Narrow in a narrow viewer, until somebody has chosen a width.
+void CImageViewer::FitSideList()
+{
+    const int nWidth = std::min(kSideListWidth, width() / kSideListShare);
+    if (m_bListWidthChosen || nWidth == m_nListWidth)
+        return;
+    m_nListWidth = nWidth;
+    m_pSplitter->setSizes({nWidth, std::max(1, m_pSplitter->width() - nWidth)});
+}
+
+/// The view keeps the keyboard, for undo and the like; the keys that walk in a list walk in this one.
+void CImageViewer::StepInList(QKeyEvent& event)
+{
+    switch (event.key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        QCoreApplication::sendEvent(m_pSideList, &event);
+        break;
+    default:
+        break;
+    }
+}
+
+void CImageViewer::RenewThumbnail(int nIndex, CImage* pImage)
+{
+    for (int i = 0; i < m_pSideModel->rowCount(); ++i)
+        if (m_pSideModel->item(i)->data(kImageIndexRole) == nIndex)
+            SetThumbnail(m_pSideModel->item(i), pImage);
+    Q_EMIT m_pSideModel->layoutChanged();
+}
+
+/// The width of the list, which is nothing while the list is folded away; its items are kept all the same.
+int CImageViewer::ThumbnailWidth() const
+{
+    return std::max(1, m_pSideList->viewport()->rect().width());
+}
+
+bool CImageViewer::SetThumbnail(QStandardItem* pItem, CImage* pImage)
+{
+    const QImage thumbnail = MakeThumbnail(pImage, ThumbnailWidth(), m_pSideList->devicePixelRatioF());
+    if (thumbnail.isNull())
+        return false;
+    pItem->setData(QPixmap::fromImage(thumbnail), Qt::DecorationRole);
+    return true;
+}
+
+/// The item of an image, null when it cannot be shown.
+QStandardItem* CImageViewer::CreateSideItem(int nIndex)
+{
+    const auto pImage = m_pImageModel->GetImage(nIndex);
+    auto pItem = std::make_unique<QStandardItem>();
+    if (!pImage || !SetThumbnail(pItem.get(), pImage.get()))
+        return nullptr;
+    const QString strName = QString::fromStdWString(pImage->GetName());
+    pItem->setText(QString::asprintf("%d. ", nIndex + 1) + strName);
+    pItem->setToolTip(strName);
+    pItem->setData(nIndex, kImageIndexRole);
+    return pItem.release();
+}
+
+void CImageViewer::UpdateSideView()
+{
+    m_pSideModel->clear();
+    if (!m_pImageModel)
+        return;
+    for (int i = 0; i < m_pImageModel->GetImageCount(); ++i)
+        if (QStandardItem* pItem = CreateSideItem(i))
+            m_pSideModel->appendRow(pItem);
+    slot_ChangeCurrentIndex();
+}
+
+void CImageViewer::ResizeSideView()
+{
+    if (!m_pImageModel)
+        return;
+    const int nWidth = qRound(ThumbnailWidth() * m_pSideList->devicePixelRatioF());
+    for (int i = 0; i < m_pSideModel->rowCount(); ++i) {
+        QStandardItem* pItem = m_pSideModel->item(i);
+        const auto pImage = m_pImageModel->GetImage(pItem->data(kImageIndexRole).toInt());
+        const auto thumbnail = pItem->data(Qt::DecorationRole).value<QPixmap>();
+        if (pImage && thumbnail.width() != nWidth)
+            SetThumbnail(pItem, pImage.get());
+    }
+}
+
+void CImageViewer::slot_ChangeImageList()
+{
+    UpdateSideView();
+}
+
+void CImageViewer::slot_ChangeCurrentIndex()
+{
+    if (m_pImageModel)
+        m_pSideList->setCurrentIndex(m_pSideModel->index(m_pImageModel->GetCurrentIndex(), 0));
+}
+
+void CImageViewer::slot_CurrentChanged(const QModelIndex& current, const QModelIndex&)
+{
+    Q_EMIT signal_SelectImage(current.row());
+}
