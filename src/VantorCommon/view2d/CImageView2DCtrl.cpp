@@ -118,6 +118,8 @@ void CImageView2DCtrl::CreatePanels()
             &CImageView2DCtrl::slot_SelectROIEllipse);
     connect(pToolView, &CImageView2DToolView::signal_ROIPolygonSelected, this,
             &CImageView2DCtrl::slot_SelectROIPolygon);
+    connect(pToolView, &CImageView2DToolView::signal_ShapeSelected, this,
+            &CImageView2DCtrl::slot_SelectShape);
 
     auto* pPage = new CViewParameterView(nullptr);
     m_pPropertyPanel = pPage;
@@ -428,6 +430,11 @@ CImageView2DGeometryModel* CImageView2DCtrl::GetGeometryModel() const
     return m_pGeometryModel;
 }
 
+int CImageView2DCtrl::Mode() const
+{
+    return m_pToolModel ? m_pToolModel->GetViewMode() : EImageView2DMode_Selecting;
+}
+
 void CImageView2DCtrl::SetMode(int nMode)
 {
     if (m_pToolModel)
@@ -467,4 +474,9 @@ void CImageView2DCtrl::slot_SelectROIPolygon()
 void CImageView2DCtrl::slot_DrawRuler()
 {
     SetMode(EImageView2DMode_Drawing_Line);
+}
+
+void CImageView2DCtrl::slot_SelectShape(int nMode)
+{
+    SetMode(nMode);
 }

@@ -204,6 +204,8 @@ public Q_SLOTS:
     void slot_SelectROICircle();
     void slot_SelectROIPolygon();
     void slot_DrawRuler();
+    /// The mode in which a kind of ShapeKinds is drawn.
+    void slot_SelectShape(int nMode);
     /// @}
 
     /// @{
@@ -227,6 +229,14 @@ public Q_SLOTS:
     void slot_DrawPolygonDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_DrawPolygonWaiting(QPointF& point);
     void slot_DrawPolygonEnd(QPointF& pointStart, QPointF& pointEnd);
+    /// @}
+    /// @{
+    /// The same for the kind that is drawn in the tool model's mode; what clicks draw is closed as a polygon
+    /// is.
+    void slot_DrawShapeStart(QPointF& pointStart);
+    void slot_DrawShapeDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawShapeWaiting(QPointF& point);
+    void slot_DrawShapeEnd(QPointF& pointStart, QPointF& pointEnd);
     /// @}
 
     /// Looks for a handle of any annotation within HandleTolerance; the cursor tells.
@@ -274,10 +284,13 @@ private:
     void CreateSnipTool();
     void ConnectView();
     void ConnectGestures();
-    void StartDrawing();
+    void StartShape(int nMode, const QPointF& point);
+    void DoShape(int nMode, const QPointF& start, const QPointF& current);
+    void EndShape(int nMode, const QPointF& start, const QPointF& end);
     /// Ends a drag in progress and takes back what it has changed; a polygon in progress stays.
     void Interrupt();
     void PutIntoDock(QScrollArea* pDock, QWidget* pPanel);
+    int Mode() const;
     void SetMode(int nMode);
     bool IsDocument(const QString& strPath) const;
     std::vector<ImagePtr> LoadAny(const QString& strPath);

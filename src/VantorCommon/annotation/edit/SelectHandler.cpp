@@ -7,9 +7,8 @@
 #include <VantorCommon/annotation/command/CImageView2DCommandDeleteGeometry.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandMoveGeometry.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandResizeGeometry.h>
-#include <VantorCommon/annotation/edit/DrawHandler_p.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
-#include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
@@ -18,7 +17,6 @@
 #include <unordered_set>
 #include <utility>
 
-using Vantor::Geometry::CGeometry;
 using Vantor::Geometry::CPoint;
 using Vantor::Geometry::CRectangle;
 
@@ -36,18 +34,12 @@ void RefreshOffset(const ObjectPtr& pObject, const QPointF& point)
     pObject->SetMouseOffset(point - pObject->GetBoundary().topLeft());
 }
 
-std::shared_ptr<CGeometry> CloneShape(const ObjectPtr& pObject)
-{
-    const auto pShape = std::dynamic_pointer_cast<CImageView2DDrawableGeometry>(pObject);
-    return pShape && pShape->GetData() ? pShape->GetData()->Clone() : nullptr;
-}
-
-/// Texts have no place that could be caught.
+/// A text without letters has no place that could be caught.
 bool IsCaught(const CRectangle& band, const ObjectPtr& pObject)
 {
-    if (pObject->GetType() == EImageView2DDrawbleObjectType_Text)
-        return false;
     const QRectF box = pObject->GetBoundary();
+    if (pObject->GetType() == EImageView2DDrawbleObjectType_Text && box.isNull())
+        return false;
     const QPointF corners[] = {box.topLeft(), box.topRight(), box.bottomRight(), box.bottomLeft()};
     return std::any_of(std::begin(corners), std::end(corners), [&](const QPointF& corner) {
         return band.Contains(CPoint<double>(corner.x(), corner.y()));
@@ -128,7 +120,7 @@ bool CSelectHandler::TakeHandle(const QPointF& point)
         pObject->SetSelected(true);
         m_ptResizeOffset = point - handle;
         m_ptHandle = handle;
-        m_vctDragged.push_back(SDragged{pObject, CloneShape(pObject)});
+        m_vctDragged.push_back(SDragged{pObject, pObject->CloneShape()});
         return true;
     }
     return false;
@@ -149,7 +141,7 @@ void CSelectHandler::KeepSelected()
 {
     for (const ObjectPtr& pObject : m_context.pModel->GetObjects())
         if (pObject->GetSelected())
-            m_vctDragged.push_back(SDragged{pObject, CloneShape(pObject)});
+            m_vctDragged.push_back(SDragged{pObject, pObject->CloneShape()});
 }
 
 void CSelectHandler::MoveSelected(const QPointF& current)
@@ -162,12 +154,13 @@ void CSelectHandler::MoveSelected(const QPointF& current)
 
 void CSelectHandler::Band(const QPointF& start, const QPointF& current)
 {
-    const auto pBand = CDrawHandler::MakeRectangle(start, current);
+    const auto pRectangle =
+        std::make_shared<CRectangle>(start.x(), start.y(), current.x() - start.x(), current.y() - start.y());
+    const auto pBand = ShapeKinds::Wrap(pRectangle);
     pBand->SetDisplayName(false);
     m_bBand = true;
     m_context.pModel->ClearObjectDrawing();
     m_context.pModel->AddObjectDrawing(pBand);
-    const auto pRectangle = std::dynamic_pointer_cast<CRectangle>(pBand->GetData());
     for (const ObjectPtr& pObject : m_context.pModel->GetObjects())
         if (!pObject->GetSelected() && IsCaught(*pRectangle, pObject)) {
             pObject->SetSelected(true);
@@ -260,7 +253,6 @@ void CSelectHandler::Leave()
 
 void CSelectHandler::TakeBack(const SDragged& dragged)
 {
-    const auto pShape = std::dynamic_pointer_cast<CImageView2DDrawableGeometry>(dragged.pObject);
-    if (pShape && dragged.pBefore)
-        pShape->ChangeData(dragged.pBefore);
+    if (dragged.pBefore)
+        dragged.pObject->RestoreShape(*dragged.pBefore);
 }
