@@ -17,13 +17,15 @@ class CPointList;
 
 /// The kinds of geometry; the values are part of the interface.
 enum EGeometryType : int {
-    EGeometryType_Point = 0,        ///< CPoint
-    EGeometryType_Line = 1,         ///< CLine
-    EGeometryType_Rectangle = 2,    ///< CRectangle
-    EGeometryType_Circle = 3,       ///< CCircle
-    EGeometryType_Ellipse = 4,      ///< CEllipse
-    EGeometryType_Polygon = 6,      ///< CPolygon; 5 stands for nothing
-    EGeometryType_GeometryArray = 7 ///< CGeometryArray
+    EGeometryType_Point = 0,         ///< CPoint
+    EGeometryType_Line = 1,          ///< CLine
+    EGeometryType_Rectangle = 2,     ///< CRectangle
+    EGeometryType_Circle = 3,        ///< CCircle
+    EGeometryType_Ellipse = 4,       ///< CEllipse
+    EGeometryType_Polygon = 6,       ///< CPolygon; 5 stands for nothing
+    EGeometryType_GeometryArray = 7, ///< CGeometryArray
+    EGeometryType_Arrow = 8,         ///< CArrow
+    EGeometryType_Host = 1000        ///< this and all above are for hosts' own classes
 };
 
 /// A run of pixels of one row: columns nBegin to nEnd - 1 of row nRow.
@@ -93,6 +95,9 @@ public:
     /// The base asks Contains for every centre within the bounding rectangle.
     virtual std::vector<SPixelRun> GetPixelRuns(int width, int height) const;
 
+    /// A deep copy.
+    virtual std::shared_ptr<CGeometry> Clone() const = 0;
+
     /// Moves the handle that equals the point exactly, and reshapes the shape by that; of several that
     /// coincide the first. The base has no handles to move.
     /// @return whether there was one
@@ -105,9 +110,6 @@ public:
 
     /// Whether a painter surrounds the shape by its bounding rectangle, too; true in the base.
     virtual bool HasFrame() const { return true; }
-
-    /// A deep copy.
-    virtual std::shared_ptr<CGeometry> Clone() const = 0;
 
 protected:
     CGeometry() = default;
