@@ -19,14 +19,18 @@ class CImageView2D;
 class CImageView2DDrawableGeometry;
 class CImageView2DDrawableObject;
 class CImageView2DGeometryModel;
+class CImageView2DGeometryPropertyView;
 class CImageView2DModel;
 class CImageView2DToolModel;
+class CImageView2DToolView;
 class CPropertyDockView;
 class CSelectHandler;
 class CSnipToolCtrl;
 class CSnipToolModel;
 class CStatusBarDockView;
+class CTextHandler;
 class CToolBoxDockView;
+class QMouseEvent;
 class QScrollArea;
 class QWidget;
 struct SEditContext;
@@ -73,7 +77,7 @@ public:
     /// @}
 
     /// The options of the centre; all off at first. They hold from the next operation on.
-    void SetOptions(const SCenterOptions& sOptions) { m_sOptions = sOptions; }
+    void SetOptions(const SCenterOptions& sOptions);
 
     /// Loads an image or the pages of a PDF document and shows them in place of the list; annotations go.
     /// What cannot be loaded is logged and changes nothing. Deliberate: a document is told by "pdf" or "PDF"
@@ -276,14 +280,16 @@ Q_SIGNALS:
     /// @}
 
 protected:
-    /// Watches the view for what ends a gesture without a release.
+    /// Watches the view for what ends a gesture without a release, and for a double click on a text.
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
 private:
     void CreatePanels();
+    void CreatePropertyPanel();
     void CreateSnipTool();
     void ConnectView();
     void ConnectGestures();
+    bool EditTextAt(const QMouseEvent& event);
     void StartShape(int nMode, const QPointF& point);
     void DoShape(int nMode, const QPointF& start, const QPointF& current);
     void EndShape(int nMode, const QPointF& start, const QPointF& end);
@@ -308,8 +314,9 @@ private:
     QPointer<CToolBoxDockView> m_pToolBoxDockView;
     QPointer<CPropertyDockView> m_pPropertyDockView;
     QPointer<CStatusBarDockView> m_pStatusBarDockView;
-    QPointer<QWidget> m_pToolPanel;
+    QPointer<CImageView2DToolView> m_pToolPanel;
     QPointer<QWidget> m_pPropertyPanel;
+    QPointer<CImageView2DGeometryPropertyView> m_pPropertyView;
     QPointer<QWidget> m_pStatusPanel;
     QPointer<QWidget> m_pSnipTool;
     std::unique_ptr<CSnipToolModel> m_pSnipToolModel;
@@ -318,5 +325,6 @@ private:
     std::unique_ptr<SEditContext> m_pEdit;
     std::unique_ptr<CDrawHandler> m_pDraw;
     std::unique_ptr<CSelectHandler> m_pSelect;
+    std::unique_ptr<CTextHandler> m_pText;
     SCenterOptions m_sOptions;
 };

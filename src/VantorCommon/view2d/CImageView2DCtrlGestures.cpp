@@ -6,6 +6,7 @@
 
 #include <VantorCommon/annotation/edit/DrawHandler_p.h>
 #include <VantorCommon/annotation/edit/SelectHandler_p.h>
+#include <VantorCommon/annotation/edit/TextHandler_p.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/view2d/CImageView2D.h>
@@ -55,12 +56,21 @@ bool CImageView2DCtrl::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
     // Null for the last events of a view, which come when only the QWidget in it is left.
     auto* pView = qobject_cast<CImageView2D*>(pWatched);
+    if (pView && pEvent->type() == QEvent::MouseButtonDblClick &&
+        EditTextAt(*static_cast<QMouseEvent*>(pEvent)))
+        return true;
     const bool bEnded = pView && ((pEvent->type() == QEvent::Hide && pView->CancelDrag()) ||
                                   (pEvent->type() == QEvent::MouseMove &&
                                    pView->CancelLostDrag(static_cast<QMouseEvent*>(pEvent)->buttons())));
     if (bEnded)
         Interrupt();
     return CBaseCtrl::eventFilter(pWatched, pEvent);
+}
+
+bool CImageView2DCtrl::EditTextAt(const QMouseEvent& event)
+{
+    return event.button() == Qt::LeftButton && Mode() == EImageView2DMode_Selecting &&
+           m_pText->BeginAt(m_pView->MapToImage(event.localPos()));
 }
 
 void CImageView2DCtrl::Interrupt()

@@ -7,10 +7,11 @@
 #include <Vantor/geometry/CRectangle.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
-#include <VantorCommon/annotation/object/ShapeKinds.h>
+#include <VantorCommon/annotation/object/ObjectLook_p.h>
 
 #include <QPainter>
 #include <QPolygonF>
+#include <algorithm>
 
 using namespace Vantor::Geometry;
 
@@ -22,10 +23,6 @@ constexpr double kOutlineMargin = 8.0;
 /// More than the height of a label and than the width of any of its letters, in widget pixels.
 constexpr double kLabelHeight = 64.0;
 
-const QColor kSelectedColor(255, 0, 0, 255);
-const QColor kSelectedFill(255, 0, 0, 50);
-const QColor kColor(0, 255, 0, 255);
-const QColor kFill(0, 255, 0, 50);
 const QColor kBoxColor(100, 100, 100, 255);
 const QColor kLabelColor(255, 255, 255, 255);
 const QColor kLabelBackground(10, 10, 10, 255);
@@ -38,6 +35,14 @@ QFont LabelFont()
 QPen OutlinePen(const QColor& color, double dblWidth, Qt::PenStyle style = Qt::SolidLine)
 {
     return QPen(QBrush(color, Qt::SolidPattern), dblWidth, style, Qt::SquareCap, Qt::BevelJoin);
+}
+
+/// A pen of an object's own: its width counts widget pixels, of which s image pixels are one.
+QPen OwnPen(const CImageView2DDrawableObject& object, double s)
+{
+    QPen pen = object.GetPen();
+    pen.setWidthF(std::max(1.0, pen.widthF()) * s);
+    return pen;
 }
 
 void DrawDot(QPainter& painter, double x, double y, double r)
@@ -131,6 +136,12 @@ std::vector<std::shared_ptr<CImageView2DDrawableObject>> CImageView2DDrawableWid
     return m_vctObjects;
 }
 
+void CImageView2DDrawableWidget::SetOwnColors(bool bOwn)
+{
+    m_bOwnColors = bOwn;
+    update();
+}
+
 void CImageView2DDrawableWidget::Paint(QPainter&)
 {
 }
@@ -218,7 +229,7 @@ bool CImageView2DDrawableWidget::MayBeSeen(const CImageView2DDrawableObject& obj
     if (!m_rectWindow.topLeft().isNull())
         return true;
     const QRectF box = MapToWidget(object.GetBoundary());
-    const double dblMargin = kOutlineMargin + kLabelHeight;
+    const double dblMargin = kOutlineMargin + kLabelHeight + object.GetPen().widthF();
     if (box.bottom() < -dblMargin || box.top() > height() + dblMargin || box.left() > width() + dblMargin)
         return false;
     // A label begins in the box and runs to the right.
@@ -231,48 +242,51 @@ void CImageView2DDrawableWidget::InternalDrawObject(QPainter* pPainter,
     if (!pPainter || !pObject || !HasMapping() || !MayBeSeen(*pObject))
         return;
     const double s = double(m_rectWindow.width()) / m_rectViewPort.width();
-    if (const auto* pShape = dynamic_cast<CImageView2DDrawableGeometry*>(pObject.get()))
-        DrawShape(*pPainter, *pShape, s);
+    const bool bSelected = pObject->GetSelected();
+    const QPen pen = OutlinePen(bSelected ? ObjectLook::kSelectedColor : ObjectLook::kColor, s);
+    QBrush brush(Qt::NoBrush);
+    if (ShapeKinds::IsRegion(*pObject))
+        brush = QBrush(bSelected ? ObjectLook::kSelectedFill : ObjectLook::kFill, Qt::SolidPattern);
+    const bool bOwn = m_bOwnColors && ObjectLook::IsOwn(*pObject);
+    pPainter->setPen(bOwn ? OwnPen(*pObject, s) : pen);
+    pPainter->setBrush(bOwn ? pObject->GetBrushFilled() : brush);
     pObject->PaintContents(*pPainter, s);
+    if (const auto* pShape = dynamic_cast<CImageView2DDrawableGeometry*>(pObject.get()))
+        DrawComposite(*pPainter, pShape->GetData().get(), s, pen, bOwn ? QBrush(Qt::NoBrush) : brush);
     const SObjectLabel label = pObject->GetLabel();
     if (!label.strText.isEmpty())
         InternalDrawText(pPainter, label.strText, label.ptAnchor, QPen(kLabelColor),
                          QBrush(kLabelBackground, Qt::SolidPattern), LabelFont());
 }
 
-/// Deliberate: the object's own pen and brush take no part; the colour tells the selection.
-void CImageView2DDrawableWidget::DrawShape(QPainter& painter, const CImageView2DDrawableGeometry& object,
-                                           double s)
-{
-    const bool bSelected = object.GetSelected();
-    painter.setPen(OutlinePen(bSelected ? kSelectedColor : kColor, s));
-    if (ShapeKinds::IsRegion(object))
-        painter.setBrush(QBrush(bSelected ? kSelectedFill : kFill, Qt::SolidPattern));
-    else
-        painter.setBrush(Qt::NoBrush);
-    InternalDrawCompositeGeometry(&painter, object.GetData().get(), s);
-}
-
 void CImageView2DDrawableWidget::InternalDrawCompositeGeometry(QPainter* pPainter, CGeometry* pGeometry,
                                                                double s)
 {
-    if (!pPainter || !pGeometry)
-        return;
+    if (pPainter)
+        DrawComposite(*pPainter, pGeometry, s, pPainter->pen(), pPainter->brush());
+}
+
+/// The outline has the painter's pen and brush, the handles those that are given.
+void CImageView2DDrawableWidget::DrawComposite(QPainter& painter, const CGeometry* pGeometry, double s,
+                                               const QPen& penHandles, const QBrush& brushHandles)
+{
     CPointList outline;
     CPointList handles;
-    if (pGeometry->GetPoints(outline, handles) != 0)
+    if (!pGeometry || pGeometry->GetPoints(outline, handles) != 0)
         return;
     for (const SOutline& piece : pGeometry->GetOutline())
-        DrawPiece(*pPainter, piece, s);
+        DrawPiece(painter, piece, s);
+    painter.setPen(penHandles);
+    painter.setBrush(brushHandles);
     for (int i = 0; i < handles.Size(); ++i)
         if (const auto* pHandle = dynamic_cast<CPoint<double>*>(handles.At(i).get()))
-            DrawDot(*pPainter, pHandle->x(), pHandle->y(), kHandleRadius * s);
-    pPainter->setBrush(Qt::NoBrush);
+            DrawDot(painter, pHandle->x(), pHandle->y(), kHandleRadius * s);
+    painter.setBrush(Qt::NoBrush);
     if (!pGeometry->HasFrame())
         return;
     const CRectangle box = pGeometry->GetBoundingRectangle();
-    pPainter->setPen(OutlinePen(kBoxColor, s, Qt::DashLine));
-    pPainter->drawRect(QRectF(box.x(), box.y(), box.width(), box.height()));
+    painter.setPen(OutlinePen(kBoxColor, s, Qt::DashLine));
+    painter.drawRect(QRectF(box.x(), box.y(), box.width(), box.height()));
 }
 
 /// Deliberate: polygons are left out; a shape as a whole has them.

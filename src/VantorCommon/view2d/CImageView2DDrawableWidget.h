@@ -11,7 +11,6 @@
 #include <memory>
 #include <vector>
 
-class CImageView2DDrawableGeometry;
 class CImageView2DDrawableObject;
 class CImageView2DToolModel;
 class QBrush;
@@ -51,6 +50,10 @@ public:
     /// Paints what lies below the annotations; the painter is untransformed. Nothing here.
     virtual void Paint(QPainter& painter);
 
+    /// Whether objects that have a pen or a brush are painted by them, the width of the pen in widget pixels;
+    /// their handles tell the selection. Not at first.
+    void SetOwnColors(bool bOwn);
+
     /// @{
     /// Widget to image coordinates and back. With an empty viewport or window the result is zero.
     /// Deliberate: the window's origin takes no part; image coordinates count from its top-left corner.
@@ -71,7 +74,7 @@ protected:
     // The painter of all four maps the window to the viewport; nothing is painted without one.
 
     /// Draws a shape, green or, when it is selected, red, what else the object paints, and its label.
-    /// Deliberate: the object's own pen and brush take no part.
+    /// Deliberate: the object's own pen and brush take no part before SetOwnColors.
     void InternalDrawObject(QPainter* pPainter, std::shared_ptr<CImageView2DDrawableObject> pObject);
     /// Draws the outline of a shape with the painter's pen and brush, polygons left out; r is the radius of a
     /// dot, in image pixels.
@@ -95,10 +98,12 @@ protected:
 private:
     bool HasMapping() const;
     bool MayBeSeen(const CImageView2DDrawableObject& object) const;
-    void DrawShape(QPainter& painter, const CImageView2DDrawableGeometry& object, double s);
+    void DrawComposite(QPainter& painter, const Vantor::Geometry::CGeometry* pGeometry, double s,
+                       const QPen& penHandles, const QBrush& brushHandles);
 
     QRect m_rectViewPort;
     QRect m_rectWindow;
     QPointer<CImageView2DToolModel> m_pToolModel;
     std::vector<std::shared_ptr<CImageView2DDrawableObject>> m_vctObjects;
+    bool m_bOwnColors = false;
 };

@@ -6,6 +6,7 @@
 #include <VantorCommon/annotation/command/CImageView2DCommandAddGeometry.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableText.h>
 #include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
@@ -69,9 +70,14 @@ void CDrawHandler::End(const SShapeKind& kind, const QPointF& start, const QPoin
     if (kind.fromClicks)
         return EndEdge(end);
     m_bPreview = false;
-    Add(kind.fromDrag(start, end));
+    const std::shared_ptr<CImageView2DDrawableObject> pObject = kind.fromDrag(start, end);
+    const auto pText = std::dynamic_pointer_cast<CImageView2DDrawableText>(pObject);
+    if (!pText)
+        Add(pObject);
     m_context.ClearDrawing();
     ReturnToSelecting();
+    if (pText)
+        m_context.write(pText);
 }
 
 void CDrawHandler::AbandonDrag()

@@ -4,11 +4,12 @@
 
 #include <Vantor/geometry/CRectangle.h>
 #include <VantorCommon/annotation/command/CCommandArray.h>
+#include <VantorCommon/annotation/command/CCommandCall.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandDeleteGeometry.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandMoveGeometry.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandResizeGeometry.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
-#include <VantorCommon/annotation/object/ShapeKinds.h>
+#include <VantorCommon/annotation/object/ObjectLook_p.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
@@ -228,6 +229,31 @@ void CSelectHandler::DeleteSelected()
         if (!pObject->GetSelected())
             continue;
         pSteps->addCommand(new CImageView2DCommandDeleteGeometry(m_context.pCtrl, pObject));
+        bAny = true;
+    }
+    if (bAny)
+        m_context.execute(std::move(pSteps));
+}
+
+void CSelectHandler::ChangeLooks(const std::function<void(SObjectLook&)>& change)
+{
+    if (!m_context.IsComplete())
+        return;
+    const auto show = [](const ObjectPtr& pObject, const SObjectLook& look) {
+        return [=] {
+            pObject->SetPen(look.pen);
+            pObject->SetBrushFilled(look.brush);
+        };
+    };
+    auto pSteps = std::make_unique<CCommandArray>();
+    bool bAny = false;
+    for (const ObjectPtr& pObject : m_context.pModel->GetObjects()) {
+        SObjectLook look = ObjectLook::Of(*pObject);
+        change(look);
+        if (!pObject->GetSelected() || look == ObjectLook::Of(*pObject))
+            continue;
+        const SObjectLook before{pObject->GetPen(), pObject->GetBrushFilled()};
+        pSteps->addCommand(new CCommandCall(show(pObject, look), show(pObject, before)));
         bAny = true;
     }
     if (bAny)

@@ -74,8 +74,10 @@ public:
     virtual std::shared_ptr<Vantor::Geometry::CGeometry> CloneShape() const { return nullptr; }
     virtual void RestoreShape(const Vantor::Geometry::CGeometry&) {}
     /// @}
-    /// Paints what is neither the outline of a shape nor a label; nothing in the base.
-    /// @param painter  maps image coordinates to the view
+    /// Paints what lies beneath the outline of a shape and the label; nothing in the base.
+    /// @param painter  maps image coordinates to the view; its pen and brush are those of the object, and it
+    /// is
+    ///                 left as it was found
     /// @param s        the size of a widget pixel in image pixels
     virtual void PaintContents(QPainter& painter, double s) const;
 
@@ -108,8 +110,9 @@ public:
     /// @}
 
     /// @{
-    /// Stored for callers; the views paint every object in their own colours. Deliberate: pen and brush are
-    /// stored and announced even when they are equal to the present ones.
+    /// The object's own colours, width (widget pixels) and fill; views paint by them only with
+    /// SCenterOptions::bOwnColors, and by theirs while neither is given. Deliberate: pen and brush are stored
+    /// and announced even when they are equal to the present ones.
     void SetPen(const QPen& pen);
     QPen GetPen() const { return m_pen; }
     void SetBrushFilled(const QBrush& brush);

@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/annotation/object/ShapeKinds.h>
 
+#include <Vantor/geometry/CArrow.h>
 #include <Vantor/geometry/CCircle.h>
 #include <Vantor/geometry/CEllipse.h>
 #include <Vantor/geometry/CGeometryArray.h>
@@ -11,6 +12,7 @@
 #include <Vantor/geometry/CRectangle.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableRuler.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableText.h>
 #include <VantorCommon/log/CLogger.h>
 
 #include <algorithm>
@@ -26,7 +28,7 @@ using ObjectPtr = SShapeKind::ObjectPtr;
 using Numbers = std::vector<double>;
 using Point = CPoint<double>;
 
-/// Registered kinds are drawn in this mode and those behind it, well beyond what the tool model names.
+/// Kinds that the tool model does not name are drawn in this mode and those behind it.
 constexpr int kFirstFreeMode = 100;
 
 // From a drag or from clicks to a shape.
@@ -59,6 +61,19 @@ ObjectPtr MakeRuler(std::shared_ptr<CLine> pLine)
 ObjectPtr DragRuler(const QPointF& start, const QPointF& end)
 {
     return MakeRuler(std::make_shared<CLine>(CorePoint(start), CorePoint(end)));
+}
+
+ObjectPtr DragArrow(const QPointF& start, const QPointF& end)
+{
+    return ShapeKinds::Wrap(std::make_shared<CArrow>(CorePoint(start), CorePoint(end)));
+}
+
+/// Without letters yet; they are written in an editor when the mouse is released.
+ObjectPtr StartText(const QPointF& start, const QPointF&)
+{
+    auto pText = std::make_shared<CImageView2DDrawableText>();
+    pText->SetPosition(start);
+    return pText;
 }
 
 ObjectPtr ClickPolygon(const std::vector<QLineF>& vctEdges)
@@ -278,6 +293,49 @@ SShapeKind RulerKind()
     return kind;
 }
 
+SShapeKind ArrowKind()
+{
+    SShapeKind kind = Drawn(
+        KindOf<CArrow>(QStringLiteral("Arrow"), EGeometryType_Arrow, &NumbersOfLine<CArrow>, &LineOf<CArrow>),
+        kFirstFreeMode, "&Arrow", "Arrow");
+    kind.strToolTip = QStringLiteral("Drag from the tail to the tip");
+    kind.bRegion = false;
+    kind.bOptional = true;
+    kind.fromDrag = &DragArrow;
+    return kind;
+}
+
+SShapeKind TextKind()
+{
+    SShapeKind kind;
+    kind.strName = QStringLiteral("Text");
+    kind.strPrefix = QStringLiteral("Object_");
+    kind.eCursor = Qt::IBeamCursor;
+    kind.eObject = EImageView2DDrawbleObjectType_Text;
+    kind.strToolTip = QStringLiteral("Click where the text begins; Ctrl+Enter or a click elsewhere ends it");
+    kind.bRegion = false;
+    kind.bOptional = true;
+    kind.fromDrag = &StartText;
+    kind.write = [](const Object& object) {
+        const auto* pText = dynamic_cast<const CImageView2DDrawableText*>(&object);
+        if (!pText)
+            return SShapeData();
+        const QPointF place = pText->GetPosition();
+        return SShapeData{{place.x(), place.y(), pText->GetLineHeight()}, pText->GetText()};
+    };
+    kind.read = [](const SShapeData& data) -> ObjectPtr {
+        const Numbers& n = data.vctNumbers;
+        if (n.size() != 3 || !AllFinite(n) || n[2] <= 0.0 || data.strText.isEmpty())
+            return nullptr;
+        auto pText = std::make_shared<CImageView2DDrawableText>();
+        pText->SetPosition(QPointF(n[0], n[1]));
+        pText->SetLineHeight(n[2]);
+        pText->SetText(data.strText);
+        return pText;
+    };
+    return Drawn(kind, kFirstFreeMode + 1, "&Text", "Text");
+}
+
 /// In the order of the tool panel.
 std::deque<SShapeKind> BuiltIn()
 {
@@ -285,6 +343,8 @@ std::deque<SShapeKind> BuiltIn()
             CircleKind(),
             EllipseKind(),
             PolygonKind(),
+            ArrowKind(),
+            TextKind(),
             RulerKind(),
             LineKind(),
             KindOf<Point>(QStringLiteral("Point"), EGeometryType_Point, &NumbersOfPoint, &PointOf),

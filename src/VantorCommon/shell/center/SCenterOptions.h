@@ -10,4 +10,10 @@ struct SCenterOptions {
     /// everything else is an image. A file whose bytes cannot be read goes by its path. Off: by the path
     /// alone, see CImageView2DCtrl::LoadFile.
     bool bReaderByContent = false;
+    /// The tool panels have the buttons of the optional kinds of ShapeKinds, too: arrows and texts, and what
+    /// a host registers as optional. Off: those of the six modes.
+    bool bMoreShapes = false;
+    /// Annotations that have a pen or a brush are painted by them, and the property panel has their colour,
+    /// width and fill. Off: every annotation is green or, selected, red.
+    bool bOwnColors = false;
 };
