@@ -113,6 +113,10 @@ CMainWindow::CMainWindow()
     pLayout->addWidget(m_pView, 1);
     setCentralWidget(pCentral);
     m_pCtrl = std::make_unique<CCenterCtrl>(m_pModel.get(), m_pView, m_pToolBox, m_pProperties, m_pStatus);
+    SCenterOptions sOptions = m_pCtrl->GetOptions();
+    sOptions.bMoreShapes = true;
+    sOptions.bOwnColors = true;
+    m_pCtrl->SetOptions(sOptions);
     CMVCManager::PushMVC(nullptr, this, nullptr);
 
     m_pViewers = std::make_unique<CViewers>(m_pView);

@@ -217,22 +217,6 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>그리기(&amp;D)</translation>
     </message>
     <message>
-        <source>&amp;Rectangle</source>
-        <translation>사각형(&amp;R)</translation>
-    </message>
-    <message>
-        <source>&amp;Ellipse</source>
-        <translation>타원(&amp;E)</translation>
-    </message>
-    <message>
-        <source>&amp;Circle</source>
-        <translation>원(&amp;C)</translation>
-    </message>
-    <message>
-        <source>&amp;Polygon</source>
-        <translation>다각형(&amp;P)</translation>
-    </message>
-    <message>
         <source>&amp;Settings</source>
         <translation>설정(&amp;S)</translation>
     </message>
@@ -514,6 +498,33 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>Try &apos;vantor-viewer --help&apos;.</source>
         <translation>&apos;vantor-viewer --help&apos;를 실행해 보십시오.</translation>
+    </message>
+</context>
+<context>
+    <name>ShapeKinds</name>
+    <message>
+        <source>&amp;Rectangle</source>
+        <translation>사각형(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Circle</source>
+        <translation>원(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Ellipse</source>
+        <translation>타원(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Polygon</source>
+        <translation>다각형(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Arrow</source>
+        <translation>화살표(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Text</source>
+        <translation>텍스트(&amp;T)</translation>
     </message>
 </context>
 </TS>

@@ -217,22 +217,6 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>&amp;Vẽ</translation>
     </message>
     <message>
-        <source>&amp;Rectangle</source>
-        <translation>Hình &amp;chữ nhật</translation>
-    </message>
-    <message>
-        <source>&amp;Ellipse</source>
-        <translation>Hình &amp;elip</translation>
-    </message>
-    <message>
-        <source>&amp;Circle</source>
-        <translation>Hình &amp;tròn</translation>
-    </message>
-    <message>
-        <source>&amp;Polygon</source>
-        <translation>Đ&amp;a giác</translation>
-    </message>
-    <message>
         <source>&amp;Settings</source>
         <translation>T&amp;hiết lập</translation>
     </message>
@@ -514,6 +498,33 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>Try &apos;vantor-viewer --help&apos;.</source>
         <translation>Hãy thử &apos;vantor-viewer --help&apos;.</translation>
+    </message>
+</context>
+<context>
+    <name>ShapeKinds</name>
+    <message>
+        <source>&amp;Rectangle</source>
+        <translation>Hình &amp;chữ nhật</translation>
+    </message>
+    <message>
+        <source>&amp;Circle</source>
+        <translation>Hình &amp;tròn</translation>
+    </message>
+    <message>
+        <source>&amp;Ellipse</source>
+        <translation>Hình &amp;elip</translation>
+    </message>
+    <message>
+        <source>&amp;Polygon</source>
+        <translation>Đ&amp;a giác</translation>
+    </message>
+    <message>
+        <source>&amp;Arrow</source>
+        <translation>&amp;Mũi tên</translation>
+    </message>
+    <message>
+        <source>&amp;Text</source>
+        <translation>&amp;Văn bản</translation>
     </message>
 </context>
 </TS>
