@@ -81,6 +81,8 @@ SCenterOptions HostOptions()
     sOptions.bReaderByContent = true;
     sOptions.bRestoreAfterCapture = true;
     sOptions.bProposeSaveName = true;
+    sOptions.bMoreShapes = true;
+    sOptions.bOwnColors = true;
     return sOptions;
 }
 

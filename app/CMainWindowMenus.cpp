@@ -10,7 +10,7 @@
 #include "Viewers.h"
 
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
-#include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
+#include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/settings/CSettingManager.h>
 #include <VantorCommon/shell/center/CCenterCtrl.h>
 #include <VantorCommon/shell/viewer/CImageViewer.h>
@@ -42,6 +42,12 @@ QIcon HostIcon(const char* pName)
 QIcon LibraryIcon(const char* pName)
 {
     return QIcon(QStringLiteral(":/Image/%1.png").arg(QLatin1String(pName)));
+}
+
+/// The texts of the kinds that the library has stand in translations/ShapeTexts.cpp.
+QString ShapeText(const SShapeKind& kind)
+{
+    return QCoreApplication::translate("ShapeKinds", kind.strMenu.toUtf8().constData());
 }
 
 /// The platform's keys for a purpose, or one of ours where it has none.
@@ -265,10 +271,12 @@ void CMainWindow::CreateDrawingMenu(QMenu* pParent)
     add(pParent, {tr("&Pan"), LibraryIcon("move"), Key("Ctrl+Shift+M")}, &C::slot_ChangePanningMode);
     add(pParent, {tr("&Ruler"), LibraryIcon("ruler"), Key("Ctrl+Shift+R")}, &C::slot_DrawRuler);
     QMenu* pShapes = pParent->addMenu(tr("&Draw"));
-    add(pShapes, {tr("&Rectangle"), QIcon(), {}}, &C::slot_SelectROIRectangle);
-    add(pShapes, {tr("&Ellipse"), QIcon(), {}}, &C::slot_SelectROIEllipse);
-    add(pShapes, {tr("&Circle"), QIcon(), {}}, &C::slot_SelectROICircle);
-    add(pShapes, {tr("&Polygon"), QIcon(), {}}, &C::slot_SelectROIPolygon);
+    for (const SShapeKind& kind : ShapeKinds::All())
+        if (!kind.strMenu.isEmpty())
+            m_pActions->Add(pShapes, {ShapeText(kind), QIcon(kind.strIcon), {}}, [this, nMode = kind.nMode] {
+                m_pViewers->Active().Ctrl2D()->slot_SelectShape(nMode);
+                m_pViewers->FocusActive();
+            });
 }
 
 void CMainWindow::CreateSettingsMenu()

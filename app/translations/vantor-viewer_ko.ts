@@ -213,22 +213,6 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>그리기(&amp;D)</translation>
     </message>
     <message>
-        <source>&amp;Rectangle</source>
-        <translation>사각형(&amp;R)</translation>
-    </message>
-    <message>
-        <source>&amp;Ellipse</source>
-        <translation>타원(&amp;E)</translation>
-    </message>
-    <message>
-        <source>&amp;Circle</source>
-        <translation>원(&amp;C)</translation>
-    </message>
-    <message>
-        <source>&amp;Polygon</source>
-        <translation>다각형(&amp;P)</translation>
-    </message>
-    <message>
         <source>&amp;Settings</source>
         <translation>설정(&amp;S)</translation>
     </message>
@@ -709,6 +693,33 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>Images and documents, as paths or file:// addresses: up to four side by side, more as the list of one viewer.</source>
         <translation>이미지와 문서의 경로 또는 file:// 주소: 네 개까지는 나란히, 그보다 많으면 한 뷰어의 목록으로 엽니다.</translation>
+    </message>
+</context>
+<context>
+    <name>ShapeKinds</name>
+    <message>
+        <source>&amp;Rectangle</source>
+        <translation>사각형(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Circle</source>
+        <translation>원(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Ellipse</source>
+        <translation>타원(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Polygon</source>
+        <translation>다각형(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Arrow</source>
+        <translation>화살표(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Text</source>
+        <translation>텍스트(&amp;T)</translation>
     </message>
 </context>
 </TS>

@@ -213,22 +213,6 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>&amp;Vẽ</translation>
     </message>
     <message>
-        <source>&amp;Rectangle</source>
-        <translation>Hình &amp;chữ nhật</translation>
-    </message>
-    <message>
-        <source>&amp;Ellipse</source>
-        <translation>Hình &amp;elip</translation>
-    </message>
-    <message>
-        <source>&amp;Circle</source>
-        <translation>Hình &amp;tròn</translation>
-    </message>
-    <message>
-        <source>&amp;Polygon</source>
-        <translation>Đ&amp;a giác</translation>
-    </message>
-    <message>
         <source>&amp;Settings</source>
         <translation>T&amp;hiết lập</translation>
     </message>
@@ -709,6 +693,33 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>Images and documents, as paths or file:// addresses: up to four side by side, more as the list of one viewer.</source>
         <translation>Ảnh và tài liệu, là đường dẫn hoặc địa chỉ file://: tối đa bốn tệp cạnh nhau, nhiều hơn thì thành danh sách của một khung xem.</translation>
+    </message>
+</context>
+<context>
+    <name>ShapeKinds</name>
+    <message>
+        <source>&amp;Rectangle</source>
+        <translation>Hình &amp;chữ nhật</translation>
+    </message>
+    <message>
+        <source>&amp;Circle</source>
+        <translation>Hình &amp;tròn</translation>
+    </message>
+    <message>
+        <source>&amp;Ellipse</source>
+        <translation>Hình &amp;elip</translation>
+    </message>
+    <message>
+        <source>&amp;Polygon</source>
+        <translation>Đ&amp;a giác</translation>
+    </message>
+    <message>
+        <source>&amp;Arrow</source>
+        <translation>&amp;Mũi tên</translation>
+    </message>
+    <message>
+        <source>&amp;Text</source>
+        <translation>&amp;Văn bản</translation>
     </message>
 </context>
 </TS>

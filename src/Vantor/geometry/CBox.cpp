@@ -69,4 +69,19 @@ int CBox::GetPoints(CPointList& outline, CPointList& handles) const
     return 0;
 }
 
+bool CBox::MoveHandle(const CPoint<double>& handle, const CPoint<double>& to)
+{
+    if (topLeft() == handle)
+        SetTopLeft(to);
+    else if (topRight() == handle)
+        SetTopRight(to);
+    else if (bottomRight() == handle)
+        SetBottomRight(to);
+    else if (bottomLeft() == handle)
+        SetBottomLeft(to);
+    else
+        return false;
+    return true;
+}
+
 } // namespace Vantor::Geometry

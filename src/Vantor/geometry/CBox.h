@@ -40,6 +40,7 @@ public:
     CRectangle GetBoundingRectangle() const override;
     void MoveTopLeftTo(const CPoint<double>& point) override;
     int GetPoints(CPointList& outline, CPointList& handles) const override;
+    bool MoveHandle(const CPoint<double>& handle, const CPoint<double>& to) override;
 
 protected:
     CBox() = default;

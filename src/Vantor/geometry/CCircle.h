@@ -23,6 +23,8 @@ public:
     void MoveTopLeftTo(const CPoint<double>& point) override;
     /// The outline is the four corners of the bounding rectangle; there are no handles.
     int GetPoints(CPointList& outline, CPointList& handles) const override;
+    /// Deliberate: empty; a circle is shown by its frame alone. What is drawn as a circle is a CEllipse.
+    std::vector<SOutline> GetOutline() const override { return {}; }
     bool Contains(const CPoint<double>& point) const override;
     std::vector<SPixelRun> GetPixelRuns(int width, int height) const override;
     std::shared_ptr<CGeometry> Clone() const override;

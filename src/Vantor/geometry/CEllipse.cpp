@@ -29,6 +29,15 @@ std::vector<SPixelRun> CEllipse::GetPixelRuns(int width, int height) const
     return SUprightEllipse{centerX(), centerY(), radiusA(), radiusB()}.GetPixelRuns(width, height);
 }
 
+std::vector<SOutline> CEllipse::GetOutline() const
+{
+    if (GetType() != EGeometryType_Ellipse)
+        return {};
+    return {
+        {EOutlineForm_Ellipse,
+         {{centerX() - radiusA(), centerY() - radiusB()}, {centerX() + radiusA(), centerY() + radiusB()}}}};
+}
+
 std::shared_ptr<CGeometry> CEllipse::Clone() const
 {
     return std::make_shared<CEllipse>(*this);

@@ -28,6 +28,7 @@ public:
     EGeometryType GetType() const override { return EGeometryType_Ellipse; }
     bool Contains(const CPoint<double>& point) const override;
     std::vector<SPixelRun> GetPixelRuns(int width, int height) const override;
+    std::vector<SOutline> GetOutline() const override;
     std::shared_ptr<CGeometry> Clone() const override;
 };
 

@@ -17,13 +17,15 @@ class CPointList;
 
 /// The kinds of geometry; the values are part of the interface.
 enum EGeometryType : int {
-    EGeometryType_Point = 0,        ///< CPoint
-    EGeometryType_Line = 1,         ///< CLine
-    EGeometryType_Rectangle = 2,    ///< CRectangle
-    EGeometryType_Circle = 3,       ///< CCircle
-    EGeometryType_Ellipse = 4,      ///< CEllipse
-    EGeometryType_Polygon = 6,      ///< CPolygon; 5 stands for nothing
-    EGeometryType_GeometryArray = 7 ///< CGeometryArray
+    EGeometryType_Point = 0,         ///< CPoint
+    EGeometryType_Line = 1,          ///< CLine
+    EGeometryType_Rectangle = 2,     ///< CRectangle
+    EGeometryType_Circle = 3,        ///< CCircle
+    EGeometryType_Ellipse = 4,       ///< CEllipse
+    EGeometryType_Polygon = 6,       ///< CPolygon; 5 stands for nothing
+    EGeometryType_GeometryArray = 7, ///< CGeometryArray
+    EGeometryType_Arrow = 8,         ///< CArrow
+    EGeometryType_Host = 1000        ///< this and all above are for hosts' own classes
 };
 
 /// A run of pixels of one row: columns nBegin to nEnd - 1 of row nRow.
@@ -31,6 +33,27 @@ struct SPixelRun {
     int nRow;   ///< from the top, 0 first
     int nBegin; ///< first column
     int nEnd;   ///< column after the last one
+};
+
+/// A place in the image, in pixels.
+struct SPlace {
+    double x; ///< to the right
+    double y; ///< downwards
+};
+
+/// The forms that outlines are made of.
+enum EOutlineForm : int {
+    EOutlineForm_Dot,     ///< one place, drawn as large as the painter likes
+    EOutlineForm_Chain,   ///< straight lines from place to place, open
+    EOutlineForm_Polygon, ///< straight lines, the last place joined to the first; filled even-odd
+    EOutlineForm_Box,     ///< an upright rectangle between two opposite corners, filled
+    EOutlineForm_Ellipse  ///< an upright ellipse in the box between two opposite corners, filled
+};
+
+/// One piece of an outline.
+struct SOutline {
+    EOutlineForm eForm;            ///< what the places mean
+    std::vector<SPlace> vctPlaces; ///< as many as the form has
 };
 
 /// Base of all shapes. Coordinates are image coordinates in pixels, y downwards; the pixel (i, j) covers
@@ -69,10 +92,24 @@ public:
     /// never overlapping, clipped to the image. A pixel belongs to a shape by its centre: a rectangle
     /// normalised and half-open, an ellipse by its equation, a polygon even-odd, an array the union of its
     /// members; a line has the pixels that it crosses, a point the pixel it lies in.
-    virtual std::vector<SPixelRun> GetPixelRuns(int width, int height) const = 0;
+    /// The base asks Contains for every centre within the bounding rectangle.
+    virtual std::vector<SPixelRun> GetPixelRuns(int width, int height) const;
 
     /// A deep copy.
     virtual std::shared_ptr<CGeometry> Clone() const = 0;
+
+    /// Moves the handle that equals the point exactly, and reshapes the shape by that; of several that
+    /// coincide the first. The base has no handles to move.
+    /// @return whether there was one
+    virtual bool MoveHandle(const CPoint<double>& handle, const CPoint<double>& to);
+
+    /// What a painter draws of the shape, piece by piece, without its handles. The base gives what GetPoints
+    /// tells: a dot for one point, a polygon for several, nothing for none. A class that is derived from a
+    /// shape and claims to be of another kind has no outline but its own.
+    virtual std::vector<SOutline> GetOutline() const;
+
+    /// Whether a painter surrounds the shape by its bounding rectangle, too; true in the base.
+    virtual bool HasFrame() const { return true; }
 
 protected:
     CGeometry() = default;

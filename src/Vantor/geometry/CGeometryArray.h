@@ -26,6 +26,9 @@ public:
     void MoveTopLeftTo(const CPoint<double>& point) override;
     /// The outline is that of the members, one after another; there are no handles.
     int GetPoints(CPointList& outline, CPointList& handles) const override;
+    /// Deliberate: empty, and no frame; an array is a region and is not shown.
+    std::vector<SOutline> GetOutline() const override { return {}; }
+    bool HasFrame() const override { return false; }
     bool Contains(const CPoint<double>& point) const override;
     std::vector<SPixelRun> GetPixelRuns(int width, int height) const override;
     std::shared_ptr<CGeometry> Clone() const override;

@@ -95,6 +95,24 @@ std::vector<SPixelRun> CLine::GetPixelRuns(int width, int height) const
     return vctRuns;
 }
 
+bool CLine::MoveHandle(const CPoint<double>& handle, const CPoint<double>& to)
+{
+    if (m_start == handle)
+        m_start = to;
+    else if (m_end == handle)
+        m_end = to;
+    else
+        return false;
+    return true;
+}
+
+std::vector<SOutline> CLine::GetOutline() const
+{
+    if (GetType() != EGeometryType_Line)
+        return {};
+    return {{EOutlineForm_Chain, {{m_start.x(), m_start.y()}, {m_end.x(), m_end.y()}}}};
+}
+
 std::shared_ptr<CGeometry> CLine::Clone() const
 {
     return std::make_shared<CLine>(*this);

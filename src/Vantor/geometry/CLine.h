@@ -29,6 +29,9 @@ public:
     CRectangle GetBoundingRectangle() const override;
     void MoveTopLeftTo(const CPoint<double>& point) override;
     int GetPoints(CPointList& outline, CPointList& handles) const override;
+    bool MoveHandle(const CPoint<double>& handle, const CPoint<double>& to) override;
+    std::vector<SOutline> GetOutline() const override;
+    bool HasFrame() const override { return false; }
     bool Contains(const CPoint<double>& point) const override;
     std::vector<SPixelRun> GetPixelRuns(int width, int height) const override;
     std::shared_ptr<CGeometry> Clone() const override;

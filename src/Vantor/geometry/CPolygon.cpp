@@ -165,6 +165,23 @@ std::vector<SPixelRun> CPolygon::GetPixelRuns(int width, int height) const
     return vctRuns;
 }
 
+bool CPolygon::MoveHandle(const CPoint<double>& handle, const CPoint<double>& to)
+{
+    const auto it = std::find(m_vctVertices.begin(), m_vctVertices.end(), handle);
+    if (it == m_vctVertices.end())
+        return false;
+    *it = to;
+    return true;
+}
+
+std::vector<SOutline> CPolygon::GetOutline() const
+{
+    SOutline polygon{EOutlineForm_Polygon, {}};
+    for (const CPoint<double>& vertex : m_vctVertices)
+        polygon.vctPlaces.push_back({vertex.x(), vertex.y()});
+    return {polygon};
+}
+
 std::shared_ptr<CGeometry> CPolygon::Clone() const
 {
     return std::make_shared<CPolygon>(*this);

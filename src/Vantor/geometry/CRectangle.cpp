@@ -32,6 +32,14 @@ std::vector<SPixelRun> CRectangle::GetPixelRuns(int width, int height) const
     return vctRuns;
 }
 
+std::vector<SOutline> CRectangle::GetOutline() const
+{
+    if (GetType() != EGeometryType_Rectangle)
+        return {};
+    const CPoint<double> other = bottomRight();
+    return {{EOutlineForm_Box, {{x(), y()}, {other.x(), other.y()}}}};
+}
+
 std::shared_ptr<CGeometry> CRectangle::Clone() const
 {
     return std::make_shared<CRectangle>(*this);

@@ -3,7 +3,7 @@
 #include <VantorCommon/process/CImage2DProcessBaseCtrl.h>
 
 #include <Vantor/image/CImage.h>
-#include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/process/CImage2DProcessBaseDlg.h>
 #include <VantorCommon/shell/mvc/CMVCManager.h>
@@ -96,7 +96,7 @@ void CImage2DProcessBaseCtrl::FillSourceROI()
         return;
     std::vector<QString> vctNames;
     for (const auto& pObject : m_pSourceView->Get2DDrawableObjects())
-        if (pObject->GetType() == EImageView2DDrawbleObjectType_Geometry)
+        if (ShapeKinds::IsRegion(*pObject))
             vctNames.push_back(pObject->GetName());
     m_pDlg->SetSourceROITitle(vctNames);
 }
@@ -107,7 +107,7 @@ void CImage2DProcessBaseCtrl::slot_AddDrawableObjectWithViewID(int, unsigned int
     if (!m_pDlg || !m_pSourceView)
         return;
     for (const auto& pObject : m_pSourceView->Get2DDrawableObjects())
-        if (pObject->GetUID() == nGeometryUID && pObject->GetType() == EImageView2DDrawbleObjectType_Geometry)
+        if (pObject->GetUID() == nGeometryUID && ShapeKinds::IsRegion(*pObject))
             return m_pDlg->AddSourceROI(pObject->GetName());
 }
 

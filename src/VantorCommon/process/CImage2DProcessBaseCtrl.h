@@ -77,7 +77,7 @@ public Q_SLOTS:
     void slot_ChangeSourceImageView(const QString& strTitle);
     /// @{
     /// Lists a new shape of the source at the end of the regions, or takes the first one of a deleted shape's
-    /// name out of them; rulers and texts are no regions.
+    /// name out of them; what is a region, ShapeKinds tells.
     /// Deliberate: neither the viewer nor the image is compared, the signal comes from the source itself.
     void slot_AddDrawableObjectWithViewID(int nViewID, unsigned int nImageUID, unsigned int nGeometryUID,
                                           QString strName);

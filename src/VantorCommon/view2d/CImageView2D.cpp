@@ -5,7 +5,7 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
-#include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
+#include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/annotation/view/CImageView2DLayer.h>
 #include <VantorCommon/view2d/CImageView2DGotoDlg.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
@@ -31,33 +31,41 @@ constexpr unsigned int kNoUID = 0xFFFFFFFFu;
 using OnePoint = void (CImageView2D::*)(QPointF&);
 using TwoPoints = void (CImageView2D::*)(QPointF&, QPointF&);
 
-/// The signals of one drag.
+/// The signals of a mode: those of a drag, and of the mouse without a button.
 struct SGesture {
     OnePoint start;
     TwoPoints doing;
     TwoPoints end;
+    OnePoint hover;
 };
 
-/// The drag that a mode stands for; null members where it has none (panning, unknown modes).
+using V = CImageView2D;
+const std::map<int, SGesture> kGestures{
+    {EImageView2DMode_Selecting,
+     {&V::signal_SelectMovingStart, &V::signal_SelectMovingDoing, &V::signal_SelectMovingEnd,
+      &V::signal_CheckResizeRotate}},
+    {EImageView2DMode_Drawing_Rectanlge,
+     {&V::signal_DrawRectangleStart, &V::signal_DrawRectangleDoing, &V::signal_DrawRectangleEnd, nullptr}},
+    {EImageView2DMode_Drawing_Ellipse,
+     {&V::signal_DrawEllipseStart, &V::signal_DrawEllipseDoing, &V::signal_DrawEllipseEnd, nullptr}},
+    {EImageView2DMode_Drawing_Circle,
+     {&V::signal_DrawCircleStart, &V::signal_DrawCircleDoing, &V::signal_DrawCircleEnd, nullptr}},
+    {EImageView2DMode_Drawing_Polygon,
+     {&V::signal_DrawPolygonStart, &V::signal_DrawPolygonDoing, &V::signal_DrawPolygonEnd,
+      &V::signal_DrawPolygonWaiting}},
+    {EImageView2DMode_Drawing_Line,
+     {&V::signal_DrawLineStart, &V::signal_DrawLineDoing, &V::signal_DrawLineEnd, nullptr}}};
+const SGesture kShapeGesture{&V::signal_DrawShapeStart, &V::signal_DrawShapeDoing, &V::signal_DrawShapeEnd,
+                             &V::signal_DrawShapeWaiting};
+
+/// The signals that a mode has of its own, or those of every other kind that is drawn; null members where a
+/// mode has none (panning, unknown modes).
 SGesture GestureOf(int nMode)
 {
-    using V = CImageView2D;
-    switch (nMode) {
-    case EImageView2DMode_Selecting:
-        return {&V::signal_SelectMovingStart, &V::signal_SelectMovingDoing, &V::signal_SelectMovingEnd};
-    case EImageView2DMode_Drawing_Rectanlge:
-        return {&V::signal_DrawRectangleStart, &V::signal_DrawRectangleDoing, &V::signal_DrawRectangleEnd};
-    case EImageView2DMode_Drawing_Ellipse:
-        return {&V::signal_DrawEllipseStart, &V::signal_DrawEllipseDoing, &V::signal_DrawEllipseEnd};
-    case EImageView2DMode_Drawing_Circle:
-        return {&V::signal_DrawCircleStart, &V::signal_DrawCircleDoing, &V::signal_DrawCircleEnd};
-    case EImageView2DMode_Drawing_Polygon:
-        return {&V::signal_DrawPolygonStart, &V::signal_DrawPolygonDoing, &V::signal_DrawPolygonEnd};
-    case EImageView2DMode_Drawing_Line:
-        return {&V::signal_DrawLineStart, &V::signal_DrawLineDoing, &V::signal_DrawLineEnd};
-    default:
-        return {nullptr, nullptr, nullptr};
-    }
+    const auto it = kGestures.find(nMode);
+    if (it != kGestures.end())
+        return it->second;
+    return ShapeKinds::OfMode(nMode) ? kShapeGesture : SGesture{nullptr, nullptr, nullptr, nullptr};
 }
 
 /// Emits with variables of its own: receivers get the points by reference and may change them.
@@ -419,10 +427,8 @@ void CImageView2D::DoMove(const QPoint& pos)
     else if (m_bLeftDown) {
         m_bMoved = true;
         Send(this, GestureOf(nMode).doing, start, end);
-    } else if (nMode == EImageView2DMode_Selecting)
-        Send(this, &CImageView2D::signal_CheckResizeRotate, end);
-    else if (nMode == EImageView2DMode_Drawing_Polygon)
-        Send(this, &CImageView2D::signal_DrawPolygonWaiting, end);
+    } else
+        Send(this, GestureOf(nMode).hover, end);
 }
 
 void CImageView2D::Pan(const QPoint& pos)

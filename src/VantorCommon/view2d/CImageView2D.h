@@ -139,6 +139,13 @@ Q_SIGNALS:
     void signal_DrawLineDoing(QPointF& pointStart, QPointF& pointEnd);
     void signal_DrawLineEnd(QPointF& pointStart, QPointF& pointEnd);
     /// @}
+    /// @{
+    /// The same in the mode of any other kind of ShapeKinds.
+    void signal_DrawShapeStart(QPointF& pointStart);
+    void signal_DrawShapeDoing(QPointF& pointStart, QPointF& pointEnd);
+    void signal_DrawShapeEnd(QPointF& pointStart, QPointF& pointEnd);
+    void signal_DrawShapeWaiting(QPointF& point);
+    /// @}
     /// The mouse hovers there in selecting mode, in image coordinates: is there a handle?
     void signal_CheckResizeRotate(QPointF& point);
     /// @{

@@ -9,10 +9,13 @@
 #include <VantorCommon/annotation/command/CImageView2DCommandChangeCurrentImage.h>
 #include <VantorCommon/annotation/edit/DrawHandler_p.h>
 #include <VantorCommon/annotation/edit/SelectHandler_p.h>
+#include <VantorCommon/annotation/edit/TextHandler_p.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/annotation/object/ObjectLook_p.h>
 #include <VantorCommon/annotation/view/CImageView2DGeometryPropertyView.h>
+#include <VantorCommon/annotation/view/CImageView2DLayer.h>
 #include <VantorCommon/annotation/view/CImageView2DToolView.h>
 #include <VantorCommon/shell/dock/CPropertyDockView.h>
 #include <VantorCommon/shell/dock/CStatusBarDockView.h>
@@ -59,9 +62,11 @@ CImageView2DCtrl::CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeomet
 {
     m_pEdit = std::make_unique<SEditContext>(
         SEditContext{this, pView, pGeometryModel, pToolModel,
-                     [this](std::unique_ptr<CCommand> pCommand) { Execute(std::move(pCommand)); }});
+                     [this](std::unique_ptr<CCommand> pCommand) { Execute(std::move(pCommand)); },
+                     [this](std::shared_ptr<CImageView2DDrawableText> pText) { m_pText->Begin(pText); }});
     m_pDraw = std::make_unique<CDrawHandler>(*m_pEdit);
     m_pSelect = std::make_unique<CSelectHandler>(*m_pEdit);
+    m_pText = std::make_unique<CTextHandler>(*m_pEdit);
     CreatePanels();
     CreateSnipTool();
     if (m_pView) {
@@ -119,16 +124,34 @@ void CImageView2DCtrl::CreatePanels()
             &CImageView2DCtrl::slot_SelectROIEllipse);
     connect(pToolView, &CImageView2DToolView::signal_ROIPolygonSelected, this,
             &CImageView2DCtrl::slot_SelectROIPolygon);
+    connect(pToolView, &CImageView2DToolView::signal_ShapeSelected, this,
+            &CImageView2DCtrl::slot_SelectShape);
 
+    CreatePropertyPanel();
+    m_pStatusPanel = new CImageView2DStatusView(nullptr);
+}
+
+void CImageView2DCtrl::CreatePropertyPanel()
+{
     auto* pPage = new CViewParameterView(nullptr);
     m_pPropertyPanel = pPage;
     auto* pLayout = new QVBoxLayout(pPage);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(new CImageView2DPropertyView(m_pModel, pPage));
-    pLayout->addWidget(new CImageView2DGeometryPropertyView(m_pGeometryModel, pPage));
+    m_pPropertyView = new CImageView2DGeometryPropertyView(m_pGeometryModel, pPage);
+    pLayout->addWidget(m_pPropertyView);
     pLayout->addStretch();
 
-    m_pStatusPanel = new CImageView2DStatusView(nullptr);
+    using View = CImageView2DGeometryPropertyView;
+    connect(m_pPropertyView.data(), &View::signal_ChangeColor, this, [this](const QColor& color) {
+        m_pSelect->ChangeLooks([&color](SObjectLook& look) { look.ChangeColor(color); });
+    });
+    connect(m_pPropertyView.data(), &View::signal_ChangeWidth, this, [this](double dblWidth) {
+        m_pSelect->ChangeLooks([dblWidth](SObjectLook& look) { look.pen.setWidthF(dblWidth); });
+    });
+    connect(m_pPropertyView.data(), &View::signal_ChangeFill, this, [this](const QBrush& brush) {
+        m_pSelect->ChangeLooks([&brush](SObjectLook& look) { look.brush = brush; });
+    });
 }
 
 void CImageView2DCtrl::ConnectView()
@@ -148,6 +171,19 @@ void CImageView2DCtrl::ConnectView()
     on(&V::signal_Redo, &C::slot_Redo);
     on(&V::signal_ChangeMousePosition, &C::slot_ChangeMousePosition);
     on(&V::signal_ShowContextMenu, &C::slot_ShowContextMenu);
+}
+
+void CImageView2DCtrl::SetOptions(const SCenterOptions& sOptions)
+{
+    m_sOptions = sOptions;
+    if (m_pToolPanel)
+        m_pToolPanel->ShowOptionalShapes(sOptions.bMoreShapes);
+    if (m_pPropertyView)
+        m_pPropertyView->SetEditable(sOptions.bOwnColors);
+    if (m_pView) {
+        m_pView->SetOwnColors(sOptions.bOwnColors);
+        m_pView->GetLayerDrawing()->SetOwnColors(sOptions.bOwnColors);
+    }
 }
 
 bool CImageView2DCtrl::Undo()
@@ -436,6 +472,11 @@ CImageView2DGeometryModel* CImageView2DCtrl::GetGeometryModel() const
     return m_pGeometryModel;
 }
 
+int CImageView2DCtrl::Mode() const
+{
+    return m_pToolModel ? m_pToolModel->GetViewMode() : EImageView2DMode_Selecting;
+}
+
 void CImageView2DCtrl::SetMode(int nMode)
 {
     if (m_pToolModel)
@@ -475,4 +516,9 @@ void CImageView2DCtrl::slot_SelectROIPolygon()
 void CImageView2DCtrl::slot_DrawRuler()
 {
     SetMode(EImageView2DMode_Drawing_Line);
+}
+
+void CImageView2DCtrl::slot_SelectShape(int nMode)
+{
+    SetMode(nMode);
 }

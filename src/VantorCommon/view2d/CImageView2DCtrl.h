@@ -19,14 +19,18 @@ class CImageView2D;
 class CImageView2DDrawableGeometry;
 class CImageView2DDrawableObject;
 class CImageView2DGeometryModel;
+class CImageView2DGeometryPropertyView;
 class CImageView2DModel;
 class CImageView2DToolModel;
+class CImageView2DToolView;
 class CPropertyDockView;
 class CSelectHandler;
 class CSnipToolCtrl;
 class CSnipToolModel;
 class CStatusBarDockView;
+class CTextHandler;
 class CToolBoxDockView;
+class QMouseEvent;
 class QScrollArea;
 class QWidget;
 struct SEditContext;
@@ -73,7 +77,7 @@ public:
     /// @}
 
     /// The options of the centre; all off at first. They hold from the next operation on.
-    void SetOptions(const SCenterOptions& sOptions) { m_sOptions = sOptions; }
+    void SetOptions(const SCenterOptions& sOptions);
 
     /// Loads an image or the pages of a PDF document and shows them in place of the list; annotations go.
     /// Deliberate: what cannot be loaded is logged and leaves an empty list, without annotations
@@ -207,6 +211,8 @@ public Q_SLOTS:
     void slot_SelectROICircle();
     void slot_SelectROIPolygon();
     void slot_DrawRuler();
+    /// The mode in which a kind of ShapeKinds is drawn.
+    void slot_SelectShape(int nMode);
     /// @}
 
     /// @{
@@ -230,6 +236,14 @@ public Q_SLOTS:
     void slot_DrawPolygonDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_DrawPolygonWaiting(QPointF& point);
     void slot_DrawPolygonEnd(QPointF& pointStart, QPointF& pointEnd);
+    /// @}
+    /// @{
+    /// The same for the kind that is drawn in the tool model's mode; what clicks draw is closed as a polygon
+    /// is.
+    void slot_DrawShapeStart(QPointF& pointStart);
+    void slot_DrawShapeDoing(QPointF& pointStart, QPointF& pointEnd);
+    void slot_DrawShapeWaiting(QPointF& point);
+    void slot_DrawShapeEnd(QPointF& pointStart, QPointF& pointEnd);
     /// @}
 
     /// Looks for a handle of any annotation within HandleTolerance; the cursor tells.
@@ -270,18 +284,23 @@ Q_SIGNALS:
     /// @}
 
 protected:
-    /// Watches the view for what ends a gesture without a release.
+    /// Watches the view for what ends a gesture without a release, and for a double click on a text.
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
 private:
     void CreatePanels();
+    void CreatePropertyPanel();
     void CreateSnipTool();
     void ConnectView();
     void ConnectGestures();
-    void StartDrawing();
+    bool EditTextAt(const QMouseEvent& event);
+    void StartShape(int nMode, const QPointF& point);
+    void DoShape(int nMode, const QPointF& start, const QPointF& current);
+    void EndShape(int nMode, const QPointF& start, const QPointF& end);
     /// Ends a drag in progress and takes back what it has changed; a polygon in progress stays.
     void Interrupt();
     void PutIntoDock(QScrollArea* pDock, QWidget* pPanel);
+    int Mode() const;
     void SetMode(int nMode);
     bool IsDocument(const QString& strPath) const;
     std::vector<ImagePtr> LoadAny(const QString& strPath);
@@ -299,8 +318,9 @@ private:
     QPointer<CToolBoxDockView> m_pToolBoxDockView;
     QPointer<CPropertyDockView> m_pPropertyDockView;
     QPointer<CStatusBarDockView> m_pStatusBarDockView;
-    QPointer<QWidget> m_pToolPanel;
+    QPointer<CImageView2DToolView> m_pToolPanel;
     QPointer<QWidget> m_pPropertyPanel;
+    QPointer<CImageView2DGeometryPropertyView> m_pPropertyView;
     QPointer<QWidget> m_pStatusPanel;
     QPointer<QWidget> m_pSnipTool;
     std::unique_ptr<CSnipToolModel> m_pSnipToolModel;
@@ -309,6 +329,7 @@ private:
     std::unique_ptr<SEditContext> m_pEdit;
     std::unique_ptr<CDrawHandler> m_pDraw;
     std::unique_ptr<CSelectHandler> m_pSelect;
+    std::unique_ptr<CTextHandler> m_pText;
     SCenterOptions m_sOptions;
     bool m_bWasMaximised = false; ///< the main window, before it was minimised; so the next
     bool m_bWasFullScreen = false;

@@ -6,7 +6,9 @@
 
 #include <VantorCommon/annotation/edit/DrawHandler_p.h>
 #include <VantorCommon/annotation/edit/SelectHandler_p.h>
+#include <VantorCommon/annotation/edit/TextHandler_p.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
+#include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 
 #include <QMouseEvent>
@@ -32,6 +34,10 @@ void CImageView2DCtrl::ConnectGestures()
     on(&V::signal_DrawPolygonDoing, &C::slot_DrawPolygonDoing);
     on(&V::signal_DrawPolygonWaiting, &C::slot_DrawPolygonWaiting);
     on(&V::signal_DrawPolygonEnd, &C::slot_DrawPolygonEnd);
+    on(&V::signal_DrawShapeStart, &C::slot_DrawShapeStart);
+    on(&V::signal_DrawShapeDoing, &C::slot_DrawShapeDoing);
+    on(&V::signal_DrawShapeWaiting, &C::slot_DrawShapeWaiting);
+    on(&V::signal_DrawShapeEnd, &C::slot_DrawShapeEnd);
     on(&V::signal_CheckResizeRotate, &C::slot_CheckResizeRotate);
     on(&V::signal_SelectMovingStart, &C::slot_SelectMovingStart);
     on(&V::signal_SelectMovingDoing, &C::slot_SelectMovingDoing);
@@ -50,12 +56,21 @@ bool CImageView2DCtrl::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
     // Null for the last events of a view, which come when only the QWidget in it is left.
     auto* pView = qobject_cast<CImageView2D*>(pWatched);
+    if (pView && pEvent->type() == QEvent::MouseButtonDblClick &&
+        EditTextAt(*static_cast<QMouseEvent*>(pEvent)))
+        return true;
     const bool bEnded = pView && ((pEvent->type() == QEvent::Hide && pView->CancelDrag()) ||
                                   (pEvent->type() == QEvent::MouseMove &&
                                    pView->CancelLostDrag(static_cast<QMouseEvent*>(pEvent)->buttons())));
     if (bEnded)
         Interrupt();
     return CBaseCtrl::eventFilter(pWatched, pEvent);
+}
+
+bool CImageView2DCtrl::EditTextAt(const QMouseEvent& event)
+{
+    return event.button() == Qt::LeftButton && Mode() == EImageView2DMode_Selecting &&
+           m_pText->BeginAt(m_pView->MapToImage(event.localPos()));
 }
 
 void CImageView2DCtrl::Interrupt()
@@ -66,91 +81,124 @@ void CImageView2DCtrl::Interrupt()
     m_pDraw->AbandonDrag();
 }
 
-void CImageView2DCtrl::slot_DrawRectangleStart(QPointF&)
+void CImageView2DCtrl::StartShape(int nMode, const QPointF& point)
 {
-    StartDrawing();
+    if (const SShapeKind* pKind = ShapeKinds::OfMode(nMode)) {
+        m_pSelect->Leave();
+        m_pDraw->Start(*pKind, point);
+    }
+}
+
+void CImageView2DCtrl::DoShape(int nMode, const QPointF& start, const QPointF& current)
+{
+    if (const SShapeKind* pKind = ShapeKinds::OfMode(nMode))
+        m_pDraw->Doing(*pKind, start, current);
+}
+
+void CImageView2DCtrl::EndShape(int nMode, const QPointF& start, const QPointF& end)
+{
+    if (const SShapeKind* pKind = ShapeKinds::OfMode(nMode))
+        m_pDraw->End(*pKind, start, end);
+}
+
+void CImageView2DCtrl::slot_DrawRectangleStart(QPointF& pointStart)
+{
+    StartShape(EImageView2DMode_Drawing_Rectanlge, pointStart);
 }
 
 void CImageView2DCtrl::slot_DrawRectangleDoing(QPointF& pointStart, QPointF& pointEnd)
 {
-    m_pDraw->Doing(&CDrawHandler::MakeRectangle, pointStart, pointEnd);
+    DoShape(EImageView2DMode_Drawing_Rectanlge, pointStart, pointEnd);
 }
 
 void CImageView2DCtrl::slot_DrawRectangleEnd(QPointF& pointStart, QPointF& pointEnd)
 {
-    m_pDraw->End(&CDrawHandler::MakeRectangle, pointStart, pointEnd);
+    EndShape(EImageView2DMode_Drawing_Rectanlge, pointStart, pointEnd);
 }
 
-void CImageView2DCtrl::slot_DrawEllipseStart(QPointF&)
+void CImageView2DCtrl::slot_DrawEllipseStart(QPointF& pointStart)
 {
-    StartDrawing();
+    StartShape(EImageView2DMode_Drawing_Ellipse, pointStart);
 }
 
 void CImageView2DCtrl::slot_DrawEllipseDoing(QPointF& pointStart, QPointF& pointEnd)
 {
-    m_pDraw->Doing(&CDrawHandler::MakeEllipse, pointStart, pointEnd);
+    DoShape(EImageView2DMode_Drawing_Ellipse, pointStart, pointEnd);
 }
 
 void CImageView2DCtrl::slot_DrawEllipseEnd(QPointF& pointStart, QPointF& pointEnd)
 {
-    m_pDraw->End(&CDrawHandler::MakeEllipse, pointStart, pointEnd);
+    EndShape(EImageView2DMode_Drawing_Ellipse, pointStart, pointEnd);
 }
 
-void CImageView2DCtrl::slot_DrawCircleStart(QPointF&)
+void CImageView2DCtrl::slot_DrawCircleStart(QPointF& pointStart)
 {
-    StartDrawing();
+    StartShape(EImageView2DMode_Drawing_Circle, pointStart);
 }
 
 void CImageView2DCtrl::slot_DrawCircleDoing(QPointF& pointStart, QPointF& pointEnd)
 {
-    m_pDraw->Doing(&CDrawHandler::MakeCircle, pointStart, pointEnd);
+    DoShape(EImageView2DMode_Drawing_Circle, pointStart, pointEnd);
 }
 
 void CImageView2DCtrl::slot_DrawCircleEnd(QPointF& pointStart, QPointF& pointEnd)
 {
-    m_pDraw->End(&CDrawHandler::MakeCircle, pointStart, pointEnd);
+    EndShape(EImageView2DMode_Drawing_Circle, pointStart, pointEnd);
 }
 
-void CImageView2DCtrl::slot_DrawLineStart(QPointF&)
+void CImageView2DCtrl::slot_DrawLineStart(QPointF& pointStart)
 {
-    StartDrawing();
+    StartShape(EImageView2DMode_Drawing_Line, pointStart);
 }
 
 void CImageView2DCtrl::slot_DrawLineDoing(QPointF& pointStart, QPointF& pointEnd)
 {
-    m_pDraw->Doing(&CDrawHandler::MakeRuler, pointStart, pointEnd);
+    DoShape(EImageView2DMode_Drawing_Line, pointStart, pointEnd);
 }
 
 void CImageView2DCtrl::slot_DrawLineEnd(QPointF& pointStart, QPointF& pointEnd)
 {
-    m_pDraw->End(&CDrawHandler::MakeRuler, pointStart, pointEnd);
-}
-
-void CImageView2DCtrl::StartDrawing()
-{
-    m_pSelect->Leave();
-    m_pDraw->Start();
+    EndShape(EImageView2DMode_Drawing_Line, pointStart, pointEnd);
 }
 
 void CImageView2DCtrl::slot_DrawPolygonStart(QPointF& pointStart)
 {
-    m_pSelect->Leave();
-    m_pDraw->PolygonStart(pointStart);
+    StartShape(EImageView2DMode_Drawing_Polygon, pointStart);
 }
 
-void CImageView2DCtrl::slot_DrawPolygonDoing(QPointF&, QPointF& pointEnd)
+void CImageView2DCtrl::slot_DrawPolygonDoing(QPointF& pointStart, QPointF& pointEnd)
 {
-    m_pDraw->PolygonDoing(pointEnd);
+    DoShape(EImageView2DMode_Drawing_Polygon, pointStart, pointEnd);
+}
+
+void CImageView2DCtrl::slot_DrawPolygonEnd(QPointF& pointStart, QPointF& pointEnd)
+{
+    EndShape(EImageView2DMode_Drawing_Polygon, pointStart, pointEnd);
 }
 
 void CImageView2DCtrl::slot_DrawPolygonWaiting(QPointF& point)
 {
-    m_pDraw->PolygonWaiting(point);
+    m_pDraw->Waiting(point);
 }
 
-void CImageView2DCtrl::slot_DrawPolygonEnd(QPointF&, QPointF& pointEnd)
+void CImageView2DCtrl::slot_DrawShapeStart(QPointF& pointStart)
 {
-    m_pDraw->PolygonEnd(pointEnd);
+    StartShape(Mode(), pointStart);
+}
+
+void CImageView2DCtrl::slot_DrawShapeDoing(QPointF& pointStart, QPointF& pointEnd)
+{
+    DoShape(Mode(), pointStart, pointEnd);
+}
+
+void CImageView2DCtrl::slot_DrawShapeEnd(QPointF& pointStart, QPointF& pointEnd)
+{
+    EndShape(Mode(), pointStart, pointEnd);
+}
+
+void CImageView2DCtrl::slot_DrawShapeWaiting(QPointF& point)
+{
+    m_pDraw->Waiting(point);
 }
 
 void CImageView2DCtrl::slot_CheckResizeRotate(QPointF& point)
@@ -160,7 +208,7 @@ void CImageView2DCtrl::slot_CheckResizeRotate(QPointF& point)
 
 void CImageView2DCtrl::slot_SelectMovingStart(QPointF& pointStart)
 {
-    m_pDraw->AbandonPolygon();
+    m_pDraw->AbandonClicks();
     m_pSelect->Press(pointStart);
 }
 

@@ -2,17 +2,16 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/view2d/CImageView2DDrawableWidget.h>
 
-#include <Vantor/geometry/CEllipse.h>
-#include <Vantor/geometry/CLine.h>
 #include <Vantor/geometry/CPoint.h>
 #include <Vantor/geometry/CPointList.h>
 #include <Vantor/geometry/CRectangle.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
-#include <VantorCommon/annotation/object/CImageView2DDrawableRuler.h>
+#include <VantorCommon/annotation/object/ObjectLook_p.h>
 
 #include <QPainter>
 #include <QPolygonF>
+#include <algorithm>
 
 using namespace Vantor::Geometry;
 
@@ -24,10 +23,6 @@ constexpr double kOutlineMargin = 8.0;
 /// More than the height of a label and than the width of any of its letters, in widget pixels.
 constexpr double kLabelHeight = 64.0;
 
-const QColor kSelectedColor(255, 0, 0, 255);
-const QColor kSelectedFill(255, 0, 0, 50);
-const QColor kColor(0, 255, 0, 255);
-const QColor kFill(0, 255, 0, 50);
 const QColor kBoxColor(100, 100, 100, 255);
 const QColor kLabelColor(255, 255, 255, 255);
 const QColor kLabelBackground(10, 10, 10, 255);
@@ -40,6 +35,61 @@ QFont LabelFont()
 QPen OutlinePen(const QColor& color, double dblWidth, Qt::PenStyle style = Qt::SolidLine)
 {
     return QPen(QBrush(color, Qt::SolidPattern), dblWidth, style, Qt::SquareCap, Qt::BevelJoin);
+}
+
+/// A pen of an object's own: its width counts widget pixels, of which s image pixels are one.
+QPen OwnPen(const CImageView2DDrawableObject& object, double s)
+{
+    QPen pen = object.GetPen();
+    pen.setWidthF(std::max(1.0, pen.widthF()) * s);
+    return pen;
+}
+
+void DrawDot(QPainter& painter, double x, double y, double r)
+{
+    painter.drawEllipse(QRectF(x - r, y - r, 2 * r, 2 * r));
+}
+
+QVector<QPointF> PointsOf(const SOutline& piece)
+{
+    QVector<QPointF> vctPoints;
+    vctPoints.reserve(static_cast<int>(piece.vctPlaces.size()));
+    for (const SPlace& place : piece.vctPlaces)
+        vctPoints << QPointF(place.x, place.y);
+    return vctPoints;
+}
+
+/// Between the first two places, as far as they are given.
+QRectF BoxOf(const SOutline& piece)
+{
+    if (piece.vctPlaces.size() < 2)
+        return {};
+    const SPlace& a = piece.vctPlaces[0];
+    const SPlace& b = piece.vctPlaces[1];
+    return QRectF(a.x, a.y, b.x - a.x, b.y - a.y);
+}
+
+/// A dot gets the radius r, in image pixels.
+void DrawPiece(QPainter& painter, const SOutline& piece, double r)
+{
+    switch (piece.eForm) {
+    case EOutlineForm_Dot:
+        for (const SPlace& place : piece.vctPlaces)
+            DrawDot(painter, place.x, place.y, r);
+        break;
+    case EOutlineForm_Chain:
+        painter.drawPolyline(PointsOf(piece));
+        break;
+    case EOutlineForm_Polygon:
+        painter.drawPolygon(PointsOf(piece), Qt::OddEvenFill);
+        break;
+    case EOutlineForm_Box:
+        painter.drawRect(BoxOf(piece));
+        break;
+    case EOutlineForm_Ellipse:
+        painter.drawEllipse(BoxOf(piece));
+        break;
+    }
 }
 } // namespace
 
@@ -84,6 +134,12 @@ void CImageView2DDrawableWidget::SetWindow(const QRect& rect)
 std::vector<std::shared_ptr<CImageView2DDrawableObject>> CImageView2DDrawableWidget::GetDrawableObjects()
 {
     return m_vctObjects;
+}
+
+void CImageView2DDrawableWidget::SetOwnColors(bool bOwn)
+{
+    m_bOwnColors = bOwn;
+    update();
 }
 
 void CImageView2DDrawableWidget::Paint(QPainter&)
@@ -149,8 +205,8 @@ void CImageView2DDrawableWidget::slot_ChangeViewMode()
         setCursor(Qt::ArrowCursor);
     else if (nMode == EImageView2DMode_Panning)
         setCursor(Qt::SizeAllCursor);
-    else if (nMode >= EImageView2DMode_Drawing_Rectanlge && nMode <= EImageView2DMode_Drawing_Line)
-        setCursor(Qt::CrossCursor);
+    else if (const SShapeKind* pKind = ShapeKinds::OfMode(nMode))
+        setCursor(pKind->eCursor);
 }
 
 void CImageView2DDrawableWidget::paintEvent(QPaintEvent*)
@@ -167,126 +223,81 @@ void CImageView2DDrawableWidget::paintEvent(QPaintEvent*)
 
 /// Whether any pixel of the object, its handles and its label may fall into the widget. It may say yes for
 /// nothing, never no for something.
-bool CImageView2DDrawableWidget::MayBeSeen(const CImageView2DDrawableGeometry& object) const
+bool CImageView2DDrawableWidget::MayBeSeen(const CImageView2DDrawableObject& object) const
 {
     // The window's origin moves what is painted, though not what is mapped.
     if (!m_rectWindow.topLeft().isNull())
         return true;
     const QRectF box = MapToWidget(object.GetBoundary());
-    const double dblMargin = kOutlineMargin + kLabelHeight;
+    const double dblMargin = kOutlineMargin + kLabelHeight + object.GetPen().widthF();
     if (box.bottom() < -dblMargin || box.top() > height() + dblMargin || box.left() > width() + dblMargin)
         return false;
     // A label begins in the box and runs to the right.
-    return !(box.right() < -dblMargin) || box.right() + object.GetName().size() * kLabelHeight > 0.0 ||
-           object.GetType() == EImageView2DDrawbleObjectType_Ruler;
+    return !(box.right() < -dblMargin) || box.right() + object.GetLabel().strText.size() * kLabelHeight > 0.0;
 }
 
 void CImageView2DDrawableWidget::InternalDrawObject(QPainter* pPainter,
                                                     std::shared_ptr<CImageView2DDrawableObject> pObject)
 {
-    if (!pPainter || !pObject || !HasMapping())
-        return;
-    const auto eType = pObject->GetType();
-    if (eType != EImageView2DDrawbleObjectType_Geometry && eType != EImageView2DDrawbleObjectType_Ruler)
-        return;
-    auto* pGeometry = dynamic_cast<CImageView2DDrawableGeometry*>(pObject.get());
-    if (!pGeometry || !MayBeSeen(*pGeometry))
+    if (!pPainter || !pObject || !HasMapping() || !MayBeSeen(*pObject))
         return;
     const double s = double(m_rectWindow.width()) / m_rectViewPort.width();
-    if (eType == EImageView2DDrawbleObjectType_Geometry)
-        DrawGeometryObject(pPainter, *pGeometry, s);
-    else
-        DrawRuler(pPainter, *pGeometry, s);
-}
-
-/// Deliberate: the object's own pen and brush take no part; the colour tells the selection.
-void CImageView2DDrawableWidget::DrawGeometryObject(QPainter* pPainter, CImageView2DDrawableGeometry& object,
-                                                    double s)
-{
-    const bool bSelected = object.GetSelected();
-    pPainter->setPen(OutlinePen(bSelected ? kSelectedColor : kColor, s));
-    pPainter->setBrush(QBrush(bSelected ? kSelectedFill : kFill, Qt::SolidPattern));
-    InternalDrawCompositeGeometry(pPainter, object.GetData().get(), s);
-    if (object.GetDisplayName())
-        InternalDrawText(pPainter, object.GetName(), object.GetBoundary().topLeft(), QPen(kLabelColor),
+    const bool bSelected = pObject->GetSelected();
+    const QPen pen = OutlinePen(bSelected ? ObjectLook::kSelectedColor : ObjectLook::kColor, s);
+    QBrush brush(Qt::NoBrush);
+    if (ShapeKinds::IsRegion(*pObject))
+        brush = QBrush(bSelected ? ObjectLook::kSelectedFill : ObjectLook::kFill, Qt::SolidPattern);
+    const bool bOwn = m_bOwnColors && ObjectLook::IsOwn(*pObject);
+    pPainter->setPen(bOwn ? OwnPen(*pObject, s) : pen);
+    pPainter->setBrush(bOwn ? pObject->GetBrushFilled() : brush);
+    pObject->PaintContents(*pPainter, s);
+    if (const auto* pShape = dynamic_cast<CImageView2DDrawableGeometry*>(pObject.get()))
+        DrawComposite(*pPainter, pShape->GetData().get(), s, pen, bOwn ? QBrush(Qt::NoBrush) : brush);
+    const SObjectLabel label = pObject->GetLabel();
+    if (!label.strText.isEmpty())
+        InternalDrawText(pPainter, label.strText, label.ptAnchor, QPen(kLabelColor),
                          QBrush(kLabelBackground, Qt::SolidPattern), LabelFont());
-}
-
-/// Deliberate: the length is written whatever the display-name flag says.
-void CImageView2DDrawableWidget::DrawRuler(QPainter* pPainter, CImageView2DDrawableGeometry& object, double s)
-{
-    const auto* pRuler = dynamic_cast<CImageView2DDrawableRuler*>(&object);
-    const auto pGeometry = object.GetData();
-    pPainter->setPen(OutlinePen(object.GetSelected() ? kSelectedColor : kColor, s));
-    pPainter->setBrush(Qt::NoBrush);
-    InternalDrawCompositeGeometry(pPainter, pGeometry.get(), s);
-    const auto* pLine = dynamic_cast<CLine*>(pGeometry.get());
-    if (pRuler && pLine)
-        InternalDrawText(pPainter, QString::asprintf("%.03f pixel", pLine->GetLength()),
-                         pRuler->GetPointText(), OutlinePen(kLabelColor, s), QBrush(kLabelBackground),
-                         LabelFont());
 }
 
 void CImageView2DDrawableWidget::InternalDrawCompositeGeometry(QPainter* pPainter, CGeometry* pGeometry,
                                                                double s)
 {
-    if (!pPainter || !pGeometry)
-        return;
-    CPointList outline;
-    CPointList handles;
-    if (pGeometry->GetPoints(outline, handles) != 0)
-        return;
-    const EGeometryType eType = pGeometry->GetType();
-    if (eType == EGeometryType_Polygon) {
-        QPolygonF polygon;
-        for (int i = 0; i < handles.Size(); ++i)
-            if (const auto* pPoint = dynamic_cast<CPoint<double>*>(handles.At(i).get()))
-                polygon << QPointF(pPoint->x(), pPoint->y());
-        pPainter->drawPolygon(polygon, Qt::OddEvenFill);
-    } else {
-        InternalDrawElementGeometry(pPainter, pGeometry, s);
-    }
-    for (int i = 0; i < handles.Size(); ++i)
-        InternalDrawElementGeometry(pPainter, handles.At(i).get(), kHandleRadius * s);
-    pPainter->setBrush(Qt::NoBrush);
-    if (eType == EGeometryType_Line || eType == EGeometryType_GeometryArray)
-        return;
-    const CRectangle box = pGeometry->GetBoundingRectangle();
-    pPainter->setPen(OutlinePen(kBoxColor, s, Qt::DashLine));
-    pPainter->drawRect(QRectF(box.x(), box.y(), box.width(), box.height()));
+    if (pPainter)
+        DrawComposite(*pPainter, pGeometry, s, pPainter->pen(), pPainter->brush());
 }
 
+/// The outline has the painter's pen and brush, the handles those that are given.
+void CImageView2DDrawableWidget::DrawComposite(QPainter& painter, const CGeometry* pGeometry, double s,
+                                               const QPen& penHandles, const QBrush& brushHandles)
+{
+    CPointList outline;
+    CPointList handles;
+    if (!pGeometry || pGeometry->GetPoints(outline, handles) != 0)
+        return;
+    for (const SOutline& piece : pGeometry->GetOutline())
+        DrawPiece(painter, piece, s);
+    painter.setPen(penHandles);
+    painter.setBrush(brushHandles);
+    for (int i = 0; i < handles.Size(); ++i)
+        if (const auto* pHandle = dynamic_cast<CPoint<double>*>(handles.At(i).get()))
+            DrawDot(painter, pHandle->x(), pHandle->y(), kHandleRadius * s);
+    painter.setBrush(Qt::NoBrush);
+    if (!pGeometry->HasFrame())
+        return;
+    const CRectangle box = pGeometry->GetBoundingRectangle();
+    painter.setPen(OutlinePen(kBoxColor, s, Qt::DashLine));
+    painter.drawRect(QRectF(box.x(), box.y(), box.width(), box.height()));
+}
+
+/// Deliberate: polygons are left out; a shape as a whole has them.
 void CImageView2DDrawableWidget::InternalDrawElementGeometry(QPainter* pPainter, CGeometry* pGeometry,
                                                              double r)
 {
     if (!pPainter || !pGeometry)
         return;
-    switch (pGeometry->GetType()) {
-    case EGeometryType_Point:
-        if (const auto* pPoint = dynamic_cast<CPoint<double>*>(pGeometry))
-            pPainter->drawEllipse(QRectF(pPoint->x() - r, pPoint->y() - r, 2 * r, 2 * r));
-        break;
-    case EGeometryType_Line:
-        if (const auto* pLine = dynamic_cast<CLine*>(pGeometry)) {
-            const QLineF line(pLine->start().x(), pLine->start().y(), pLine->end().x(), pLine->end().y());
-            pPainter->drawLines(&line, 1);
-        }
-        break;
-    case EGeometryType_Rectangle:
-        if (const auto* pRectangle = dynamic_cast<CRectangle*>(pGeometry)) {
-            const QRectF rect(pRectangle->x(), pRectangle->y(), pRectangle->width(), pRectangle->height());
-            pPainter->drawRects(&rect, 1);
-        }
-        break;
-    case EGeometryType_Ellipse:
-        if (const auto* pEllipse = dynamic_cast<CEllipse*>(pGeometry))
-            pPainter->drawEllipse(QRectF(pEllipse->centerX() - pEllipse->radiusA(),
-                                         pEllipse->centerY() - pEllipse->radiusB(), 2 * pEllipse->radiusA(),
-                                         2 * pEllipse->radiusB()));
-        break;
-    default:
-        break;
-    }
+    for (const SOutline& piece : pGeometry->GetOutline())
+        if (piece.eForm != EOutlineForm_Polygon)
+            DrawPiece(*pPainter, piece, r);
 }
 
 void CImageView2DDrawableWidget::InternalDrawText(QPainter* pPainter, QString strText, QPointF anchor,

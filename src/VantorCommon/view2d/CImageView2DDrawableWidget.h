@@ -11,7 +11,6 @@
 #include <memory>
 #include <vector>
 
-class CImageView2DDrawableGeometry;
 class CImageView2DDrawableObject;
 class CImageView2DToolModel;
 class QBrush;
@@ -51,6 +50,10 @@ public:
     /// Paints what lies below the annotations; the painter is untransformed. Nothing here.
     virtual void Paint(QPainter& painter);
 
+    /// Whether objects that have a pen or a brush are painted by them, the width of the pen in widget pixels;
+    /// their handles tell the selection. Not at first.
+    void SetOwnColors(bool bOwn);
+
     /// @{
     /// Widget to image coordinates and back. With an empty viewport or window the result is zero.
     /// Deliberate: the window's origin takes no part; image coordinates count from its top-left corner.
@@ -61,7 +64,7 @@ public:
     /// @}
 
 public Q_SLOTS:
-    /// Sets the cursor: an arrow for selecting, four arrows for panning, a cross for drawing.
+    /// Sets the cursor: an arrow for selecting, four arrows for panning, that of the kind for drawing.
     void slot_ChangeViewMode();
 
 protected:
@@ -70,11 +73,11 @@ protected:
 
     // The painter of all four maps the window to the viewport; nothing is painted without one.
 
-    /// Draws a shape or a ruler, green or, when it is selected, red, with its name or its length; nothing for
-    /// other kinds. Deliberate: the object's own pen and brush take no part.
+    /// Draws a shape, green or, when it is selected, red, what else the object paints, and its label.
+    /// Deliberate: the object's own pen and brush take no part before SetOwnColors.
     void InternalDrawObject(QPainter* pPainter, std::shared_ptr<CImageView2DDrawableObject> pObject);
-    /// Draws a point, a line, a rectangle or an ellipse with the painter's pen and brush, nothing else; r is
-    /// the radius of a point, in image pixels.
+    /// Draws the outline of a shape with the painter's pen and brush, polygons left out; r is the radius of a
+    /// dot, in image pixels.
     void InternalDrawElementGeometry(QPainter* pPainter, Vantor::Geometry::CGeometry* pGeometry, double r);
     /// Draws a shape with its handles and its dashed bounding box; s is the size of a widget pixel in image
     /// pixels.
@@ -94,12 +97,13 @@ protected:
 
 private:
     bool HasMapping() const;
-    bool MayBeSeen(const CImageView2DDrawableGeometry& object) const;
-    void DrawGeometryObject(QPainter* pPainter, CImageView2DDrawableGeometry& object, double s);
-    void DrawRuler(QPainter* pPainter, CImageView2DDrawableGeometry& object, double s);
+    bool MayBeSeen(const CImageView2DDrawableObject& object) const;
+    void DrawComposite(QPainter& painter, const Vantor::Geometry::CGeometry* pGeometry, double s,
+                       const QPen& penHandles, const QBrush& brushHandles);
 
     QRect m_rectViewPort;
     QRect m_rectWindow;
     QPointer<CImageView2DToolModel> m_pToolModel;
     std::vector<std::shared_ptr<CImageView2DDrawableObject>> m_vctObjects;
+    bool m_bOwnColors = false;
 };

@@ -5,7 +5,7 @@
 #include <Vantor/geometry/CPoint.h>
 #include <Vantor/geometry/CPointList.h>
 #include <Vantor/geometry/CRectangle.h>
-#include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
 
 #include <utility>
 
@@ -15,18 +15,6 @@ namespace
 {
 using ObjectPtr = CImageView2DCommandChangeShape::ObjectPtr;
 using GeometryPtr = CImageView2DCommandChangeShape::GeometryPtr;
-
-GeometryPtr CloneShape(const ObjectPtr& pObject)
-{
-    const auto pShape = std::dynamic_pointer_cast<CImageView2DDrawableGeometry>(pObject);
-    return pShape && pShape->GetData() ? pShape->GetData()->Clone() : nullptr;
-}
-
-void Show(const ObjectPtr& pObject, const GeometryPtr& pGeometry)
-{
-    if (const auto pShape = std::dynamic_pointer_cast<CImageView2DDrawableGeometry>(pObject))
-        pShape->ChangeData(pGeometry->Clone());
-}
 
 bool SameHandles(const CGeometry& a, const CGeometry& b)
 {
@@ -61,7 +49,7 @@ bool SameShape(const GeometryPtr& pA, const GeometryPtr& pB)
 CImageView2DCommandChangeShape::CImageView2DCommandChangeShape(CImageView2DCtrl* pCtrl, ObjectPtr pObject,
                                                                const GeometryPtr& pBefore)
     : m_pCtrl(pCtrl), m_pObject(std::move(pObject)), m_pBefore(pBefore ? pBefore->Clone() : nullptr),
-      m_pAfter(pBefore ? CloneShape(m_pObject) : nullptr), m_bDoneLive(pBefore != nullptr)
+      m_pAfter(pBefore && m_pObject ? m_pObject->CloneShape() : nullptr), m_bDoneLive(pBefore != nullptr)
 {
 }
 
@@ -71,14 +59,14 @@ void CImageView2DCommandChangeShape::exec()
 {
     if (!m_pCtrl || !m_pObject || std::exchange(m_bDoneLive, false))
         return;
-    const GeometryPtr pFormer = CloneShape(m_pObject);
+    const GeometryPtr pFormer = m_pObject->CloneShape();
     if (m_pAfter && SameShape(pFormer, m_pBefore)) {
-        Show(m_pObject, m_pAfter);
+        m_pObject->RestoreShape(*m_pAfter);
         return;
     }
     const bool bFirst = !m_pAfter;
     Do(*m_pCtrl, m_pObject);
-    m_pAfter = CloneShape(m_pObject);
+    m_pAfter = m_pObject->CloneShape();
     // A first time that changes nothing was made live, so what was before it is not known here.
     m_pBefore = bFirst && SameShape(pFormer, m_pAfter) ? nullptr : pFormer;
 }
@@ -87,12 +75,12 @@ void CImageView2DCommandChangeShape::undo()
 {
     if (!m_pCtrl || !m_pObject)
         return;
-    const GeometryPtr pFormer = CloneShape(m_pObject);
+    const GeometryPtr pFormer = m_pObject->CloneShape();
     if (m_pBefore && SameShape(pFormer, m_pAfter)) {
-        Show(m_pObject, m_pBefore);
+        m_pObject->RestoreShape(*m_pBefore);
         return;
     }
     Revert(*m_pCtrl, m_pObject);
-    m_pBefore = CloneShape(m_pObject);
+    m_pBefore = m_pObject->CloneShape();
     m_pAfter = pFormer;
 }

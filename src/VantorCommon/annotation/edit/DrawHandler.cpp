@@ -2,110 +2,82 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/annotation/edit/DrawHandler_p.h>
 
-#include <Vantor/geometry/CEllipse.h>
 #include <Vantor/geometry/CLine.h>
-#include <Vantor/geometry/CPolygon.h>
-#include <Vantor/geometry/CRectangle.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandAddGeometry.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
-#include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
-#include <VantorCommon/annotation/object/CImageView2DDrawableRuler.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableText.h>
+#include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
-#include <cmath>
 #include <utility>
 
-using namespace Vantor::Geometry;
+using Vantor::Geometry::CLine;
+using Vantor::Geometry::CPoint;
 
 namespace
 {
 /// Fewer edges than this do not close.
 constexpr std::size_t kMinOpenEdges = 3;
 
-CPoint<double> CorePoint(const QPointF& point)
+CLine CoreLine(const QPointF& start, const QPointF& end)
 {
-    return {point.x(), point.y()};
+    return {CPoint<double>(start.x(), start.y()), CPoint<double>(end.x(), end.y())};
 }
 
-std::shared_ptr<CImageView2DDrawableGeometry> Wrap(std::shared_ptr<CGeometry> pGeometry)
+std::shared_ptr<CImageView2DDrawableObject> MakeEdge(const QPointF& start, const QPointF& end)
 {
-    auto pObject = std::make_shared<CImageView2DDrawableGeometry>();
-    pObject->SetData(std::move(pGeometry));
-    return pObject;
-}
-
-std::shared_ptr<CImageView2DDrawableGeometry> MakeEdge(const QPointF& start, const QPointF& end)
-{
-    auto pEdge = Wrap(std::make_shared<CLine>(CorePoint(start), CorePoint(end)));
+    const auto pEdge = ShapeKinds::Wrap(std::make_shared<CLine>(CoreLine(start, end)));
     pEdge->SetDisplayName(false);
     return pEdge;
 }
-
-const CLine* LineOf(const std::shared_ptr<CImageView2DDrawableObject>& pObject)
-{
-    const auto pShape = std::dynamic_pointer_cast<CImageView2DDrawableGeometry>(pObject);
-    return pShape ? dynamic_cast<const CLine*>(pShape->GetData().get()) : nullptr;
-}
 } // namespace
 
-std::shared_ptr<CImageView2DDrawableGeometry> CDrawHandler::MakeRectangle(const QPointF& start,
-                                                                          const QPointF& end)
+void CDrawHandler::Start(const SShapeKind& kind, const QPointF& point)
 {
-    return Wrap(std::make_shared<CRectangle>(start.x(), start.y(), end.x() - start.x(), end.y() - start.y()));
-}
-
-std::shared_ptr<CImageView2DDrawableGeometry> CDrawHandler::MakeEllipse(const QPointF& start,
-                                                                        const QPointF& end)
-{
-    return Wrap(std::make_shared<CEllipse>(start.x(), start.y(), end.x() - start.x(), end.y() - start.y()));
-}
-
-std::shared_ptr<CImageView2DDrawableGeometry> CDrawHandler::MakeCircle(const QPointF& start,
-                                                                       const QPointF& end)
-{
-    const double r = std::hypot(end.x() - start.x(), end.y() - start.y());
-    return Wrap(std::make_shared<CEllipse>(start.x() - r, start.y() - r, 2 * r, 2 * r));
-}
-
-std::shared_ptr<CImageView2DDrawableGeometry> CDrawHandler::MakeRuler(const QPointF& start,
-                                                                      const QPointF& end)
-{
-    auto pRuler = std::make_shared<CImageView2DDrawableRuler>();
-    pRuler->SetData(std::make_shared<CLine>(CorePoint(start), CorePoint(end)));
-    return pRuler;
-}
-
-void CDrawHandler::Start()
-{
-    if (!m_context.IsComplete())
+    if (!m_context.IsComplete() || (kind.fromClicks && m_pClicked == &kind))
         return;
     m_bPreview = false;
-    m_bPolygon = false;
     m_context.ClearDrawing();
-    if (m_context.pModel->GetObjectDrawingWaiting())
+    if (kind.fromClicks || m_context.pModel->GetObjectDrawingWaiting())
         m_context.pModel->ClearObjectDrawingWaiting();
+    m_pClicked = kind.fromClicks ? &kind : nullptr;
+    m_ptLast = point;
 }
 
-void CDrawHandler::Doing(Maker make, const QPointF& start, const QPointF& current)
+void CDrawHandler::Doing(const SShapeKind& kind, const QPointF& start, const QPointF& current)
 {
     if (!m_context.IsComplete())
         return;
+    if (kind.fromClicks) {
+        if (m_pClicked)
+            m_context.pModel->AddObjectDrawing(MakeEdge(m_ptLast, current));
+        return;
+    }
     m_context.ClearDrawing();
-    const auto pPreview = make(start, current);
+    const auto pPreview = kind.fromDrag(start, current);
+    if (!pPreview)
+        return;
     pPreview->SetDisplayName(false);
     m_bPreview = true;
     m_context.pModel->AddObjectDrawing(pPreview);
 }
 
-void CDrawHandler::End(Maker make, const QPointF& start, const QPointF& end)
+void CDrawHandler::End(const SShapeKind& kind, const QPointF& start, const QPointF& end)
 {
     if (!m_context.IsComplete())
         return;
+    if (kind.fromClicks)
+        return EndEdge(end);
     m_bPreview = false;
-    m_context.execute(std::make_unique<CImageView2DCommandAddGeometry>(m_context.pCtrl, make(start, end)));
+    const std::shared_ptr<CImageView2DDrawableObject> pObject = kind.fromDrag(start, end);
+    const auto pText = std::dynamic_pointer_cast<CImageView2DDrawableText>(pObject);
+    if (!pText)
+        Add(pObject);
     m_context.ClearDrawing();
     ReturnToSelecting();
+    if (pText)
+        m_context.write(pText);
 }
 
 void CDrawHandler::AbandonDrag()
@@ -114,33 +86,32 @@ void CDrawHandler::AbandonDrag()
         m_context.ClearDrawing();
 }
 
-void CDrawHandler::AbandonPolygon()
+void CDrawHandler::AbandonClicks()
 {
-    if (m_bPolygon)
-        Start();
-}
-
-void CDrawHandler::PolygonStart(const QPointF& point)
-{
-    if (!m_context.IsComplete() || m_bPolygon)
+    if (!std::exchange(m_pClicked, nullptr) || !m_context.IsComplete())
         return;
-    m_bPreview = false;
     m_context.ClearDrawing();
     m_context.pModel->ClearObjectDrawingWaiting();
-    m_bPolygon = true;
-    m_ptLast = point;
 }
 
-void CDrawHandler::PolygonWaiting(const QPointF& point)
+void CDrawHandler::Waiting(const QPointF& point)
 {
-    if (m_context.IsComplete() && m_bPolygon)
+    if (m_context.IsComplete() && m_pClicked)
         m_context.pModel->AddObjectDrawingWaiting(MakeEdge(m_ptLast, point));
 }
 
-void CDrawHandler::PolygonDoing(const QPointF& current)
+void CDrawHandler::EndEdge(const QPointF& end)
 {
-    if (m_context.IsComplete() && m_bPolygon)
-        m_context.pModel->AddObjectDrawing(MakeEdge(m_ptLast, current));
+    if (!m_pClicked)
+        return;
+    const std::vector<QLineF> vctEdges = Edges();
+    // Deliberate: three edges count whatever their lengths.
+    const bool bCloses =
+        vctEdges.size() >= kMinOpenEdges &&
+        CoreLine(vctEdges.front().p1(), end).GetLength() <= m_context.pCtrl->HandleTolerance();
+    AddEdge(bCloses ? vctEdges.front().p1() : end);
+    if (bCloses)
+        Close();
 }
 
 void CDrawHandler::AddEdge(const QPointF& end)
@@ -149,39 +120,30 @@ void CDrawHandler::AddEdge(const QPointF& end)
     m_ptLast = end;
 }
 
-void CDrawHandler::PolygonEnd(const QPointF& end)
+/// The edges that clicks have drawn so far, in their order.
+std::vector<QLineF> CDrawHandler::Edges() const
 {
-    if (!m_context.IsComplete() || !m_bPolygon)
-        return;
-    if (ClosesPolygon(end))
-        ClosePolygon();
-    else
-        AddEdge(end);
+    std::vector<QLineF> vctEdges;
+    for (const auto& pObject : m_context.pModel->GetObjectDrawing())
+        if (const auto* pLine = ShapeKinds::GeometryOf<CLine>(*pObject))
+            vctEdges.emplace_back(pLine->start().x(), pLine->start().y(), pLine->end().x(), pLine->end().y());
+    return vctEdges;
 }
 
-/// Deliberate: three edges count whatever their lengths.
-bool CDrawHandler::ClosesPolygon(const QPointF& end) const
+void CDrawHandler::Close()
 {
-    const auto vctEdges = m_context.pModel->GetObjectDrawing();
-    const CLine* pFirst = vctEdges.size() < kMinOpenEdges ? nullptr : LineOf(vctEdges.front());
-    return pFirst && pFirst->start().GetDistance(CorePoint(end)) <= m_context.pCtrl->HandleTolerance();
-}
-
-void CDrawHandler::ClosePolygon()
-{
-    const auto vctEdges = m_context.pModel->GetObjectDrawing();
-    const CLine* pFirst = LineOf(vctEdges.front());
-    AddEdge(QPointF(pFirst->start().x(), pFirst->start().y()));
-    auto pPolygon = std::make_shared<CPolygon>();
-    for (const auto& pEdge : m_context.pModel->GetObjectDrawing())
-        if (const CLine* pLine = LineOf(pEdge))
-            pPolygon->AddEdge(*pLine);
-    m_bPolygon = false;
-    m_context.execute(
-        std::make_unique<CImageView2DCommandAddGeometry>(m_context.pCtrl, Wrap(std::move(pPolygon))));
+    const SShapeKind* pKind = std::exchange(m_pClicked, nullptr);
+    Add(pKind->fromClicks(Edges()));
     m_context.pModel->ClearObjectDrawing();
     m_context.pModel->ClearObjectDrawingWaiting();
     ReturnToSelecting();
+}
+
+void CDrawHandler::Add(std::shared_ptr<CImageView2DDrawableObject> pObject)
+{
+    if (pObject)
+        m_context.execute(
+            std::make_unique<CImageView2DCommandAddGeometry>(m_context.pCtrl, std::move(pObject)));
 }
 
 void CDrawHandler::ReturnToSelecting()

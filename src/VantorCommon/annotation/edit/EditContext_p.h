@@ -10,6 +10,7 @@ class CCommand;
 class CImageView2D;
 class CImageView2DCtrl;
 class CImageView2DGeometryModel;
+class CImageView2DDrawableText;
 class CImageView2DToolModel;
 
 /// What the gestures of one 2D controller work on. Models and view may die first.
@@ -20,6 +21,8 @@ struct SEditContext {
     QPointer<CImageView2DToolModel> pToolModel;
     /// Records a step and carries it out.
     std::function<void(std::unique_ptr<CCommand>)> execute;
+    /// Lets the user write a new text, and adds it as a step.
+    std::function<void(std::shared_ptr<CImageView2DDrawableText>)> write;
 
     /// Whether view, drawing layer and geometry model are there.
     bool IsComplete() const;

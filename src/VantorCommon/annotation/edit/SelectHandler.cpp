@@ -4,12 +4,12 @@
 
 #include <Vantor/geometry/CRectangle.h>
 #include <VantorCommon/annotation/command/CCommandArray.h>
+#include <VantorCommon/annotation/command/CCommandCall.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandDeleteGeometry.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandMoveGeometry.h>
 #include <VantorCommon/annotation/command/CImageView2DCommandResizeGeometry.h>
-#include <VantorCommon/annotation/edit/DrawHandler_p.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
-#include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/annotation/object/ObjectLook_p.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
@@ -18,7 +18,6 @@
 #include <unordered_set>
 #include <utility>
 
-using Vantor::Geometry::CGeometry;
 using Vantor::Geometry::CPoint;
 using Vantor::Geometry::CRectangle;
 
@@ -36,18 +35,12 @@ void RefreshOffset(const ObjectPtr& pObject, const QPointF& point)
     pObject->SetMouseOffset(point - pObject->GetBoundary().topLeft());
 }
 
-std::shared_ptr<CGeometry> CloneShape(const ObjectPtr& pObject)
-{
-    const auto pShape = std::dynamic_pointer_cast<CImageView2DDrawableGeometry>(pObject);
-    return pShape && pShape->GetData() ? pShape->GetData()->Clone() : nullptr;
-}
-
-/// Texts have no place that could be caught.
+/// A text without letters has no place that could be caught.
 bool IsCaught(const CRectangle& band, const ObjectPtr& pObject)
 {
-    if (pObject->GetType() == EImageView2DDrawbleObjectType_Text)
-        return false;
     const QRectF box = pObject->GetBoundary();
+    if (pObject->GetType() == EImageView2DDrawbleObjectType_Text && box.isNull())
+        return false;
     const QPointF corners[] = {box.topLeft(), box.topRight(), box.bottomRight(), box.bottomLeft()};
     return std::any_of(std::begin(corners), std::end(corners), [&](const QPointF& corner) {
         return band.Contains(CPoint<double>(corner.x(), corner.y()));
@@ -128,7 +121,7 @@ bool CSelectHandler::TakeHandle(const QPointF& point)
         pObject->SetSelected(true);
         m_ptResizeOffset = point - handle;
         m_ptHandle = handle;
-        m_vctDragged.push_back(SDragged{pObject, CloneShape(pObject)});
+        m_vctDragged.push_back(SDragged{pObject, pObject->CloneShape()});
         return true;
     }
     return false;
@@ -149,7 +142,7 @@ void CSelectHandler::KeepSelected()
 {
     for (const ObjectPtr& pObject : m_context.pModel->GetObjects())
         if (pObject->GetSelected())
-            m_vctDragged.push_back(SDragged{pObject, CloneShape(pObject)});
+            m_vctDragged.push_back(SDragged{pObject, pObject->CloneShape()});
 }
 
 void CSelectHandler::MoveSelected(const QPointF& current)
@@ -162,12 +155,13 @@ void CSelectHandler::MoveSelected(const QPointF& current)
 
 void CSelectHandler::Band(const QPointF& start, const QPointF& current)
 {
-    const auto pBand = CDrawHandler::MakeRectangle(start, current);
+    const auto pRectangle =
+        std::make_shared<CRectangle>(start.x(), start.y(), current.x() - start.x(), current.y() - start.y());
+    const auto pBand = ShapeKinds::Wrap(pRectangle);
     pBand->SetDisplayName(false);
     m_bBand = true;
     m_context.pModel->ClearObjectDrawing();
     m_context.pModel->AddObjectDrawing(pBand);
-    const auto pRectangle = std::dynamic_pointer_cast<CRectangle>(pBand->GetData());
     for (const ObjectPtr& pObject : m_context.pModel->GetObjects())
         if (!pObject->GetSelected() && IsCaught(*pRectangle, pObject)) {
             pObject->SetSelected(true);
@@ -241,6 +235,31 @@ void CSelectHandler::DeleteSelected()
         m_context.execute(std::move(pSteps));
 }
 
+void CSelectHandler::ChangeLooks(const std::function<void(SObjectLook&)>& change)
+{
+    if (!m_context.IsComplete())
+        return;
+    const auto show = [](const ObjectPtr& pObject, const SObjectLook& look) {
+        return [=] {
+            pObject->SetPen(look.pen);
+            pObject->SetBrushFilled(look.brush);
+        };
+    };
+    auto pSteps = std::make_unique<CCommandArray>();
+    bool bAny = false;
+    for (const ObjectPtr& pObject : m_context.pModel->GetObjects()) {
+        SObjectLook look = ObjectLook::Of(*pObject);
+        change(look);
+        if (!pObject->GetSelected() || look == ObjectLook::Of(*pObject))
+            continue;
+        const SObjectLook before{pObject->GetPen(), pObject->GetBrushFilled()};
+        pSteps->addCommand(new CCommandCall(show(pObject, look), show(pObject, before)));
+        bAny = true;
+    }
+    if (bAny)
+        m_context.execute(std::move(pSteps));
+}
+
 void CSelectHandler::Abandon()
 {
     const auto vctDragged = std::exchange(m_vctDragged, {});
@@ -260,7 +279,6 @@ void CSelectHandler::Leave()
 
 void CSelectHandler::TakeBack(const SDragged& dragged)
 {
-    const auto pShape = std::dynamic_pointer_cast<CImageView2DDrawableGeometry>(dragged.pObject);
-    if (pShape && dragged.pBefore)
-        pShape->ChangeData(dragged.pBefore);
+    if (dragged.pBefore)
+        dragged.pObject->RestoreShape(*dragged.pBefore);
 }

@@ -5,11 +5,13 @@
 #include <VantorCommon/annotation/edit/EditContext_p.h>
 
 #include <QPointF>
+#include <functional>
 #include <memory>
 #include <vector>
 
 class CImageView2DDrawableObject;
 class QRectF;
+struct SObjectLook;
 
 namespace Vantor::Geometry
 {
@@ -33,6 +35,8 @@ public:
     void Drag(const QPointF& start, const QPointF& current);
     void Release(const QPointF& start, const QPointF& end);
     void DeleteSelected();
+    /// Changes how the selected objects look, as one step; nothing when nothing comes of it.
+    void ChangeLooks(const std::function<void(SObjectLook&)>& change);
     /// Takes back a drag that is still open.
     void Abandon();
     /// The same, and forgets the handle under the mouse: another mode takes over.

@@ -2,11 +2,9 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
 
-#include <Vantor/geometry/CEllipse.h>
-#include <Vantor/geometry/CLine.h>
 #include <Vantor/geometry/CPointList.h>
-#include <Vantor/geometry/CPolygon.h>
 #include <Vantor/geometry/CRectangle.h>
+#include <VantorCommon/annotation/object/ShapeKinds.h>
 
 #include <algorithm>
 #include <cmath>
@@ -19,80 +17,6 @@ namespace
 using Point = CPoint<double>;
 
 constexpr double kBoxRounding = 1e-12; // of a coordinate, far above what a few additions cost
-
-QString NamePrefix(EGeometryType eType)
-{
-    switch (eType) {
-    case EGeometryType_Point:
-        return QStringLiteral("Point_");
-    case EGeometryType_Line:
-        return QStringLiteral("Line_");
-    case EGeometryType_Rectangle:
-        return QStringLiteral("Rectangle_");
-    case EGeometryType_Circle:
-        return QStringLiteral("Circle_");
-    case EGeometryType_Ellipse:
-        return QStringLiteral("Ellipse_");
-    case EGeometryType_Polygon:
-        return QStringLiteral("Polygon_");
-    case EGeometryType_GeometryArray:
-        return QStringLiteral("GeometryArray_");
-    }
-    return QStringLiteral("Object_");
-}
-
-// Each overload moves the handle that equals the point exactly and tells whether there was one.
-
-bool MoveHandle(CLine& line, const Point& handle, const Point& to)
-{
-    if (line.start() == handle)
-        line.SetStart(to);
-    else if (line.end() == handle)
-        line.SetEnd(to);
-    else
-        return false;
-    return true;
-}
-
-bool MoveHandle(CBox& box, const Point& handle, const Point& to)
-{
-    if (box.topLeft() == handle)
-        box.SetTopLeft(to);
-    else if (box.topRight() == handle)
-        box.SetTopRight(to);
-    else if (box.bottomRight() == handle)
-        box.SetBottomRight(to);
-    else if (box.bottomLeft() == handle)
-        box.SetBottomLeft(to);
-    else
-        return false;
-    return true;
-}
-
-bool MoveHandle(CPolygon& polygon, const Point& handle, const Point& to)
-{
-    CPointList moved;
-    bool bFound = false;
-    for (const Point& vertex : polygon.GetVertices()) {
-        const bool bHit = !bFound && vertex == handle;
-        moved.Add(bHit ? to : vertex);
-        bFound = bFound || bHit;
-    }
-    if (bFound)
-        polygon.SetPoints(moved);
-    return bFound;
-}
-
-bool MoveHandle(CGeometry& geometry, const Point& handle, const Point& to)
-{
-    if (auto* pLine = dynamic_cast<CLine*>(&geometry))
-        return MoveHandle(*pLine, handle, to);
-    if (auto* pBox = dynamic_cast<CBox*>(&geometry))
-        return MoveHandle(*pBox, handle, to);
-    if (auto* pPolygon = dynamic_cast<CPolygon*>(&geometry))
-        return MoveHandle(*pPolygon, handle, to);
-    return false;
-}
 } // namespace
 
 CImageView2DDrawableGeometry::CImageView2DDrawableGeometry()
@@ -120,7 +44,22 @@ void CImageView2DDrawableGeometry::ChangeData(std::shared_ptr<CGeometry> pGeomet
 
 QString CImageView2DDrawableGeometry::GetName() const
 {
-    return m_pGeometry ? NameOr(NamePrefix(m_pGeometry->GetType())) : QString();
+    return m_pGeometry ? NameOr(ShapeKinds::PrefixOf(m_pGeometry->GetType())) : QString();
+}
+
+SObjectLabel CImageView2DDrawableGeometry::GetLabel() const
+{
+    return GetDisplayName() ? SObjectLabel{GetName(), GetBoundary().topLeft()} : SObjectLabel();
+}
+
+std::shared_ptr<CGeometry> CImageView2DDrawableGeometry::CloneShape() const
+{
+    return m_pGeometry ? m_pGeometry->Clone() : nullptr;
+}
+
+void CImageView2DDrawableGeometry::RestoreShape(const CGeometry& shape)
+{
+    ChangeData(shape.Clone());
 }
 
 QRectF CImageView2DDrawableGeometry::GetBoundary() const
@@ -172,6 +111,6 @@ bool CImageView2DDrawableGeometry::FindResizePoint(double dblTolerance, const QP
 void CImageView2DDrawableGeometry::MoveResizePoint(const QPointF& handle, const QPointF& newPoint)
 {
     if (m_pGeometry &&
-        MoveHandle(*m_pGeometry, Point(handle.x(), handle.y()), Point(newPoint.x(), newPoint.y())))
+        m_pGeometry->MoveHandle(Point(handle.x(), handle.y()), Point(newPoint.x(), newPoint.y())))
         NotifyChange();
 }

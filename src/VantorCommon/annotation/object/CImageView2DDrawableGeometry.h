@@ -6,11 +6,6 @@
 
 #include <memory>
 
-namespace Vantor::Geometry
-{
-class CGeometry;
-}
-
 /// A shape: a drawable object around a geometry of the core library.
 ///
 /// Without a geometry the boundary is null, the name empty, and moving and resizing do nothing. A geometry of
@@ -33,12 +28,15 @@ public:
     /// Empty without a geometry, even when a name was given; otherwise the given name, or the kind and the
     /// identifier: a rectangle whose identifier is 12 is Rectangle_12.
     QString GetName() const override;
+    /// The name at the top-left corner of the boundary, while it is displayed.
+    SObjectLabel GetLabel() const override;
+    std::shared_ptr<Vantor::Geometry::CGeometry> CloneShape() const override;
+    void RestoreShape(const Vantor::Geometry::CGeometry& shape) override;
     QRectF GetBoundary() const override;
     void MoveTopLeftTo(const QPointF& point) override;
     bool FindResizePoint(double dblTolerance, const QPointF& point, QPointF& handle, double) const override;
-    /// Handles: a line's ends, the raw corners of a rectangle and of an ellipse's box, a polygon's vertices;
-    /// where two coincide the first of them moves. Deliberate: a circle has none, it keeps its size once
-    /// drawn.
+    /// The handles are those of the geometry; where two coincide the first of them moves. Deliberate: a
+    /// circle has none, it keeps its size once drawn.
     void MoveResizePoint(const QPointF& handle, const QPointF& newPoint) override;
 
 protected:

@@ -15,6 +15,10 @@ QString CImageView2DDrawableObject::GetName() const
     return NameOr(QStringLiteral("Object_"));
 }
 
+void CImageView2DDrawableObject::PaintContents(QPainter&, double) const
+{
+}
+
 void CImageView2DDrawableObject::SetSelected(bool bSelected)
 {
     if (m_bSelected == bSelected)

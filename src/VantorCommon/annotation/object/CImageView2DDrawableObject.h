@@ -12,12 +12,26 @@
 #include <QRectF>
 #include <QString>
 #include <QVariant>
+#include <memory>
+
+class QPainter;
+
+namespace Vantor::Geometry
+{
+class CGeometry;
+}
 
 /// The kind of a drawable object. The values are part of the interface; 2 is used by no class.
 enum EImageView2DDrawbleObjectType : int {
     EImageView2DDrawbleObjectType_Text = 0,     ///< CImageView2DDrawableText
     EImageView2DDrawbleObjectType_Geometry = 1, ///< CImageView2DDrawableGeometry
     EImageView2DDrawbleObjectType_Ruler = 3     ///< CImageView2DDrawableRuler
+};
+
+/// A text beside an annotation.
+struct SObjectLabel {
+    QString strText;  ///< empty: nothing is written
+    QPointF ptAnchor; ///< where its baseline begins, in image coordinates
 };
 
 /// One annotation on a 2D image view, with the editing state that the user interface needs.
@@ -52,6 +66,21 @@ public:
     /// no handle changes nothing.
     virtual void MoveResizePoint(const QPointF& handle, const QPointF& newPoint) = 0;
 
+    /// What views write beside the object; nothing in the base.
+    virtual SObjectLabel GetLabel() const { return {}; }
+    /// @{
+    /// The place and form that an undoable step keeps: a copy of them, and back to such a copy, which is
+    /// announced. Null in the base, which cannot go back.
+    virtual std::shared_ptr<Vantor::Geometry::CGeometry> CloneShape() const { return nullptr; }
+    virtual void RestoreShape(const Vantor::Geometry::CGeometry&) {}
+    /// @}
+    /// Paints what lies beneath the outline of a shape and the label; nothing in the base.
+    /// @param painter  maps image coordinates to the view; its pen and brush are those of the object, and it
+    /// is
+    ///                 left as it was found
+    /// @param s        the size of a widget pixel in image pixels
+    virtual void PaintContents(QPainter& painter, double s) const;
+
     /// The kind given at construction; it never changes.
     EImageView2DDrawbleObjectType GetType() const { return m_eType; }
 
@@ -81,8 +110,9 @@ public:
     /// @}
 
     /// @{
-    /// Stored for callers; the views paint every object in their own colours. Deliberate: pen and brush are
-    /// stored and announced even when they are equal to the present ones.
+    /// The object's own colours, width (widget pixels) and fill; views paint by them only with
+    /// SCenterOptions::bOwnColors, and by theirs while neither is given. Deliberate: pen and brush are stored
+    /// and announced even when they are equal to the present ones.
     void SetPen(const QPen& pen);
     QPen GetPen() const { return m_pen; }
     void SetBrushFilled(const QBrush& brush);

@@ -16,3 +16,11 @@ QPointF CImageView2DDrawableRuler::GetPointText() const
     const auto pLine = std::dynamic_pointer_cast<Vantor::Geometry::CLine>(GetData());
     return pLine ? QPointF(pLine->end().x(), pLine->end().y()) : QPointF();
 }
+
+SObjectLabel CImageView2DDrawableRuler::GetLabel() const
+{
+    const auto pLine = std::dynamic_pointer_cast<Vantor::Geometry::CLine>(GetData());
+    if (!pLine)
+        return {};
+    return {QString::asprintf("%.03f pixel", pLine->GetLength()), GetPointText()};
+}

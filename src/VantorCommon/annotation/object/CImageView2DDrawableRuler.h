@@ -16,4 +16,6 @@ public:
 
     /// Where the length is written: the end of the line; (0, 0) when the geometry is missing or no line.
     QPointF GetPointText() const;
+    /// Deliberate: the length, whether the name is displayed or not; nothing when the geometry is no line.
+    SObjectLabel GetLabel() const override;
 };

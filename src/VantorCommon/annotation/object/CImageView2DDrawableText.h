@@ -4,8 +4,11 @@
 
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
 
-/// A text. It cannot be moved, resized or hit: its boundary is the null rectangle and it has no handles. GUI
-/// thread only.
+#include <QSizeF>
+
+/// A text of one line or more on the image, which grows and shrinks with it. It can be moved, not resized.
+/// Without letters, as it begins, it has no place: its boundary is the null rectangle, and it cannot be
+/// moved, hit or seen. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DDrawableText : public CImageView2DDrawableObject
 {
     Q_OBJECT
@@ -14,16 +17,37 @@ public:
     CImageView2DDrawableText();
     ~CImageView2DDrawableText() override;
 
-    QString GetText() const { return m_strText; }            ///< empty: nothing sets it yet
-    QPointF GetPosition() const { return {m_dblX, m_dblY}; } ///< (0, 0): nothing sets it yet
+    /// @{
+    /// Plain text; lines end with a line feed. An equal one changes nothing.
+    void SetText(const QString& strText);
+    QString GetText() const { return m_strText; }
+    /// @}
+    /// @{
+    /// The top-left corner, in image coordinates; (0, 0) at first. What is not finite is ignored.
+    void SetPosition(const QPointF& point);
+    QPointF GetPosition() const { return {m_dblX, m_dblY}; }
+    /// @}
+    /// @{
+    /// The height of one line, in image pixels, 16 at first. What is not finite or not above 0 is ignored.
+    void SetLineHeight(double dblHeight);
+    double GetLineHeight() const { return m_dblLineHeight; }
+    /// @}
 
+    /// Around the letters, from the position on.
     QRectF GetBoundary() const override;
     void MoveTopLeftTo(const QPointF& point) override;
     bool FindResizePoint(double dblTolerance, const QPointF& point, QPointF& handle, double) const override;
     void MoveResizePoint(const QPointF& handle, const QPointF& newPoint) override;
+    /// The position, as a point.
+    std::shared_ptr<Vantor::Geometry::CGeometry> CloneShape() const override;
+    void RestoreShape(const Vantor::Geometry::CGeometry& shape) override;
+    /// The letters in the painter's pen, on its brush or, without one, on black; a red frame when selected.
+    void PaintContents(QPainter& painter, double s) const override;
 
 private:
     QString m_strText;
     double m_dblX = 0.0;
     double m_dblY = 0.0;
+    double m_dblLineHeight = 16.0;
+    QSizeF m_size; ///< of the letters, in heights of a line
 };

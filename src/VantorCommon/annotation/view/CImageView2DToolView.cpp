@@ -3,6 +3,7 @@
 #include <VantorCommon/annotation/view/CImageView2DToolView.h>
 
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
+#include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/log/CLogger.h>
 
 #include <QGridLayout>
@@ -11,29 +12,37 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+namespace
+{
+constexpr int kColumns = 2;
+
+using Signal = void (CImageView2DToolView::*)();
+/// The signals that modes have of their own; the others have signal_ShapeSelected.
+const std::map<int, Signal> kSignals{
+    {EImageView2DMode_Selecting, &CImageView2DToolView::signal_SelectMode},
+    {EImageView2DMode_Panning, &CImageView2DToolView::signal_PanningMode},
+    {EImageView2DMode_Drawing_Rectanlge, &CImageView2DToolView::signal_ROIRectangleSelected},
+    {EImageView2DMode_Drawing_Circle, &CImageView2DToolView::signal_ROICircleSelected},
+    {EImageView2DMode_Drawing_Ellipse, &CImageView2DToolView::signal_ROIEllipseSelected},
+    {EImageView2DMode_Drawing_Polygon, &CImageView2DToolView::signal_ROIPolygonSelected}};
+
+/// The name of a mode, or of the kind that is drawn in it.
+QByteArray NameOf(int nMode)
+{
+    const char* szName = QMetaEnum::fromType<EImageView2DMode>().valueToKey(nMode);
+    const SShapeKind* pKind = szName ? nullptr : ShapeKinds::OfMode(nMode);
+    return pKind ? pKind->strName.toUtf8() : QByteArray(szName);
+}
+} // namespace
+
 CImageView2DToolView::CImageView2DToolView(CImageView2DToolModel* pModel, QWidget* pParent)
     : QWidget(pParent), m_pModel(pModel)
 {
-    QPushButton* pSelect = MakeButton(QStringLiteral("Select"), &CImageView2DToolView::signal_SelectMode);
-    QPushButton* pPanning = MakeButton(QStringLiteral("Panning"), &CImageView2DToolView::signal_PanningMode);
-    QPushButton* pRect =
-        MakeButton(QStringLiteral("Rect"), &CImageView2DToolView::signal_ROIRectangleSelected);
-    QPushButton* pCircle =
-        MakeButton(QStringLiteral("Circle"), &CImageView2DToolView::signal_ROICircleSelected);
-    QPushButton* pEllipse =
-        MakeButton(QStringLiteral("Ellipse"), &CImageView2DToolView::signal_ROIEllipseSelected);
-    QPushButton* pPolygon =
-        MakeButton(QStringLiteral("Polygon"), &CImageView2DToolView::signal_ROIPolygonSelected);
-    m_arrButtons = {pSelect, pPanning, pRect, pEllipse, pCircle, pPolygon};
-
     auto* pGroup = new QGroupBox(QStringLiteral("ROI"), this);
-    auto* pGrid = new QGridLayout(pGroup);
-    pGrid->addWidget(pSelect, 0, 0);
-    pGrid->addWidget(pPanning, 0, 1);
-    pGrid->addWidget(pRect, 1, 0);
-    pGrid->addWidget(pCircle, 1, 1);
-    pGrid->addWidget(pEllipse, 2, 0);
-    pGrid->addWidget(pPolygon, 2, 1);
+    m_pGrid = new QGridLayout(pGroup);
+    AddButton(EImageView2DMode_Selecting, QStringLiteral("Select"));
+    AddButton(EImageView2DMode_Panning, QStringLiteral("Panning"));
+    AddShapes(false);
     auto* pLayout = new QVBoxLayout(this);
     pLayout->addWidget(pGroup, 0, Qt::AlignTop);
 
@@ -46,29 +55,71 @@ CImageView2DToolView::CImageView2DToolView(CImageView2DToolModel* pModel, QWidge
 
 CImageView2DToolView::~CImageView2DToolView() = default;
 
-QPushButton* CImageView2DToolView::MakeButton(const QString& strText, Signal signal)
+/// In the next free cell of the grid.
+QPushButton* CImageView2DToolView::AddButton(int nMode, const QString& strText)
 {
-    auto* pButton = new QPushButton(strText, this);
+    auto* pButton = new QPushButton(strText, m_pGrid->parentWidget());
     pButton->setCheckable(true);
     pButton->setAutoExclusive(true);
     // A click must not take the focus from the image view, or its undo would be dead after every choice.
     pButton->setFocusPolicy(Qt::TabFocus);
-    connect(pButton, &QPushButton::clicked, this, signal);
+    const auto it = kSignals.find(nMode);
+    if (it != kSignals.end())
+        connect(pButton, &QPushButton::clicked, this, it->second);
+    else
+        connect(pButton, &QPushButton::clicked, this, [this, nMode] { Q_EMIT signal_ShapeSelected(nMode); });
+    const int nCell = static_cast<int>(m_mapButtons.size());
+    m_pGrid->addWidget(pButton, nCell / kColumns, nCell % kColumns);
+    m_mapButtons[nMode] = pButton;
     return pButton;
+}
+
+void CImageView2DToolView::AddShapes(bool bOptional)
+{
+    for (const SShapeKind& kind : ShapeKinds::All()) {
+        if (kind.nMode == SShapeKind::kNone || kind.strButton.isEmpty() || kind.bOptional != bOptional)
+            continue;
+        QPushButton* pButton = AddButton(kind.nMode, kind.strButton);
+        pButton->setIcon(QIcon(kind.strIcon));
+        pButton->setToolTip(kind.strToolTip);
+    }
+}
+
+void CImageView2DToolView::ShowOptionalShapes(bool bShow)
+{
+    if (bShow == m_bOptional)
+        return;
+    m_bOptional = bShow;
+    if (bShow)
+        AddShapes(true);
+    else
+        for (const SShapeKind& kind : ShapeKinds::All())
+            if (kind.bOptional)
+                RemoveButton(kind.nMode);
+    if (m_pModel)
+        PressButtonOfMode();
+}
+
+void CImageView2DToolView::RemoveButton(int nMode)
+{
+    const auto it = m_mapButtons.find(nMode);
+    if (it == m_mapButtons.end())
+        return;
+    delete it->second;
+    m_mapButtons.erase(it);
 }
 
 void CImageView2DToolView::slot_ChangeViewMode()
 {
     if (!m_pModel)
         return;
-    const char* szName = QMetaEnum::fromType<EImageView2DMode>().valueToKey(m_pModel->GetViewMode());
-    CLogger::Write(DEBUG, "%s", szName ? szName : "");
+    CLogger::Write(DEBUG, "%s", NameOf(m_pModel->GetViewMode()).constData());
     PressButtonOfMode();
 }
 
 void CImageView2DToolView::PressButtonOfMode()
 {
-    const int nMode = m_pModel->GetViewMode();
-    if (nMode >= 0 && nMode < static_cast<int>(m_arrButtons.size()))
-        m_arrButtons[static_cast<std::size_t>(nMode)]->setChecked(true);
+    const auto it = m_mapButtons.find(m_pModel->GetViewMode());
+    if (it != m_mapButtons.end())
+        it->second->setChecked(true);
 }

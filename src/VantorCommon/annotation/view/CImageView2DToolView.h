@@ -5,12 +5,14 @@
 #include <VantorCommon/Export.h>
 
 #include <QWidget>
-#include <array>
+#include <map>
 
 class CImageView2DToolModel;
+class QGridLayout;
 class QPushButton;
 
-/// The panel of buttons with which the user picks the tool mode.
+/// The panel of buttons with which the user picks the tool mode: selecting, panning and the kinds of
+/// ShapeKinds that have a button.
 ///
 /// A click only emits the view's own signal; whoever receives it decides and sets the model. The buttons
 /// follow the model, so that several views may share one. The model is not owned and outlives the view; it
@@ -24,6 +26,9 @@ public:
     explicit CImageView2DToolView(CImageView2DToolModel* pModel, QWidget* pParent = nullptr);
     ~CImageView2DToolView() override;
 
+    /// Adds the buttons of the optional kinds behind the others, or takes them away; without them at first.
+    void ShowOptionalShapes(bool bShow);
+
 Q_SIGNALS:
     /// @{
     /// A button was clicked; the mode is asked for, not yet set.
@@ -33,6 +38,7 @@ Q_SIGNALS:
     void signal_ROICircleSelected();
     void signal_ROIEllipseSelected();
     void signal_ROIPolygonSelected();
+    void signal_ShapeSelected(int nMode); ///< any other kind, by its mode
     /// @}
 
 public Q_SLOTS:
@@ -41,12 +47,13 @@ public Q_SLOTS:
     void slot_ChangeViewMode();
 
 private:
-    using Signal = void (CImageView2DToolView::*)();
-
-    QPushButton* MakeButton(const QString& strText, Signal signal);
+    QPushButton* AddButton(int nMode, const QString& strText);
+    void RemoveButton(int nMode);
+    void AddShapes(bool bOptional);
     void PressButtonOfMode();
 
     CImageView2DToolModel* m_pModel;
-    /// By mode, selecting to polygon.
-    std::array<QPushButton*, 6> m_arrButtons;
+    QGridLayout* m_pGrid = nullptr;
+    std::map<int, QPushButton*> m_mapButtons; ///< by mode
+    bool m_bOptional = false;
 };

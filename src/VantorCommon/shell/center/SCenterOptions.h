@@ -20,4 +20,10 @@ struct SCenterOptions {
     /// and has a filter for each format, whose suffix a name without one gets. Off: no name, the folder of
     /// the process, one filter for all, and the suffix "bmp".
     bool bProposeSaveName = false;
+    /// The tool panels have the buttons of the optional kinds of ShapeKinds, too: arrows and texts, and what
+    /// a host registers as optional. Off: those of the six modes.
+    bool bMoreShapes = false;
+    /// Annotations that have a pen or a brush are painted by them, and the property panel has their colour,
+    /// width and fill. Off: every annotation is green or, selected, red.
+    bool bOwnColors = false;
 };
