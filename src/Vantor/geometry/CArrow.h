@@ -14,7 +14,9 @@ namespace Vantor::Geometry
 class VANTOR_EXPORT CArrow : public CLine
 {
 public:
-    using CLine::CLine;
+    CArrow() = default;
+    /// From the tail to the tip; both may be the same point.
+    CArrow(const CPoint<double>& start, const CPoint<double>& end) : CLine(start, end) {}
 
     /// Where the two strokes of the head end, away from the tip; on the tip when the arrow has no length.
     std::array<CPoint<double>, 2> GetBarbs() const;

@@ -40,6 +40,7 @@ QPushButton* AddColorButton(QFormLayout* pForm, QWidget* pLabel, const QString& 
 {
     auto* pButton = new QPushButton;
     pButton->setAccessibleName(strName);
+    pButton->setToolTip(strName);
     pButton->setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard to the image view
     pForm->addRow(pLabel, pButton);
     return pButton;
@@ -81,7 +82,7 @@ void CImageView2DGeometryPropertyView::CreateEditors()
     m_pWidth->setRange(1.0, kMaxWidth);
     m_pWidth->setDecimals(0);
     m_pWidth->setKeyboardTracking(false); // one step for an entry, not for each digit
-    pForm->addRow(new QLabel(QStringLiteral("Width")), m_pWidth);
+    pForm->addRow(QStringLiteral("Width"), m_pWidth);
     m_pFilled = new QCheckBox(QStringLiteral("Fill"));
     m_pFilled->setFocusPolicy(Qt::TabFocus);
     m_pFill = AddColorButton(pForm, m_pFilled, QStringLiteral("Fill color"));
