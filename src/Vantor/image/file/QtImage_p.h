@@ -23,10 +23,7 @@ struct SExpectedImage {
 /// sees another size than expected is not let loose on the file.
 bool ReadWithQt(QIODevice& device, const char* format, const SExpectedImage& expected, CImage& image);
 
-/// Makes a core image of 1 (grey), 3 or 4 channels. 16-bit samples become round(v 255 / 65535).
+/// Makes a core image of 1 (grey), 3 or 4 channels.
 bool ConvertToCore(const QImage& from, int channels, CImage& image);
-
-/// The pixels of a core image of 1, 3 or 4 channels of 8 bits as a QImage that borrows them.
-QImage BorrowAsQImage(const CImage& image);
 
 } // namespace Vantor::Algorithms
