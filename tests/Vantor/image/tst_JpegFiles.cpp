@@ -215,7 +215,7 @@ void tst_JpegFiles::theReasonNamesAKindThatTheLibraryLacks()
     content[FrameOf(content) + offset] = byte;
     CImage image;
     QVERIFY(LoadBytes(image, content) != 0);
-    QVERIFY2(image.GetFailureReason().find("lossless or 12 bits") != std::string::npos,
+    QVERIFY2(image.GetFailureReason().find("lossless, hierarchical or of 12 bits") != std::string::npos,
              image.GetFailureReason().c_str());
 }
 

@@ -179,7 +179,7 @@ void tst_PngFiles::anAnimationSaysThatThisIsItsFirstFrame()
     CImage image;
     const auto animation = [](quint32 nFrames) { return Chunk("acTL", Long(nFrames) + Long(0)); };
     QCOMPARE(LoadBytes(image, MakePng(1, 8, Grey, "a", animation(12))), 0);
-    QCOMPARE(image.GetNotes(), std::vector<std::string>({"This is the first of 12 frames."}));
+    QCOMPARE(image.GetNotes(), std::vector<std::string>({"It is the first of 12 frames."}));
     QCOMPARE(LoadBytes(image, MakePng(1, 8, Grey, "a", animation(1))), 0);
     QVERIFY(image.GetNotes().empty());
 }

@@ -14,8 +14,7 @@ namespace Vantor::Algorithms
 namespace
 {
 constexpr const char* kKindUnsupported =
-    "The JPEG file is of a kind that the format's library lacks, such as "
-    "lossless or 12 bits per sample.";
+    "The JPEG file is lossless, hierarchical or of 12 bits, which the library for JPEG lacks.";
 constexpr qint64 kBytesPerBlock = 128; // of coefficients, which several scans need all at once
 
 /// Whether the image that the header claims, and what is needed to decode it, stay within the bounds.

@@ -214,7 +214,7 @@ bool DecodePngFile(QIODevice& device, CImage& image, Notes& notes)
         (bTurn && !Reorient(stored, chunks.GetOrientation(), image)))
         return false;
     if (chunks.GetFrames() > 1)
-        notes.push_back("This is the first of " + std::to_string(chunks.GetFrames()) + " frames.");
+        notes.push_back("It is the first of " + std::to_string(chunks.GetFrames()) + " frames.");
     if (!decoder.GetFlaw().empty())
         notes.push_back(decoder.GetFlaw());
     return true;
