@@ -86,6 +86,7 @@ private Q_SLOTS:
     void aTiffThatNobodyCanReadIsRefused();
     void damagedSamplesOfATiffAreRefused_data();
     void damagedSamplesOfATiffAreRefused();
+    void aSavedTiffIsCompressed();
 };
 
 void tst_TiffFiles::theOrientationTagOfTiffIsApplied()
@@ -457,6 +458,24 @@ void tst_TiffFiles::damagedSamplesOfATiffAreRefused()
     const auto same = MakeTestImage(5, 4, 3);
     QVERIFY(LoadFile(*same, path) != 0);
     QVERIFY(SamePixels(*same, *MakeTestImage(5, 4, 3)));
+}
+
+void tst_TiffFiles::aSavedTiffIsCompressed()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.tif"));
+    for (const int nChannels : {1, 2, 3, 4}) {
+        QCOMPARE(MakeTestImage(40, 30, nChannels)->Save(path.toStdWString()), 0);
+        TIFF* pTiff = TIFFOpen(path.toUtf8().constData(), "r");
+        QVERIFY(pTiff);
+        std::uint16_t nCompression = 0;
+        std::uint16_t nPredictor = 0;
+        TIFFGetField(pTiff, TIFFTAG_COMPRESSION, &nCompression);
+        TIFFGetField(pTiff, TIFFTAG_PREDICTOR, &nPredictor);
+        TIFFClose(pTiff);
+        QCOMPARE(int(nCompression), int(COMPRESSION_LZW));
+        QCOMPARE(int(nPredictor), int(PREDICTOR_HORIZONTAL));
+    }
 }
 
 VANTOR_CORE_TEST_MAIN(tst_TiffFiles)

@@ -798,6 +798,15 @@ private Q_SLOTS:
         QVERIFY(!ctrl.DeleteDrawableObject(1u));
         QVERIFY(!ctrl.Undo());
     }
+    void theOffsetOfAResizeEndsWithIt()
+    {
+        EditFixture f;
+        const auto pObject = f.AddRectangle(20, 20, 60, 40);
+        f.Drag({82, 61}, {102, 81}); // the handle is at (80, 60)
+        QCOMPARE(EditFixture::BoxOf(pObject), QRectF(20, 20, 80, 60));
+        f.ctrl->ResizeDrawableObject(pObject, QPointF(100, 80), QPointF(120, 90), QPointF());
+        QCOMPARE(EditFixture::BoxOf(pObject), QRectF(20, 20, 100, 70));
+    }
 };
 
 VANTOR_TEST_MAIN(tst_Selecting)
