@@ -798,14 +798,26 @@ private Q_SLOTS:
         QVERIFY(!ctrl.DeleteDrawableObject(1u));
         QVERIFY(!ctrl.Undo());
     }
-    void theOffsetOfAResizeEndsWithIt()
+    void theOffsetOfAResizeEndsWithItAlsoWhenItsShapeHasGone()
     {
         EditFixture f;
+        const auto pOther = f.AddRectangle(120, 20, 30, 30);
         const auto pObject = f.AddRectangle(20, 20, 60, 40);
-        f.Drag({82, 61}, {102, 81}); // the handle is at (80, 60)
-        QCOMPARE(EditFixture::BoxOf(pObject), QRectF(20, 20, 80, 60));
-        f.ctrl->ResizeDrawableObject(pObject, QPointF(100, 80), QPointF(120, 90), QPointF());
-        QCOMPARE(EditFixture::BoxOf(pObject), QRectF(20, 20, 100, 70));
+        for (const bool bGone : {false, true}) {
+            const QPointF corner = EditFixture::BoxOf(pObject).bottomRight();
+            const QPointF start = corner + QPointF(2, 1); // beside the handle
+            f.Move(start + QPointF(1, 1));
+            f.Move(start);
+            f.Press(start);
+            f.Move(start + QPointF(10, 10));
+            if (bGone)
+                f.geometry.DeleteObject(pObject);
+            f.Release(start + QPointF(20, 20));
+            QCOMPARE(EditFixture::BoxOf(pObject).bottomRight(), bGone ? corner : corner + QPointF(20, 20));
+            const QPointF handle = EditFixture::BoxOf(pOther).bottomRight();
+            f.ctrl->ResizeDrawableObject(pOther, handle, handle + QPointF(5, 5), QPointF());
+            QCOMPARE(EditFixture::BoxOf(pOther).bottomRight(), handle + QPointF(5, 5));
+        }
     }
 };
 
