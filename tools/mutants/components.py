@@ -27,7 +27,7 @@ ROWS = [
      "bOk && nValue >= std::numeric_limits<int>::min() && nValue", "bOk && nValue",
      "a large negative setting wraps to another number", "tst_CSettingManager"),
     ("setting-same-value", "src/VantorCommon/settings/CSettingModel.cpp",
-     "if (it != m_mapParameter.end() && it->second == value)\n        return;", "",
+     "if (it != m_mapParameter.end() && it->second == value)", "if (it != m_mapParameter.end() && value.isNull())",
      "setting what is set already stores it again", "tst_CSettingModel"),
     ("setting-second-box", "src/VantorCommon/settings/CSettingDlg.cpp",
      "    ShowSetting(m_pResolutionY);\n", "",
