@@ -79,7 +79,7 @@ ROWS = [
      "the readout shows a wrong alpha", "tst_CImageViewer$"),
     ("viewer-focus-lost", "src/VantorCommon/shell/viewer/CImageViewer.cpp",
      "    if (bFocus)\n        FocusVisibleView();\n    CheckView(b2D);", "    CheckView(b2D);",
-     "after a switch to 3D the keys do nothing", "tst_CImageViewer"),
+     "after a switch to 3D the keys do nothing", "tst_CImageViewer|tst_Announcements"),
     ("viewer-unnamed-shape", "src/VantorCommon/shell/viewer/CImageViewer.cpp",
      "    if (!strName.isEmpty())\n        Q_EMIT signal_BeforeDelete", "    if (strName.isEmpty())\n        Q_EMIT signal_BeforeDelete",
      "hosts do not hear of a named shape before it goes", "tst_CImageViewer"),

@@ -28,9 +28,10 @@ struct STiff {
     int nTile = 0; ///< side of a tile, which the image fits into; 0 for a strip
 };
 
-template <class T> void WriteTiff(const QString& path, const STiff& what, std::vector<T> samples)
+template <class T>
+void WriteTiff(const QString& path, const STiff& what, std::vector<T> samples, const char* pMode = "w")
 {
-    TIFF* pTiff = TIFFOpen(path.toUtf8().constData(), "w");
+    TIFF* pTiff = TIFFOpen(path.toUtf8().constData(), pMode);
     QVERIFY(pTiff);
     TIFFSetField(pTiff, TIFFTAG_IMAGEWIDTH, what.nWidth);
     TIFFSetField(pTiff, TIFFTAG_IMAGELENGTH, what.nHeight);
@@ -87,6 +88,7 @@ private Q_SLOTS:
     void damagedSamplesOfATiffAreRefused_data();
     void damagedSamplesOfATiffAreRefused();
     void aSavedTiffIsCompressed();
+    void bothOrdersOfBytesAndBothSizesOfOffsetsAreRead();
 };
 
 void tst_TiffFiles::theOrientationTagOfTiffIsApplied()
@@ -475,6 +477,26 @@ void tst_TiffFiles::aSavedTiffIsCompressed()
         TIFFClose(pTiff);
         QCOMPARE(int(nCompression), int(COMPRESSION_LZW));
         QCOMPARE(int(nPredictor), int(PREDICTOR_HORIZONTAL));
+    }
+}
+
+void tst_TiffFiles::bothOrdersOfBytesAndBothSizesOfOffsetsAreRead()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.tif"));
+    STiff what;
+    what.nWidth = 3;
+    what.nBits = 16;
+    const char* const kHeads[][2] = {{"wl", "II*"}, {"wb", "MM\0*"}, {"w8l", "II+"}, {"w8b", "MM\0+"}};
+    for (const auto& head : kHeads) {
+        WriteTiff(path, what, std::vector<std::uint16_t>{0x0000, 0x8080, 0xffff}, head[0]);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.peek(4), QByteArray(head[1], 4)); // the short ones end in a zero, too
+        CImage image;
+        QVERIFY2(LoadFile(image, path) == 0, head[0]);
+        QCOMPARE(Values({PixelOf(image, 0, 0)[0], PixelOf(image, 1, 0)[0], PixelOf(image, 2, 0)[0]}),
+                 Values({0, 128, 255}));
     }
 }
 
