@@ -37,6 +37,19 @@ bool IsMapped(const char* name)
     return maps.open(QIODevice::ReadOnly) && maps.readAll().contains(name);
 }
 
+/// Runs a program that uses each engine once, with the library of a folder.
+bool RunProbe(QProcess& probe, const QString& strFolder)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LD_LIBRARY_PATH"), strFolder);
+    // What lives until the end of the process is no leak.
+    environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0"));
+    probe.setProcessEnvironment(environment);
+    probe.start(QCoreApplication::applicationDirPath() + QStringLiteral("/engine_probe"),
+                {TestDataPath(kImage), TestDataPath(kDocument), QStringLiteral(VANTOR_TEST_TESSDATA)});
+    return probe.waitForFinished();
+}
+
 std::wstring DataPath(const QString& strName)
 {
     return TestDataPath(strName).toStdWString();
@@ -51,6 +64,7 @@ private Q_SLOTS:
     void nothingIsLoadedBeforeItsFirstUse();
     void modulesLieBesideTheLibrary_data();
     void modulesLieBesideTheLibrary();
+    void theLibraryMayBeReachedThroughALinkElsewhere();
 };
 
 void tst_EngineModules::nothingIsLoadedBeforeItsFirstUse()
@@ -115,14 +129,7 @@ void tst_EngineModules::modulesLieBesideTheLibrary()
     }
 
     QProcess probe;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LD_LIBRARY_PATH"), folder.path());
-    // What lives until the end of the process is no leak.
-    environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0"));
-    probe.setProcessEnvironment(environment);
-    probe.start(QCoreApplication::applicationDirPath() + QStringLiteral("/engine_probe"),
-                {TestDataPath(kImage), TestDataPath(kDocument), QStringLiteral(VANTOR_TEST_TESSDATA)});
-    QVERIFY(probe.waitForFinished());
+    QVERIFY(RunProbe(probe, folder.path()));
     QCOMPARE(probe.readAllStandardError(), QByteArray());
     QCOMPARE(probe.exitStatus(), QProcess::NormalExit);
     QCOMPARE(probe.exitCode(), 0);
@@ -140,6 +147,18 @@ void tst_EngineModules::modulesLieBesideTheLibrary()
     QCOMPARE(lstLines[1], works ? QStringLiteral("pdf 0 0") : QStringLiteral("pdf 1 1"));
     QVERIFY2(isReported(lstLines[2], line("sobel", "filter", "vantor-filter.so")), qPrintable(lstLines[2]));
     QCOMPARE(lstLines[3], QStringLiteral("window 0 ")); // it needs no module
+}
+
+void tst_EngineModules::theLibraryMayBeReachedThroughALinkElsewhere()
+{
+    const QTemporaryDir folder;
+    QVERIFY(
+        QFile::link(QStringLiteral(VANTOR_TEST_LIBRARY), folder.filePath(QStringLiteral("libVantor.so.1"))));
+    QProcess probe;
+    QVERIFY(RunProbe(probe, folder.path()));
+    QCOMPARE(probe.readAllStandardError(), QByteArray());
+    QCOMPARE(probe.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(probe.readAllStandardOutput(), QByteArray("ocr 0 \npdf 0 0\nsobel 0 \nwindow 0 \n"));
 }
 
 VANTOR_CORE_TEST_MAIN(tst_EngineModules)

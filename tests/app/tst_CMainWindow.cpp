@@ -353,6 +353,21 @@ private Q_SLOTS:
         QCOMPARE(messages, (QStringList{QStringLiteral("Sobel Filter is running..."), QString()}));
         QVERIFY(!QApplication::overrideCursor());
     }
+    void theNextWindowShowsAsManyViewersAsTheLast()
+    {
+        const std::pair<const char*, int> kLayouts[] = {{"2x1", 2}, {"1x1", 1}, {"2x2", 4}};
+        for (const auto& layout : kLayouts) {
+            {
+                Host host;
+                QVERIFY(host.Show());
+                QVERIFY(host.window.ChangeLayout(QString::fromLatin1(layout.first)));
+                QVERIFY(host.window.close());
+            }
+            Host host;
+            QVERIFY(host.Show());
+            QCOMPARE(host.ShownViewers(), layout.second);
+        }
+    }
 };
 
 VANTOR_TEST_MAIN(tst_CMainWindow)

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDockWidget>
+#include <QMimeData>
 #include <QRegularExpression>
 #include <QToolBar>
 #include <QToolButton>
@@ -252,6 +253,22 @@ private Q_SLOTS:
         host.Entry("View", "Two Viewers (2x1)")->trigger();
         QCOMPARE(host.View(0)->GetImageUID(), 0xFFFFFFFFu);
         QVERIFY(host.View(1)->GetImageUID() != 0xFFFFFFFFu);
+    }
+
+    // Text wins over an image in the clipboard, and is not pasted.
+    void textBesideAnImageIsNoReasonToPaste()
+    {
+        Host host;
+        QVERIFY(host.Show({kPhoto}));
+        auto* pData = new QMimeData;
+        pData->setImageData(QImage(3, 2, QImage::Format_RGB32));
+        QApplication::clipboard()->setMimeData(pData);
+        QVERIFY(host.IsEnabled("Edit", "Paste"));
+        auto* pBoth = new QMimeData;
+        pBoth->setImageData(QImage(3, 2, QImage::Format_RGB32));
+        pBoth->setText(QStringLiteral("words"));
+        QApplication::clipboard()->setMimeData(pBoth);
+        QVERIFY(!host.IsEnabled("Edit", "Paste"));
     }
 
 private:

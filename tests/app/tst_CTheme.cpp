@@ -169,6 +169,16 @@ private Q_SLOTS:
         QVERIFY(Contrast(palette.color(P::Disabled, P::Text), palette.color(P::Base)) >= 2.0);
     }
 
+    void aLightDesktopIsFollowedAlsoWhereQtIsDark()
+    {
+        QApplication::setPalette(QPalette(QColor(20, 20, 60)));
+        QVERIFY(CTheme::IsDark());
+        const CPortal portal(2);
+        const CTheme theme(CTheme::EScheme_Desktop);
+        QTRY_VERIFY(!CTheme::IsDark());
+        QCOMPARE(theme.GetDesktop(), CTheme::EScheme_Light);
+    }
+
 private:
     const QPalette m_light = QApplication::palette();
 };

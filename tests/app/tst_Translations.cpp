@@ -70,7 +70,8 @@ bool HasExtension(const QWidget* pBar, const char* pName)
 bool HasTraceOfMnemonic(const QString& strText)
 {
     static const QRegularExpression letter(QStringLiteral("&|\\([A-Z0-9]\\)|\\(\\)|\\.\\.\\."));
-    return letter.match(strText).hasMatch();
+    return letter.match(strText).hasMatch() ||
+           strText.count(QLatin1Char('(')) != strText.count(QLatin1Char(')'));
 }
 } // namespace
 

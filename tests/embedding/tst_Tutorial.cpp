@@ -112,6 +112,7 @@ private Q_SLOTS:
     void theListIsEmptiedByANewImage()
     {
         AddRectangle();
+        QCOMPARE(m_pList->count(), 1);
         m_pWindow->Centre().OpenFile(s_strImage);
         QCOMPARE(m_pList->count(), 0);
     }

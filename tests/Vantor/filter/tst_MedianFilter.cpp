@@ -64,6 +64,8 @@ private Q_SLOTS:
     void objectBufferAndIdentifierStay();
     void shapesOutOfOrderAreRefused();
     void theLastFailureHasAReason();
+    void touchingRunsOfAHostsShapeAreInOrder();
+    void aWindowIsCountedBeyondSixteenBits();
 };
 
 void tst_MedianFilter::everyInstructionSetIsTried()
@@ -447,6 +449,48 @@ void tst_MedianFilter::theLastFailureHasAReason()
     QCOMPARE(other.GetFailureReason(), std::string());
     QCOMPARE(MedianOf(*image, 1, 1), 0);
     QCOMPARE(image->GetFailureReason(), std::string());
+}
+
+void tst_MedianFilter::touchingRunsOfAHostsShapeAreInOrder()
+{
+    struct Split : Vantor::Geometry::CRectangle {
+        using CRectangle::CRectangle;
+        std::vector<SPixelRun> GetPixelRuns(int width, int height) const override
+        {
+            std::vector<SPixelRun> vctHalves;
+            for (const SPixelRun& run : CRectangle::GetPixelRuns(width, height)) {
+                const int nMiddle = (run.nBegin + run.nEnd) / 2;
+                vctHalves.push_back({run.nRow, run.nBegin, nMiddle});
+                vctHalves.push_back({run.nRow, nMiddle, run.nEnd});
+            }
+            return vctHalves;
+        }
+        ShapePtr Clone() const override { return std::make_shared<Split>(*this); }
+    };
+    const Split split(3, 4, 10, 8);
+    const Vantor::Geometry::CRectangle whole(3, 4, 10, 8);
+    for (const ERegionMode eMode : {ERegionMode::Inside, ERegionMode::Outside}) {
+        for (const double dblTolerance : {0.0, 2.0, -1.5}) {
+            const ImagePtr image = MakeNoise(20, 20, 3, 1, 14);
+            const ImagePtr expected = CopyOf(*image);
+            QCOMPARE(image->MedianFilter(1, 1, &split, eMode, dblTolerance), 0);
+            QCOMPARE(expected->MedianFilter(1, 1, &whole, eMode, dblTolerance), 0);
+            QVERIFY(AreEqual(*image, *expected));
+        }
+    }
+}
+
+void tst_MedianFilter::aWindowIsCountedBeyondSixteenBits()
+{
+    // All samples of a window in one bin: 65,535 at the first radii, 66,049 at the second.
+    for (const int nRadiusY : {127, 128}) {
+        const ImagePtr image = MakeNoise(40, 30, 1, 1, 15);
+        for (int y = 0; y < 30; ++y)
+            std::fill_n(image->GetRows()[y], 40, static_cast<unsigned char>(200));
+        const ImagePtr original = CopyOf(*image);
+        QCOMPARE(MedianOf(*image, 128, nRadiusY), 0);
+        QVERIFY(AreEqual(*image, *original));
+    }
 }
 
 VANTOR_CORE_TEST_MAIN(tst_MedianFilter)

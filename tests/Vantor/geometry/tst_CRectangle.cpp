@@ -121,6 +121,13 @@ private Q_SLOTS:
             }
         }
     }
+    void movingOneThatWasDrawnUpwardsKeepsItsPlacesToo()
+    {
+        CRectangle rectangle(10.0, 20.0, 4.0, -6.0);
+        rectangle.MoveTopLeftTo(CPoint<>(1.0, 2.0));
+        QCOMPARE(Text(rectangle), QStringLiteral("1 8 4 -6"));
+        QCOMPARE(Handles(rectangle), QStringLiteral("(1, 8) (5, 8) (5, 2) (1, 2)"));
+    }
 };
 
 VANTOR_CORE_TEST_MAIN(tst_CRectangle)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
+#include "tests/support/EndChild.h"
 #include "tests/support/TestImages.h"
 #include "tests/support/TestMain.h"
 
@@ -9,6 +10,8 @@
 #include <QTemporaryDir>
 #include <cmath>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using Vantor::Algorithms::CImage;
 using Vantor::Algorithms::EImageType;
@@ -111,6 +114,24 @@ private Q_SLOTS:
         CImage::SetDecodeLimit(nLimit);
         QVERIFY(nResult != 0);
         QCOMPARE(pImage->GetFailureReason(), std::string("The rotated image would be too large."));
+    }
+
+    void aFileThatMustNotBeReadHasItsReason()
+    {
+        const QString strPath = Write("words");
+        QCOMPARE(::chmod(strPath.toUtf8().constData(), 0), 0);
+        QCOMPARE(::chmod(m_folder.path().toUtf8().constData(), 0755), 0);
+        const pid_t nChild = ::fork();
+        if (nChild == 0) {
+            constexpr uid_t kNobody = 65534;
+            if (::getuid() == 0 && ::setuid(kNobody) != 0) // root may read everything
+                EndChild(2);
+            EndChild(WhyNotLoaded(strPath) == "Reading the file is not permitted." ? 0 : 1);
+        }
+        int nStatus = -1;
+        ::waitpid(nChild, &nStatus, 0);
+        QCOMPARE(nStatus, 0);
+        QVERIFY(QFile::remove(strPath));
     }
 
 private:

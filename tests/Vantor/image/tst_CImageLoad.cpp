@@ -62,6 +62,8 @@ private Q_SLOTS:
     void theOldestBmpOfTwentyFourBitsIsRead();
     void theDecodeLimitIsKept();
     void aFileAtTheRootHasTheRootAsItsFolder();
+    void samplesOfFewBitsAreRounded();
+    void whatIsNoRegularFileLeavesNoDescriptorOpen();
 };
 
 void tst_CImageLoad::everyFileLoadsWithItsSizeAndChannels_data()
@@ -337,6 +339,50 @@ void tst_CImageLoad::aFileAtTheRootHasTheRootAsItsFolder()
     QCOMPARE(nLoaded, 0);
     QVERIFY(image.GetFolder() == L"/");
     QCOMPARE(QString::fromStdWString(image.GetName()), path.mid(1));
+}
+
+void tst_CImageLoad::samplesOfFewBitsAreRounded()
+{
+    // Five, six and five bits: every value of red and blue from 0 to 31, and of green from 0 to 63.
+    constexpr int kWidth = 64;
+    QByteArray content("BM\xc2\0\0\0\0\0\0\0\x42\0\0\0"
+                       "\x28\0\0\0\x40\0\0\0\x01\0\0\0\x01\0\x10\0\x03\0\0\0"
+                       "\x80\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
+                       "\0\xf8\0\0\xe0\x07\0\0\x1f\0\0\0",
+                       66);
+    for (int x = 0; x < kWidth; ++x) {
+        const int nPixel = (x / 2) << 11 | x << 5 | x / 2;
+        content.append(char(nPixel & 0xff)).append(char(nPixel >> 8));
+    }
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.bmp"));
+    WriteFile(path, content);
+    CImage image;
+    QCOMPARE(LoadFile(image, path), 0);
+    QCOMPARE(image.GetWidth(), kWidth);
+    for (int x = 0; x < kWidth; ++x) {
+        const int nFive = int(std::lround((x / 2) * 255.0 / 31.0));
+        const int nSix = int(std::lround(x * 255.0 / 63.0));
+        QCOMPARE(PixelOf(image, x, 0), std::vector<int>({nFive, nSix, nFive}));
+    }
+}
+
+void tst_CImageLoad::whatIsNoRegularFileLeavesNoDescriptorOpen()
+{
+    const QTemporaryDir folder;
+    const QString pipe = folder.filePath(QStringLiteral("pipe.png"));
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const auto lowestFree = [] {
+        const int nHandle = ::dup(STDIN_FILENO);
+        ::close(nHandle);
+        return nHandle;
+    };
+    const int nBefore = lowestFree();
+    CImage image;
+    for (const QString& path : {folder.path(), pipe}) {
+        QVERIFY(LoadFile(image, path) != 0);
+        QCOMPARE(lowestFree(), nBefore);
+    }
 }
 
 VANTOR_CORE_TEST_MAIN(tst_CImageLoad)

@@ -446,6 +446,27 @@ private Q_SLOTS:
         QVERIFY(line->Rotate(Point(0.0, 0.0), kPi / 4, 0.0, kGrow) != 0);
         QCOMPARE(line->GetWidth(), 100000);
     }
+    // Sides of 3, 4 and 5 and the like: the turned image has whole sizes, which rounding errors must not
+    // enlarge.
+    void aCanvasOfAWholeSizeDoesNotGrowForARoundingError()
+    {
+        const int kTriples[][3] = {{3, 4, 5}, {5, 12, 13}, {8, 15, 17}, {20, 21, 29}};
+        for (const auto& sides : kTriples) {
+            const int a = sides[0], b = sides[1], c = sides[2];
+            for (int nWidth = 1; nWidth <= 6; ++nWidth) {
+                for (int nHeight = 1; nHeight <= 6; ++nHeight) {
+                    for (const double angle : {std::atan2(b, a), std::atan2(a, -b), -std::atan2(a, b)}) {
+                        const auto image = MakeTestImage(nWidth * c, nHeight * c, 1);
+                        QCOMPARE(image->Rotate(MiddleOf(*image), angle, 0.0, kGrow), 0);
+                        const bool bSteep = angle == std::atan2(b, a);
+                        const int s = bSteep ? b : a;
+                        QCOMPARE(image->GetWidth(), nWidth * (a + b - s) + nHeight * s);
+                        QCOMPARE(image->GetHeight(), nWidth * s + nHeight * (a + b - s));
+                    }
+                }
+            }
+        }
+    }
 };
 
 VANTOR_CORE_TEST_MAIN(tst_CImageRotate)

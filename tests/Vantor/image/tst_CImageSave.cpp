@@ -81,6 +81,8 @@ private Q_SLOTS:
     void aFullDiskFailsAndTheOldFileIsWhole_data();
     void aFullDiskFailsAndTheOldFileIsWhole();
     void afterAKillTheFileIsOldOrNew();
+    void jpegHasTheQualityThatIsPromised();
+    void anOldFileKeepsItsOwnerAndGroup();
 };
 
 void tst_CImageSave::whatIsSavedAndLoadedAgainIsEqual_data()
@@ -443,6 +445,44 @@ void tst_CImageSave::afterAKillTheFileIsOldOrNew()
         nSaves += bSecond ? 1 : 0;
     }
     QVERIFY2(nSaves > 0, "no save came through between the kills");
+}
+
+void tst_CImageSave::jpegHasTheQualityThatIsPromised()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.jpg"));
+    QCOMPARE(SaveFile(*MakeTestImage(32, 32, 3), path), 0);
+    const QByteArray content = ContentOf(path);
+    QList<int> lstCoarsest; // of each table of steps: a length of two bytes, a number, 64 steps
+    for (int nAt = content.indexOf("\xff\xdb"); nAt >= 0; nAt = content.indexOf("\xff\xdb", nAt + 69)) {
+        QCOMPARE(content.mid(nAt + 2, 2), QByteArray("\0\x43", 2));
+        int nCoarsest = 0;
+        for (const char step : content.mid(nAt + 5, 64))
+            nCoarsest = std::max(nCoarsest, int(static_cast<unsigned char>(step)));
+        lstCoarsest << nCoarsest;
+    }
+    // The coarsest steps of the standard, 121 for brightness and 99 for colour, scaled by 200 - 2 * 95
+    // percent.
+    QCOMPARE(lstCoarsest, (QList<int>{(121 * 10 + 50) / 100, (99 * 10 + 50) / 100}));
+}
+
+void tst_CImageSave::anOldFileKeepsItsOwnerAndGroup()
+{
+    // Only root can give a file away; everybody can choose among the own groups.
+    gid_t groups[64];
+    const int nGroups = ::getgroups(64, groups);
+    const uid_t nOwner = ::getuid() == 0 ? 12345 : ::getuid();
+    const gid_t nGroup = ::getuid() == 0 ? 23456 : nGroups > 0 ? groups[nGroups - 1] : ::getgid();
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.png"));
+    const auto image = MakeTestImage(8, 8, 3);
+    QCOMPARE(SaveFile(*image, path), 0);
+    QCOMPARE(::chown(path.toUtf8().constData(), nOwner, nGroup), 0);
+    QCOMPARE(SaveFile(*image, path), 0);
+    struct stat status = {};
+    QCOMPARE(::stat(path.toUtf8().constData(), &status), 0);
+    QCOMPARE(status.st_uid, nOwner);
+    QCOMPARE(status.st_gid, nGroup);
 }
 
 VANTOR_CORE_TEST_MAIN(tst_CImageSave)

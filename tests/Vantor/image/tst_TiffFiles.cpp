@@ -43,6 +43,8 @@ private Q_SLOTS:
     void aTiffThatNobodyCanReadIsRefused();
     void damagedSamplesOfATiffAreRefused_data();
     void damagedSamplesOfATiffAreRefused();
+    void aSavedTiffIsCompressed();
+    void bothOrdersOfBytesAndBothSizesOfOffsetsAreRead();
 };
 
 void tst_TiffFiles::theOrientationTagOfTiffIsApplied()
@@ -414,6 +416,45 @@ void tst_TiffFiles::damagedSamplesOfATiffAreRefused()
     const auto same = MakeTestImage(5, 4, 3);
     QVERIFY(LoadFile(*same, path) != 0);
     QVERIFY(SamePixels(*same, *MakeTestImage(5, 4, 3)));
+}
+
+void tst_TiffFiles::aSavedTiffIsCompressed()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.tif"));
+    for (const int nChannels : {1, 2, 3, 4}) {
+        QCOMPARE(MakeTestImage(40, 30, nChannels)->Save(path.toStdWString()), 0);
+        TIFF* pTiff = TIFFOpen(path.toUtf8().constData(), "r");
+        QVERIFY(pTiff);
+        std::uint16_t nCompression = 0;
+        std::uint16_t nPredictor = 0;
+        TIFFGetField(pTiff, TIFFTAG_COMPRESSION, &nCompression);
+        TIFFGetField(pTiff, TIFFTAG_PREDICTOR, &nPredictor);
+        TIFFClose(pTiff);
+        QCOMPARE(int(nCompression), int(COMPRESSION_LZW));
+        QCOMPARE(int(nPredictor), int(PREDICTOR_HORIZONTAL));
+    }
+}
+
+void tst_TiffFiles::bothOrdersOfBytesAndBothSizesOfOffsetsAreRead()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.tif"));
+    STiff what;
+    what.nWidth = 3;
+    what.nBits = 16;
+    const char* const kHeads[][2] = {{"wl", "II*"}, {"wb", "MM\0*"}, {"w8l", "II+"}, {"w8b", "MM\0+"}};
+    for (const auto& head : kHeads) {
+        what.pMode = head[0];
+        WriteTiff(path, what, std::vector<std::uint16_t>{0x0000, 0x8080, 0xffff});
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.peek(4), QByteArray(head[1], 4)); // the short ones end in a zero, too
+        CImage image;
+        QVERIFY2(LoadFile(image, path) == 0, head[0]);
+        QCOMPARE(Values({PixelOf(image, 0, 0)[0], PixelOf(image, 1, 0)[0], PixelOf(image, 2, 0)[0]}),
+                 Values({0, 128, 255}));
+    }
 }
 
 VANTOR_CORE_TEST_MAIN(tst_TiffFiles)

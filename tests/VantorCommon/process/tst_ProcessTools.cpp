@@ -553,6 +553,42 @@ private Q_SLOTS:
         AddRows("Sobel", AllFilterChecks<SobelTool>());
     }
     void eachFilter() { eachTool(); }
+    void aDialogThatDiesWithAnOpenEditorLeavesTheTypeAlone()
+    {
+        DieWithAnOpenType<MedianTool>();
+        DieWithAnOpenType<SobelTool>();
+    }
+
+    void aDialogThatDiesWithAnOpenEditorLeavesTheLanguageAlone()
+    {
+        CImage2DProcessOCRModel model;
+        model.SetLanguageCode(QStringLiteral("vie"));
+        DieWithAnOpenEditor<OCRTool>(model);
+        QCOMPARE(model.GetLanguageCode(), QStringLiteral("vie"));
+    }
+
+private:
+    /// The first value's editor is open, with its last entry, while the dialog goes and its controller stays.
+    template <class Tool> static void DieWithAnOpenEditor(typename Tool::Model& model)
+    {
+        const CenterFixture fixture(1, 1);
+        auto pDlg = std::make_unique<typename Tool::Dlg>(&model, nullptr);
+        const typename Tool::Ctrl ctrl(&model, pDlg.get());
+        ToolParts parts(*pDlg);
+        QVERIFY(parts.Show());
+        auto* pEditor = qobject_cast<QComboBox*>(parts.OpenEditor(1));
+        QVERIFY(pEditor);
+        pEditor->setCurrentIndex(pEditor->count() - 1);
+        pDlg.reset();
+    }
+
+    template <class Tool> static void DieWithAnOpenType()
+    {
+        typename Tool::Model model;
+        model.SetType(static_cast<typename Tool::Enum>(1));
+        DieWithAnOpenEditor<Tool>(model);
+        QCOMPARE(static_cast<int>(model.GetType()), 1);
+    }
 };
 
 VANTOR_TEST_MAIN(tst_ProcessTools)

@@ -453,13 +453,22 @@ void tst_CSnipToolCtrl::theOverlayGreysAllButTheSelection()
     QVERIFY(pTool);
     const QRect region(300, 200, 400, 300);
     QVERIFY(Mouse(MoveTo(region.topLeft()) + QStringLiteral(" mousedown 1 ") + MoveTo(region.bottomRight())));
-    QTRY_COMPARE(GrabScreen().copy(region), KnownPicture(region)); // untouched
-    const QImage screen = GrabScreen();
     const QRect frame = region.adjusted(-1, -1, 1, 1);
-    for (const QPoint& corner : {frame.topLeft(), frame.topRight(), frame.bottomLeft(), frame.bottomRight()})
-        QCOMPARE(screen.pixel(corner), qRgb(0, 255, 0));
-    for (const QPoint& pos : {QPoint(0, 0), QPoint(1279, 0), QPoint(0, 1023), QPoint(1279, 1023)})
-        QVERIFY(screen.pixel(pos) != KnownPixel(pos.x(), pos.y())); // covered up to the corners
+    // The window is shaped at once and painted a little later, each part as the screen comes to it.
+    const auto isFramed = [&](const QImage& screen) {
+        const QPoint corners[] = {frame.topLeft(), frame.topRight(), frame.bottomLeft(), frame.bottomRight()};
+        return std::all_of(std::begin(corners), std::end(corners),
+                           [&](const QPoint& pos) { return screen.pixel(pos) == qRgb(0, 255, 0); });
+    };
+    const auto isCovered = [](const QImage& screen) {
+        const QPoint corners[] = {{0, 0}, {1279, 0}, {0, 1023}, {1279, 1023}};
+        return std::none_of(std::begin(corners), std::end(corners), [&](const QPoint& pos) {
+            return screen.pixel(pos) == KnownPixel(pos.x(), pos.y());
+        });
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(GrabScreen().copy(region), KnownPicture(region), kPatience); // untouched
+    QTRY_VERIFY_WITH_TIMEOUT(isFramed(GrabScreen()), kPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(isCovered(GrabScreen()), kPatience); // up to the corners
     QVERIFY(Mouse(QStringLiteral("key Escape mouseup 1")));
     QTRY_VERIFY(host.IsBack());
 }

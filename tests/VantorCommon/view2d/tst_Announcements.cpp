@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include "tests/support/CenterFixture.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/TestPdf.h"
 
 #include <VantorCommon/shell/dock/CStatusBarView.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
@@ -180,6 +181,25 @@ private Q_SLOTS:
         QVERIFY(f.Viewer(0)->Is3DShown() && !f.Viewer(1)->Is3DShown());
         f.Viewer(0)->slot_Press2D();
         QVERIFY(!f.Viewer(0)->Is3DShown());
+    }
+
+    void thePageThatCannotBeRenderedIsNamed()
+    {
+        CenterFixture f(1, 1);
+        QSignalSpy failed(Ctrl(f), &CImageView2DCtrl::signal_Failed);
+        const QString strPath = f.folder.filePath(QStringLiteral("large.pdf"));
+        QFile file(strPath);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(MakePdf({"<< /Type /Catalog /Pages 2 0 R >>",
+                            "<< /Type /Pages /Kids [3 0 R 4 0 R 3 0 R] /Count 3 >>",
+                            "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 100 60] >>",
+                            "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 9000000 9000000] >>"}));
+        file.close();
+        f.Ctrl(0)->LoadFile(strPath);
+        QCOMPARE(failed.size(), 1);
+        QCOMPARE(
+            failed[0][0].toString(),
+            QStringLiteral("Cannot load all of pdf file %1. Page 2 of 3 cannot be rendered.").arg(strPath));
     }
 
 private:

@@ -565,6 +565,16 @@ private Q_SLOTS:
         ViewReference::Grab(view);
         QCOMPARE(view.GetImageUID(), 0xFFFFFFFFu);
     }
+    void aWheelStepToExactlyATenthIsIgnored()
+    {
+        SFixture f(QSize(400, 300), MakeTestImage(40, 30, 3));
+        QVERIFY(ViewInput::Wheel(*f.pView, QPointF(31, 17), -875)); // to an eighth, which is exact
+        const QRect before = f.pView->GetViewPort();
+        QCOMPARE(0.125 + 0.125 * -200 * 0.001, 0.1);
+        QVERIFY(!ViewInput::Wheel(*f.pView, QPointF(31, 17), -200));
+        QCOMPARE(f.pView->GetViewPort(), before);
+        QVERIFY(ViewInput::Wheel(*f.pView, QPointF(31, 17), -199));
+    }
 };
 
 VANTOR_TEST_MAIN(tst_CImageView2D)

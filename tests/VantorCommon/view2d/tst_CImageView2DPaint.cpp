@@ -371,6 +371,26 @@ private Q_SLOTS:
         QCOMPARE(view.nPaints, 1);
         QVERIFY2(nElapsed < 5000, "a list rebuilt for each signal"); // quadratic would take far longer
     }
+    void theValuesFollowTheResolutionOfEachDevice()
+    {
+        const auto paint = [](const SFixture& f, int nDotsPerInch) {
+            QImage picture(400, 300, QImage::Format_RGB32);
+            picture.setDotsPerMeterX(qRound(nDotsPerInch / 0.0254));
+            picture.setDotsPerMeterY(picture.dotsPerMeterX());
+            QPainter painter(&picture);
+            f.pView->Paint(painter);
+            painter.end();
+            return picture;
+        };
+        const auto make = [] { return std::make_unique<SFixture>(QSize(400, 300), MakeTestImage(5, 4, 1)); };
+        const auto pBoth = make();
+        const QImage usual = paint(*pBoth, 96);
+        const QImage fine = paint(*pBoth, 120);
+        QVERIFY(usual != fine);
+        QCOMPARE(fine, paint(*make(), 120));
+        QCOMPARE(usual, paint(*make(), 96));
+        QCOMPARE(paint(*pBoth, 96), usual);
+    }
 };
 
 VANTOR_TEST_MAIN(tst_CImageView2DPaint)

@@ -8,10 +8,12 @@
 #include <VantorCommon/view2d/CUtilManager.h>
 
 #include <QApplication>
+#include <QFile>
 #include <QImage>
 #include <QRandomGenerator>
 #include <algorithm>
 #include <cstring>
+#include <unistd.h>
 
 using Vantor::Algorithms::CImage;
 using Vantor::Algorithms::EImageType;
@@ -42,6 +44,14 @@ bool EqualsThePlainModel(const QImage& source, const CImage& image)
             return false;
     }
     return true;
+}
+
+/// What this process has in memory.
+long long ResidentBytes()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toLongLong() * ::getpagesize()
+                                          : 0;
 }
 
 bool HasTestPixels(const QImage& image, int nChannels)
@@ -247,6 +257,23 @@ private Q_SLOTS:
             QVERIFY(CUtilManager::ConvertImage(view, pImage.get()));
             QVERIFY(EqualsThePlainModel(source, *pImage));
         }
+    }
+    void aDeepCopyGoesWithItsLastUser()
+    {
+        const auto pImage = MakeTestImage(2000, 2000, 4); // 16 MB
+        const auto copyOnce = [&] {
+            QImage image;
+            QVERIFY(CUtilManager::ConvertImage(pImage.get(), image, true));
+            const QImage other = image;
+            image = QImage();
+            QCOMPARE(other.size(), QSize(2000, 2000));
+        };
+        copyOnce(); // what is kept for the next one is no leak
+        const long long nBefore = ResidentBytes();
+        QVERIFY(nBefore > 16'000'000);
+        for (int i = 0; i < 40; ++i)
+            copyOnce();
+        QVERIFY2(ResidentBytes() - nBefore < 320'000'000, "half of the copies or more are still there");
     }
 };
 

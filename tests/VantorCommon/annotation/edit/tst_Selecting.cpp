@@ -798,6 +798,27 @@ private Q_SLOTS:
         QVERIFY(!ctrl.DeleteDrawableObject(1u));
         QVERIFY(!ctrl.Undo());
     }
+    void theOffsetOfAResizeEndsWithItAlsoWhenItsShapeHasGone()
+    {
+        EditFixture f;
+        const auto pOther = f.AddRectangle(120, 20, 30, 30);
+        const auto pObject = f.AddRectangle(20, 20, 60, 40);
+        for (const bool bGone : {false, true}) {
+            const QPointF corner = EditFixture::BoxOf(pObject).bottomRight();
+            const QPointF start = corner + QPointF(2, 1); // beside the handle
+            f.Move(start + QPointF(1, 1));
+            f.Move(start);
+            f.Press(start);
+            f.Move(start + QPointF(10, 10));
+            if (bGone)
+                f.geometry.DeleteObject(pObject);
+            f.Release(start + QPointF(20, 20));
+            QCOMPARE(EditFixture::BoxOf(pObject).bottomRight(), bGone ? corner : corner + QPointF(20, 20));
+            const QPointF handle = EditFixture::BoxOf(pOther).bottomRight();
+            f.ctrl->ResizeDrawableObject(pOther, handle, handle + QPointF(5, 5), QPointF());
+            QCOMPARE(EditFixture::BoxOf(pOther).bottomRight(), handle + QPointF(5, 5));
+        }
+    }
 };
 
 VANTOR_TEST_MAIN(tst_Selecting)

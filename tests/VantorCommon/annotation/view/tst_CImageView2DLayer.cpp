@@ -126,8 +126,18 @@ private Q_SLOTS:
         f.pLayer->SetGeometryModel(&other);
         const ObjectPtr pObject = MakeRectangle();
         other.AddObjectDrawing(pObject);
-        f.model.ClearObjectDrawing();
         QCOMPARE(f.pLayer->GetDrawableObjects(), ObjectList{pObject});
+        // Whatever a layer hears makes its list anew, so an emptied one tells whether it has heard something.
+        f.pLayer->Clear();
+        f.model.AddObjectDrawing(MakeRectangle());
+        const ObjectPtr pFinished = MakeRectangle();
+        f.model.AddObject(pFinished);
+        f.model.DeleteObject(pFinished);
+        f.model.ClearObjectDrawing();
+        QVERIFY(f.pLayer->GetDrawableObjects().empty());
+        f.pLayer->SetGeometryModel(nullptr);
+        other.AddObjectDrawing(MakeRectangle());
+        QVERIFY(f.pLayer->GetDrawableObjects().empty());
     }
 };
 

@@ -52,6 +52,11 @@ private Q_SLOTS:
         model.ChangeSize(1, 1);
         QCOMPARE(spy.count(), 0);
         QCOMPARE(log.Take(), QStringList());
+        model.ChangeSize(3, 2);
+        model.ChangeSize(3, 2);
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(model.GetColumn(), 3);
+        QCOMPARE(model.GetRow(), 2);
     }
 
     void oneDifferentNumberIsAChange()
