@@ -66,6 +66,7 @@ private Q_SLOTS:
     void theLastFailureHasAReason();
     void touchingRunsOfAHostsShapeAreInOrder();
     void aWindowIsCountedBeyondSixteenBits();
+    void theLargestToleranceReachesItsDistance();
 };
 
 void tst_MedianFilter::everyInstructionSetIsTried()
@@ -491,6 +492,16 @@ void tst_MedianFilter::aWindowIsCountedBeyondSixteenBits()
         QCOMPARE(MedianOf(*image, 128, nRadiusY), 0);
         QVERIFY(AreEqual(*image, *original));
     }
+}
+
+void tst_MedianFilter::theLargestToleranceReachesItsDistance()
+{
+    const Vantor::Geometry::CRectangle corner(0.0, 0.0, 1.0, 1.0);
+    const ImagePtr image = MakeNoise(6, 5, 3, 1, 16);
+    const ImagePtr expected = CopyOf(*image);
+    QCOMPARE(image->MedianFilter(1, 1, &corner, ERegionMode::Inside, 4096.0), 0);
+    QCOMPARE(MedianOf(*expected, 1, 1), 0); // all of it
+    QVERIFY(AreEqual(*image, *expected));
 }
 
 VANTOR_CORE_TEST_MAIN(tst_MedianFilter)

@@ -11,6 +11,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -60,6 +61,7 @@ private Q_SLOTS:
     void aFailedRunKeepsTheText();
     void theEngineOutlivesItsLanguageFile();
     void theThreadsOfTheHostStayAsTheyWere();
+    void anotherLanguageIsUsedFromTheNextRunOn();
 };
 
 void tst_CVOCR::readsOnlyTheRegion()
@@ -313,6 +315,22 @@ void tst_CVOCR::theThreadsOfTheHostStayAsTheyWere()
     const CRectangle firstLine(0.0, 85.0, 640.0, 40.0);
     QCOMPARE(ocr.Decode(page.get(), &firstLine), 0);
     QCOMPARE(omp_get_max_active_levels(), 3);
+}
+
+void tst_CVOCR::anotherLanguageIsUsedFromTheNextRunOn()
+{
+    const auto page = Page(QStringLiteral("udhr_kor_144dpi.png"));
+    const CRectangle top(0.0, 0.0, page->GetWidth(), page->GetHeight() / 8.0);
+    CVOCR ocr;
+    const QStringList lstCodes{QStringLiteral("eng"), QStringLiteral("kor"), QStringLiteral("eng")};
+    for (const QString& strCode : lstCodes) {
+        QCOMPARE(ocr.SetLanguageData(qPrintable(strCode), kFolder), 0);
+        QCOMPARE(ocr.Decode(page.get(), &top), 0);
+        const QString strText = QString::fromUtf8(ocr.GetText());
+        const bool bHangul = std::any_of(strText.begin(), strText.end(),
+                                         [](QChar c) { return c.script() == QChar::Script_Hangul; });
+        QVERIFY2(bHangul == (strCode == QStringLiteral("kor")), qUtf8Printable(strText));
+    }
 }
 
 VANTOR_CORE_TEST_MAIN(tst_CVOCR)

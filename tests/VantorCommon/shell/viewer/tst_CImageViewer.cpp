@@ -807,27 +807,6 @@ private Q_SLOTS:
         viewer.slot_ChangeViewMode();
         QCOMPARE(ViewerParts(&viewer).Title()->text(), QStringLiteral("[View-0]"));
     }
-    void buttonsWrapOnlyWhereOneDoesNotFit()
-    {
-        SFixture f;
-        QVERIFY(f.Show());
-        f.window.layout()->removeWidget(f.pViewer);
-        QWidget* pRow = f.parts.Buttons().front()->parentWidget();
-        for (const int nSpare : {0, -1}) {
-            // Exactly as wide as all buttons, and a pixel less.
-            const int nWanted = 15 * 28 + nSpare;
-            const auto resizeTo = [&](int nViewer) {
-                f.pViewer->setGeometry(0, 40, nViewer, 400);
-                QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-                return pRow->width();
-            };
-            QTRY_COMPARE(resizeTo(f.pViewer->width() + nWanted - pRow->width()), nWanted);
-            std::set<int> setRows;
-            for (const QPushButton* pButton : f.parts.Buttons())
-                setRows.insert(pButton->y());
-            QCOMPARE(static_cast<int>(setRows.size()), nSpare == 0 ? 1 : 2);
-        }
-    }
 };
 
 VANTOR_TEST_MAIN(tst_CImageViewer)
