@@ -25,8 +25,6 @@ constexpr int kMaxScans = 100;
 /// What the walks over blocks of all scans together may cost for a byte of the file: the most scans, at a bit
 /// a block. The first scan is free.
 constexpr qint64 kMostBlocksPerByte = 8 * kMaxScans;
-/// Behind the end of the data all rows are alike from here on, for no smoothing reaches farther.
-constexpr int kStepsUntilGrey = 3;
 } // namespace
 
 CJpegDecoder::CJpegDecoder(QIODevice& device) : m_device(device), m_vctInput(kInputBytes)
@@ -181,12 +179,12 @@ bool CJpegDecoder::ReadPixels(CImage& image)
     if (!m_state.Run([this] { jpeg_start_decompress(&m_codec); }))
         return false;
     if (m_bSeveralScans) {
-        if (!m_state.Run([this] { ReadScans(); })) {
-            // The end came in the head of a scan; those before it can be shown, but not looked ahead of.
-            if (!m_bEnded || m_nScans < 1)
-                return false;
-            m_codec.do_block_smoothing = FALSE;
-        }
+        // The end may come in the head of a scan; those before it can be shown.
+        const bool bRead = m_state.Run([this] { ReadScans(); });
+        if (!bRead && (!m_bEnded || m_nScans < 1))
+            return false;
+        // Smoothing would look ahead into a scan that was left out.
+        m_codec.do_block_smoothing = bRead && !m_bStopped ? TRUE : FALSE;
         if (m_nCutScans < m_nScans)
             m_nStepsThere = 0;
         if (!m_state.Run([this] { jpeg_start_output(&m_codec, m_nScans); }))
@@ -203,12 +201,6 @@ void CJpegDecoder::ReadRows(CImage& image)
     unsigned char** const pRows = image.GetRows();
     while (m_codec.output_scanline < nHeight) {
         const JDIMENSION nRow = m_codec.output_scanline;
-        if (m_nStepsThere > 0 &&
-            nRow >= static_cast<JDIMENSION>((m_nStepsThere + kStepsUntilGrey) * RowsPerStep())) {
-            for (JDIMENSION y = nRow; y < nHeight; ++y)
-                std::memcpy(pRows[y], pRows[nRow - 1], static_cast<std::size_t>(image.GetStride()));
-            return;
-        }
         if (m_vctCmykRow.empty())
             jpeg_read_scanlines(&m_codec, pRows + nRow, nHeight - nRow);
         else
