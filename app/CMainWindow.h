@@ -2,6 +2,8 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include "ImageEdits.h"
+
 #include <QMainWindow>
 #include <QString>
 #include <memory>
@@ -60,6 +62,7 @@ private:
     void CreateMenus();
     void CreateFileMenu();
     void CreateEditMenu();
+    void CreateImageEntries(QMenu* pMenu);
     void CreateViewMenu();
     void CreateLayoutEntries(QMenu* pMenu);
     void CreateAppearanceMenu(QMenu* pParent);
@@ -81,6 +84,8 @@ private:
     bool OpenIn(std::size_t nViewer, const QString& strFile);
     void OpenInActive(const QString& strFile);
     void CloseImage();
+    /// Changes the image of the active viewer, or tells why not.
+    void ChangeImage(const ImageEdits::Edit& edit);
     void Undo(bool bUndo);
     void Show3D(bool b3D);
     /// Moves the keyboard between the active view and the docks that are shown, round and round.

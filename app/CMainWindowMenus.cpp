@@ -4,11 +4,16 @@
 // The menus and the tool bar of CMainWindow.
 #include "CActionTable.h"
 #include "CMainWindow.h"
+#include "CMessageBar.h"
 #include "CRecentFiles.h"
 #include "CTheme.h"
 #include "HostSettings.h"
+#include "ImageEdits.h"
+#include "LibraryTexts.h"
+#include "ToolFaces.h"
 #include "Viewers.h"
 
+#include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/settings/CSettingManager.h>
@@ -29,6 +34,8 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <algorithm>
+
+using Vantor::Algorithms::CImage;
 
 namespace
 {
@@ -155,12 +162,42 @@ void CMainWindow::CreateEditMenu()
         pEdit, {tr("&Delete"), HostIcon("delete"), Keys(QKeySequence::Delete)},
         [ctrl] { ctrl()->DeleteSelectedObjects(); }, [this] { return HasSelection(m_pViewers->Active()); });
     pEdit->addSeparator();
+    CreateImageEntries(pEdit);
+}
+
+/// What changes the whole image, each an undoable step.
+void CMainWindow::CreateImageEntries(QMenu* pMenu)
+{
+    const auto ctrl = [this] { return m_pViewers->Active().Ctrl2D(); };
+    const auto hasImage = [this] { return m_pViewers->Active().HasImage(); };
+    const auto box = [this] { return ImageEdits::SelectedBox(m_pViewers->Active()); };
     m_pActions->Add(
-        pEdit, {tr("Rotate &Left"), LibraryIcon("rotate-left"), Key("Ctrl+L")},
+        pMenu, {tr("Rotate &Left"), LibraryIcon("rotate-left"), Key("Ctrl+L")},
         [ctrl] { ctrl()->slot_RotateLeft(); }, hasImage);
     m_pActions->Add(
-        pEdit, {tr("Rotate Ri&ght"), LibraryIcon("rotate-right"), Key("Ctrl+R")},
+        pMenu, {tr("Rotate Ri&ght"), LibraryIcon("rotate-right"), Key("Ctrl+R")},
         [ctrl] { ctrl()->slot_RotateRight(); }, hasImage);
+    const auto add = [this, pMenu](const QString& strText, const CActionTable::Condition& isUseful,
+                                   const ImageEdits::Edit& edit) {
+        m_pActions->Add(
+            pMenu, {strText, QIcon(), {}}, [this, edit] { ChangeImage(edit); }, isUseful);
+    };
+    add(tr("Flip &Horizontally"), hasImage, [](CImage& image) { return image.FlipHorizontally(); });
+    add(tr("Flip &Vertically"), hasImage, [](CImage& image) { return image.FlipVertically(); });
+    add(
+        tr("Cr&op to the Shape"), [box] { return !box().isEmpty(); },
+        [box](CImage& image) {
+            const QRect rect = box();
+            return image.Crop(rect.x(), rect.y(), rect.width(), rect.height());
+        });
+    add(tr("Grey&scale"), hasImage, [](CImage& image) { return image.ToGrey(); });
+}
+
+void CMainWindow::ChangeImage(const ImageEdits::Edit& edit)
+{
+    const QString strReason = ImageEdits::Apply(m_pViewers->Active(), edit);
+    if (!strReason.isEmpty())
+        m_pMessages->Tell(tr("Cannot change the image. %1").arg(LibraryTexts::Sentence(strReason)));
 }
 
 void CMainWindow::CreateLayoutEntries(QMenu* pMenu)
@@ -240,13 +277,13 @@ void CMainWindow::CreateToolsMenu()
 {
     const auto view = [this] { return m_pViewers->Active().pCtrl->GetViewID(); };
     QMenu* pTools = menuBar()->addMenu(tr("&Tools"));
-    m_vctToolBar.push_back(m_pActions->Add(pTools,
-                                           {tr("&Median Filter..."), HostIcon("median"), Key("Ctrl+M")},
-                                           [this, view] { m_pCtrl->OpenMedianTool(view()); }));
-    m_vctToolBar.push_back(m_pActions->Add(pTools, {tr("&Sobel Filter..."), HostIcon("sobel"), Key("Ctrl+E")},
-                                           [this, view] { m_pCtrl->OpenSobelTool(view()); }));
-    m_vctToolBar.push_back(m_pActions->Add(pTools, {tr("&OCR..."), HostIcon("ocr"), Key("Ctrl+T")},
-                                           [this, view] { m_pCtrl->OpenOCRTool(view()); }));
+    const QStringList lstTitles = m_pCtrl->GetToolTitles();
+    for (int i = 0; i < lstTitles.size(); ++i) {
+        QAction* pEntry = m_pActions->Add(pTools, ToolFace(lstTitles[i]),
+                                          [this, view, i] { m_pCtrl->OpenTool(i, view()); });
+        if (!pEntry->icon().isNull())
+            m_vctToolBar.push_back(pEntry);
+    }
     pTools->addSeparator();
     CreateDrawingMenu(pTools);
     m_vctToolBar.push_back(

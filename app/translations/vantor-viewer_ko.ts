@@ -260,6 +260,46 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>Vantor&apos;s own code is under the MIT licence. It uses Qt 5 (LGPL 3), poppler (GPL 2 or 3), Tesseract and Leptonica (Apache 2.0, BSD-like), libtiff (BSD-like), giflib (MIT) and Highway (Apache 2.0 or BSD). With poppler the program as a whole is under the GPL.</source>
         <translation>Vantor 자체의 코드는 MIT 라이선스를 따릅니다. Qt 5(LGPL 3), poppler(GPL 2 또는 3), Tesseract와 Leptonica(Apache 2.0, BSD 계열), libtiff(BSD 계열), giflib(MIT), Highway(Apache 2.0 또는 BSD)를 사용합니다. poppler와 함께라면 프로그램 전체는 GPL을 따릅니다.</translation>
     </message>
+    <message>
+        <source>Flip &amp;Horizontally</source>
+        <translation>좌우 뒤집기(&amp;H)</translation>
+    </message>
+    <message>
+        <source>Flip &amp;Vertically</source>
+        <translation>상하 뒤집기(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Cr&amp;op to the Shape</source>
+        <translation>도형에 맞춰 자르기(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Grey&amp;scale</source>
+        <translation>회색조로 변환(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Cannot change the image. %1</source>
+        <translation>이미지를 변경할 수 없습니다. %1</translation>
+    </message>
+    <message>
+        <source>Gaussian &amp;Blur...</source>
+        <translation>가우시안 흐림(&amp;B)...</translation>
+    </message>
+    <message>
+        <source>&amp;Unsharp Mask...</source>
+        <translation>언샤프 마스크(&amp;U)...</translation>
+    </message>
+    <message>
+        <source>&amp;Threshold...</source>
+        <translation>임계값(&amp;T)...</translation>
+    </message>
+    <message>
+        <source>Brightness, Co&amp;ntrast, Gamma...</source>
+        <translation>밝기, 대비, 감마(&amp;N)...</translation>
+    </message>
+    <message>
+        <source>&amp;Invert...</source>
+        <translation>색 반전(&amp;I)...</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -569,6 +609,22 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>It is the first of %1 pages.</source>
         <translation>%1쪽 중 첫 번째 쪽입니다.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the changed image.</source>
+        <translation>변경된 이미지를 위한 메모리가 부족합니다.</translation>
+    </message>
+    <message>
+        <source>There is no image to change.</source>
+        <translation>변경할 이미지가 없습니다.</translation>
+    </message>
+    <message>
+        <source>The part to keep has no pixels in the image.</source>
+        <translation>남길 영역에 이미지의 픽셀이 없습니다.</translation>
+    </message>
+    <message>
+        <source>The filter cannot be loaded: %1.</source>
+        <translation>필터를 불러올 수 없습니다: %1.</translation>
     </message>
 </context>
 <context>

@@ -260,6 +260,46 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>Vantor&apos;s own code is under the MIT licence. It uses Qt 5 (LGPL 3), poppler (GPL 2 or 3), Tesseract and Leptonica (Apache 2.0, BSD-like), libtiff (BSD-like), giflib (MIT) and Highway (Apache 2.0 or BSD). With poppler the program as a whole is under the GPL.</source>
         <translation>Mã nguồn riêng của Vantor theo giấy phép MIT. Chương trình dùng Qt 5 (LGPL 3), poppler (GPL 2 hoặc 3), Tesseract và Leptonica (Apache 2.0, kiểu BSD), libtiff (kiểu BSD), giflib (MIT) và Highway (Apache 2.0 hoặc BSD). Cùng với poppler, toàn bộ chương trình theo GPL.</translation>
     </message>
+    <message>
+        <source>Flip &amp;Horizontally</source>
+        <translation>Lật &amp;ngang</translation>
+    </message>
+    <message>
+        <source>Flip &amp;Vertically</source>
+        <translation>Lật dọ&amp;c</translation>
+    </message>
+    <message>
+        <source>Cr&amp;op to the Shape</source>
+        <translation>Cắt th&amp;eo hình</translation>
+    </message>
+    <message>
+        <source>Grey&amp;scale</source>
+        <translation>Thang xá&amp;m</translation>
+    </message>
+    <message>
+        <source>Cannot change the image. %1</source>
+        <translation>Không thể thay đổi ảnh. %1</translation>
+    </message>
+    <message>
+        <source>Gaussian &amp;Blur...</source>
+        <translation>&amp;Làm mờ Gauss...</translation>
+    </message>
+    <message>
+        <source>&amp;Unsharp Mask...</source>
+        <translation>Làm &amp;rõ nét...</translation>
+    </message>
+    <message>
+        <source>&amp;Threshold...</source>
+        <translation>N&amp;gưỡng hóa...</translation>
+    </message>
+    <message>
+        <source>Brightness, Co&amp;ntrast, Gamma...</source>
+        <translation>Độ sáng, tương phản, gam&amp;ma...</translation>
+    </message>
+    <message>
+        <source>&amp;Invert...</source>
+        <translation>Đảo mà&amp;u...</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -569,6 +609,22 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>It is the first of %1 pages.</source>
         <translation>Đây là trang đầu tiên trong %1 trang.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the changed image.</source>
+        <translation>Không đủ bộ nhớ cho ảnh đã thay đổi.</translation>
+    </message>
+    <message>
+        <source>There is no image to change.</source>
+        <translation>Không có ảnh để thay đổi.</translation>
+    </message>
+    <message>
+        <source>The part to keep has no pixels in the image.</source>
+        <translation>Phần cần giữ không chứa điểm ảnh nào của ảnh.</translation>
+    </message>
+    <message>
+        <source>The filter cannot be loaded: %1.</source>
+        <translation>Không thể tải bộ lọc: %1.</translation>
     </message>
 </context>
 <context>

@@ -2,19 +2,20 @@
 // Copyright (c) The Vantor authors
 #include "CAnnotationList.h"
 #include "CHostWindow.h"
-#include "CInvertCtrl.h"
-#include "CInvertDlg.h"
+#include "InvertTool.h"
 #include "MeasureAction.h"
 
 #include <Vantor/geometry/CRectangle.h>
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/process/CImage2DProcessBaseDlg.h>
 #include <VantorCommon/shell/center/CCenterCtrl.h>
 #include <VantorCommon/shell/center/CCenterView.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 
 #include <QLabel>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QStandardItemModel>
 #include <QStatusBar>
@@ -50,7 +51,7 @@ private Q_SLOTS:
         m_pWindow = std::make_unique<CHostWindow>();
         AddMeasureAction(*m_pWindow);
         m_pList = new CAnnotationList(*m_pWindow);
-        AddInvertTool(*m_pWindow);
+        AddTools(*m_pWindow);
         m_pWindow->show();
         QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
         m_pWindow->Centre().OpenFile(s_strImage);
@@ -165,8 +166,21 @@ private Q_SLOTS:
 private:
     std::shared_ptr<CImage> Image() { return m_pWindow->Centre().FindImage(QString()); }
     CImageView2D* View() { return m_pWindow->CentreView().findChild<CImageView2D*>(); }
-    CInvertDlg* Dialog() { return m_pWindow->findChild<CInvertDlg*>(); }
-    void RunTool() { Dialog()->findChild<QPushButton*>()->click(); }
+    /// Opened by the menu, as a person does.
+    CImage2DProcessBaseDlg* Dialog()
+    {
+        for (QAction* pTop : m_pWindow->menuBar()->actions())
+            for (QAction* pEntry : pTop->menu()->actions())
+                if (pEntry->text() == QStringLiteral("Invert Light"))
+                    pEntry->trigger();
+        return m_pWindow->findChild<CImage2DProcessBaseDlg*>();
+    }
+    void RunTool()
+    {
+        for (QPushButton* pButton : Dialog()->findChildren<QPushButton*>())
+            if (pButton->text() == QStringLiteral("Run"))
+                pButton->click();
+    }
 
     std::shared_ptr<CImageView2DDrawableGeometry> AddRectangle()
     {

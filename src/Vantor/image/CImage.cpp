@@ -119,7 +119,7 @@ int CImage::Create(int width, int height, int channels, int bitDepth, EImageType
     }
 }
 
-int CImage::CreateLike(const CImage& model, int width, int height)
+int CImage::CreateLike(const CImage& model, int width, int height, int channels)
 {
     try {
         const SPixels& from = *model.m_pPixels;
@@ -127,6 +127,7 @@ int CImage::CreateLike(const CImage& model, int width, int height)
         pPixels->nWidth = width;
         pPixels->nHeight = height;
         pPixels->TakeFormat(from);
+        pPixels->nChannels = channels;
         if (from.pData && !pPixels->Allocate())
             return 1;
         m_pPixels = std::move(pPixels);

@@ -22,7 +22,7 @@ class CFailureReason;
 class CResult;
 } // namespace Vantor
 
-/// Images, their files and filters, and reading text.
+/// Images, their files, edits and filters, and reading text.
 namespace Vantor::Algorithms
 {
 
@@ -151,6 +151,15 @@ public:
     ///         memory, or a result that is larger than both the decode limit and the image itself
     int Rotate(const Geometry::CPoint<double>& centre, double angle, double fill, ERotationMode mode);
 
+    /// @{
+    /// Changes the whole image, 8 or 16 bits; name, folder and notes stay. Non-zero, with every pixel as
+    /// before, for an empty image, a lack of memory, or a crop to no pixel.
+    int Crop(int x, int y, int width, int height); ///< keeps the part of the rectangle that is inside
+    int FlipHorizontally();                        ///< left becomes right
+    int FlipVertically();                          ///< top becomes bottom
+    int ToGrey(); ///< 0.299 R + 0.587 G + 0.114 B in one channel; keeps alpha
+    /// @}
+
     /// Replaces every sample of a region by the median of a window around it, in place: buffer and identifier
     /// stay. The window reads the original pixels, those beyond the region too; the border of the image is
     /// repeated outwards. Channels are independent; alpha (the last of 2 or 4 channels) is left alone.
@@ -209,9 +218,8 @@ public:
                     double tolerance);
     /// @}
 
-    /// Why the last CopyFrom, Load, Save, Rotate or filter call on this image failed, as a sentence in
-    /// English; empty after a success and before the first of them. Any thread may ask, also while a filter
-    /// runs.
+    /// Why the last call that copies, loads, saves or changes this image failed, as a sentence in English;
+    /// empty after a success and before the first of them. Any thread may ask, also while a filter runs.
     std::string GetFailureReason() const;
 
     /// What is to be known of the pixels that Load made, as plain sentences in English: that the file is
@@ -228,8 +236,8 @@ public:
 
 private:
     CResult TryRotate(const Geometry::CPoint<double>& centre, double angle, double fill, ERotationMode mode);
-    /// Gives this image the channels, depth and row alignment of another one, and pixels of undefined value.
-    int CreateLike(const CImage& model, int width, int height);
+    /// Gives this image the depth and row alignment of another one, and pixels of undefined value.
+    int CreateLike(const CImage& model, int width, int height, int channels);
 
     void SetNotes(std::vector<std::string> notes);
 

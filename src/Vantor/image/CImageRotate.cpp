@@ -201,7 +201,7 @@ CResult CImage::TryRotate(const Geometry::CPoint<double>& centre, double angle, 
     if (nQuarters == 0)
         return CResult::Success();
     CImage result;
-    if (result.CreateLike(*this, size.nWidth, size.nHeight) != 0)
+    if (result.CreateLike(*this, size.nWidth, size.nHeight, GetChannel()) != 0)
         return CResult::Failure("There is not enough memory for the rotated image.");
     ClearRowEnds(result);
     const auto nFill = static_cast<unsigned char>(std::lround(std::clamp(fill, 0.0, kMaxByte)));

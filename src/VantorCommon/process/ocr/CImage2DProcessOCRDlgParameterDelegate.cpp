@@ -2,9 +2,9 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/process/ocr/CImage2DProcessOCRDlgParameterDelegate.h>
 
+#include <VantorCommon/process/FolderEditor_p.h>
+
 #include <QComboBox>
-#include <QEvent>
-#include <QFileDialog>
 #include <QSpinBox>
 #include <QStandardItemModel>
 
@@ -25,16 +25,6 @@ QWidget* CreateLanguageEditor(QWidget* pParent)
     return pCombo;
 }
 
-/// The platform's own dialog would never commit, hence Qt's. It shows files too, by which the person knows
-/// the folder.
-QWidget* CreateFolderEditor(QWidget* pParent)
-{
-    auto* pDialog = new QFileDialog(pParent);
-    pDialog->setOption(QFileDialog::DontUseNativeDialog);
-    pDialog->setFileMode(QFileDialog::Directory);
-    return pDialog;
-}
-
 QWidget* CreateDpiEditor(QWidget* pParent)
 {
     auto* pSpin = new QSpinBox(pParent);
@@ -49,7 +39,7 @@ QWidget* CreateEditor(int nRow, QWidget* pParent)
     case ERow_LanguageCode:
         return CreateLanguageEditor(pParent);
     case ERow_LanguagePath:
-        return CreateFolderEditor(pParent);
+        return FolderEditor::Create(pParent);
     case ERow_UserDefinedDpi:
         return CreateDpiEditor(pParent);
     }
@@ -61,8 +51,8 @@ QString TextOf(QWidget* pEditor, int nRow)
 {
     if (const auto* pCombo = qobject_cast<QComboBox*>(pEditor); pCombo && nRow == ERow_LanguageCode)
         return pCombo->currentText();
-    if (const auto* pDialog = qobject_cast<QFileDialog*>(pEditor); pDialog && nRow == ERow_LanguagePath)
-        return pDialog->result() == QDialog::Accepted ? pDialog->selectedFiles().value(0) : QString();
+    if (FolderEditor::IsOne(pEditor) && nRow == ERow_LanguagePath)
+        return FolderEditor::Chosen(pEditor);
     if (auto* pSpin = qobject_cast<QSpinBox*>(pEditor); pSpin && nRow == ERow_UserDefinedDpi) {
         pSpin->interpretText();
         return QString::number(pSpin->value());
@@ -111,9 +101,6 @@ void CImage2DProcessOCRDlgParameterDelegate::updateEditorGeometry(QWidget* pEdit
 
 bool CImage2DProcessOCRDlgParameterDelegate::eventFilter(QObject* pEditor, QEvent* pEvent)
 {
-    // A file dialog ends by its own buttons and keys, not when Return or Tab is pressed somewhere in it: its
-    // hiding is all that counts.
-    if (qobject_cast<QFileDialog*>(pEditor) && pEvent->type() != QEvent::Hide)
-        return false;
-    return QStyledItemDelegate::eventFilter(pEditor, pEvent);
+    return FolderEditor::IsLeftAlone(pEditor, pEvent) ? false
+                                                      : QStyledItemDelegate::eventFilter(pEditor, pEvent);
 }

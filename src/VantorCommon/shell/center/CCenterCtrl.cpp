@@ -5,15 +5,7 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
-#include <VantorCommon/process/median/CImage2DProcessMedianCtrl.h>
-#include <VantorCommon/process/median/CImage2DProcessMedianDlg.h>
-#include <VantorCommon/process/median/CImage2DProcessMedianModel.h>
-#include <VantorCommon/process/ocr/CImage2DProcessOCRCtrl.h>
-#include <VantorCommon/process/ocr/CImage2DProcessOCRDlg.h>
-#include <VantorCommon/process/ocr/CImage2DProcessOCRModel.h>
-#include <VantorCommon/process/sobel/CImage2DProcessSobelCtrl.h>
-#include <VantorCommon/process/sobel/CImage2DProcessSobelDlg.h>
-#include <VantorCommon/process/sobel/CImage2DProcessSobelModel.h>
+#include <VantorCommon/shell/center/CCenterCtrlTools_p.h>
 #include <VantorCommon/shell/center/CCenterModel.h>
 #include <VantorCommon/shell/center/CCenterView.h>
 #include <VantorCommon/shell/dock/CPropertyDockView.h>
@@ -45,54 +37,15 @@ CImageViewerCtrl* ViewerCtrl(const SMVCItem& item)
 {
     return dynamic_cast<CImageViewerCtrl*>(item.pCtrl);
 }
-
-/// A processing tool, made when it is first opened, or opened again after its dialog died.
-template <class Model, class Dlg, class Ctrl> class CTool
-{
-public:
-    ~CTool()
-    {
-        m_pCtrl.reset();
-        delete m_pDlg;
-    }
-
-    /// @return the controller when it was made just now, else null
-    CImage2DProcessBaseCtrl* Open(QWidget* pParent)
-    {
-        const bool bNew = !m_pDlg;
-        if (bNew) {
-            m_pCtrl.reset();
-            m_pModel = std::make_unique<Model>();
-            m_pDlg = new Dlg(m_pModel.get(), pParent);
-            m_pCtrl = std::make_unique<Ctrl>(m_pModel.get(), m_pDlg);
-        }
-        m_pDlg->show();
-        m_pDlg->raise();
-        m_pDlg->activateWindow();
-        return bNew ? m_pCtrl.get() : nullptr;
-    }
-
-    QString Title() const { return m_pDlg->windowTitle(); }
-    CImage2DProcessBaseCtrl& Controller() { return *m_pCtrl; }
-
-private:
-    std::unique_ptr<Model> m_pModel;
-    QPointer<Dlg> m_pDlg;
-    std::unique_ptr<Ctrl> m_pCtrl;
-};
 } // namespace
-
-struct CCenterCtrl::STools {
-    CTool<CImage2DProcessMedianModel, CImage2DProcessMedianDlg, CImage2DProcessMedianCtrl> median;
-    CTool<CImage2DProcessSobelModel, CImage2DProcessSobelDlg, CImage2DProcessSobelCtrl> sobel;
-    CTool<CImage2DProcessOCRModel, CImage2DProcessOCRDlg, CImage2DProcessOCRCtrl> ocr;
-};
 
 CCenterCtrl::CCenterCtrl(CCenterModel* pModel, CCenterView* pView, CToolBoxDockView* pToolBoxDockView,
                          CPropertyDockView* pPropertyDockView, CStatusBarDockView* pStatusBarDockView)
     : m_pModel(pModel), m_pView(pView), m_pToolBoxDockView(pToolBoxDockView),
       m_pPropertyDockView(pPropertyDockView), m_pStatusBarDockView(pStatusBarDockView),
-      m_pToolModel(std::make_unique<CImageView2DToolModel>()), m_pTools(std::make_unique<STools>())
+      m_pToolModel(std::make_unique<CImageView2DToolModel>()),
+      m_pTools(std::make_unique<CCenterCtrlTools>(
+          [this](const QString& strTool, CImage2DProcessBaseCtrl& ctrl) { RelayTool(strTool, ctrl); }))
 {
     for (int i = 0; i < kViewerCount; ++i)
         CreateViewer(i, pToolBoxDockView, pPropertyDockView, pStatusBarDockView);
@@ -280,53 +233,64 @@ void CCenterCtrl::slot_Convert()
             pCtrl->Convert();
 }
 
-template <class Tool> void CCenterCtrl::OpenTool(Tool& tool)
+void CCenterCtrl::RelayTool(const QString& strTool, const CImage2DProcessBaseCtrl& ctrl)
 {
-    const CImage2DProcessBaseCtrl* pNew = tool.Open(m_pView);
-    if (!pNew)
-        return;
-    const QString strTool = tool.Title();
     using C = CImage2DProcessBaseCtrl;
-    connect(pNew, &C::signal_Started, this, [this, strTool] { Q_EMIT signal_ProcessStarted(strTool); });
-    connect(pNew, &C::signal_Ended, this, [this, strTool] { Q_EMIT signal_ProcessEnded(strTool); });
-    connect(pNew, &C::signal_Failed, this,
+    connect(&ctrl, &C::signal_Started, this, [this, strTool] { Q_EMIT signal_ProcessStarted(strTool); });
+    connect(&ctrl, &C::signal_Ended, this, [this, strTool] { Q_EMIT signal_ProcessEnded(strTool); });
+    connect(&ctrl, &C::signal_Failed, this,
             [this, strTool](const QString& strReason) { Q_EMIT signal_ProcessFailed(strTool, strReason); });
+}
+
+QStringList CCenterCtrl::GetToolTitles() const
+{
+    return m_pTools->Titles();
+}
+
+int CCenterCtrl::RegisterOperation(const SProcessOperation& operation)
+{
+    return m_pTools->Add(operation);
+}
+
+void CCenterCtrl::OpenTool(int nTool)
+{
+    m_pTools->Open(nTool, m_pView);
+}
+
+void CCenterCtrl::OpenTool(int nTool, int nViewID)
+{
+    if (auto* pTool = m_pTools->Open(nTool, m_pView))
+        pTool->WorkOn(ViewerName(nViewID));
 }
 
 void CCenterCtrl::slot_OpenMedianTool()
 {
-    OpenTool(m_pTools->median);
-}
-
-void CCenterCtrl::slot_OpenSobelTool()
-{
-    OpenTool(m_pTools->sobel);
-}
-
-void CCenterCtrl::slot_OpenOCRTool()
-{
-    OpenTool(m_pTools->ocr);
-}
-
-template <class Tool> void CCenterCtrl::OpenToolOn(Tool& tool, int nViewID)
-{
-    OpenTool(tool);
-    tool.Controller().WorkOn(ViewerName(nViewID));
+    OpenTool(ECenterTool_Median);
 }
 
 void CCenterCtrl::OpenMedianTool(int nViewID)
 {
-    OpenToolOn(m_pTools->median, nViewID);
+    OpenTool(ECenterTool_Median, nViewID);
+}
+
+void CCenterCtrl::slot_OpenSobelTool()
+{
+    OpenTool(ECenterTool_Sobel);
 }
 
 void CCenterCtrl::OpenSobelTool(int nViewID)
 {
-    OpenToolOn(m_pTools->sobel, nViewID);
+    OpenTool(ECenterTool_Sobel, nViewID);
+}
+
+void CCenterCtrl::slot_OpenOCRTool()
+{
+    OpenTool(ECenterTool_OCR);
 }
 
 void CCenterCtrl::OpenOCRTool(int nViewID)
 {
-    OpenToolOn(m_pTools->ocr, nViewID);
+    OpenTool(ECenterTool_OCR, nViewID);
 }
 
 CImageViewerCtrl* CCenterCtrl::FindByViewID(int nViewID) const

@@ -10,12 +10,15 @@
 #include <QFileInfo>
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <memory>
 #include <vector>
 
+class CCenterCtrlTools;
 class CCenterModel;
 class CCenterView;
+class CImage2DProcessBaseCtrl;
 class CImageView2DDrawableGeometry;
 class CImageView2DDrawableObject;
 class CImageView2DToolModel;
@@ -24,6 +27,7 @@ class CPropertyDockView;
 class CStatusBarDockView;
 class CToolBoxDockView;
 class QIcon;
+struct SProcessOperation;
 
 namespace Vantor::Algorithms
 {
@@ -87,9 +91,19 @@ public:
     /// The current image of the viewer with that name ("Image View [2]"). Deliberate: while one viewer is
     /// shown the name is not looked at.
     std::shared_ptr<Vantor::Algorithms::CImage> FindImage(const QString& strName);
+    /// The titles of the processing tools, the library's and then the registered ones, by their index.
+    QStringList GetToolTitles() const;
+    /// Appends a tool that is made of an operation.
+    /// @return its index; -1, and nothing is appended, when it has no title or that of another tool, nothing
+    ///         to apply, or a default that is out of its range
+    int RegisterOperation(const SProcessOperation& operation);
+    /// Shows a tool, which is made at the first call and belongs to the centre. It is modeless. Another index
+    /// than that of a tool is ignored.
+    void OpenTool(int nTool);
     /// @{
-    /// The slots that show a tool, which then works on the viewer with that identifier: it is the one chosen
-    /// in the dialog, with its selected shape as the region, or the whole image where none is selected.
+    /// OpenTool, and the tool works on the viewer with that identifier: it is the one chosen in the dialog,
+    /// with its selected shape as the region, or the whole image where none is selected.
+    void OpenTool(int nTool, int nViewID);
     void OpenMedianTool(int nViewID);
     void OpenSobelTool(int nViewID);
     void OpenOCRTool(int nViewID);
@@ -130,7 +144,7 @@ public Q_SLOTS:
     /// CImageViewerCtrl::Convert of every viewer, which does nothing yet.
     void slot_Convert();
     /// @{
-    /// Shows a processing tool, which is made at the first call and belongs to the centre. It is modeless.
+    /// OpenTool.
     void slot_OpenMedianTool();
     void slot_OpenSobelTool();
     void slot_OpenOCRTool();
@@ -140,9 +154,7 @@ private:
     void CreateViewer(int nIndex, CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                       CStatusBarDockView* pStatusBarDockView);
     void ConnectCentre();
-    /// Shows a tool and relays its signals.
-    template <class Tool> void OpenTool(Tool& tool);
-    template <class Tool> void OpenToolOn(Tool& tool, int nViewID);
+    void RelayTool(const QString& strTool, const CImage2DProcessBaseCtrl& ctrl);
     int CellCount() const;
     SMVCItem FindByName(const QString& strName, int nCount) const;
     CImageViewerCtrl* FindByViewID(int nViewID) const;
@@ -156,6 +168,5 @@ private:
     std::unique_ptr<CImageView2DToolModel> m_pToolModel;
     std::vector<SMVCItem> m_vctMVC;
     SCenterOptions m_sOptions;
-    struct STools;
-    std::unique_ptr<STools> m_pTools;
+    std::unique_ptr<CCenterCtrlTools> m_pTools;
 };

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QRect>
+#include <QString>
+#include <functional>
+
+struct SViewer;
+
+namespace Vantor::Algorithms
+{
+class CImage;
+}
+
+/// Changes of a viewer's current image as a whole.
+namespace ImageEdits
+{
+/// Changes a copy of the current image in place.
+/// @return 0, or non-zero with the image's reason
+using Edit = std::function<int(Vantor::Algorithms::CImage& image)>;
+
+/// Puts a changed copy in the place of the current image, an undoable step.
+/// @return empty; else the reason why nothing was changed, in English
+QString Apply(const SViewer& viewer, const Edit& edit);
+/// The pixels of the current image that the box of the first selected shape touches; empty without one.
+QRect SelectedBox(const SViewer& viewer);
+} // namespace ImageEdits

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/process/operation/CImage2DProcessOperationCtrl.h>
+
+#include <Vantor/image/CImage.h>
+#include <VantorCommon/process/operation/CImage2DProcessOperationDlg.h>
+#include <VantorCommon/process/operation/CImage2DProcessOperationModel.h>
+
+#include <exception>
+
+using Vantor::Algorithms::CImage;
+using Vantor::Geometry::CGeometry;
+
+CImage2DProcessOperationCtrl::CImage2DProcessOperationCtrl(CImage2DProcessOperationModel* pModel,
+                                                           CImage2DProcessOperationDlg* pDlg)
+    : CImage2DProcessBaseCtrl(pDlg), m_pDlg(pDlg), m_pModel(pModel)
+{
+    connect(pDlg, &CImage2DProcessOperationDlg::signal_Run, this, &CImage2DProcessOperationCtrl::slot_Run);
+    connect(pDlg, &CImage2DProcessOperationDlg::signal_ChangeValue, this,
+            &CImage2DProcessOperationCtrl::slot_ChangeValue);
+    connect(this, &CImage2DProcessBaseCtrl::signal_Failed, pDlg, &CImage2DProcessBaseDlg::SetMessage);
+}
+
+CImage2DProcessOperationCtrl::~CImage2DProcessOperationCtrl() = default;
+
+bool CImage2DProcessOperationCtrl::Undo()
+{
+    return false;
+}
+
+bool CImage2DProcessOperationCtrl::Redo()
+{
+    return false;
+}
+
+void CImage2DProcessOperationCtrl::slot_ChangeValue(int nRow, const QVariant& varValue)
+{
+    if (!m_pModel || !m_pDlg)
+        return;
+    const QString strRefusal = m_pModel->SetValue(nRow, varValue);
+    if (strRefusal.isEmpty())
+        return;
+    m_pDlg->SetMessage(strRefusal);
+    const auto& vctParameters = m_pModel->GetOperation().vctParameters;
+    const auto nIndex = static_cast<std::size_t>(nRow);
+    if (nRow >= 0 && nIndex < vctParameters.size())
+        m_pDlg->ShowValue(nRow, vctParameters[nIndex].Shown(m_pModel->GetValues()[nIndex]));
+}
+
+QString CImage2DProcessOperationCtrl::Apply(CImage& image, const CGeometry* pRegion) const
+try {
+    const QPointer<CImage2DProcessOperationDlg> pDlg = m_pDlg;
+    return m_pModel->GetOperation().apply(image, pRegion, m_pModel->GetValues(), [pDlg](double dblDone) {
+        if (pDlg)
+            pDlg->ShowProgress(dblDone);
+    });
+} catch (const std::exception& problem) {
+    return QStringLiteral("The operation failed: %1.").arg(QString::fromLocal8Bit(problem.what()));
+}
+
+void CImage2DProcessOperationCtrl::slot_Run()
+{
+    if (!m_pDlg || !m_pModel)
+        return;
+    const SSource source = TakeSource();
+    const ImagePtr pCopy = CopyOf(source);
+    if (!pCopy)
+        return;
+    StartProcess();
+    const QString strReason = Apply(*pCopy, source.pRegion.get());
+    if (strReason.isEmpty())
+        ShowResult(pCopy);
+    else
+        Fail(strReason);
+}
