@@ -68,7 +68,7 @@ void CRecentFiles::Fill()
     m_pMenu->clear();
     const QStringList lstFiles = Files();
     for (int i = 0; i < lstFiles.size(); ++i) {
-        const QString strPath = lstFiles[i];
+        const QString& strPath = lstFiles[i];
         m_pMenu->addAction(Label(i, strPath), this, [this, strPath] { m_open(strPath); });
     }
     m_pMenu->addSeparator();

@@ -9,12 +9,11 @@
 
 extern "C" Vantor::Utils::IPdfEngine* VantorMakePdfEngine();
 
-void* Vantor::FindInModule(const char* file, const char*, std::string& fault)
+Vantor::CResult Vantor::FindInModule(const char* file, const char*, void*& found)
 {
-    if (std::strcmp(file, Utils::kPdfModule) == 0)
-        return reinterpret_cast<void*>(&VantorMakePdfEngine);
-    fault = "not linked";
-    return nullptr;
+    const bool bLinked = std::strcmp(file, Utils::kPdfModule) == 0;
+    found = bLinked ? reinterpret_cast<void*>(&VantorMakePdfEngine) : nullptr;
+    return bLinked ? CResult::Success() : CResult::Failure("not linked");
 }
 
 bool Vantor::ModulesHaveEnded()

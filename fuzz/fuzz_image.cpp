@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 
-// Feeds one image reader; VANTOR_FUZZ_LOADER names it.
+// Feeds the reader of one image format; VANTOR_FUZZ_FORMAT is its name in lower case.
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/ImageFormats_p.h>
 
@@ -9,15 +9,27 @@
 #include <QLoggingCategory>
 
 #include <cstdint>
+#include <cstdlib>
 #include <new>
 
 using Vantor::Algorithms::CImage;
+using Vantor::Algorithms::SImageFormat;
 
 namespace
 {
 /// Small, because instrumented code is slow; the bounds are tested elsewhere.
 constexpr std::size_t kDecodeLimit = 4U << 20;
 volatile unsigned g_nSink = 0;
+const SImageFormat* g_pFormat = nullptr;
+
+const SImageFormat* FindFormat()
+{
+    for (const SImageFormat& format : Vantor::Algorithms::ImageFormats()) {
+        if (QByteArray(format.pName).toLower() == VANTOR_FUZZ_FORMAT)
+            return &format;
+    }
+    return nullptr;
+}
 
 /// Touches every byte of the result, so that one that was never allocated is noticed.
 void ReadAll(const CImage& image)
@@ -37,6 +49,9 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     CImage::SetDecodeLimit(kDecodeLimit);
+    g_pFormat = FindFormat();
+    if (!g_pFormat)
+        std::abort();
     return 0;
 }
 
@@ -49,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nBy
     try {
         CImage image;
         Vantor::Algorithms::Notes notes;
-        if (Vantor::Algorithms::VANTOR_FUZZ_LOADER(buffer, image, notes).IsSuccess())
+        if (g_pFormat->pLoad(buffer, image, notes).IsSuccess())
             ReadAll(image);
     } catch (const std::bad_alloc&) { // what the loaders may throw; CImage::Load catches it
     }

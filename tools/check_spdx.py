@@ -4,16 +4,15 @@
 C++ files also by the copyright line; what cannot carry one by a row of the table in a LICENCE(S).md beside it or
 above it, or by a pattern of REST. Every licence that is named has its text in LICENSES/."""
 import fnmatch
-import os
 import pathlib
 import re
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+from tree import CPP, ROOT, files
+
 SPDX = re.compile(r"SPDX-License-Identifier: ([\w.+-]+)")
 HEAD_LINES = 5
 CPP_HEAD = ["// SPDX-License-Identifier: MIT", "// Copyright (c) The Vantor authors"]
-CPP = (".cpp", ".h")
 # These carry the line; so does whatever begins with "#!".
 SOURCES = CPP + (".py", ".sh", ".cmake", ".in", ".qrc", ".ui", ".vert", ".frag", ".svg", ".supp", ".1", ".desktop", ".xml",
                  "CMakeLists.txt", ".clang-format", ".clang-tidy", ".editorconfig", ".gitignore", "tools/layers.txt")
@@ -35,23 +34,6 @@ TABLE_LICENCES = {
     "MIT (": "MIT", "PngSuite licence": "LicenseRef-PngSuite", "UDHR text (c) OHCHR, free to reproduce": None,
     "public domain": None, "Kodak Photo CD sample, released for unrestricted use": None,
 }
-
-
-def is_ignored(path, patterns):
-    """Whether one of the patterns of .gitignore names this path below ROOT, folders with a slash at their end."""
-    return any(fnmatch.fnmatchcase("/" + path, pattern if pattern.startswith("/") else "*/" + pattern) for pattern in patterns)
-
-
-def files():
-    """Walks the tree, in a clone as in an unpacked archive: git need not be there."""
-    lines = (ROOT / ".gitignore").read_text(encoding="utf-8").splitlines()
-    patterns = [".git", ".git/"] + [line for line in lines if line and not line.startswith("#")]
-    names = []
-    for folder, folders, found in os.walk(ROOT):
-        base = pathlib.Path(folder).relative_to(ROOT)
-        folders[:] = [name for name in folders if not is_ignored(f"{base / name}/", patterns)]
-        names += [str(base / name) for name in found if not is_ignored(str(base / name), patterns)]
-    return sorted(names)
 
 
 def read_tables(names):

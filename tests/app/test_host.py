@@ -82,7 +82,7 @@ class Host(unittest.TestCase):
         result = self.run_host("--screenshot", self.picture, self.folder.name, BROKEN)
         self.assertEqual(result.returncode, 1)
         self.assertIn("It is not a regular file.", self.line_of(self.folder.name, result))
-        self.assertIn("The BMP file is damaged", self.line_of(BROKEN, result))
+        self.assertIn("The BMP file is of an unsupported kind", self.line_of(BROKEN, result))
 
     def test_a_good_and_a_bad_file_open_the_good_one_and_name_the_bad_one(self):
         result = self.run_host("--screenshot", self.picture, GOOD, "/nowhere/b.png")

@@ -112,7 +112,7 @@ public:
     /// @}
 
     /// Loads the first page or frame of a BMP, JPEG, PNG, GIF or TIFF file (its content decides, not its
-    /// suffix) as 8 bits per channel and sets name and folder.
+    /// suffix; file/ImageFormats.h lists the formats) as 8 bits per channel and sets name and folder.
     /// - Channels: 1 for grey, 3 for RGB, palettes and CMYK, 4 for whatever has transparency, grey included.
     ///   A BMP file of 256 palette entries of which each is its own grey is grey; other palettes are colours.
     /// - Samples: unsigned v of n bits becomes round(v 255 / (2^n - 1)), signed ones are shifted so that the

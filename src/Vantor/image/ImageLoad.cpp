@@ -14,48 +14,14 @@
 namespace Vantor::Algorithms
 {
 
-namespace
-{
-struct SFormat {
-    const char* pMagic;
-    int nMagic;
-    CResult (*pLoad)(QIODevice& device, CImage& image, Notes& notes);
-};
-
-const SFormat kFormats[] = {
-    {"\x89PNG\r\n\x1a\n", 8, LoadPng},
-    {"\xff\xd8\xff", 3, LoadJpeg},
-    {"GIF87a", 6, LoadGif},
-    {"GIF89a", 6, LoadGif},
-    {"II*\0", 4, LoadTiff},
-    {"MM\0*", 4, LoadTiff},
-    {"II+\0", 4, LoadTiff}, // BigTIFF
-    {"MM\0+", 4, LoadTiff},
-    {"BM", 2, LoadBmp},
-};
-constexpr qint64 kLongestMagic = 8;
-
-/// The format of what follows in the device; null when it is none of ours.
-const SFormat* FindFormat(QIODevice& device)
-{
-    const QByteArray head = device.peek(kLongestMagic);
-    for (const SFormat& format : kFormats) {
-        if (head.startsWith(QByteArray::fromRawData(format.pMagic, format.nMagic)))
-            return &format;
-    }
-    return nullptr;
-}
-
-} // namespace
-
 CResult LoadImageFrom(QIODevice& device, CImage& image, Notes& notes)
 {
     try {
         if (device.size() == 0)
             return CResult::Failure("The file is empty.");
-        const SFormat* pFormat = FindFormat(device);
+        const SImageFormat* pFormat = FormatOfContent(device);
         if (!pFormat)
-            return CResult::Failure("It is not an image in BMP, JPEG, PNG, GIF or TIFF format.");
+            return CResult::Failure(NotAnImage());
         return pFormat->pLoad(device, image, notes);
     } catch (const std::bad_alloc&) {
         return CResult::Failure("There is not enough memory for the image.");

@@ -17,30 +17,7 @@ namespace Vantor::Algorithms
 
 namespace
 {
-using Saver = bool (*)(QIODevice& device, const CImage& image);
-
-struct SSuffix {
-    const char* pSuffix;
-    Saver pSave;
-};
-
 constexpr const char* kNoMemory = "There is not enough memory to save the image.";
-
-const SSuffix kSuffixes[] = {{"bmp", SaveBmp},  {"jpg", SaveJpeg},  {"jpeg", SaveJpeg}, {"png", SavePng},
-                             {"tif", SaveTiff}, {"tiff", SaveTiff}, {"gif", SaveGif}};
-
-Saver FindSaver(const std::string& path)
-{
-    const std::size_t nDot = path.rfind('.');
-    if (nDot == std::string::npos)
-        return nullptr;
-    const QByteArray suffix = QByteArray::fromStdString(path.substr(nDot + 1)).toLower();
-    for (const SSuffix& known : kSuffixes) {
-        if (suffix == known.pSuffix)
-            return known.pSave;
-    }
-    return nullptr;
-}
 
 /// Grey with alpha as RGBA.
 CResult ExpandTwoChannels(const CImage& from, CImage& image)
@@ -60,31 +37,31 @@ CResult ExpandTwoChannels(const CImage& from, CImage& image)
 }
 
 /// Writes an image of 1, 3 or 4 channels in place of the file.
-CResult Write(const std::string& path, Saver save, const CImage& image)
+CResult Write(const std::string& path, const SImageFormat& format, const CImage& image)
 {
     AtomicFile file;
     CResult result = file.Open(path);
     if (!result.IsSuccess())
         return result;
-    if (!save(file.Device(), image))
-        return CResult::Failure(AtomicFile::kNotWhole);
-    return file.Commit();
+    result = format.pSave(file.Device(), image);
+    // A full disk is the better reason than what the writer makes of it.
+    return result.IsSuccess() || file.HasFailed() ? file.Commit() : result;
 }
 
 CResult SaveAs(const std::string& path, const CImage& image)
 {
-    const Saver pSave = FindSaver(path);
-    if (!pSave)
-        return CResult::Failure("The name must end in bmp, jpg, jpeg, png, tif, tiff or gif.");
+    const SImageFormat* pFormat = FormatToSave(path);
+    if (!pFormat)
+        return CResult::Failure(NotASuffix());
     if (!image.GetData())
         return CResult::Failure("There is no image to save.");
     if (image.GetBitDepth() != 8)
         return CResult::Failure("Only images of 8 bits per channel can be saved.");
     if (image.GetChannel() != 2)
-        return Write(path, pSave, image);
+        return Write(path, *pFormat, image);
     CImage expanded;
     CResult result = ExpandTwoChannels(image, expanded);
-    return result.IsSuccess() ? Write(path, pSave, expanded) : result;
+    return result.IsSuccess() ? Write(path, *pFormat, expanded) : result;
 }
 } // namespace
 

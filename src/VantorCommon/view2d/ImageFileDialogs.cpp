@@ -2,11 +2,16 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/view2d/ImageFileDialogs_p.h>
 
+#include <Vantor/image/file/ImageFormats.h>
+
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPointer>
+#include <algorithm>
 #include <vector>
+
+using Vantor::Algorithms::SImageFormatInfo;
 
 namespace
 {
@@ -90,38 +95,49 @@ QStringList ImageFileDialogs::ChooseFiles(QWidget* pParent, const QString& strTi
 
 namespace
 {
-/// A row of the filters for saving: "PNG (*.png *.PNG)".
-struct SFormat {
-    const char* pName;
+/// A filter for saving: "PNG (*.png *.PNG)".
+struct SFilter {
+    QString strName;
     QStringList lstSuffixes; ///< the first one is the default
 };
 
-const std::vector<SFormat>& Formats()
+/// The formats for saving, PNG first, which loses nothing, those of few colours last.
+std::vector<SFilter> SaveFilters()
 {
-    static const std::vector<SFormat> vctFormats{{"PNG", {QStringLiteral("png")}},
-                                                 {"JPEG", {QStringLiteral("jpg"), QStringLiteral("jpeg")}},
-                                                 {"TIFF", {QStringLiteral("tif"), QStringLiteral("tiff")}},
-                                                 {"BMP", {QStringLiteral("bmp")}},
-                                                 {"GIF", {QStringLiteral("gif")}}};
-    return vctFormats;
+    std::vector<SImageFormatInfo> formats = Vantor::Algorithms::GetImageFormats();
+    const auto rank = [](const SImageFormatInfo& format) {
+        return format.name == "PNG" ? 0 : format.fewColors ? 2 : 1;
+    };
+    std::stable_sort(formats.begin(), formats.end(),
+                     [rank](const auto& a, const auto& b) { return rank(a) < rank(b); });
+    std::vector<SFilter> vctFilters;
+    for (const SImageFormatInfo& format : formats) {
+        if (!format.canSave)
+            continue;
+        QStringList lstSuffixes;
+        for (const std::string& strSuffix : format.suffixes)
+            lstSuffixes << QString::fromStdString(strSuffix);
+        vctFilters.push_back({QString::fromStdString(format.name), lstSuffixes});
+    }
+    return vctFilters;
 }
 
-QString FilterOf(const SFormat& format)
+QString PatternsOf(const SFilter& filter)
 {
     QStringList lstPatterns;
-    for (const QString& strSuffix : format.lstSuffixes)
+    for (const QString& strSuffix : filter.lstSuffixes)
         lstPatterns << QStringLiteral("*.%1 *.%2").arg(strSuffix, strSuffix.toUpper());
-    return QStringLiteral("%1 (%2)").arg(QLatin1String(format.pName), lstPatterns.join(QLatin1Char(' ')));
+    return QStringLiteral("%1 (%2)").arg(filter.strName, lstPatterns.join(QLatin1Char(' ')));
 }
 
-/// The format that a name says by its suffix; PNG, which loses nothing, for others.
-const SFormat& FormatOf(const QString& strName)
+/// The filter of the format that a name says by its suffix; the first one for others.
+SFilter FilterOf(const std::vector<SFilter>& vctFilters, const QString& strName)
 {
     const QString strSuffix = QFileInfo(strName).suffix().toLower();
-    for (const SFormat& format : Formats())
-        if (format.lstSuffixes.contains(strSuffix))
-            return format;
-    return Formats().front();
+    for (const SFilter& filter : vctFilters)
+        if (filter.lstSuffixes.contains(strSuffix))
+            return filter;
+    return vctFilters.front();
 }
 
 QString FilterForAll()
@@ -143,16 +159,17 @@ QString ImageFileDialogs::ChooseImageToSave(QWidget* pParent, const QString& str
                                             const QString& strName)
 {
     const QPointer<QFileDialog> pDialog = new QFileDialog(pParent, QStringLiteral("Save Image"), strFolder);
-    QStringList lstFilters;
-    for (const SFormat& format : Formats())
-        lstFilters << FilterOf(format);
-    pDialog->setNameFilters(lstFilters << FilterForAll());
-    const auto useFormat = [pDialog](const SFormat& format) {
-        pDialog->setDefaultSuffix(format.lstSuffixes.constFirst());
+    const std::vector<SFilter> vctFilters = SaveFilters();
+    QStringList lstPatterns;
+    for (const SFilter& filter : vctFilters)
+        lstPatterns << PatternsOf(filter);
+    pDialog->setNameFilters(lstPatterns << FilterForAll());
+    const auto use = [pDialog](const SFilter& filter) {
+        pDialog->setDefaultSuffix(filter.lstSuffixes.constFirst());
     };
-    const SFormat& first = FormatOf(strName);
-    pDialog->selectNameFilter(FilterOf(first));
-    useFormat(first);
+    const SFilter first = FilterOf(vctFilters, strName);
+    pDialog->selectNameFilter(PatternsOf(first));
+    use(first);
     // A page of "report.pdf" is no document: "report.png".
     const QFileInfo name(strName);
     const bool bHasFormat = first.lstSuffixes.contains(name.suffix().toLower());
@@ -160,9 +177,9 @@ QString ImageFileDialogs::ChooseImageToSave(QWidget* pParent, const QString& str
         pDialog->selectFile(bHasFormat ? strName : name.completeBaseName());
     QObject::connect(pDialog.data(), &QFileDialog::filterSelected, pDialog.data(),
                      [=](const QString& strFilter) {
-                         for (const SFormat& format : Formats())
-                             if (FilterOf(format) == strFilter)
-                                 useFormat(format);
+                         for (const SFilter& filter : vctFilters)
+                             if (PatternsOf(filter) == strFilter)
+                                 use(filter);
                      });
     return Run(pDialog);
 }

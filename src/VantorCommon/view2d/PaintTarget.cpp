@@ -10,7 +10,7 @@ SPaintTarget SPaintTarget::Of(const QPainter& painter)
 {
     SPaintTarget target;
     QPaintEngine* pEngine = painter.paintEngine();
-    const QTransform transform = painter.deviceTransform();
+    const QTransform& transform = painter.deviceTransform();
     if (!pEngine || pEngine->type() != QPaintEngine::Raster || painter.hasClipping() ||
         painter.opacity() != 1.0 || painter.compositionMode() != QPainter::CompositionMode_SourceOver ||
         transform.type() > QTransform::TxTranslate || painter.testRenderHint(QPainter::SmoothPixmapTransform))

@@ -6,9 +6,13 @@
 
 #include <Vantor/geometry/CPoint.h>
 #include <Vantor/image/CImage.h>
+#include <Vantor/image/file/ImageFormats.h>
 
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <cmath>
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -87,6 +91,54 @@ private Q_SLOTS:
         QCOMPARE(WhyNotSaved(*pImage, m_folder.filePath(QStringLiteral("good.png"))),
                  std::string("it was saved"));
         QCOMPARE(pImage->GetFailureReason(), std::string());
+    }
+
+    void anImageThatAFormatCannotHoldHasItsReason_data()
+    {
+        QTest::addColumn<int>("width");
+        QTest::addColumn<QString>("suffix");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("gif") << 65536 << QStringLiteral("gif")
+                             << QStringLiteral("A GIF image is at most 65535 pixels wide and high.");
+        QTest::newRow("jpeg") << 65501 << QStringLiteral("jpg")
+                              << QStringLiteral("The image cannot be written as a JPEG file: Maximum "
+                                                "supported image dimension is 65500 pixels.");
+        QTest::newRow("png") << 1000001 << QStringLiteral("png")
+                             << QStringLiteral("The image cannot be written as a PNG file: Image width "
+                                               "exceeds user limit in IHDR.");
+    }
+    void anImageThatAFormatCannotHoldHasItsReason()
+    {
+        QFETCH(int, width);
+        QFETCH(QString, suffix);
+        QFETCH(QString, reason);
+        const QString strPath = m_folder.filePath(QStringLiteral("wide.") + suffix);
+        CImage image;
+        QCOMPARE(image.Create(width, 1, 1, 8, EImageType::Interleaved, 1), 0);
+        QCOMPARE(QString::fromStdString(WhyNotSaved(image, strPath)), reason);
+        QVERIFY(!QFileInfo::exists(strPath));
+    }
+
+    void aFullDiskIsTheReasonInEveryFormat_data()
+    {
+        QTest::addColumn<QString>("suffix");
+        for (const auto& format : Vantor::Algorithms::GetImageFormats())
+            QTest::newRow(format.name.c_str()) << QString::fromStdString(format.suffixes.front());
+    }
+    void aFullDiskIsTheReasonInEveryFormat()
+    {
+        QFETCH(QString, suffix);
+        const QString strPath = m_folder.filePath(QStringLiteral("full.") + suffix);
+        const auto pImage = MakeTestImage(301, 201, 3);
+        ::signal(SIGXFSZ, SIG_IGN);
+        rlimit before{};
+        QCOMPARE(::getrlimit(RLIMIT_FSIZE, &before), 0);
+        const rlimit small{1000, before.rlim_max};
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &small), 0);
+        const std::string strReason = WhyNotSaved(*pImage, strPath);
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &before), 0);
+        QCOMPARE(strReason, std::string("The file could not be written whole."));
+        QVERIFY(!QFileInfo::exists(strPath));
     }
 
     void aFailedRotationHasItsReason()

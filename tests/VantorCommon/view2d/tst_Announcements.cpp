@@ -52,8 +52,8 @@ private Q_SLOTS:
         QCOMPARE(failed[0][0].toString(),
                  QStringLiteral("Cannot load image /nowhere/a.png. There is no such file."));
         QCOMPARE(failed[1][0].toString(),
-                 QStringLiteral("Cannot load image %1. The BMP file is damaged, too large or of an "
-                                "unsupported kind.")
+                 QStringLiteral("Cannot load image %1. The BMP file is of an unsupported kind: compression 0 "
+                                "with 30000 bits per pixel.")
                      .arg(TestDataPath(QStringLiteral("broken/bmp_badbitcount.bmp"))));
         QCOMPARE(failed[2][0].toString(),
                  QStringLiteral("Cannot load pdf file /nowhere/a.pdf. The file is missing, no regular file, "

@@ -849,12 +849,12 @@ private Q_SLOTS:
         pImage->SetFolder(dir.path().toStdWString());
         f.model.SetImages({pImage});
         QStringList lstSeen;
-        int nFilters = 0;
+        QStringList lstFilters;
         AnswerNext<QFileDialog>(f.pView, [&](QFileDialog* pDialog) {
             lstSeen = QStringList{pDialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text(),
                                   pDialog->directory().path(), pDialog->selectedNameFilter(),
                                   pDialog->defaultSuffix()};
-            nFilters = pDialog->nameFilters().size();
+            lstFilters = pDialog->nameFilters();
             pDialog->selectNameFilter(QStringLiteral("GIF (*.gif *.GIF)"));
             Q_EMIT pDialog->filterSelected(QStringLiteral("GIF (*.gif *.GIF)"));
             pDialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QStringLiteral("other"));
@@ -862,7 +862,12 @@ private Q_SLOTS:
         });
         f.ctrl.slot_SaveImage();
         QCOMPARE(lstSeen, QStringList({strProposed, dir.path(), strFilter, strSuffix}));
-        QCOMPARE(nFilters, 6);
+        QCOMPARE(lstFilters.mid(0, 5),
+                 QStringList({QStringLiteral("PNG (*.png *.PNG)"), QStringLiteral("BMP (*.bmp *.BMP)"),
+                              QStringLiteral("JPEG (*.jpg *.JPG *.jpeg *.JPEG)"),
+                              QStringLiteral("TIFF (*.tif *.TIF *.tiff *.TIFF)"),
+                              QStringLiteral("GIF (*.gif *.GIF)")}));
+        QCOMPARE(lstFilters.size(), 6);
         QVERIFY(QFileInfo::exists(dir.filePath(QStringLiteral("other.gif"))));
     }
 

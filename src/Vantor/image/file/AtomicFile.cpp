@@ -38,7 +38,7 @@ std::string FollowLinks(std::string path)
         if (nBytes < 0 || nBytes == static_cast<ssize_t>(sizeof(target)))
             return path;
         const std::string strTarget(target, static_cast<std::size_t>(nBytes));
-        path = strTarget.front() == '/' ? strTarget : FolderOf(path) + strTarget;
+        path = strTarget.front() == '/' ? strTarget : FolderOf(path).append(strTarget);
     }
     return std::string();
 }

@@ -35,7 +35,7 @@ class AtomicFile
 {
 public:
     /// @{
-    /// The reasons of a failure: the second also for whoever could not write into the device.
+    /// The reasons of a failure.
     static constexpr const char* kNotWritable = "The file or its folder cannot be written.";
     static constexpr const char* kNotWhole = "The file could not be written whole.";
     /// @}
@@ -50,6 +50,8 @@ public:
     CResult Open(const std::string& path);
     /// Where to write; random access, readable as well.
     QFile& Device() { return m_file; }
+    /// Whether something could not be written into the device.
+    bool HasFailed() const { return m_file.HasFailed(); }
     /// Puts the new file in place. Fails when anything of it could not be written.
     CResult Commit();
 

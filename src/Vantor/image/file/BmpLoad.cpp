@@ -177,7 +177,7 @@ CResult LoadBmp(QIODevice& device, CImage& image, Notes& notes)
         return CResult::Failure("The BMP file ends in its headers, or they are of an unknown kind.");
     const bool bEmbedded =
         header.eCompression == EBmpCompression::Jpeg || header.eCompression == EBmpCompression::Png;
-    const CResult checked = bEmbedded ? CResult::Success() : Check(header, device.size() - header.nPixels);
+    CResult checked = bEmbedded ? CResult::Success() : Check(header, device.size() - header.nPixels);
     if (!checked.IsSuccess())
         return checked;
     if (header.nPixels > device.size() || !device.seek(header.nPixels))

@@ -45,7 +45,7 @@ QByteArray MakeHeader(const CImage& image, qint64 nImageBytes)
 }
 } // namespace
 
-bool SaveBmp(QIODevice& device, const CImage& image)
+CResult SaveBmp(QIODevice& device, const CImage& image)
 {
     const int nChannels = image.GetChannel();
     const int nWidth = image.GetWidth();
@@ -53,10 +53,10 @@ bool SaveBmp(QIODevice& device, const CImage& image)
     const qint64 nStride = BmpStride(nWidth, 8 * nChannels);
     const qint64 nImageBytes = nStride * nHeight;
     if (nImageBytes > std::numeric_limits<quint32>::max() - kBmpHeadBytes)
-        return false;
+        return CResult::Failure("A BMP file holds at most 4 GiB.");
     const QByteArray head = MakeHeader(image, nImageBytes);
     if (device.write(head) != head.size())
-        return false;
+        return Unwritable("BMP");
     QByteArray row(static_cast<int>(nStride), '\0');
     unsigned char* pRow = reinterpret_cast<unsigned char*>(row.data());
     for (int y = nHeight - 1; y >= 0; --y) {
@@ -66,9 +66,9 @@ bool SaveBmp(QIODevice& device, const CImage& image)
         else
             ReorderBmpRow(pFrom, nChannels, pRow, nChannels, nWidth);
         if (device.write(row) != row.size())
-            return false;
+            return Unwritable("BMP");
     }
-    return true;
+    return CResult::Success();
 }
 
 } // namespace Vantor::Algorithms

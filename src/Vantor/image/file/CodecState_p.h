@@ -33,6 +33,8 @@ public:
     /// Notes why the codec failed, and leaves the step of Run.
     [[noreturn]] void Fail(const char* pText);
 
+    /// The first message of the codec, empty when it had nothing to say.
+    std::string GetFirst() const { return m_szFirst; }
     /// The sentence for the image's notes, empty when the codec had nothing to say.
     std::string GetFlaw() const;
 

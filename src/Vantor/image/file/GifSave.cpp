@@ -111,18 +111,18 @@ bool PutImage(GifFileType* pGif, int nWidth, int nHeight, SIndexed& indexed)
 }
 } // namespace
 
-bool SaveGif(QIODevice& device, const CImage& image)
+CResult SaveGif(QIODevice& device, const CImage& image)
 {
     if (image.GetWidth() > kMaxGifSide || image.GetHeight() > kMaxGifSide)
-        return false;
+        return CResult::Failure("A GIF image is at most 65535 pixels wide and high.");
     SIndexed indexed;
     if (!IndexExactly(image, indexed) && !Quantize(image, indexed))
-        return false;
+        return Unwritable("GIF");
     GifFileType* pGif = EGifOpen(&device, WriteBytes, nullptr);
     if (!pGif)
-        return false;
+        return Unwritable("GIF");
     const bool bPut = PutImage(pGif, image.GetWidth(), image.GetHeight(), indexed);
-    return EGifCloseFile(pGif, nullptr) == GIF_OK && bPut;
+    return EGifCloseFile(pGif, nullptr) == GIF_OK && bPut ? CResult::Success() : Unwritable("GIF");
 }
 
 } // namespace Vantor::Algorithms

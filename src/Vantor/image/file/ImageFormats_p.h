@@ -5,6 +5,7 @@
 #include <Vantor/Result_p.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 class QIODevice;
@@ -26,6 +27,14 @@ inline CResult Unreadable(const char* pFormat)
                             " file is damaged, too large or of an unsupported kind.");
 }
 
+/// The failure of a writer.
+/// @param strDetail  what its encoder said, without a full stop; empty when it said nothing
+inline CResult Unwritable(const char* pFormat, const std::string& strDetail = {})
+{
+    return CResult::Failure(std::string("The image cannot be written as a ") + pFormat + " file" +
+                            (strDetail.empty() ? "." : ": " + strDetail + '.'));
+}
+
 /// One reader per format. The device is random access and stands at its start, its first bytes are those of
 /// the format; the image is empty. After a failure the image is worthless. May throw bad_alloc.
 CResult LoadBmp(QIODevice& device, CImage& image, Notes& notes);
@@ -35,11 +44,63 @@ CResult LoadGif(QIODevice& device, CImage& image, Notes& notes);
 CResult LoadTiff(QIODevice& device, CImage& image, Notes& notes);
 
 /// One writer per format. The image has 1, 3 or 4 channels of 8 bits; the device is open for writing and
-/// may be read back and sought. False on failure. May throw bad_alloc.
-bool SaveBmp(QIODevice& device, const CImage& image);
-bool SaveJpeg(QIODevice& device, const CImage& image);
-bool SavePng(QIODevice& device, const CImage& image);
-bool SaveGif(QIODevice& device, const CImage& image);
-bool SaveTiff(QIODevice& device, const CImage& image);
+/// may be read back and sought. May throw bad_alloc.
+CResult SaveBmp(QIODevice& device, const CImage& image);
+CResult SaveJpeg(QIODevice& device, const CImage& image);
+CResult SavePng(QIODevice& device, const CImage& image);
+CResult SaveGif(QIODevice& device, const CImage& image);
+CResult SaveTiff(QIODevice& device, const CImage& image);
+
+/// A row of the table of formats.
+struct SImageFormat {
+    const char* pName;                      ///< as people write it, such as "JPEG"
+    std::vector<std::string_view> suffixes; ///< lower case, without a dot, the usual one first
+    const char* pMimeType;                  ///< such as "image/jpeg"
+    std::vector<std::string_view> heads;    ///< how a file may begin, see BeginsLike
+    CResult (*pLoad)(QIODevice& device, CImage& image, Notes& notes);
+    CResult (*pSave)(QIODevice& device, const CImage& image); ///< null when it is only read
+    bool bSeveralImages = false; ///< a file may hold pages or frames beside the first
+    bool bFewColors = false;     ///< saving keeps 256 colours at most
+};
+
+/// All formats, in the order in which texts name them. What walks over formats walks over these rows;
+/// CMake takes the names from the lines that begin a row (cmake/VantorFormats.cmake).
+inline const std::vector<SImageFormat>& ImageFormats()
+{
+    using namespace std::string_view_literals;
+    // clang-format off
+    static const std::vector<SImageFormat> formats{
+        {"BMP", {"bmp"}, "image/bmp", {"BM"}, LoadBmp, SaveBmp},
+        {"JPEG", {"jpg", "jpeg"}, "image/jpeg", {"\xff\xd8\xff"}, LoadJpeg, SaveJpeg},
+        {"PNG", {"png"}, "image/png", {"\x89PNG\r\n\x1a\n"}, LoadPng, SavePng},
+        {"GIF", {"gif"}, "image/gif", {"GIF87a", "GIF89a"}, LoadGif, SaveGif, true, true},
+        {"TIFF", {"tif", "tiff"}, "image/tiff",
+         {"II*\0"sv, "MM\0*"sv, "II+\0"sv, "MM\0+"sv}, // the last two: BigTIFF
+         LoadTiff, SaveTiff, true},
+    };
+    // clang-format on
+    return formats;
+}
+
+/// The format of what follows in the device; null when it is none of ours.
+const SImageFormat* FormatOfContent(QIODevice& device);
+/// The format that the suffix of a file name names, in any case, and that can be saved; null for others.
+const SImageFormat* FormatToSave(const std::string& strPath);
+/// "It is not an image in BMP, ... or TIFF format."
+std::string NotAnImage();
+/// "The name must end in bmp, ... or gif."
+std::string NotASuffix();
+
+/// Whether bytes begin like a pattern, in which '?' stands for any one byte: "RIFF????WEBP".
+inline bool BeginsLike(std::string_view bytes, std::string_view pattern)
+{
+    if (bytes.size() < pattern.size())
+        return false;
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        if (pattern[i] != '?' && pattern[i] != bytes[i])
+            return false;
+    }
+    return true;
+}
 
 } // namespace Vantor::Algorithms

@@ -28,9 +28,10 @@ public:
     CJpegEncoder(const CJpegEncoder&) = delete;
     CJpegEncoder& operator=(const CJpegEncoder&) = delete;
 
-    bool Encode(const CImage& image)
+    CResult Encode(const CImage& image)
     {
-        return m_state.Run([this, &image] { Write(image); });
+        const bool bWritten = m_state.Run([this, &image] { Write(image); });
+        return bWritten ? CResult::Success() : Unwritable("JPEG", m_state.GetFirst());
     }
 
 private:
@@ -116,7 +117,7 @@ void CJpegEncoder::Write(const CImage& image)
 }
 } // namespace
 
-bool SaveJpeg(QIODevice& device, const CImage& image)
+CResult SaveJpeg(QIODevice& device, const CImage& image)
 {
     return CJpegEncoder(device).Encode(image);
 }

@@ -22,9 +22,10 @@ public:
     CPngEncoder(const CPngEncoder&) = delete;
     CPngEncoder& operator=(const CPngEncoder&) = delete;
 
-    bool Encode(const CImage& image)
+    CResult Encode(const CImage& image)
     {
-        return m_pInfo && m_state.Run([this, &image] { Write(image); });
+        const bool bWritten = m_pInfo && m_state.Run([this, &image] { Write(image); });
+        return bWritten ? CResult::Success() : Unwritable("PNG", m_state.GetFirst());
     }
 
 private:
@@ -80,7 +81,7 @@ void CPngEncoder::Write(const CImage& image)
 }
 } // namespace
 
-bool SavePng(QIODevice& device, const CImage& image)
+CResult SavePng(QIODevice& device, const CImage& image)
 {
     return CPngEncoder(device).Encode(image);
 }

@@ -53,8 +53,8 @@ int CloseNothing(thandle_t)
 /// Of each file the first message is told, for a damaged one can cause thousands. A thread has one file open.
 thread_local bool t_bTold = false;
 
-__attribute__((format(printf, 4, 0))) int Tell(TIFF*, void*, const char* /*module*/, const char* format,
-                                               va_list arguments)
+[[gnu::format(printf, 4, 0)]] int Tell(TIFF*, void*, const char* /*module*/, const char* format,
+                                       va_list arguments)
 {
     constexpr std::size_t kMostBytes = 256;
     char text[kMostBytes];

@@ -36,12 +36,12 @@ void SetTags(TIFF* pTiff, const CImage& image)
 }
 } // namespace
 
-bool SaveTiff(QIODevice& device, const CImage& image)
+CResult SaveTiff(QIODevice& device, const CImage& image)
 {
     const bool bLarge = static_cast<long long>(image.GetStride()) * image.GetHeight() > kMaxClassicBytes;
     const TiffHandle tiff = OpenTiff(device, bLarge ? "w8" : "w");
     if (!tiff)
-        return false;
+        return Unwritable("TIFF");
     SetTags(tiff.get(), image);
     // A copy of each row, because the predictor works in place.
     std::vector<unsigned char> vctRow(static_cast<std::size_t>(image.GetWidth()) *
@@ -49,9 +49,9 @@ bool SaveTiff(QIODevice& device, const CImage& image)
     for (int y = 0; y < image.GetHeight(); ++y) {
         std::copy_n(image.GetRows()[y], vctRow.size(), vctRow.begin());
         if (TIFFWriteScanline(tiff.get(), vctRow.data(), static_cast<std::uint32_t>(y), 0) != 1)
-            return false;
+            return Unwritable("TIFF");
     }
-    return TIFFFlush(tiff.get()) == 1;
+    return TIFFFlush(tiff.get()) == 1 ? CResult::Success() : Unwritable("TIFF");
 }
 
 } // namespace Vantor::Algorithms

@@ -53,7 +53,8 @@ void CImageView2DGeometryModel::AddObject(ObjectPtr pObject)
 
 void CImageView2DGeometryModel::RestoreObjects(const ObjectList& vctObjects)
 {
-    const ObjectList vctCopy = vctObjects;
+    // Deliberate: who hears of an object may drop the step that owns the list.
+    const ObjectList vctCopy = vctObjects; // NOLINT(performance-unnecessary-copy-initialization)
     for (auto it = vctCopy.rbegin(); it != vctCopy.rend(); ++it)
         if (Insert(*it))
             Announce(**it);

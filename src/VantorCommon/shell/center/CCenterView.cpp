@@ -24,7 +24,7 @@ void CCenterView::AddImageView(CImageViewer* pViewer, int, int)
         return;
     pViewer->setParent(this);
     pViewer->hide();
-    m_vctImageViewer.push_back(pViewer);
+    m_vctImageViewer.emplace_back(pViewer);
 }
 
 void CCenterView::UpdateLayout()

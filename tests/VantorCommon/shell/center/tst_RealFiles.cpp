@@ -24,7 +24,8 @@ using Vantor::Algorithms::CImage;
 
 namespace
 {
-/// Of the processor, for others may be at work; with the sanitizers or with coverage all is several times slower.
+/// Of the processor, for others may be at work; with the sanitizers or with coverage all is several times
+/// slower.
 #if defined(__SANITIZE_ADDRESS__) || defined(VANTOR_COVERAGE)
 constexpr int kMaxSecondsForABrokenFile = 10;
 #else

@@ -1,0 +1,17 @@
+# SPDX-License-Identifier: MIT
+# vantor_image_formats(<variable>): the names of the image formats in lower case, from the rows of their table.
+function(vantor_image_formats variable)
+    set(table "${PROJECT_SOURCE_DIR}/src/Vantor/image/file/ImageFormats_p.h")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${table}")
+    file(STRINGS "${table}" rows REGEX "^ *{\"[A-Z0-9]+\", {\"")
+    set(names "")
+    foreach(row IN LISTS rows)
+        string(REGEX REPLACE "^ *{\"([A-Z0-9]+)\".*" "\\1" name "${row}")
+        string(TOLOWER "${name}" name)
+        list(APPEND names ${name})
+    endforeach()
+    if(NOT names)
+        message(FATAL_ERROR "${table} has no rows that begin as expected")
+    endif()
+    set(${variable} ${names} PARENT_SCOPE)
+endfunction()

@@ -1,0 +1,30 @@
+# SPDX-License-Identifier: MIT
+"""The files of the project, found in a clone as in an unpacked archive of the sources: git need not be there."""
+import fnmatch
+import os
+import pathlib
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+CPP = (".cpp", ".h")
+
+
+def is_ignored(path, patterns):
+    """Whether one of the patterns of .gitignore names this path below ROOT, folders with a slash at their end."""
+    return any(fnmatch.fnmatchcase("/" + path, pattern if pattern.startswith("/") else "*/" + pattern) for pattern in patterns)
+
+
+def files():
+    """The paths below ROOT of all files that .gitignore does not name, sorted."""
+    lines = (ROOT / ".gitignore").read_text(encoding="utf-8").splitlines()
+    patterns = [".git", ".git/"] + [line for line in lines if line and not line.startswith("#")]
+    names = []
+    for folder, folders, found in os.walk(ROOT):
+        base = pathlib.Path(folder).relative_to(ROOT)
+        folders[:] = [name for name in folders if not is_ignored(f"{base / name}/", patterns)]
+        names += [str(base / name) for name in found if not is_ignored(str(base / name), patterns)]
+    return sorted(names)
+
+
+def cpp_files():
+    """Those of them that are C++."""
+    return [name for name in files() if name.endswith(CPP)]
