@@ -10,6 +10,7 @@
 
 #include <VantorCommon/process/median/CImage2DProcessMedianDlg.h>
 #include <VantorCommon/process/ocr/CImage2DProcessOCRDlg.h>
+#include <VantorCommon/process/operation/CImage2DProcessOperationDlg.h>
 #include <VantorCommon/process/sobel/CImage2DProcessSobelDlg.h>
 #include <VantorCommon/settings/CSettingDlg.h>
 #include <VantorCommon/shell/dock/CSelectionDialog.h>
@@ -85,6 +86,8 @@ public:
             return Ready<CImage2DProcessSobelDlg>("Tools", "Sobel Filter...");
         if (strName == QStringLiteral("ocr"))
             return Ready<CImage2DProcessOCRDlg>("Tools", "OCR...");
+        if (strName == QStringLiteral("threshold"))
+            return Ready<CImage2DProcessOperationDlg>("Tools", "Threshold...");
         if (strName == QStringLiteral("shortcuts"))
             return Ready<CShortcutsDlg>("Help", "Shortcuts");
         return nullptr;
@@ -473,7 +476,7 @@ private Q_SLOTS:
     void returnInAToolOrInTheSettingsRunsNothing_data()
     {
         QTest::addColumn<QString>("strWindow");
-        for (const char* pName : {"settings", "median", "sobel", "ocr"})
+        for (const char* pName : {"settings", "median", "sobel", "ocr", "threshold"})
             QTest::newRow(pName) << QString::fromLatin1(pName);
     }
     void returnInAToolOrInTheSettingsRunsNothing()
@@ -500,7 +503,7 @@ private:
     {
         QTest::addColumn<QString>("strWindow");
         for (const char* pName : {"window", "window with one viewer", "window with a 3D view", "settings",
-                                  "median", "sobel", "ocr", "shortcuts", "selection", "goto"})
+                                  "median", "sobel", "ocr", "threshold", "shortcuts", "selection", "goto"})
             QTest::newRow(pName) << QString::fromLatin1(pName);
     }
 

@@ -191,29 +191,24 @@ public:
     /// v becomes 255 - v.
     int Invert(const Geometry::CGeometry* region, ERegionMode mode, double tolerance);
     /// With v from 0 to 1: ((v - 1/2) contrast + 1/2 + brightness), clamped to 0 .. 1, to the power 1 /
-    /// gamma.
-    /// @param brightness  -1 to 1; 0 is neutral
-    /// @param contrast    0 to 10; 1 is neutral
-    /// @param gamma       0.1 to 10; 1 is neutral, above it the darks become lighter
+    /// gamma; a gamma above 1 makes the darks lighter. Brightness is -1 to 1, contrast 0 to 10, gamma 0.1 to
+    /// 10; 0, 1 and 1 are neutral.
     int AdjustTones(double brightness, double contrast, double gamma, const Geometry::CGeometry* region,
                     ERegionMode mode, double tolerance);
-    /// White where the pixel's grey (0.299 R + 0.587 G + 0.114 B) is above the value, black elsewhere.
-    /// @param value  0 to 255
+    /// White where the pixel's grey (0.299 R + 0.587 G + 0.114 B) is above the value, 0 to 255, black
+    /// elsewhere.
     int Threshold(int value, const Geometry::CGeometry* region, ERegionMode mode, double tolerance);
     /// The same with the value that parts the region's greys best (N. Otsu, IEEE Transactions on Systems, Man
     /// and Cybernetics 9, 1979).
     int ThresholdByOtsu(const Geometry::CGeometry* region, ERegionMode mode, double tolerance);
-    /// White where the pixel's grey is above the mean grey of the window around it, less the offset.
-    /// @param radius  0 to 1000; the window is 2 radius + 1 pixels a side
-    /// @param offset  -255 to 255
+    /// White where the pixel's grey is above the mean grey of the window around it, less the offset (-255 to
+    /// 255). The window is 2 radius + 1 pixels a side; the radius is 0 to 1000.
     int ThresholdByMean(int radius, double offset, const Geometry::CGeometry* region, ERegionMode mode,
                         double tolerance);
-    /// The mean with the weights of a Gaussian, cut off at 3 sigma; within 1 of the exact value.
-    /// @param sigma  0.1 to 100 pixels
+    /// The mean with the weights of a Gaussian, cut off at 3 sigma; within 1 of the exact value. Sigma is 0.1
+    /// to 100 pixels.
     int GaussianBlur(double sigma, const Geometry::CGeometry* region, ERegionMode mode, double tolerance);
-    /// v + amount (v - blurred v), clamped.
-    /// @param sigma   as above
-    /// @param amount  0 to 10
+    /// v + amount (v - blurred v), clamped. Sigma is as above, the amount 0 to 10.
     int UnsharpMask(double sigma, double amount, const Geometry::CGeometry* region, ERegionMode mode,
                     double tolerance);
     /// @}

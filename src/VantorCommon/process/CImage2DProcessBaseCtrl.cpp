@@ -10,6 +10,8 @@
 #include <VantorCommon/shell/viewer/CImageViewer.h>
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 
+#include <exception>
+
 using Vantor::Algorithms::CImage;
 using Vantor::Geometry::CGeometry;
 
@@ -197,6 +199,25 @@ void CImage2DProcessBaseCtrl::ShowResult(const ImagePtr& pImage)
     EndProcess();
     if (m_pSourceViewCtrl)
         m_pSourceViewCtrl->ChangeCurrentImage(pImage);
+}
+
+void CImage2DProcessBaseCtrl::RunOn(const Change& change)
+{
+    const SSource source = TakeSource();
+    const ImagePtr pCopy = CopyOf(source);
+    if (!pCopy)
+        return;
+    StartProcess();
+    QString strReason;
+    try {
+        strReason = change(*pCopy, source.pRegion.get());
+    } catch (const std::exception& problem) {
+        strReason = QStringLiteral("The operation failed: %1.").arg(QString::fromLocal8Bit(problem.what()));
+    }
+    if (strReason.isEmpty())
+        ShowResult(pCopy);
+    else
+        Fail(strReason);
 }
 
 bool CImage2DProcessBaseCtrl::Succeeded(int nResult, const std::string& strReason)

@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -29,9 +30,9 @@ class CGeometry;
 /// list of regions in step with the shapes of that viewer and times the runs.
 ///
 /// A run of a derived tool is: TakeSource, CopyOf, StartProcess, a call of the core library, ShowResult, or
-/// Fail where that call gave no result. A run that cannot be done ends early; signal_Failed and
-/// GetFailureReason tell why. Dialog and viewer are not owned; the binding is dropped when the viewer dies.
-/// GUI thread only; a run blocks it.
+/// Fail where that call gave no result; RunOn does all of it. A run that cannot be done ends early;
+/// signal_Failed and GetFailureReason tell why. Dialog and viewer are not owned; the binding is dropped when
+/// the viewer dies. GUI thread only; a run blocks it.
 class VANTORCOMMON_EXPORT CImage2DProcessBaseCtrl : public CBaseCtrl
 {
     Q_OBJECT
@@ -103,6 +104,13 @@ protected:
     /// Ends the run (EndProcess) and makes the image the current one of the source viewer, an undoable step
     /// that drops the annotations. The viewer keeps the image: it must not be changed any more.
     void ShowResult(const ImagePtr& pImage);
+    /// Changes an image in a region, null being the whole image.
+    /// @return why it could not, a sentence in English; empty for a success
+    using Change =
+        std::function<QString(Vantor::Algorithms::CImage& image, const Vantor::Geometry::CGeometry* pRegion)>;
+    /// A run as most tools have it: the source is taken and copied, the copy changed, and shown as the result
+    /// or the reason announced. An exception of the change is a failure.
+    void RunOn(const Change& change);
     /// Ends the run, if it has started, and announces that it failed and why. Called when a call of the core
     /// library did not give 0, with its reason, or with a sentence of the tool's own.
     /// @param strReason  a sentence in English

@@ -7,7 +7,9 @@
 #include <VantorCommon/process/median/CImage2DProcessMedianDlg.h>
 #include <VantorCommon/process/median/CImage2DProcessMedianModel.h>
 
+using Vantor::Algorithms::CImage;
 using Vantor::Algorithms::ERegionMode;
+using Vantor::Geometry::CGeometry;
 
 namespace
 {
@@ -49,16 +51,9 @@ void CImage2DProcessMedianCtrl::slot_Run()
 {
     if (!m_pDlg || !m_pModel)
         return;
-    const SSource source = TakeSource();
-    const ImagePtr pCopy = CopyOf(source);
-    if (!pCopy)
-        return;
-    StartProcess();
-    // Deliberate: always 3x3; the type that the model holds is not read.
-    const int nResult =
-        pCopy->MedianFilter(kRadius, kRadius, source.pRegion.get(), ERegionMode::Inside, kExact);
-    if (nResult == 0)
-        ShowResult(pCopy);
-    else
-        Fail(QString::fromStdString(pCopy->GetFailureReason()));
+    RunOn([](CImage& image, const CGeometry* pRegion) {
+        // Deliberate: always 3x3; the type that the model holds is not read.
+        const int nResult = image.MedianFilter(kRadius, kRadius, pRegion, ERegionMode::Inside, kExact);
+        return nResult == 0 ? QString() : QString::fromStdString(image.GetFailureReason());
+    });
 }

@@ -6,8 +6,6 @@
 #include <VantorCommon/process/operation/CImage2DProcessOperationDlg.h>
 #include <VantorCommon/process/operation/CImage2DProcessOperationModel.h>
 
-#include <exception>
-
 using Vantor::Algorithms::CImage;
 using Vantor::Geometry::CGeometry;
 
@@ -47,29 +45,15 @@ void CImage2DProcessOperationCtrl::slot_ChangeValue(int nRow, const QVariant& va
         m_pDlg->ShowValue(nRow, vctParameters[nIndex].Shown(m_pModel->GetValues()[nIndex]));
 }
 
-QString CImage2DProcessOperationCtrl::Apply(CImage& image, const CGeometry* pRegion) const
-try {
-    const QPointer<CImage2DProcessOperationDlg> pDlg = m_pDlg;
-    return m_pModel->GetOperation().apply(image, pRegion, m_pModel->GetValues(), [pDlg](double dblDone) {
-        if (pDlg)
-            pDlg->ShowProgress(dblDone);
-    });
-} catch (const std::exception& problem) {
-    return QStringLiteral("The operation failed: %1.").arg(QString::fromLocal8Bit(problem.what()));
-}
-
 void CImage2DProcessOperationCtrl::slot_Run()
 {
     if (!m_pDlg || !m_pModel)
         return;
-    const SSource source = TakeSource();
-    const ImagePtr pCopy = CopyOf(source);
-    if (!pCopy)
-        return;
-    StartProcess();
-    const QString strReason = Apply(*pCopy, source.pRegion.get());
-    if (strReason.isEmpty())
-        ShowResult(pCopy);
-    else
-        Fail(strReason);
+    const auto progress = [pDlg = m_pDlg](double dblDone) {
+        if (pDlg)
+            pDlg->ShowProgress(dblDone);
+    };
+    RunOn([this, progress](CImage& image, const CGeometry* pRegion) {
+        return m_pModel->GetOperation().apply(image, pRegion, m_pModel->GetValues(), progress);
+    });
 }

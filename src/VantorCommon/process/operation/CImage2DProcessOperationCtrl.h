@@ -36,8 +36,6 @@ public Q_SLOTS:
     void slot_ChangeValue(int nRow, const QVariant& varValue);
 
 private:
-    QString Apply(Vantor::Algorithms::CImage& image, const Vantor::Geometry::CGeometry* pRegion) const;
-
     QPointer<CImage2DProcessOperationDlg> m_pDlg;
     QPointer<CImage2DProcessOperationModel> m_pModel;
 };

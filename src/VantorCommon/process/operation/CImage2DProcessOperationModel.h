@@ -15,10 +15,11 @@ public:
     explicit CImage2DProcessOperationModel(SProcessOperation operation);
     ~CImage2DProcessOperationModel() override;
 
-    const SProcessOperation& GetOperation() const { return m_operation; }
-    const ProcessValues& GetValues() const { return m_vctValues; }
+    const SProcessOperation& GetOperation() const { return m_operation; } ///< as it was given
+    const ProcessValues& GetValues() const { return m_vctValues; }        ///< one for each parameter
     /// Sets a value, given as SProcessParameter::Accepted takes it.
-    /// @param nRow  0 for the first parameter
+    /// @param nRow      0 for the first parameter
+    /// @param varValue  may be anything
     /// @return empty; else why nothing was changed, as a sentence in English
     QString SetValue(int nRow, const QVariant& varValue);
 

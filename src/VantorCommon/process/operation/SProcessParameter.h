@@ -27,14 +27,16 @@ struct VANTORCOMMON_EXPORT SProcessParameter {
     double dblStep = 1.0;                             ///< of the spin box
     QStringList lstChoices;                           ///< in the order of their indices
 
-    /// @param lstChoices  not empty; the first one is the default
+    /// @{
+    /// A parameter of each kind. Choices must not be empty, the first one is the default. The step of a real
+    /// number is above 0; one decimal more than it has can be typed.
     static SProcessParameter Choice(const QString& strLabel, const QStringList& lstChoices);
     static SProcessParameter Whole(const QString& strLabel, int nDefault, int nLeast, int nMost);
-    /// @param dblStep  above 0; one decimal more than it has can be typed
     static SProcessParameter Real(const QString& strLabel, double dblDefault, double dblLeast, double dblMost,
                                   double dblStep);
     static SProcessParameter Text(const QString& strLabel, const QString& strDefault);
     static SProcessParameter Folder(const QString& strLabel, const QString& strDefault);
+    /// @}
 
     /// The value as the operation gets it, from what an editor or a program gives: a choice by its index or
     /// its text, a number as a number or as text with a decimal point.

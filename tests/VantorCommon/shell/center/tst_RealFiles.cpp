@@ -210,6 +210,9 @@ private Q_SLOTS:
     {
         SCentre c;
         QVERIFY(c.Show());
+        SCenterOptions options;
+        options.bKeepOnFailedLoad = true;
+        c.pCtrl->SetOptions(options);
         c.pCtrl->OpenFile(TestDataPath(QStringLiteral("png/bricks-color.png")));
         const auto pBefore = c.Ctrl(0)->GetImage();
         const QString strPath = TestDataPath(QStringLiteral("pdf/20-pages.pdf"));
