@@ -98,7 +98,7 @@ public:
             const QRegularExpressionMatch match = row.expression.match(strText);
             if (!match.hasMatch())
                 continue;
-            const QString strOwn = QCoreApplication::translate(kContext, row.pEnglish);
+            QString strOwn = QCoreApplication::translate(kContext, row.pEnglish);
             switch (match.lastCapturedIndex()) {
             case 0:
                 return strOwn;
