@@ -626,6 +626,50 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>The filter cannot be loaded: %1.</source>
         <translation>필터를 불러올 수 없습니다: %1.</translation>
     </message>
+    <message>
+        <source>The BMP file ends before its pixels.</source>
+        <translation>BMP 파일이 픽셀 앞에서 끝납니다.</translation>
+    </message>
+    <message>
+        <source>The BMP file ends in its headers, or they are of an unknown kind.</source>
+        <translation>BMP 파일이 머리글에서 끝나거나 알 수 없는 종류의 머리글입니다.</translation>
+    </message>
+    <message>
+        <source>The BMP file is of an unsupported kind: compression %1 with %2 bits per pixel.</source>
+        <translation>지원되지 않는 종류의 BMP 파일입니다: 압축 %1, 픽셀당 %2비트.</translation>
+    </message>
+    <message>
+        <source>The GIF file ends before its first pixel.</source>
+        <translation>GIF 파일이 첫 픽셀 앞에서 끝납니다.</translation>
+    </message>
+    <message>
+        <source>The GIF file holds no picture, or ends before the first one.</source>
+        <translation>GIF 파일에 그림이 없거나 첫 그림 앞에서 끝납니다.</translation>
+    </message>
+    <message>
+        <source>The JPEG file is lossless, hierarchical or of 12 bits, which the library for JPEG lacks.</source>
+        <translation>무손실, 계층형 또는 12비트 JPEG 파일이며, JPEG 라이브러리가 지원하지 않습니다.</translation>
+    </message>
+    <message>
+        <source>The TIFF file is compressed by %1, which the library for TIFF lacks.</source>
+        <translation>TIFF 파일이 %1(으)로 압축되어 있으며, TIFF 라이브러리가 지원하지 않습니다.</translation>
+    </message>
+    <message>
+        <source>A GIF image is at most 65535 pixels wide and high.</source>
+        <translation>GIF 이미지의 너비와 높이는 최대 65535픽셀입니다.</translation>
+    </message>
+    <message>
+        <source>A BMP file holds at most 4 GiB.</source>
+        <translation>BMP 파일은 최대 4GiB입니다.</translation>
+    </message>
+    <message>
+        <source>The image cannot be written as a %1 file: %2.</source>
+        <translation>이미지를 %1 파일로 저장할 수 없습니다: %2.</translation>
+    </message>
+    <message>
+        <source>The image cannot be written as a %1 file.</source>
+        <translation>이미지를 %1 파일로 저장할 수 없습니다.</translation>
+    </message>
 </context>
 <context>
     <name>QCommandLineParser</name>

@@ -626,6 +626,50 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>The filter cannot be loaded: %1.</source>
         <translation>Không thể tải bộ lọc: %1.</translation>
     </message>
+    <message>
+        <source>The BMP file ends before its pixels.</source>
+        <translation>Tệp BMP kết thúc trước các điểm ảnh.</translation>
+    </message>
+    <message>
+        <source>The BMP file ends in its headers, or they are of an unknown kind.</source>
+        <translation>Tệp BMP kết thúc ngay trong phần đầu, hoặc phần đầu thuộc loại không rõ.</translation>
+    </message>
+    <message>
+        <source>The BMP file is of an unsupported kind: compression %1 with %2 bits per pixel.</source>
+        <translation>Tệp BMP thuộc loại không được hỗ trợ: kiểu nén %1 với %2 bit mỗi điểm ảnh.</translation>
+    </message>
+    <message>
+        <source>The GIF file ends before its first pixel.</source>
+        <translation>Tệp GIF kết thúc trước điểm ảnh đầu tiên.</translation>
+    </message>
+    <message>
+        <source>The GIF file holds no picture, or ends before the first one.</source>
+        <translation>Tệp GIF không có ảnh, hoặc kết thúc trước ảnh đầu tiên.</translation>
+    </message>
+    <message>
+        <source>The JPEG file is lossless, hierarchical or of 12 bits, which the library for JPEG lacks.</source>
+        <translation>Tệp JPEG là loại không mất dữ liệu, phân cấp hoặc 12 bit, mà thư viện JPEG không hỗ trợ.</translation>
+    </message>
+    <message>
+        <source>The TIFF file is compressed by %1, which the library for TIFF lacks.</source>
+        <translation>Tệp TIFF được nén bằng %1, mà thư viện TIFF không hỗ trợ.</translation>
+    </message>
+    <message>
+        <source>A GIF image is at most 65535 pixels wide and high.</source>
+        <translation>Ảnh GIF rộng và cao tối đa 65535 điểm ảnh.</translation>
+    </message>
+    <message>
+        <source>A BMP file holds at most 4 GiB.</source>
+        <translation>Tệp BMP chứa tối đa 4 GiB.</translation>
+    </message>
+    <message>
+        <source>The image cannot be written as a %1 file: %2.</source>
+        <translation>Không thể ghi ảnh thành tệp %1: %2.</translation>
+    </message>
+    <message>
+        <source>The image cannot be written as a %1 file.</source>
+        <translation>Không thể ghi ảnh thành tệp %1.</translation>
+    </message>
 </context>
 <context>
     <name>QCommandLineParser</name>

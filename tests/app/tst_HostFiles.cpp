@@ -206,6 +206,7 @@ private Q_SLOTS:
         for (const std::string& strNote : image.GetNotes())
             lstNotes << QFileInfo(strFile).fileName() + QStringLiteral(": ") +
                             QString::fromStdString(strNote);
+        QCOMPARE(lstNotes.isEmpty(), strFile.startsWith(QLatin1String("png")));
         Host host;
         QVERIFY(host.Show({TestDataPath(strFile)}));
         QCOMPARE(host.Message(), lstNotes.join(QLatin1Char('\n')));
