@@ -10,7 +10,14 @@ CPP = (".cpp", ".h")
 
 def is_ignored(path, patterns):
     """Whether one of the patterns of .gitignore names this path below ROOT, folders with a slash at their end."""
-    return any(fnmatch.fnmatchcase("/" + path, pattern if pattern.startswith("/") else "*/" + pattern) for pattern in patterns)
+    path = "/" + path
+    for pattern in patterns:
+        if pattern.startswith("/"):  # from ROOT on, where a star stands for a part of one name
+            if path.count("/") == pattern.count("/") and fnmatch.fnmatchcase(path, pattern):
+                return True
+        elif fnmatch.fnmatchcase(path, "*/" + pattern):
+            return True
+    return False
 
 
 def files():
