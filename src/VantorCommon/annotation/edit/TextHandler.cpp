@@ -102,7 +102,7 @@ QString CTextHandler::CloseEditor()
     if (!pEditor)
         return {};
     QCoreApplication::instance()->removeEventFilter(this);
-    const QString strText = pEditor->toPlainText();
+    QString strText = pEditor->toPlainText();
     if (pEditor->hasFocus() && m_context.pView)
         m_context.pView->setFocus(Qt::OtherFocusReason);
     pEditor->hide();
