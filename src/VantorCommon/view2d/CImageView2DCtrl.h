@@ -29,8 +29,8 @@ class CImage;
 /// The controller of a 2D view: its image and file operations, the clipboard, undo and redo, and the slots
 /// behind the view's gestures.
 ///
-/// Models, view and docks are not owned and any of them may be null or die first; an operation that misses its
-/// target does nothing. The controller owns its undo history, its snip tool, and its three panels (tools,
+/// Models, view and docks are not owned and any of them may be null or die first; an operation that misses
+/// its target does nothing. The controller owns its undo history, its snip tool, and its three panels (tools,
 /// properties, status), which it puts into the docks whenever its view becomes active. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DCtrl : public CBaseCtrl
 {
