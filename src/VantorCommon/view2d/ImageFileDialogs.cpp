@@ -53,12 +53,12 @@ bool AddSuffix(const QPointer<QFileDialog>& pDialog, QString& strFile)
     return bReplace || !pDialog;
 }
 
-/// Shows the dialog. @return the chosen files, none when cancelled
-QStringList Ask(const QPointer<QFileDialog>& pDialog)
+/// Shows the dialog. The parent may go while the user chooses, and take the dialog with it: that counts as
+/// cancelled.
+/// @return the chosen files, none when cancelled
+QStringList Ask(QFileDialog* pDialog)
 {
-    const bool bAccepted = pDialog->exec() == QDialog::Accepted;
-    // The parent may have gone while the user chose, and taken the dialog with it.
-    return pDialog && bAccepted ? pDialog->selectedFiles() : QStringList();
+    return pDialog->exec() == QDialog::Accepted ? pDialog->selectedFiles() : QStringList();
 }
 
 /// Asks for existing files.
