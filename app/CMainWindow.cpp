@@ -27,7 +27,6 @@
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
-#include <VantorCommon/view3d/CImageView3D.h>
 #include <VantorCommon/view3d/CImageView3DEarth.h>
 
 #include <QAbstractButton>
@@ -305,12 +304,12 @@ void CMainWindow::Undo(bool bUndo)
 
 void CMainWindow::Show3D(bool b3D)
 {
-    CImageViewer* pViewer = m_pViewers->Active().pView;
-    b3D ? pViewer->slot_Press3D() : pViewer->slot_Press2D();
+    const SViewer& viewer = m_pViewers->Active();
+    b3D ? viewer.pView->slot_Press3D() : viewer.pView->slot_Press2D();
     m_pViewers->FocusActive();
     m_pMessages->ForgetOld();
     // A system with OpenGL ES alone gets a placeholder. What else is missing is told by the log.
-    if (b3D && !pViewer->findChild<CImageView3D*>())
+    if (b3D && !viewer.pCtrl->Get3DCtrl())
         m_pMessages->Tell(tr("The 3D view needs OpenGL 3.3, which this system does not offer."));
 }
 

@@ -9,15 +9,13 @@
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
-#include <VantorCommon/view3d/CImageView3D.h>
 
 #include <QApplication>
 #include <QCursor>
-#include <algorithm>
 
 CImageView2D* SViewer::View2D() const
 {
-    return pView->findChild<CImageView2D*>();
+    return pCtrl->Get2DView();
 }
 
 CImageView2DCtrl* SViewer::Ctrl2D() const
@@ -46,13 +44,11 @@ void RenewReadout(const SViewer& viewer)
 
 CViewers::CViewers(CCenterView* pCentre)
 {
-    for (CImageViewer* pView : pCentre->findChildren<CImageViewer*>()) {
+    for (int i = 0; CImageViewer* pView = pCentre->GetViewer(i); ++i) {
         const auto item = CMVCManager::FindFirst([&](const SMVC& mvc) { return mvc.pView == pView; });
         if (auto* pCtrl = item ? dynamic_cast<CImageViewerCtrl*>(item->pCtrl) : nullptr)
             m_vctViewers.push_back({pView, pCtrl});
     }
-    std::sort(m_vctViewers.begin(), m_vctViewers.end(),
-              [](const SViewer& a, const SViewer& b) { return a.pView->GetViewID() < b.pView->GetViewID(); });
     for (const SViewer& viewer : m_vctViewers)
         connect(viewer.Ctrl2D()->GetImageModel(), &CImageView2DModel::signal_ChangeCurrentImage, this,
                 [viewer] { RenewReadout(viewer); });
@@ -67,12 +63,7 @@ const SViewer& CViewers::Active() const
 
 void CViewers::FocusActive()
 {
-    const SViewer& viewer = Active();
-    QWidget* pView = viewer.View2D();
-    if (viewer.pView->Is3DShown())
-        pView = viewer.pView->findChild<CImageView3D*>();
-    if (pView)
-        pView->setFocus(Qt::OtherFocusReason);
+    Active().pView->FocusVisibleView();
 }
 
 void CViewers::FollowFocus(QWidget* pNow)

@@ -5,7 +5,6 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
-#include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/annotation/view/CImageView2DLayer.h>
 #include <VantorCommon/view2d/CImageView2DGotoDlg.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
@@ -13,6 +12,8 @@
 #include <VantorCommon/view2d/PixelStamps_p.h>
 #include <VantorCommon/view2d/Saturate_p.h>
 #include <VantorCommon/view2d/SharedIcon_p.h>
+#include <VantorCommon/view2d/ViewGesture_p.h>
+#include <VantorCommon/view2d/ZoomState_p.h>
 
 #include <QDragEnterEvent>
 #include <QGuiApplication>
@@ -28,45 +29,8 @@ constexpr double kZoomPerDelta = 0.001;
 constexpr double kMinZoom = 0.1;
 constexpr unsigned int kNoUID = 0xFFFFFFFFu;
 
-using OnePoint = void (CImageView2D::*)(QPointF&);
-using TwoPoints = void (CImageView2D::*)(QPointF&, QPointF&);
-
-/// The signals of a mode: those of a drag, and of the mouse without a button.
-struct SGesture {
-    OnePoint start;
-    TwoPoints doing;
-    TwoPoints end;
-    OnePoint hover;
-};
-
-using V = CImageView2D;
-const std::map<int, SGesture> kGestures{
-    {EImageView2DMode_Selecting,
-     {&V::signal_SelectMovingStart, &V::signal_SelectMovingDoing, &V::signal_SelectMovingEnd,
-      &V::signal_CheckResizeRotate}},
-    {EImageView2DMode_Drawing_Rectanlge,
-     {&V::signal_DrawRectangleStart, &V::signal_DrawRectangleDoing, &V::signal_DrawRectangleEnd, nullptr}},
-    {EImageView2DMode_Drawing_Ellipse,
-     {&V::signal_DrawEllipseStart, &V::signal_DrawEllipseDoing, &V::signal_DrawEllipseEnd, nullptr}},
-    {EImageView2DMode_Drawing_Circle,
-     {&V::signal_DrawCircleStart, &V::signal_DrawCircleDoing, &V::signal_DrawCircleEnd, nullptr}},
-    {EImageView2DMode_Drawing_Polygon,
-     {&V::signal_DrawPolygonStart, &V::signal_DrawPolygonDoing, &V::signal_DrawPolygonEnd,
-      &V::signal_DrawPolygonWaiting}},
-    {EImageView2DMode_Drawing_Line,
-     {&V::signal_DrawLineStart, &V::signal_DrawLineDoing, &V::signal_DrawLineEnd, nullptr}}};
-const SGesture kShapeGesture{&V::signal_DrawShapeStart, &V::signal_DrawShapeDoing, &V::signal_DrawShapeEnd,
-                             &V::signal_DrawShapeWaiting};
-
-/// The signals that a mode has of its own, or those of every other kind that is drawn; null members where a
-/// mode has none (panning, unknown modes).
-SGesture GestureOf(int nMode)
-{
-    const auto it = kGestures.find(nMode);
-    if (it != kGestures.end())
-        return it->second;
-    return ShapeKinds::OfMode(nMode) ? kShapeGesture : SGesture{nullptr, nullptr, nullptr, nullptr};
-}
+using OnePoint = SViewGesture::OnePoint;
+using TwoPoints = SViewGesture::TwoPoints;
 
 /// Emits with variables of its own: receivers get the points by reference and may change them.
 void Send(CImageView2D* pView, OnePoint pSignal, QPointF point)
@@ -397,7 +361,7 @@ void CImageView2D::mousePressEvent(QMouseEvent* pEvent)
     m_nLastX = pos.x();
     m_nLastY = pos.y();
     if (m_bLeftDown && ToolModel())
-        Send(this, GestureOf(ToolModel()->GetViewMode()).start, MapToImage(QPointF(pos)));
+        Send(this, ViewGestureOf(ToolModel()->GetViewMode()).start, MapToImage(QPointF(pos)));
 }
 
 void CImageView2D::mouseMoveEvent(QMouseEvent* pEvent)
@@ -426,9 +390,9 @@ void CImageView2D::DoMove(const QPoint& pos)
         Pan(pos);
     else if (m_bLeftDown) {
         m_bMoved = true;
-        Send(this, GestureOf(nMode).doing, start, end);
+        Send(this, ViewGestureOf(nMode).doing, start, end);
     } else
-        Send(this, GestureOf(nMode).hover, end);
+        Send(this, ViewGestureOf(nMode).hover, end);
 }
 
 void CImageView2D::Pan(const QPoint& pos)
@@ -455,7 +419,7 @@ void CImageView2D::mouseReleaseEvent(QMouseEvent* pEvent)
         return;
     const int nMode = ToolModel()->GetViewMode();
     if (nMode != EImageView2DMode_Selecting || start != end)
-        Send(this, GestureOf(nMode).end, start, end);
+        Send(this, ViewGestureOf(nMode).end, start, end);
     else if (m_bMoved) // A drag that came back has no End; the hover tells that it is over.
         Send(this, &CImageView2D::signal_CheckResizeRotate, end);
 }

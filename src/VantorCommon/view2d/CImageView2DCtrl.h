@@ -7,51 +7,31 @@
 #include <VantorCommon/shell/mvc/CBaseCtrl.h>
 
 #include <QPointF>
-#include <QPointer>
 #include <QString>
 #include <memory>
 #include <vector>
 
-class CCommand;
-class CCommandContainer;
-class CDrawHandler;
 class CImageView2D;
 class CImageView2DDrawableGeometry;
 class CImageView2DDrawableObject;
 class CImageView2DGeometryModel;
-class CImageView2DGeometryPropertyView;
 class CImageView2DModel;
 class CImageView2DToolModel;
-class CImageView2DToolView;
 class CPropertyDockView;
-class CSelectHandler;
-class CSnipToolCtrl;
-class CSnipToolModel;
 class CStatusBarDockView;
-class CTextHandler;
 class CToolBoxDockView;
-class QMouseEvent;
-class QScrollArea;
-class QWidget;
-struct SEditContext;
 
 namespace Vantor::Algorithms
 {
 class CImage;
 }
 
-namespace Vantor::Utils
-{
-class CPDFReader;
-}
-
 /// The controller of a 2D view: its image and file operations, the clipboard, undo and redo, and the slots
 /// behind the view's gestures.
 ///
 /// Models, view and docks are not owned and any of them may be null or die first; an operation that misses
-/// its target does nothing. The controller owns its command container and its three panels (tools,
-/// properties, status), which it puts into the docks whenever its view becomes active, and its snip tool with
-/// model and controller. GUI thread only.
+/// its target does nothing. The controller owns its undo history, its snip tool, and its three panels (tools,
+/// properties, status), which it puts into the docks whenever its view becomes active. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DCtrl : public CBaseCtrl
 {
     Q_OBJECT
@@ -75,15 +55,18 @@ public:
     bool Undo() override;
     bool Redo() override;
     /// @}
-
+    /// @{
+    /// Whether Undo or Redo would have something to do, wherever the focus is.
+    bool CanUndo() const;
+    bool CanRedo() const;
+    /// @}
     /// The options of the centre; all off at first. They hold from the next operation on.
     void SetOptions(const SCenterOptions& sOptions);
 
     /// Loads an image or the pages of a PDF document and shows them in place of the list; annotations go.
-    /// Deliberate: what cannot be loaded is logged and leaves an empty list, without annotations
-    /// (SCenterOptions::bKeepOnFailedLoad keeps both). Deliberate: a document is told by "pdf" or "PDF"
-    /// behind any character anywhere in the path, a folder's name included
-    /// (SCenterOptions::bReaderByContent asks the file instead).
+    /// Deliberate: what cannot be loaded is logged and leaves an empty list, without annotations (unless
+    /// SCenterOptions::bKeepOnFailedLoad). Deliberate: "pdf" or "PDF" behind any character anywhere in the
+    /// path, a folder's name included, tells a document (unless SCenterOptions::bReaderByContent).
     void LoadFile(const QString& strPath);
     /// The image in a list of one; empty and one log line when it cannot be loaded.
     std::vector<ImagePtr> LoadImage(const QString& strPath);
@@ -105,8 +88,7 @@ public:
 
     /// Drops the current image and all annotations, without a way back.
     void CloseCurrentImage();
-    /// Replaces one image of the list and drops all annotations, also when the index, 0 to count - 1, is
-    /// none.
+    /// Replaces one image of the list and drops all annotations, also when the index is not 0 to count - 1.
     void ChangeImage(ImagePtr pImage, int nIndex);
     /// Replaces the current image and drops the annotations, without a way back; see ChangeCurrentImage.
     void SetCurrentImage(ImagePtr pImage);
@@ -114,11 +96,6 @@ public:
     bool PushImage(ImagePtr pImage);
     /// The current image, which must not be changed; null without one.
     ImagePtr GetCurrentImgage() const;
-    /// @{
-    /// Whether Undo or Redo would have something to do, wherever the focus is.
-    bool CanUndo() const;
-    bool CanRedo() const;
-    /// @}
     /// Replaces the current image and drops the annotations, as an undoable step; null changes nothing.
     void ChangeCurrentImage(ImagePtr pImage);
     /// @{
@@ -142,12 +119,10 @@ public:
     /// point is not used.
     void ResizeDrawableObject(ObjectPtr pObject, const QPointF& from, const QPointF& to,
                               const QPointF& third);
-
     /// Deletes what is selected, as one undoable step; nothing when nothing is.
     void DeleteSelectedObjects();
     /// How near to a handle counts as on it: 10 widget pixels, in image pixels. 0.0 without a view.
     double HandleTolerance() const;
-
     /// @{
     /// The models that were given; null when there is none any more.
     CImageView2DModel* GetImageModel() const;
@@ -159,28 +134,28 @@ public Q_SLOTS:
     void slot_Active();
     /// @{
     /// Asks for a file (an image or a document, an image, a document), and shows it in place of the list, as
-    /// LoadFile does. Blocks while the dialog is open.
+    /// LoadFile does. These five block while the dialog is open; the controller may be deleted meanwhile.
     void slot_LoadFile();
     void slot_LoadImage();
     void slot_LoadPdf();
-    /// @}
-    /// Asks for files and appends their images. Blocks while the dialog is open.
+    /// Asks for files and appends their images.
     void slot_AddImage();
-    /// AddImage.
-    void slot_AddImageDragDrop(const QString& strPath);
-    /// Asks for a name (SCenterOptions::bProposeSaveName proposes one) and saves the current image. Blocks
-    /// while the dialog is open.
+    /// Asks for a name (SCenterOptions::bProposeSaveName proposes one) and saves the current image.
     void slot_SaveImage();
+    /// @}
+    /// Appends the image files or the picture on the clipboard. Deliberate: text wins over a picture and is
+    /// ignored; documents are not opened, and what does not load is not logged.
+    void slot_Paste();
     /// @{
-    /// CloseCurrentImage, CopyToClipBoard, Undo and Redo.
+    /// The functions above of these names: AddImage, CloseCurrentImage, CopyToClipBoard, Undo and so on.
+    void slot_AddImageDragDrop(const QString& strPath);
     void slot_CloseImage();
     void slot_Copy();
-    /// Appends what is on the clipboard: the image files of a list of URLs, or a picture. Deliberate: text
-    /// wins over a picture and is ignored; documents in the list are not opened, and what does not load is
-    /// not logged.
-    void slot_Paste();
     void slot_Undo();
     void slot_Redo();
+    void slot_RotateLeft();
+    void slot_RotateRight();
+    void slot_DeleteDrawableObject();
     /// @}
     /// @{
     /// Previous, Next, SetCurrentIndex and Clear of the image model; annotations stay.
@@ -188,11 +163,6 @@ public Q_SLOTS:
     void slot_Next();
     void slot_SelectImage(int nIndex);
     void slot_ClearImage();
-    /// @}
-    /// @{
-    /// RotateLeft and RotateRight.
-    void slot_RotateLeft();
-    void slot_RotateRight();
     /// @}
     /// Minimises the main window and lays the snip tool over the screen that it was on.
     void slot_OpenSnipTool();
@@ -203,7 +173,7 @@ public Q_SLOTS:
     void slot_ShowContextMenu(const QPointF& point);
 
     /// @{
-    /// Sets the mode of the tool model, which all viewers share.
+    /// Sets the mode of the tool model, which all viewers share; SelectShape that of a kind of ShapeKinds.
     void slot_ChangeSelectMode();
     void slot_ChangePanningMode();
     void slot_SelectROIRectangle();
@@ -211,7 +181,6 @@ public Q_SLOTS:
     void slot_SelectROICircle();
     void slot_SelectROIPolygon();
     void slot_DrawRuler();
-    /// The mode in which a kind of ShapeKinds is drawn.
     void slot_SelectShape(int nMode);
     /// @}
 
@@ -219,7 +188,8 @@ public Q_SLOTS:
     /// The drags of the drawing modes, in image coordinates. Doing shows a preview; End adds the shape as an
     /// undoable step and returns to selecting. Deliberate: there is no least size, a click leaves a shape of
     /// 0 x 0. A circle is an ellipse with equal axes about the press point; a line becomes a ruler. A polygon
-    /// is closed by a release within HandleTolerance of its first point, from three edges on.
+    /// is closed by a release within HandleTolerance of its first point, from three edges on. DrawShape is
+    /// for the kind that is drawn in the tool model's mode; what clicks draw is closed as a polygon is.
     void slot_DrawRectangleStart(QPointF& pointStart);
     void slot_DrawRectangleDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_DrawRectangleEnd(QPointF& pointStart, QPointF& pointEnd);
@@ -236,10 +206,6 @@ public Q_SLOTS:
     void slot_DrawPolygonDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_DrawPolygonWaiting(QPointF& point);
     void slot_DrawPolygonEnd(QPointF& pointStart, QPointF& pointEnd);
-    /// @}
-    /// @{
-    /// The same for the kind that is drawn in the tool model's mode; what clicks draw is closed as a polygon
-    /// is.
     void slot_DrawShapeStart(QPointF& pointStart);
     void slot_DrawShapeDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_DrawShapeWaiting(QPointF& point);
@@ -251,86 +217,33 @@ public Q_SLOTS:
     /// @{
     /// The drag of the selecting mode, in image coordinates: pulls a handle, moves what is selected, or
     /// catches annotations in a rubber band; with Ctrl a press adds to the selection. End makes an undoable
-    /// step of it.
+    /// step of it. Deliberate: the SelectResize slots do nothing, resizing is part of this drag.
     void slot_SelectMovingStart(QPointF& pointStart);
     void slot_SelectMovingDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_SelectMovingEnd(QPointF& pointStart, QPointF& pointEnd);
-    /// @}
-    /// @{
-    /// Deliberate: nothing; resizing is part of the SelectMoving slots.
     void slot_SelectResizeStart(QPointF& pointStart);
     void slot_SelectResizeDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_SelectResizeEnd(QPointF& pointStart, QPointF& pointEnd);
     /// @}
-    /// DeleteSelectedObjects.
-    void slot_DeleteDrawableObject();
     /// Delete and Backspace delete the selection, Escape leaves a drawing mode while the view is visible.
     void slot_PressKey(int nKey);
 
 Q_SIGNALS:
-    /// A file has been loaded or added; once for a document of many pages.
+    /// @{
+    /// A file has been loaded or added (once for a document of many pages), or the image has been saved.
     void signal_FileOpened(const QString& strPath);
-    /// The image has been saved.
     void signal_FileSaved(const QString& strPath);
-    /// Something that was asked for could not be done: a file could not be loaded, added, pasted or saved,
-    /// the image not be rotated, or the screen not be captured. One line in English with the path and the
-    /// reason.
+    /// @}
+    /// Something that was asked for could not be done: loading, adding, pasting or saving a file, rotating
+    /// the image, capturing the screen. One line in English with the path and the reason.
     void signal_Failed(const QString& strMessage);
     /// @{
-    /// The pages of a document are being rendered: their number, then the count of those that are done. The
-    /// thread is busy meanwhile.
+    /// The pages of a document are being rendered, which keeps the thread busy: how many, how many are done.
     void signal_ChangeProgressMaxRange(int nMaxRange);
     void signal_ChangeProgressValue(int nValue);
     /// @}
 
-protected:
-    /// Watches the view for what ends a gesture without a release, and for a double click on a text.
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
-
 private:
-    void CreatePanels();
-    void CreatePropertyPanel();
-    void CreateSnipTool();
-    void ConnectView();
-    void ConnectGestures();
-    bool EditTextAt(const QMouseEvent& event);
-    void StartShape(int nMode, const QPointF& point);
-    void DoShape(int nMode, const QPointF& start, const QPointF& current);
-    void EndShape(int nMode, const QPointF& start, const QPointF& end);
-    /// Ends a drag in progress and takes back what it has changed; a polygon in progress stays.
-    void Interrupt();
-    void PutIntoDock(QScrollArea* pDock, QWidget* pPanel);
-    int Mode() const;
-    void SetMode(int nMode);
-    bool IsDocument(const QString& strPath) const;
-    std::vector<ImagePtr> LoadAny(const QString& strPath);
-    void ReplaceImages(const std::vector<ImagePtr>& vctImages, const QString& strPath);
-    void PasteUrls(const QList<QUrl>& lstUrls);
-    void Fail(const QString& strWhat, const QString& strReason);
-    bool ReadDocument(Vantor::Utils::CPDFReader& reader, const QString& strPath);
-    void Rotate(double dblAngle);
-    void Execute(std::unique_ptr<CCommand> pCommand);
-
-    QPointer<CImageView2DModel> m_pModel;
-    QPointer<CImageView2DGeometryModel> m_pGeometryModel;
-    QPointer<CImageView2DToolModel> m_pToolModel;
-    QPointer<CImageView2D> m_pView;
-    QPointer<CToolBoxDockView> m_pToolBoxDockView;
-    QPointer<CPropertyDockView> m_pPropertyDockView;
-    QPointer<CStatusBarDockView> m_pStatusBarDockView;
-    QPointer<CImageView2DToolView> m_pToolPanel;
-    QPointer<QWidget> m_pPropertyPanel;
-    QPointer<CImageView2DGeometryPropertyView> m_pPropertyView;
-    QPointer<QWidget> m_pStatusPanel;
-    QPointer<QWidget> m_pSnipTool;
-    std::unique_ptr<CSnipToolModel> m_pSnipToolModel;
-    std::unique_ptr<CSnipToolCtrl> m_pSnipToolCtrl;
-    std::unique_ptr<CCommandContainer> m_pCommands;
-    std::unique_ptr<SEditContext> m_pEdit;
-    std::unique_ptr<CDrawHandler> m_pDraw;
-    std::unique_ptr<CSelectHandler> m_pSelect;
-    std::unique_ptr<CTextHandler> m_pText;
-    SCenterOptions m_sOptions;
-    bool m_bWasMaximised = false; ///< the main window, before it was minimised; so the next
-    bool m_bWasFullScreen = false;
+    struct SParts;
+    const std::unique_ptr<SParts> m_pParts;
 };

@@ -1,26 +1,20 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
-//
-// The file and clipboard half of CImageView2DCtrl.
-#include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CImageView2DCtrlFiles_p.h>
 
 #include <Vantor/image/CImage.h>
 #include <Vantor/pdf/CPDFReader.h>
-#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/settings/CSettingManager.h>
 #include <VantorCommon/view2d/CImageView2D.h>
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CImageView2DCtrlImages_p.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
-#include <VantorCommon/view2d/CUtilManager.h>
 #include <VantorCommon/view2d/ImageFileDialogs_p.h>
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QInputDialog>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QRegExp>
-#include <QUrl>
 #include <filesystem>
 #include <fstream>
 #include <optional>
@@ -89,17 +83,17 @@ QString ReasonOf(const CImage& image)
 } // namespace
 
 /// The failure of something that was asked for, beside what the log says of it.
-void CImageView2DCtrl::Fail(const QString& strWhat, const QString& strReason)
+void CImageView2DCtrlFiles::Fail(const QString& strWhat, const QString& strReason)
 {
-    Q_EMIT signal_Failed(strWhat + QLatin1Char(' ') + strReason);
+    Q_EMIT m_context.pCtrl->signal_Failed(strWhat + QLatin1Char(' ') + strReason);
 }
 
 /// Opens the document, with a password from the user where it wants one. True when its pages can be had.
-bool CImageView2DCtrl::ReadDocument(CPDFReader& reader, const QString& strPath)
+bool CImageView2DCtrlFiles::ReadDocument(CPDFReader& reader, const QString& strPath)
 {
     // View and controller may go while the user is asked.
-    const QPointer<CImageView2D> pParent = m_pView;
-    const QPointer<CImageView2DCtrl> pThis = this;
+    const QPointer<CImageView2D> pParent = m_context.pView;
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
     int nResult = reader.Read(strPath.toStdWString(), std::wstring());
     bool bPasswordGiven = false;
     if (nResult == CPDFReader::EReadResult_PasswordRequired) {
@@ -110,51 +104,49 @@ bool CImageView2DCtrl::ReadDocument(CPDFReader& reader, const QString& strPath)
             nResult = reader.Read(strPath.toStdWString(), strPassword.toStdWString());
     }
     if (nResult == CPDFReader::EReadResult_OK && reader.GetPageNumber() > 0)
-        return pThis;
+        return pCtrl;
     CLogger::Write(ERROR, "Cannot load pdf file %s", qUtf8Printable(strPath));
-    if (pThis)
+    if (pCtrl)
         Fail(QStringLiteral("Cannot load pdf file %1.").arg(strPath), WhyUnreadable(nResult, bPasswordGiven));
     if (bPasswordGiven)
         TellUnreadablePdf(strPath, pParent);
     return false;
 }
 
-void CImageView2DCtrl::LoadFile(const QString& strPath)
+void CImageView2DCtrlFiles::Load(const QString& strPath)
 {
-    if (!m_pModel || strPath.isEmpty())
+    if (!m_context.pModel || strPath.isEmpty())
         return;
-    const QPointer<CImageView2DCtrl> pThis = this;
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
     const std::vector<ImagePtr> vctImages = LoadAny(strPath);
-    if (pThis)
+    if (pCtrl)
         ReplaceImages(vctImages, strPath);
 }
 
-bool CImageView2DCtrl::IsDocument(const QString& strPath) const
+bool CImageView2DCtrlFiles::IsDocument(const QString& strPath) const
 {
     const std::optional<bool> bContent =
-        m_sOptions.bReaderByContent ? BeginsAsPdf(strPath) : std::optional<bool>();
+        m_context.sOptions.bReaderByContent ? BeginsAsPdf(strPath) : std::optional<bool>();
     return bContent.value_or(LooksLikePdf(strPath));
 }
 
-std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadAny(const QString& strPath)
+std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::LoadAny(const QString& strPath)
 {
     return IsDocument(strPath) ? LoadPDF(strPath) : LoadImage(strPath);
 }
 
-void CImageView2DCtrl::ReplaceImages(const std::vector<ImagePtr>& vctImages, const QString& strPath)
+void CImageView2DCtrlFiles::ReplaceImages(const std::vector<ImagePtr>& vctImages, const QString& strPath)
 {
     const bool bLoaded = !vctImages.empty();
-    if (!m_pModel || (!bLoaded && m_sOptions.bKeepOnFailedLoad))
+    if (!m_context.pModel || (!bLoaded && m_context.sOptions.bKeepOnFailedLoad))
         return;
     // Deliberate: a load that failed leaves an empty list.
-    m_pModel->SetImages(vctImages);
-    if (m_pGeometryModel)
-        m_pGeometryModel->ClearObject();
+    m_images.ReplaceAll(vctImages);
     if (bLoaded)
-        Q_EMIT signal_FileOpened(strPath);
+        Q_EMIT m_context.pCtrl->signal_FileOpened(strPath);
 }
 
-std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadImage(const QString& strPath)
+std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::LoadImage(const QString& strPath)
 {
     auto pImage = std::make_shared<CImage>();
     if (pImage->Load(strPath.toStdWString()) == 0)
@@ -164,7 +156,7 @@ std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadImage(const QStrin
     return {};
 }
 
-std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadPDF(const QString& strPath)
+std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::LoadPDF(const QString& strPath)
 {
     const int nSlash = strPath.lastIndexOf(QLatin1Char('/'));
     const std::wstring strFolder = strPath.left(std::max(nSlash, 0)).toStdWString();
@@ -179,9 +171,9 @@ std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadPDF(const QString&
 
     std::vector<ImagePtr> vctPages;
     const int nPages = reader.GetPageNumber();
-    Q_EMIT signal_ChangeProgressMaxRange(nPages);
+    Q_EMIT m_context.pCtrl->signal_ChangeProgressMaxRange(nPages);
     for (int i = 0; i < nPages; ++i) {
-        Q_EMIT signal_ChangeProgressValue(i);
+        Q_EMIT m_context.pCtrl->signal_ChangeProgressValue(i);
         auto pPage = std::make_shared<CImage>();
         if (reader.RenderPage(i, pPage.get()) != 0) {
             Fail(QStringLiteral("Cannot load all of pdf file %1.").arg(strPath),
@@ -192,128 +184,87 @@ std::vector<CImageView2DCtrl::ImagePtr> CImageView2DCtrl::LoadPDF(const QString&
         pPage->SetFolder(strFolder);
         vctPages.push_back(std::move(pPage));
     }
-    Q_EMIT signal_ChangeProgressValue(nPages);
+    Q_EMIT m_context.pCtrl->signal_ChangeProgressValue(nPages);
     return vctPages;
 }
 
-void CImageView2DCtrl::AddImage(const QString& strPath)
+void CImageView2DCtrlFiles::Add(const QString& strPath)
 {
-    if (!m_pModel || strPath.isEmpty())
+    if (!m_context.pModel || strPath.isEmpty())
         return;
-    const QPointer<CImageView2DCtrl> pThis = this;
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
     const std::vector<ImagePtr> vctImages = LoadAny(strPath);
-    if (!pThis || vctImages.empty())
+    if (!pCtrl || vctImages.empty())
         return;
-    const int nFirst = m_pModel->GetImageCount();
+    const int nFirst = m_context.pModel->GetImageCount();
     for (const ImagePtr& pImage : vctImages)
-        PushImage(pImage);
-    m_pModel->SetCurrentIndex(nFirst);
-    Q_EMIT signal_FileOpened(strPath);
+        m_images.Push(pImage);
+    m_context.pModel->SetCurrentIndex(nFirst);
+    Q_EMIT m_context.pCtrl->signal_FileOpened(strPath);
 }
 
-void CImageView2DCtrl::SaveFile(const QString& strPath)
+void CImageView2DCtrlFiles::Save(const QString& strPath)
 {
-    const ImagePtr pImage = GetCurrentImgage();
+    const ImagePtr pImage = m_images.Current();
     if (!pImage || strPath.isEmpty())
         return;
     if (pImage->Save(strPath.toStdWString()) == 0) {
-        Q_EMIT signal_FileSaved(strPath);
+        Q_EMIT m_context.pCtrl->signal_FileSaved(strPath);
         return;
     }
     CLogger::Write(ERROR, "Cannot save image %s", qUtf8Printable(strPath));
     Fail(QStringLiteral("Cannot save image %1.").arg(strPath), ReasonOf(*pImage));
 }
 
-void CImageView2DCtrl::slot_LoadFile()
+void CImageView2DCtrlFiles::AskAndLoad()
 {
-    LoadFile(
-        ImageFileDialogs::ChooseFile(m_pView, QStringLiteral("Load File"), ImageFileDialogs::FilesFilter()));
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
+    const QString strPath = ImageFileDialogs::ChooseFile(m_context.pView, QStringLiteral("Load File"),
+                                                         ImageFileDialogs::FilesFilter());
+    if (pCtrl)
+        Load(strPath);
 }
 
-void CImageView2DCtrl::slot_LoadImage()
+void CImageView2DCtrlFiles::AskAndLoadImage()
 {
-    const QString strPath =
-        ImageFileDialogs::ChooseFile(m_pView, QStringLiteral("Load Image"), ImageFileDialogs::ImagesFilter());
-    if (!strPath.isEmpty())
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
+    const QString strPath = ImageFileDialogs::ChooseFile(m_context.pView, QStringLiteral("Load Image"),
+                                                         ImageFileDialogs::ImagesFilter());
+    if (pCtrl && !strPath.isEmpty())
         ReplaceImages(LoadImage(strPath), strPath);
 }
 
-void CImageView2DCtrl::slot_LoadPdf()
+void CImageView2DCtrlFiles::AskAndLoadPdf()
 {
-    const QString strPath =
-        ImageFileDialogs::ChooseFile(m_pView, QStringLiteral("Load PDF File"), ImageFileDialogs::PdfFilter());
-    if (strPath.isEmpty())
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
+    const QString strPath = ImageFileDialogs::ChooseFile(m_context.pView, QStringLiteral("Load PDF File"),
+                                                         ImageFileDialogs::PdfFilter());
+    if (!pCtrl || strPath.isEmpty())
         return;
-    const QPointer<CImageView2DCtrl> pThis = this;
     const std::vector<ImagePtr> vctPages = LoadPDF(strPath);
-    if (pThis)
+    if (pCtrl)
         ReplaceImages(vctPages, strPath);
 }
 
-void CImageView2DCtrl::slot_AddImage()
+void CImageView2DCtrlFiles::AskAndAdd()
 {
-    const QStringList lstPaths =
-        ImageFileDialogs::ChooseFiles(m_pView, QStringLiteral("Add Images"), ImageFileDialogs::FilesFilter());
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
+    const QStringList lstPaths = ImageFileDialogs::ChooseFiles(m_context.pView, QStringLiteral("Add Images"),
+                                                               ImageFileDialogs::FilesFilter());
     for (const QString& strPath : lstPaths)
-        AddImage(strPath);
+        if (pCtrl)
+            Add(strPath);
 }
 
-void CImageView2DCtrl::slot_AddImageDragDrop(const QString& strPath)
+void CImageView2DCtrlFiles::AskAndSave()
 {
-    AddImage(strPath);
-}
-
-void CImageView2DCtrl::slot_SaveImage()
-{
-    const ImagePtr pImage = GetCurrentImgage();
-    if (!m_sOptions.bProposeSaveName || !pImage)
-        return SaveFile(ImageFileDialogs::ChooseImageToSave(m_pView));
-    const QString strFolder = QString::fromStdWString(pImage->GetFolder());
-    SaveFile(
-        ImageFileDialogs::ChooseImageToSave(m_pView, strFolder, QString::fromStdWString(pImage->GetName())));
-}
-
-void CImageView2DCtrl::CopyToClipBoard()
-{
-    const ImagePtr pImage = GetCurrentImgage();
-    QImage image;
-    if (pImage && CUtilManager::ConvertImage(pImage.get(), image, true))
-        QGuiApplication::clipboard()->setImage(image);
-}
-
-void CImageView2DCtrl::slot_Copy()
-{
-    CopyToClipBoard();
-}
-
-void CImageView2DCtrl::slot_Paste()
-{
-    const QMimeData* pData = QGuiApplication::clipboard()->mimeData();
-    if (!pData)
-        return;
-    if (pData->hasUrls()) {
-        PasteUrls(pData->urls());
-        return;
-    }
-    // Deliberate: text wins over an image, and is ignored.
-    if (pData->hasText() || !pData->hasImage())
-        return;
-    // Of an image with fewer than 32 bits a pixel the conversion would take a part only.
-    const auto image = qvariant_cast<QImage>(pData->imageData()).convertToFormat(QImage::Format_RGBA8888);
-    const auto pImage = std::make_shared<CImage>();
-    if (CUtilManager::ConvertImage(image, pImage.get()))
-        PushImage(pImage);
-}
-
-/// Deliberate: every file is taken for an image, also a PDF document, and what does not load is not logged.
-void CImageView2DCtrl::PasteUrls(const QList<QUrl>& lstUrls)
-{
-    for (const QUrl& url : lstUrls) {
-        const auto pImage = std::make_shared<CImage>();
-        const QString strPath = url.toLocalFile();
-        if (pImage->Load(strPath.toStdWString()) == 0)
-            PushImage(pImage);
-        else
-            Fail(QStringLiteral("Cannot paste %1.").arg(url.toDisplayString()), ReasonOf(*pImage));
-    }
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
+    const ImagePtr pImage = m_images.Current();
+    const bool bPropose = m_context.sOptions.bProposeSaveName && pImage;
+    const QString strPath = bPropose ? ImageFileDialogs::ChooseImageToSave(
+                                           m_context.pView, QString::fromStdWString(pImage->GetFolder()),
+                                           QString::fromStdWString(pImage->GetName()))
+                                     : ImageFileDialogs::ChooseImageToSave(m_context.pView);
+    if (pCtrl)
+        Save(strPath);
 }

@@ -7,6 +7,7 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/view2d/ImageBlit_p.h>
 #include <VantorCommon/view2d/PixelStamps_p.h>
+#include <VantorCommon/view2d/ZoomState_p.h>
 
 #include <QPainter>
 #include <algorithm>

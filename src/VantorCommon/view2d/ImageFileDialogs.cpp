@@ -53,16 +53,34 @@ bool AddSuffix(const QPointer<QFileDialog>& pDialog, QString& strFile)
     return bReplace || !pDialog;
 }
 
+/// Shows the dialog. The parent may go while the user chooses, and take the dialog with it: that counts as
+/// cancelled.
+/// @return the chosen files, none when cancelled
+QStringList Ask(QFileDialog* pDialog)
+{
+    return pDialog->exec() == QDialog::Accepted ? pDialog->selectedFiles() : QStringList();
+}
+
+/// Asks for existing files.
+QStringList AskForFiles(QWidget* pParent, const QString& strTitle, const QString& strFilter,
+                        QFileDialog::FileMode eMode)
+{
+    const QPointer<QFileDialog> pDialog = new QFileDialog(pParent, strTitle, QString(), strFilter);
+    pDialog->setFileMode(eMode);
+    pDialog->setSupportedSchemes({QStringLiteral("file")});
+    const QStringList lstFiles = Ask(pDialog);
+    delete pDialog;
+    return lstFiles;
+}
+
 /// Runs a dialog for saving and deletes it. @return the file, empty when cancelled
 QString Run(const QPointer<QFileDialog>& pDialog)
 {
     pDialog->setAcceptMode(QFileDialog::AcceptSave);
     QString strFile;
-    do {
-        const bool bAccepted = pDialog->exec() == QDialog::Accepted;
-        // The parent may have gone while the user chose, and taken the dialog with it.
-        strFile = pDialog && bAccepted ? pDialog->selectedFiles().value(0) : QString();
-    } while (LacksSuffix(strFile) && !AddSuffix(pDialog, strFile));
+    do
+        strFile = Ask(pDialog).value(0);
+    while (LacksSuffix(strFile) && !AddSuffix(pDialog, strFile));
     delete pDialog;
     return strFile;
 }
@@ -85,12 +103,12 @@ QString ImageFileDialogs::PdfFilter()
 
 QString ImageFileDialogs::ChooseFile(QWidget* pParent, const QString& strTitle, const QString& strFilter)
 {
-    return QFileDialog::getOpenFileName(pParent, strTitle, QString(), strFilter);
+    return AskForFiles(pParent, strTitle, strFilter, QFileDialog::ExistingFile).value(0);
 }
 
 QStringList ImageFileDialogs::ChooseFiles(QWidget* pParent, const QString& strTitle, const QString& strFilter)
 {
-    return QFileDialog::getOpenFileNames(pParent, strTitle, QString(), strFilter);
+    return AskForFiles(pParent, strTitle, strFilter, QFileDialog::ExistingFiles);
 }
 
 namespace

@@ -6,7 +6,8 @@
 
 class QWidget;
 
-/// The modal file dialogs of the viewers and of the centre.
+/// The modal file dialogs of the viewers and of the centre. Whoever calls them, or the parent, may be gone
+/// when they return; without its parent a dialog ends as if it were cancelled.
 namespace ImageFileDialogs
 {
 /// "Files (...)" of all image formats and PDF, then all files.

@@ -192,29 +192,31 @@ void CCenterCtrl::OpenFileWithViewIDImageID(const QString& strFile, int& nViewID
 {
     nViewID = kNoView;
     nImageID = kNoUID;
-    auto* pCtrl = ViewerCtrl(SelectMVC());
-    if (!pCtrl)
+    const QPointer<CImageViewerCtrl> pCtrl = ViewerCtrl(SelectMVC());
+    if (pCtrl)
+        pCtrl->LoadFile(strFile);
+    if (!pCtrl) // gone with the centre while a password was asked for
         return;
-    pCtrl->LoadFile(strFile);
     nViewID = pCtrl->GetViewID();
     nImageID = pCtrl->GetImageID();
 }
 
 void CCenterCtrl::slot_OpenFile()
 {
+    const QPointer<CCenterCtrl> pThis = this;
     const QString strFile =
         ImageFileDialogs::ChooseFile(m_pView, QStringLiteral("Open File"), ImageFileDialogs::FilesFilter());
-    if (!strFile.isEmpty())
+    if (pThis && !strFile.isEmpty())
         OpenFile(strFile);
 }
 
 void CCenterCtrl::slot_SaveFile()
 {
-    auto* pCtrl = ViewerCtrl(SelectMVC());
+    const QPointer<CImageViewerCtrl> pCtrl = ViewerCtrl(SelectMVC());
     if (!pCtrl)
         return;
     const QString strFile = ImageFileDialogs::ChooseImageToSave(m_pView);
-    if (!strFile.isEmpty())
+    if (pCtrl && !strFile.isEmpty())
         pCtrl->SaveFile(strFile);
 }
 

@@ -27,6 +27,12 @@ void CCenterView::AddImageView(CImageViewer* pViewer, int, int)
     m_vctImageViewer.emplace_back(pViewer);
 }
 
+CImageViewer* CCenterView::GetViewer(int nIndex) const
+{
+    const bool bInRange = nIndex >= 0 && static_cast<std::size_t>(nIndex) < m_vctImageViewer.size();
+    return bInRange ? m_vctImageViewer[static_cast<std::size_t>(nIndex)].data() : nullptr;
+}
+
 void CCenterView::UpdateLayout()
 {
     if (!m_pModel)

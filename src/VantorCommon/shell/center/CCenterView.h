@@ -25,6 +25,10 @@ public:
 
     /// Takes a viewer over as a hidden child; null is ignored. The two numbers are not used.
     void AddImageView(CImageViewer* pViewer, int, int);
+    /// The viewer with that index, which counts from 0 in the order in which they were added: 0 to 3 in the
+    /// view of a CCenterCtrl, and then the viewer's identifier, too. It belongs to the view. Null for another
+    /// index, and when the viewer has been deleted.
+    CImageViewer* GetViewer(int nIndex) const;
     /// Shows as many viewers as the grid has cells and hides the rest. A grid of no cells hides all; one of
     /// more cells than viewers changes nothing. Deliberate: the place of viewer i is (i mod 2, i div 2),
     /// whatever the column count; that serves the layouts 1x1, 2x1 and 2x2.

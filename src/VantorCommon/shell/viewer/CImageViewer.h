@@ -60,6 +60,8 @@ public:
     int GetViewID() const { return m_nViewID; }
     /// Whether the 3D view is the one that is shown, or would be if the viewer were.
     bool Is3DShown() const;
+    /// Gives the keyboard to the view that is shown, or would be if the viewer were; undo and redo act there.
+    void FocusVisibleView();
     /// Identifier of the image shown, 0xFFFFFFFF without one.
     unsigned int GetCurrentImageUID() const;
     /// The annotations, newest first; empty without a 2D view.
@@ -162,7 +164,6 @@ private:
     void ShowView(bool b2D);
     void CheckView(bool b2D);
     void AfterPress(QPushButton* pButton);
-    void FocusVisibleView();
     void ShowFocus(bool bFocus);
     QStandardItem* CreateSideItem(int nIndex);
     int ThumbnailWidth() const;

@@ -175,6 +175,11 @@ bool CImageViewerCtrl::Redo()
     return false;
 }
 
+CImageView2D* CImageViewerCtrl::Get2DView() const
+{
+    return m_pView2D;
+}
+
 void CImageViewerCtrl::SetOptions(const SCenterOptions& sOptions)
 {
     m_pCtrl2D->SetOptions(sOptions);

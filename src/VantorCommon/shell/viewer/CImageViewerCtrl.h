@@ -61,6 +61,11 @@ public:
 
     /// The controller of the 2D view, owned by this one; never null.
     CImageView2DCtrl* Get2DCtrl() const { return m_pCtrl2D.get(); }
+    /// The controller of the 3D view, owned by this one; null where the system lacks desktop OpenGL and the
+    /// viewer shows a placeholder.
+    CImageView3DCtrl* Get3DCtrl() const { return m_pCtrl3D.get(); }
+    /// The 2D view, owned by the viewer; null when it has been deleted.
+    CImageView2D* Get2DView() const;
     /// Hands the options to what is inside the viewer; they hold from the next operation on.
     void SetOptions(const SCenterOptions& sOptions);
     /// Shows the images of a file in place of the list; annotations go. What cannot be loaded is logged and

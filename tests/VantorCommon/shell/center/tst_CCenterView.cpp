@@ -61,6 +61,25 @@ private Q_SLOTS:
         view.AddImageView(nullptr, 1, 2);
     }
 
+    void aViewerIsFoundByItsIndexAndThereIsNoneOutside()
+    {
+        SFixture f;
+        for (int i = 0; i < 4; ++i)
+            QCOMPARE(f.pView->GetViewer(i), f.vctViewers[static_cast<std::size_t>(i)].data());
+        for (const int i : {-1, 4, kHuge, std::numeric_limits<int>::min()})
+            QCOMPARE(f.pView->GetViewer(i), nullptr);
+        QCOMPARE(CCenterView(&f.model, nullptr).GetViewer(0), nullptr);
+    }
+
+    void aViewerThatIsGoneIsFoundNoMoreAndTheOthersKeepTheirIndex()
+    {
+        SFixture f;
+        delete f.vctViewers[1].data();
+        QCOMPARE(f.pView->GetViewer(1), nullptr);
+        QCOMPARE(f.pView->GetViewer(2), f.vctViewers[2].data());
+        QCOMPARE(f.pView->GetViewer(2)->GetViewID(), 2);
+    }
+
     void theViewDeletesItsViewers()
     {
         SFixture f;

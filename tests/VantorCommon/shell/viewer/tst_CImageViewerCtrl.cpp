@@ -112,6 +112,31 @@ private Q_SLOTS:
         QCOMPARE(f.pCtrl->GetViewID(), kViewID);
     }
 
+    void theViewAndTheControllersInsideAreGivenOut()
+    {
+        SFixture f;
+        QVERIFY(f.pView2D);
+        QCOMPARE(f.pCtrl->Get2DView(), f.pView2D);
+        QVERIFY(f.pCtrl->Get2DCtrl());
+        QVERIFY(f.pCtrl->Get3DCtrl());
+        delete f.pView2D;
+        QCOMPARE(f.pCtrl->Get2DView(), nullptr);
+    }
+
+    void theKeyboardIsGivenToTheViewThatIsShown()
+    {
+        SFixture f;
+        QVERIFY(f.Show());
+        auto* pView3D = f.pViewer->findChild<CImageView3D*>();
+        for (QWidget* pShown : {static_cast<QWidget*>(pView3D), static_cast<QWidget*>(f.pView2D)}) {
+            pShown == pView3D ? f.pViewer->slot_Press3D() : f.pViewer->slot_Press2D();
+            f.toolBox.setFocus();
+            QTRY_VERIFY(!pShown->hasFocus());
+            f.pViewer->FocusVisibleView();
+            QTRY_VERIFY(pShown->hasFocus());
+        }
+    }
+
     void anEmptyViewerAnswersWithEmptyValues()
     {
         SFixture f;

@@ -34,6 +34,7 @@ private Q_SLOTS:
         CImageViewer viewer(&model, 0, nullptr);
         const CImageViewerCtrl ctrl(&viewer, &model, &tool, nullptr, nullptr, nullptr);
         QVERIFY(!viewer.findChild<CImageView3D*>());
+        QCOMPARE(ctrl.Get3DCtrl(), nullptr);
         const auto* pPlaceholder = dynamic_cast<CImageView3DNotSupported*>(
             viewer.findChild<CImageView2D*>()->parentWidget()->layout()->itemAt(1)->widget());
         QVERIFY(pPlaceholder);

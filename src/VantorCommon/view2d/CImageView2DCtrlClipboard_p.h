@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/view2d/CImageView2DCtrlContext_p.h>
+
+#include <QList>
+
+class QUrl;
+
+/// Copies the current image of a 2D controller to the clipboard and pastes what is there into its list.
+class CImageView2DCtrlClipboard
+{
+public:
+    explicit CImageView2DCtrlClipboard(const SImageView2DCtrlContext& context) : m_context(context) {}
+
+    /// Nothing without an image.
+    void Copy() const;
+    /// Appends the image files of a list of URLs, or a picture.
+    void Paste();
+
+private:
+    void PasteUrls(const QList<QUrl>& lstUrls);
+
+    const SImageView2DCtrlContext& m_context;
+};

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/shell/center/SCenterOptions.h>
+
+#include <QPointer>
+
+class CImageView2D;
+class CImageView2DCtrl;
+class CImageView2DGeometryModel;
+class CImageView2DModel;
+class CImageView2DToolModel;
+
+/// What the parts of one 2D controller work on. They belong to the controller; models and view may be null or
+/// die first.
+struct SImageView2DCtrlContext {
+    CImageView2DCtrl* pCtrl = nullptr;
+    QPointer<CImageView2DModel> pModel;
+    QPointer<CImageView2DGeometryModel> pGeometryModel;
+    QPointer<CImageView2DToolModel> pToolModel;
+    QPointer<CImageView2D> pView;
+    SCenterOptions sOptions; ///< those that were set last
+};

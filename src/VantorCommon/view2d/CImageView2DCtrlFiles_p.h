@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/view2d/CImageView2DCtrlContext_p.h>
+
+#include <QString>
+#include <memory>
+#include <vector>
+
+class CImageView2DCtrlImages;
+
+namespace Vantor::Algorithms
+{
+class CImage;
+}
+
+namespace Vantor::Utils
+{
+class CPDFReader;
+}
+
+/// Loads the images and documents of a 2D controller and saves its images; tells success and failure by the
+/// controller's signals. Controller and view may be deleted while the user is asked: nothing more happens
+/// then.
+class CImageView2DCtrlFiles
+{
+public:
+    using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
+
+    CImageView2DCtrlFiles(const SImageView2DCtrlContext& context, CImageView2DCtrlImages& images)
+        : m_context(context), m_images(images)
+    {
+    }
+
+    /// Shows an image or a document in place of the list.
+    void Load(const QString& strPath);
+    /// The image in a list of one; empty when it cannot be loaded.
+    std::vector<ImagePtr> LoadImage(const QString& strPath);
+    /// One image per page; blocks while a password is asked for.
+    std::vector<ImagePtr> LoadPDF(const QString& strPath);
+    /// Appends the images of a file, the first of which becomes current.
+    void Add(const QString& strPath);
+    /// Saves the current image in the format of the suffix.
+    void Save(const QString& strPath);
+
+    /// @{
+    /// The same, of files that the user chooses in a dialog; blocks meanwhile.
+    void AskAndLoad();
+    void AskAndLoadImage();
+    void AskAndLoadPdf();
+    void AskAndAdd();
+    void AskAndSave();
+    /// @}
+
+private:
+    bool IsDocument(const QString& strPath) const;
+    std::vector<ImagePtr> LoadAny(const QString& strPath);
+    bool ReadDocument(Vantor::Utils::CPDFReader& reader, const QString& strPath);
+    void ReplaceImages(const std::vector<ImagePtr>& vctImages, const QString& strPath);
+    void Fail(const QString& strWhat, const QString& strReason);
+
+    const SImageView2DCtrlContext& m_context;
+    CImageView2DCtrlImages& m_images;
+};

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/annotation/edit/DrawHandler_p.h>
+#include <VantorCommon/annotation/edit/SelectHandler_p.h>
+#include <VantorCommon/annotation/edit/TextHandler_p.h>
+#include <VantorCommon/view2d/CImageView2DCtrlContext_p.h>
+
+#include <QObject>
+
+class CCommand;
+class QMouseEvent;
+
+/// The gestures of a 2D controller: drawing, selecting and writing, which have handlers of their own, by the
+/// mode of the tool model, and what ends them without a release. Points are image coordinates.
+class CImageView2DCtrlGestures : public QObject
+{
+public:
+    /// @param execute  records a step and carries it out
+    CImageView2DCtrlGestures(const SImageView2DCtrlContext& context,
+                             const std::function<void(std::unique_ptr<CCommand>)>& execute);
+
+    /// Begins to watch the view and the mode.
+    void Watch();
+    /// Ends a drag in progress and takes back what it has changed; a polygon in progress stays.
+    void Interrupt();
+
+    int Mode() const;
+    void SetMode(int nMode);
+    /// How near to a handle counts as on it, in image pixels.
+    double HandleTolerance() const;
+
+    /// @{
+    /// The drag that draws the kind of a mode, and the mouse between two clicks.
+    void StartShape(int nMode, const QPointF& point);
+    void DoShape(int nMode, const QPointF& start, const QPointF& current);
+    void EndShape(int nMode, const QPointF& start, const QPointF& end);
+    void WaitForClick(const QPointF& point) { m_draw.Waiting(point); }
+    /// @}
+    /// The press of the selecting mode; Select() has what follows it.
+    void StartSelecting(const QPointF& point);
+    CSelectHandler& Select() { return m_select; }
+    /// The menu of the first annotation whose bounding rectangle holds the point, or of the image.
+    void ShowMenuAt(const QPointF& point);
+    /// A key of Qt::Key.
+    void PressKey(int nKey);
+
+protected:
+    /// Watches the view for what ends a gesture without a release, and for a double click on a text.
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
+private:
+    bool EditTextAt(const QMouseEvent& event);
+
+    const SImageView2DCtrlContext& m_context;
+    SEditContext m_edit;
+    CDrawHandler m_draw;
+    CSelectHandler m_select;
+    CTextHandler m_text;
+};

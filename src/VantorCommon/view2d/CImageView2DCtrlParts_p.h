@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/annotation/command/CCommandContainer.h>
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CImageView2DCtrlCapture_p.h>
+#include <VantorCommon/view2d/CImageView2DCtrlClipboard_p.h>
+#include <VantorCommon/view2d/CImageView2DCtrlFiles_p.h>
+#include <VantorCommon/view2d/CImageView2DCtrlGestures_p.h>
+#include <VantorCommon/view2d/CImageView2DCtrlImages_p.h>
+#include <VantorCommon/view2d/CImageView2DCtrlPanels_p.h>
+
+/// What a 2D controller is made of. The panels and the snip tool, whose last events reach the others, go
+/// first.
+struct CImageView2DCtrl::SParts {
+    SParts(const SImageView2DCtrlContext& given, const CImageView2DCtrlPanels::SDocks& sDocks);
+
+    /// Connects the signals of the view, which must be there, with the controller's slots.
+    void ConnectView();
+    /// Records a step and carries it out.
+    void Execute(std::unique_ptr<CCommand> pCommand);
+
+    SImageView2DCtrlContext context;
+    CCommandContainer commands;
+    CImageView2DCtrlGestures gestures;
+    CImageView2DCtrlImages images;
+    CImageView2DCtrlFiles files;
+    CImageView2DCtrlClipboard clipboard;
+    CImageView2DCtrlPanels panels;
+    CImageView2DCtrlCapture capture;
+};
