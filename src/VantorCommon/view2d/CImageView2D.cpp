@@ -26,7 +26,6 @@ namespace
 {
 constexpr double kZoomPerDelta = 0.001;
 constexpr double kMinZoom = 0.1;
-constexpr unsigned int kNoUID = 0xFFFFFFFFu;
 
 using OnePoint = void (CImageView2D::*)(QPointF&);
 using TwoPoints = void (CImageView2D::*)(QPointF&, QPointF&);
@@ -251,7 +250,7 @@ CImageView2DGeometryModel* CImageView2D::GetGeometryModel() const
 
 unsigned int CImageView2D::GetImageUID() const
 {
-    return m_pImage ? m_pImage->GetUID() : kNoUID;
+    return m_pImage ? m_pImage->GetUID() : Vantor::CVObject::kNoUID;
 }
 
 void CImageView2D::slot_Goto()

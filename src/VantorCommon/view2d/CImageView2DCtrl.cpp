@@ -21,6 +21,7 @@
 #include <VantorCommon/shell/dock/CStatusBarDockView.h>
 #include <VantorCommon/shell/dock/CToolBoxDockView.h>
 #include <VantorCommon/shell/dock/CViewParameterView.h>
+#include <VantorCommon/shell/dock/PutIntoDock_p.h>
 #include <VantorCommon/shell/mvc/CMVCManager.h>
 #include <VantorCommon/sniptool/CSnipTool.h>
 #include <VantorCommon/sniptool/CSnipToolCtrl.h>
@@ -239,16 +240,6 @@ void CImageView2DCtrl::slot_Active()
     PutIntoDock(m_pToolBoxDockView, m_pToolPanel);
     PutIntoDock(m_pPropertyDockView, m_pPropertyPanel);
     PutIntoDock(m_pStatusBarDockView, m_pStatusPanel);
-}
-
-void CImageView2DCtrl::PutIntoDock(QScrollArea* pDock, QWidget* pPanel)
-{
-    if (!pDock || !pPanel || pDock->widget() == pPanel)
-        return;
-    // setWidget would delete the panel of another viewer.
-    pDock->takeWidget();
-    pDock->setWidget(pPanel);
-    pPanel->show();
 }
 
 void CImageView2DCtrl::CloseCurrentImage()

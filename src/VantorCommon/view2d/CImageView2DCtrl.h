@@ -299,7 +299,6 @@ private:
     void EndShape(int nMode, const QPointF& start, const QPointF& end);
     /// Ends a drag in progress and takes back what it has changed; a polygon in progress stays.
     void Interrupt();
-    void PutIntoDock(QScrollArea* pDock, QWidget* pPanel);
     int Mode() const;
     void SetMode(int nMode);
     bool IsDocument(const QString& strPath) const;
