@@ -111,7 +111,7 @@ ROWS = [
      "image.MedianFilter(kRadius, kRadius, nullptr, ERegionMode::Inside, kExact);",
      "the median works outside of its region, too", "tst_CImage2DProcessMedianCtrl|tst_ProcessTools"),
     ("median-type-any-row", "src/VantorCommon/process/median/CImage2DProcessMedianCtrl.cpp",
-     "if (m_pModel && nCode == kTypeCode)", "if (m_pModel && nCode >= kTypeCode)",
+     "if (nCode == kTypeCode)", "if (nCode >= kTypeCode)",
      "a parameter of a host's own changes the type", "tst_CImage2DProcessMedianCtrl|tst_ProcessTools"),
     ("ocr-dpi-first", "src/VantorCommon/process/ocr/CImage2DProcessOCRDlgParameterDelegate.cpp",
      "constexpr int kMaxDpi = 1024;", "constexpr int kMaxDpi = 1000;",
