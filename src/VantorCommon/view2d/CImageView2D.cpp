@@ -388,8 +388,7 @@ void CImageView2D::mousePressEvent(QMouseEvent* pEvent)
     if (pEvent->button() == Qt::LeftButton) {
         m_bLeftDown = true;
         m_bHeld = QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
-    } else if (pEvent->button() == Qt::RightButton)
-        m_bRightDown = true;
+    }
     const QPoint pos = RoundedPosition(pEvent->localPos());
     if (m_bLeftDown && !IsPanning())
         ShowCrosshair(pos);
@@ -449,7 +448,6 @@ void CImageView2D::mouseReleaseEvent(QMouseEvent* pEvent)
     update();
     const bool bLeftDown = m_bLeftDown;
     m_bLeftDown = false;
-    m_bRightDown = false;
     if (!bLeftDown || !ToolModel())
         return;
     const int nMode = ToolModel()->GetViewMode();

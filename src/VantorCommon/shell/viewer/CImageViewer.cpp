@@ -9,7 +9,6 @@
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/shell/dock/CStatusBarView.h>
 #include <VantorCommon/shell/viewer/ButtonRow_p.h>
-#include <VantorCommon/shell/viewer/CImageViewerModel.h>
 #include <VantorCommon/shell/viewer/ModelStateButton_p.h>
 #include <VantorCommon/shell/viewer/ViewerName_p.h>
 #include <VantorCommon/view2d/CImageView2D.h>
@@ -48,8 +47,8 @@ void ShowState(QPushButton* pButton, bool bState)
 }
 } // namespace
 
-CImageViewer::CImageViewer(CImageViewerModel* pModel, int nViewID, QWidget* pParent)
-    : QFrame(pParent), m_pModel(pModel), m_nViewID(nViewID)
+CImageViewer::CImageViewer(CImageViewerModel*, int nViewID, QWidget* pParent)
+    : QFrame(pParent), m_nViewID(nViewID)
 {
     m_pMainLayout = new QVBoxLayout(this);
     m_pMainLayout->setSpacing(0);
