@@ -32,13 +32,11 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDateTime>
-#include <QDir>
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QScreen>
 #include <QShortcut>
-#include <QStandardPaths>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTimer>
@@ -83,14 +81,6 @@ SCenterOptions HostOptions()
     sOptions.bMoreShapes = true;
     sOptions.bOwnColors = true;
     return sOptions;
-}
-
-/// The folder of a setting, where the library reads it.
-QString FolderOf(const QString& strKey)
-{
-    return CSettingManager::GetString(strKey,
-                                      QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
-                                          QDir::separator() + QStringLiteral("Vantor"));
 }
 
 QByteArray StoredBytes(const QString& strKey)
@@ -242,8 +232,8 @@ void CMainWindow::CheckFolders()
                 [this](const QString& strMessage) { m_pMessages->Tell(LibraryTexts::Failure(strMessage)); });
     else
         m_pMessages->Tell(tr("Settings cannot be kept in the folder %1; they last until the program ends.")
-                              .arg(FolderOf(QStringLiteral("GENERAL_PROGRAM_CONFIG_DIR"))));
-    const QString strLogFolder = FolderOf(QStringLiteral("GENERAL_LOG_DIR"));
+                              .arg(CSettingManager::GetFolder(CSettingManager::kConfigFolder)));
+    const QString strLogFolder = CSettingManager::GetFolder(CSettingManager::kLogFolder);
     if (!CLogModel::GetInstance()->OpenLogFileCurrentDate(strLogFolder))
         m_pMessages->Tell(tr("Log files cannot be written in the folder %1.").arg(strLogFolder));
 }
@@ -292,14 +282,16 @@ void CMainWindow::CloseImage()
     m_pCtrl->CloseCurrentImage(m_pViewers->Active().pCtrl->GetViewID());
 }
 
-/// Undo acts where the keyboard is; a menu or a dialog may have it just now.
-void CMainWindow::Undo(bool bUndo)
+void CMainWindow::Undo()
 {
     m_pViewers->FocusActive();
-    if (bUndo)
-        m_pCtrl->Undo();
-    else
-        m_pCtrl->Redo();
+    m_pCtrl->Undo();
+}
+
+void CMainWindow::Redo()
+{
+    m_pViewers->FocusActive();
+    m_pCtrl->Redo();
 }
 
 void CMainWindow::Show3D(bool b3D)

@@ -86,7 +86,11 @@ private:
     void CloseImage();
     /// Changes the image of the active viewer, or tells why not.
     void ChangeImage(const ImageEdits::Edit& edit);
-    void Undo(bool bUndo);
+    /// @{
+    /// In the active viewer. The library looks for the keyboard, which a menu or a dialog may have just now.
+    void Undo();
+    void Redo();
+    /// @}
     void Show3D(bool b3D);
     /// Moves the keyboard between the active view and the docks that are shown, round and round.
     void FocusPane(int nStep);

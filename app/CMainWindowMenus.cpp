@@ -143,13 +143,13 @@ void CMainWindow::CreateEditMenu()
     connect(
         pEdit, &QMenu::aboutToHide, this, [this] { m_bPasteUseful = true; }, Qt::QueuedConnection);
     m_vctToolBar.push_back(m_pActions->Add(
-        pEdit, {tr("&Undo"), HostIcon("undo"), Keys(QKeySequence::Undo)}, [this] { Undo(true); },
+        pEdit, {tr("&Undo"), HostIcon("undo"), Keys(QKeySequence::Undo)}, [this] { Undo(); },
         [ctrl, is2D] { return is2D() && ctrl()->CanUndo(); }));
     QList<QKeySequence> lstRedo = Keys(QKeySequence::Redo);
     if (const QKeySequence other(QStringLiteral("Ctrl+Y")); !lstRedo.contains(other))
         lstRedo.append(other);
     m_vctToolBar.push_back(m_pActions->Add(
-        pEdit, {tr("&Redo"), HostIcon("redo"), lstRedo}, [this] { Undo(false); },
+        pEdit, {tr("&Redo"), HostIcon("redo"), lstRedo}, [this] { Redo(); },
         [ctrl, is2D] { return is2D() && ctrl()->CanRedo(); }));
     pEdit->addSeparator();
     m_vctToolBar.push_back(m_pActions->Add(

@@ -101,13 +101,13 @@ int Answer(int argc, char* argv[])
 }
 
 /// For this run only: not stored, and above what is stored.
-void UseFolder(const char* pKey, const QString& strFolder)
+void UseFolder(const QString& strKey, const QString& strFolder)
 {
     if (strFolder.isEmpty())
         return;
     QDir().mkpath(strFolder);
     const QSignalBlocker blocker(CSettingModel::GetInstance());
-    CSettingManager::Set(QLatin1String(pKey), QDir(strFolder).absolutePath());
+    CSettingManager::Set(strKey, QDir(strFolder).absolutePath());
 }
 
 /// Declines whatever asks the user, a password for instance, when there is nobody to answer.
@@ -135,9 +135,9 @@ int OpenFiles(CMainWindow& window, const SCommandLine& line)
 
 int Show(const SCommandLine& line)
 {
-    UseFolder("GENERAL_PROGRAM_CONFIG_DIR", line.strConfigDir);
+    UseFolder(CSettingManager::kConfigFolder, line.strConfigDir);
     CMainWindow window;
-    UseFolder("GENERAL_LOG_DIR", line.strLogDir);
+    UseFolder(CSettingManager::kLogFolder, line.strLogDir);
     window.show();
     const bool bNothingOpened = OpenFiles(window, line) == 0 && !line.lstFiles.isEmpty();
     if (!line.strScreenshot.isEmpty()) {

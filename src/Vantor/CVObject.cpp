@@ -11,13 +11,11 @@ namespace Vantor
 
 namespace
 {
-constexpr unsigned int kNoUID = 0xFFFFFFFFu;
-
 unsigned int NextUID()
 {
     static std::atomic<unsigned int> nNext{1};
     unsigned int nUID = nNext.fetch_add(1, std::memory_order_relaxed);
-    while (nUID == 0 || nUID == kNoUID)
+    while (nUID == 0 || nUID == CVObject::kNoUID)
         nUID = nNext.fetch_add(1, std::memory_order_relaxed);
     return nUID;
 }

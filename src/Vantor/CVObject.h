@@ -12,11 +12,14 @@ namespace Vantor
 /// Base of everything that needs an identity: images and drawable objects.
 ///
 /// Every object gets an identifier at construction from one process-wide counter that starts at 1. An
-/// identifier is never 0 and never 0xFFFFFFFF ("none"), is never used again within a run and is never
+/// identifier is never 0 and never kNoUID, is never used again within a run and is never
 /// copied: a copy gets one of its own, an assignment keeps the target's. Any thread may construct objects.
 class VANTOR_EXPORT CVObject
 {
 public:
+    /// The identifier of no object.
+    static constexpr unsigned int kNoUID = 0xFFFFFFFFu;
+
     /// Takes the next identifier.
     CVObject();
     /// Takes the next identifier too; nothing of the other object is taken over.

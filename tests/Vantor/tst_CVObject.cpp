@@ -22,6 +22,7 @@ private Q_SLOTS:
         const CVObject a;
         const CVObject b;
         QVERIFY(a.GetUID() != 0);
+        QCOMPARE(0xFFFFFFFFu, 0u + CVObject::kNoUID);
         QVERIFY(a.GetUID() != 0xFFFFFFFFu);
         QVERIFY(b.GetUID() > a.GetUID());
     }

@@ -11,7 +11,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QMutexLocker>
-#include <QStandardPaths>
 #include <QTextStream>
 #include <QThread>
 #include <QTimer>
@@ -181,9 +180,7 @@ bool CLogModel::OpenLogFileCurrentDate(const QString& strDir)
 
 void CLogModel::slot_NewMessage(const SLogMessage& sMessage)
 {
-    const QString strDefault = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
-                               QDir::separator() + QStringLiteral("Vantor");
-    if (!OpenLogFileCurrentDate(CSettingManager::GetString(QStringLiteral("GENERAL_LOG_DIR"), strDefault)))
+    if (!OpenLogFileCurrentDate(CSettingManager::GetFolder(CSettingManager::kLogFolder)))
         return;
     QTextStream stream(&m_file);
     stream.setCodec("UTF-8");

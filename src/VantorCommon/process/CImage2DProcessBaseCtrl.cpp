@@ -26,6 +26,16 @@ CImage2DProcessBaseCtrl::CImage2DProcessBaseCtrl(CImage2DProcessBaseDlg* pDlg) :
 
 CImage2DProcessBaseCtrl::~CImage2DProcessBaseCtrl() = default;
 
+bool CImage2DProcessBaseCtrl::Undo()
+{
+    return false;
+}
+
+bool CImage2DProcessBaseCtrl::Redo()
+{
+    return false;
+}
+
 CImageViewerCtrl* CImage2DProcessBaseCtrl::GetSourceViewCtrl() const
 {
     return m_pSourceViewCtrl;

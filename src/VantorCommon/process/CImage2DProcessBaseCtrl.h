@@ -45,6 +45,12 @@ public:
     explicit CImage2DProcessBaseCtrl(CImage2DProcessBaseDlg* pDlg);
     ~CImage2DProcessBaseCtrl() override;
 
+    /// @{
+    /// A run is undone by its viewer; nothing here, false.
+    bool Undo() override;
+    bool Redo() override;
+    /// @}
+
     /// Binds the tool to the registered viewer with that window title. Without one the tool is unbound, and
     /// the dialog's list of regions stays as it was.
     void ChangeSourceImageView(const QString& strTitle);

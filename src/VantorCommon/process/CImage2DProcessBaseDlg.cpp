@@ -4,6 +4,7 @@
 
 #include <VantorCommon/shell/center/CCenterModel.h>
 #include <VantorCommon/shell/mvc/CMVCManager.h>
+#include <VantorCommon/shell/viewer/ViewerName_p.h>
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -155,6 +156,7 @@ QPushButton* CImage2DProcessBaseDlg::AddRunButton()
     auto* pButton = new QPushButton(QStringLiteral("Run"));
     pButton->setAutoDefault(false);
     pButton->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
+    connect(pButton, &QPushButton::clicked, this, &CImage2DProcessBaseDlg::signal_Run);
     auto* pLayout = MakeLayout<QVBoxLayout>(m_pButtonGroup);
     pLayout->setSpacing(0);
     pLayout->addWidget(pButton);
@@ -170,7 +172,7 @@ void CImage2DProcessBaseDlg::ChangeImageViewNumber()
     m_pSourceImage->clear();
     const long long nCells = static_cast<long long>(pCentre->GetRow()) * pCentre->GetColumn();
     for (int i = 0; i < std::min(nCells, kMostEntries); ++i)
-        m_pSourceImage->addItem(QString::asprintf("Image View [%d]", i));
+        m_pSourceImage->addItem(ViewerName(i));
     const int nChosen = m_pSourceImage->findText(strChosen);
     if (nChosen >= 0)
         m_pSourceImage->setCurrentIndex(nChosen);

@@ -61,6 +61,8 @@ public:
 Q_SIGNALS:
     /// The user has chosen a viewer, given by its name.
     void signal_ChangeSourceImageView(const QString& strTitle);
+    /// The button "Run" was clicked.
+    void signal_Run();
 
 public Q_SLOTS:
     /// The grid of the centre has changed: ChangeImageViewNumber.
@@ -80,8 +82,8 @@ protected:
     ///         no more while the dialog is being destroyed
     QStandardItemModel* AddParameterTree(const std::vector<SParameter>& vctRows,
                                          QAbstractItemDelegate* pDelegate);
-    /// Fills "Button" with the button "Run", which no key but those on itself presses. Called once; the
-    /// button belongs to the dialog.
+    /// Fills "Button" with the button "Run", whose click is signal_Run and which no key but those on itself
+    /// presses. Called once; the button belongs to the dialog.
     QPushButton* AddRunButton();
     /// The section "Result", without a layout, for what a tool has to show.
     QGroupBox* ResultGroup() const { return m_pResultGroup; }

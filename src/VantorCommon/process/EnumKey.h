@@ -4,6 +4,7 @@
 
 #include <QMetaEnum>
 #include <QString>
+#include <QStringList>
 
 /// The printable keys of an enumeration that Qt's meta-object system knows (Q_ENUM or Q_ENUM_NS). It must
 /// have int underneath, for -1 is stored in it. Any thread.
@@ -13,6 +14,15 @@ namespace EnumKey
 template <class Enum> QString FromValue(Enum eValue)
 {
     return QString::fromLatin1(QMetaEnum::fromType<Enum>().valueToKey(static_cast<int>(eValue)));
+}
+
+/// Of the values that run from 0 without a gap, in their order.
+template <class Enum> QStringList AllOf()
+{
+    QStringList lstKeys;
+    for (int i = 0; i < QMetaEnum::fromType<Enum>().keyCount(); ++i)
+        lstKeys.append(FromValue(static_cast<Enum>(i)));
+    return lstKeys;
 }
 
 /// -1 for a text that is no key.

@@ -12,7 +12,6 @@
 #include <VantorCommon/settings/CSettingModel.h>
 
 #include <QDir>
-#include <QStandardPaths>
 
 namespace
 {
@@ -52,11 +51,8 @@ CSettingCtrl::~CSettingCtrl() = default;
 
 bool CSettingCtrl::OpenSettingFile()
 {
-    const QString strDefault = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
-                               QDir::separator() + QStringLiteral("Vantor");
-    const QString strFolder =
-        CSettingManager::GetString(QStringLiteral("GENERAL_PROGRAM_CONFIG_DIR"), strDefault);
-    if (strFolder == strDefault)
+    const QString strFolder = CSettingManager::GetFolder(CSettingManager::kConfigFolder);
+    if (strFolder == CSettingManager::GetDefaultFolder())
         QDir().mkpath(strFolder);
     const QString strPath = strFolder + QDir::separator() + QStringLiteral("settings.data");
     return EnsureSettingFile(strFolder, strPath) &&

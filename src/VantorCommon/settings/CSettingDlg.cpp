@@ -32,9 +32,9 @@ void CSettingDlg::CreateView()
     auto* pGroup = new QGroupBox(QStringLiteral("PDF"));
     auto* pRows = new QFormLayout(pGroup);
     m_pResolutionX =
-        AddResolution(pRows, QStringLiteral("Resolution X:"), QStringLiteral("GENERAL_PDF_RESOLUTION_X"));
+        AddResolution(pRows, QStringLiteral("Resolution X:"), CSettingManager::kDialogResolutionX);
     m_pResolutionY =
-        AddResolution(pRows, QStringLiteral("Resolution Y:"), QStringLiteral("GENERAL_PDF_RESOLUTION_Y"));
+        AddResolution(pRows, QStringLiteral("Resolution Y:"), CSettingManager::kDialogResolutionY);
 
     auto* pPage = new QWidget;
     auto* pLayout = new QVBoxLayout(pPage);

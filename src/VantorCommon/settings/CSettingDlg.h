@@ -16,7 +16,10 @@ class QTabWidget;
 /// It announces what the user enters and shows what the settings of the process hold; storing is the setting
 /// controller's.
 ///
-/// Deliberate: an edit reaches the file only, readers in this process keep the old value until the next
+/// Deliberate: the two boxes have no effect on documents, for their loader reads other keys (see
+/// CSettingManager). They store what the user enters and show it again, also after the next start.
+///
+/// Deliberate: an edit reaches the file only; the settings of this process keep the old value until the next
 /// start. So a box whose edit was stored goes on showing it, until the setting itself changes.
 class VANTORCOMMON_EXPORT CSettingDlg : public QDialog
 {

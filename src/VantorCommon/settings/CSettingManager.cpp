@@ -4,6 +4,8 @@
 
 #include <VantorCommon/settings/CSettingModel.h>
 
+#include <QDir>
+#include <QStandardPaths>
 #include <limits>
 
 bool CSettingManager::Set(const QString& strKey, const QVariant& value)
@@ -34,4 +36,15 @@ QString CSettingManager::GetString(const QString& strKey, const QString& strDefa
 {
     const QVariant value = CSettingModel::GetInstance()->Get(strKey);
     return value.isNull() ? strDefault : value.toString();
+}
+
+QString CSettingManager::GetFolder(const QString& strKey)
+{
+    return GetString(strKey, GetDefaultFolder());
+}
+
+QString CSettingManager::GetDefaultFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + QDir::separator() +
+           QStringLiteral("Vantor");
 }

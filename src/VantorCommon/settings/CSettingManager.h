@@ -13,6 +13,18 @@ class QVariant;
 class VANTORCOMMON_EXPORT CSettingManager
 {
 public:
+    /// @{
+    /// The keys of the library's own settings: the folders of "settings.data" and of the log, and the
+    /// resolution of PDF pages in dots per inch. Deliberate: the dialog stores other keys than the loader of
+    /// documents reads, so the boxes of the dialog do not change how a page looks.
+    static constexpr QLatin1String kConfigFolder{"GENERAL_PROGRAM_CONFIG_DIR"};
+    static constexpr QLatin1String kLogFolder{"GENERAL_LOG_DIR"};
+    static constexpr QLatin1String kDialogResolutionX{"GENERAL_PDF_RESOLUTION_X"};
+    static constexpr QLatin1String kDialogResolutionY{"GENERAL_PDF_RESOLUTION_Y"};
+    static constexpr QLatin1String kLoaderResolutionX{"PDF_RESOLUTION_X"};
+    static constexpr QLatin1String kLoaderResolutionY{"PDF_RESOLUTION_Y"};
+    /// @}
+
     CSettingManager() = delete;
 
     /// Stores the value under the key, for everybody; always true.
@@ -28,4 +40,10 @@ public:
     /// The default if the key was never set or holds a null value. Any other value is turned into its text,
     /// which is empty for a value that has none.
     static QString GetString(const QString& strKey, const QString& strDefault);
+
+    /// The folder of a setting, which need not exist; the default folder if the key was never set.
+    static QString GetFolder(const QString& strKey);
+
+    /// The folder "Vantor" of the user's documents, which need not exist.
+    static QString GetDefaultFolder();
 };

@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/sniptool/CSnipTool.h>
 
+#include <VantorCommon/sniptool/CSnipToolColors_p.h>
 #include <VantorCommon/sniptool/CSnipToolModel.h>
 #include <VantorCommon/view2d/Saturate_p.h>
 
@@ -91,10 +92,11 @@ void CSnipTool::paintEvent(QPaintEvent*)
 {
     setMask(QRegion(rect()) - QRegion(m_rectSelect));
     QPainter painter(this);
-    painter.fillRect(rect(), QColor(127, 127, 127, 127));
+    painter.fillRect(rect(), QColor::fromRgba(CSnipToolColors::kGrey));
     if (m_rectSelect.isEmpty())
         return;
-    painter.setPen(QPen(QColor(0, 255, 0, 255), 1.0, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    const QColor green = QColor::fromRgba(CSnipToolColors::kGreen);
+    painter.setPen(QPen(green, 1.0, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     // The middle of a line that lies around the selection, one wide, on a screen of any density.
     painter.drawRect(QRectF(m_rectSelect).adjusted(-0.5, -0.5, 0.5, 0.5));
 }

@@ -5,6 +5,7 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/sniptool/CSnipTool.h>
+#include <VantorCommon/sniptool/CSnipToolColors_p.h>
 #include <VantorCommon/sniptool/CSnipToolModel.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CUtilManager.h>
@@ -29,9 +30,8 @@ constexpr int kQuietTime = 50;    // unchanged for three frames: a compositor ha
 constexpr int kRestless = 250;    // from here on, what still changes is a moving picture
 constexpr int kPatience = 1000;   // what shows the overlay's colours after that has them of its own
 
-// The overlay as a screen shows it that blends nothing: its premultiplied grey, and the frame.
-constexpr QRgb kOverlayGrey = 0x3f3f3f;
-constexpr QRgb kOverlayGreen = 0x00ff00;
+constexpr QRgb kOverlayGrey = CSnipToolColors::Unblended(CSnipToolColors::kGrey);
+constexpr QRgb kOverlayGreen = CSnipToolColors::Unblended(CSnipToolColors::kGreen);
 
 QImage Grab(QScreen& screen, const QRect& rect)
 {

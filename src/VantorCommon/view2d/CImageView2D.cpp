@@ -27,7 +27,6 @@ namespace
 {
 constexpr double kZoomPerDelta = 0.001;
 constexpr double kMinZoom = 0.1;
-constexpr unsigned int kNoUID = 0xFFFFFFFFu;
 
 using OnePoint = SViewGesture::OnePoint;
 using TwoPoints = SViewGesture::TwoPoints;
@@ -215,7 +214,7 @@ CImageView2DGeometryModel* CImageView2D::GetGeometryModel() const
 
 unsigned int CImageView2D::GetImageUID() const
 {
-    return m_pImage ? m_pImage->GetUID() : kNoUID;
+    return m_pImage ? m_pImage->GetUID() : Vantor::CVObject::kNoUID;
 }
 
 void CImageView2D::slot_Goto()
@@ -353,8 +352,7 @@ void CImageView2D::mousePressEvent(QMouseEvent* pEvent)
     if (pEvent->button() == Qt::LeftButton) {
         m_bLeftDown = true;
         m_bHeld = QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
-    } else if (pEvent->button() == Qt::RightButton)
-        m_bRightDown = true;
+    }
     const QPoint pos = RoundedPosition(pEvent->localPos());
     if (m_bLeftDown && !IsPanning())
         ShowCrosshair(pos);
@@ -414,7 +412,6 @@ void CImageView2D::mouseReleaseEvent(QMouseEvent* pEvent)
     update();
     const bool bLeftDown = m_bLeftDown;
     m_bLeftDown = false;
-    m_bRightDown = false;
     if (!bLeftDown || !ToolModel())
         return;
     const int nMode = ToolModel()->GetViewMode();

@@ -236,7 +236,6 @@ private:
     bool m_bLeftDown = false;
     bool m_bHeld = false;  ///< the button was really down at the press
     bool m_bMoved = false; ///< the drag has sent a Doing signal
-    bool m_bRightDown = false;
     int m_nLastX = 0;
     int m_nLastY = 0;
     unsigned int m_nMenuUID = 0;

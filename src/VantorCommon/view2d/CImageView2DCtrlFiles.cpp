@@ -163,9 +163,11 @@ std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::LoadPDF(cons
     const std::wstring strName = strPath.mid(nSlash + 1).toStdWString();
 
     CPDFReader reader;
-    reader.SetResolutionX(CSettingManager::GetDouble(QStringLiteral("PDF_RESOLUTION_X"), kDefaultResolution));
+    reader.SetResolutionX(
+        CSettingManager::GetDouble(CSettingManager::kLoaderResolutionX, kDefaultResolution));
     // Deliberate: the Y setting goes to X, too, and overwrites it; Y itself is never set.
-    reader.SetResolutionX(CSettingManager::GetDouble(QStringLiteral("PDF_RESOLUTION_Y"), kDefaultResolution));
+    reader.SetResolutionX(
+        CSettingManager::GetDouble(CSettingManager::kLoaderResolutionY, kDefaultResolution));
     if (!ReadDocument(reader, strPath))
         return {};
 

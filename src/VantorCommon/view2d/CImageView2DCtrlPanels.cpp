@@ -9,6 +9,7 @@
 #include <VantorCommon/annotation/view/CImageView2DGeometryPropertyView.h>
 #include <VantorCommon/annotation/view/CImageView2DToolView.h>
 #include <VantorCommon/shell/dock/CViewParameterView.h>
+#include <VantorCommon/shell/dock/PutIntoDock_p.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
@@ -17,19 +18,6 @@
 
 #include <QApplication>
 #include <QVBoxLayout>
-
-namespace
-{
-void PutIntoDock(QScrollArea* pDock, QWidget* pPanel)
-{
-    if (!pDock || !pPanel || pDock->widget() == pPanel)
-        return;
-    // setWidget would delete the panel of another viewer.
-    pDock->takeWidget();
-    pDock->setWidget(pPanel);
-    pPanel->show();
-}
-} // namespace
 
 CImageView2DCtrlPanels::CImageView2DCtrlPanels(const SImageView2DCtrlContext& context, const SDocks& sDocks,
                                                CSelectHandler& select)

@@ -28,12 +28,9 @@ const char* TextOf(const GLubyte* pText)
 } // namespace
 
 CImageView3D::CImageView3D(CImageView3DModel* pModel, QWidget* pParent)
-    : QOpenGLWidget(pParent), m_pModel(pModel)
+    : CImageView3DBase(pParent), m_pModel(pModel)
 {
-    setFormat(OpenGLFormat());
     setFocusPolicy(Qt::StrongFocus);
-    if (!IsDesktopOpenGL())
-        ShowNotSupported(*this);
     m_pMenu = new QMenu(this);
     m_pMenu->addAction(SharedIcon("2D.png"), QStringLiteral("Switch To 2D View"), this,
                        &CImageView3D::signal_Switch3DTo2D);
@@ -48,14 +45,7 @@ CImageView3D::CImageView3D(CImageView3DModel* pModel, QWidget* pParent)
 
 CImageView3D::~CImageView3D()
 {
-    if (context())
-        disconnect(context(), nullptr, this, nullptr);
     DestroyGL();
-}
-
-bool CImageView3D::IsDesktopOpenGL() const
-{
-    return QOpenGLContext::openGLModuleType() == QOpenGLContext::LibGL;
 }
 
 QSize CImageView3D::sizeHint() const
@@ -80,9 +70,7 @@ void CImageView3D::setClearColor(const QColor&)
 
 void CImageView3D::setVisible(bool visible)
 {
-    if (visible)
-        PrepareWindow(*this);
-    QOpenGLWidget::setVisible(visible);
+    CImageView3DBase::setVisible(visible);
     if (!visible)
         return;
     InitImageView3DGL();
@@ -93,19 +81,15 @@ void CImageView3D::setVisible(bool visible)
 /// Shown with its window, not by setVisible: the image may have changed while nobody looked.
 void CImageView3D::showEvent(QShowEvent* pEvent)
 {
-    QOpenGLWidget::showEvent(pEvent);
+    CImageView3DBase::showEvent(pEvent);
     if (pEvent->spontaneous())
         return;
     AskForImageLater();
-    QMetaObject::invokeMethod(this, &CImageView3D::CheckContext, Qt::QueuedConnection);
+    CheckContextLater();
 }
 
-/// A view without a size has no context yet, and needs none.
-void CImageView3D::CheckContext()
+void CImageView3D::ContextMissing()
 {
-    if (!isVisible() || size().isEmpty() || HasUsableContext(*this))
-        return;
-    ShowNotSupported(*this);
     Q_EMIT signal_Failed(QStringLiteral("The 3D view needs OpenGL 3.3, which this system does not offer."));
 }
 
@@ -131,9 +115,7 @@ void CImageView3D::initializeGL()
 {
     if (!IsDesktopOpenGL())
         return;
-    initializeOpenGLFunctions();
-    // The objects go before their context does, when the view moves into another window.
-    connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &CImageView3D::DestroyGL);
+    FollowContext();
     InitLog();
     InitImageView3DGL();
     InitMatrix();
@@ -203,7 +185,7 @@ void CImageView3D::resizeGL(int nWidth, int nHeight)
 void CImageView3D::resizeEvent(QResizeEvent* pEvent)
 {
     m_bResizing = true;
-    QOpenGLWidget::resizeEvent(pEvent);
+    CImageView3DBase::resizeEvent(pEvent);
     m_bResizing = false;
     update();
 }
@@ -229,27 +211,17 @@ void CImageView3D::slot_ShowContextMenu(const QPoint& pos)
 
 void CImageView3D::mousePressEvent(QMouseEvent* pEvent)
 {
-    m_nMouseX = pEvent->pos().x();
-    m_nMouseY = pEvent->pos().y();
-    m_bPressed = true;
+    CImageView3DBase::mousePressEvent(pEvent);
     Q_EMIT signal_Active3DView();
 }
 
 void CImageView3D::mouseMoveEvent(QMouseEvent* pEvent)
 {
-    if (!m_bPressed || !m_pModel)
+    if (!IsDragged() || !m_pModel)
         return;
-    const int dx = pEvent->pos().x() - m_nMouseX;
-    const int dy = pEvent->pos().y() - m_nMouseY;
-    Q_EMIT signal_ChangeRotateX(double(m_pModel->GetRotateX()) - dy * kDegreesPerPixel);
-    Q_EMIT signal_ChangeRotateY(double(m_pModel->GetRotateY()) + dx * kDegreesPerPixel);
-    m_nMouseX = pEvent->pos().x();
-    m_nMouseY = pEvent->pos().y();
-}
-
-void CImageView3D::mouseReleaseEvent(QMouseEvent*)
-{
-    m_bPressed = false;
+    const QPoint ptStep = TakeDragStep(*pEvent);
+    Q_EMIT signal_ChangeRotateX(double(m_pModel->GetRotateX()) - ptStep.y() * kDegreesPerPixel);
+    Q_EMIT signal_ChangeRotateY(double(m_pModel->GetRotateY()) + ptStep.x() * kDegreesPerPixel);
 }
 
 void CImageView3D::wheelEvent(QWheelEvent* pEvent)

@@ -2,11 +2,9 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
-#include <VantorCommon/Export.h>
+#include <VantorCommon/view3d/CImageView3DBase.h>
 
 #include <QMatrix4x4>
-#include <QOpenGLFunctions>
-#include <QOpenGLWidget>
 #include <QPointer>
 #include <memory>
 #include <vector>
@@ -28,7 +26,7 @@ VANTORCOMMON_EXPORT QOpenGLShaderProgram* __InternalCreateProgram(QString strVer
 ///
 /// The OpenGL objects are made anew each time the view is shown and whenever it gets another context; the
 /// mesh is asked for again then. Without OpenGL 3.3 the view shows a label and does nothing else. GUI thread.
-class VANTORCOMMON_EXPORT CImageView3D : public QOpenGLWidget, private QOpenGLFunctions
+class VANTORCOMMON_EXPORT CImageView3D : public CImageView3DBase
 {
     Q_OBJECT
 
@@ -102,7 +100,6 @@ protected:
     void resizeEvent(QResizeEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
-    void mouseReleaseEvent(QMouseEvent* pEvent) override;
     void wheelEvent(QWheelEvent* pEvent) override;
     void showEvent(QShowEvent* pEvent) override;
     /// @}
@@ -110,7 +107,8 @@ protected:
 private:
     struct SObjects;
 
-    void DestroyGL();
+    void DestroyGL() override;
+    void ContextMissing() override;
     void CreateAxes();
     void CreateReference();
     bool Upload(const std::vector<float>& vctVertices, const std::vector<unsigned int>& vctIndices);
@@ -122,12 +120,7 @@ private:
     /// Asks for the image after the events at hand, unless setVisible does it first.
     void AskForImageLater();
     void AskForImage();
-    void CheckContext();
-    bool IsDesktopOpenGL() const;
 
-    bool m_bPressed = false;
-    int m_nMouseX = 0;
-    int m_nMouseY = 0;
     std::unique_ptr<SObjects> m_pObjects; ///< null without a context
     QMatrix4x4 m_matModel;
     QMatrix4x4 m_matView;

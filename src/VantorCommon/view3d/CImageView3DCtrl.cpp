@@ -4,8 +4,7 @@
 
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/shell/dock/CPropertyDockView.h>
-#include <VantorCommon/shell/dock/CStatusBarDockView.h>
-#include <VantorCommon/shell/dock/CToolBoxDockView.h>
+#include <VantorCommon/shell/dock/PutIntoDock_p.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view3d/CImageView3D.h>
 #include <VantorCommon/view3d/CImageView3DModel.h>
@@ -49,11 +48,9 @@ static_assert(sizeof(kSlots) / sizeof(kSlots[0]) == EImageView3DParameter_Count)
 } // namespace
 
 CImageView3DCtrl::CImageView3DCtrl(CImageView3DModel* pModel3D, CImageView2DModel* pModel2D,
-                                   CImageView3D* pView, CToolBoxDockView* pToolBoxDockView,
-                                   CPropertyDockView* pPropertyDockView,
-                                   CStatusBarDockView* pStatusBarDockView)
-    : m_pModel3D(pModel3D), m_pModel2D(pModel2D), m_pView(pView), m_pToolBoxDockView(pToolBoxDockView),
-      m_pPropertyDockView(pPropertyDockView), m_pStatusBarDockView(pStatusBarDockView),
+                                   CImageView3D* pView, CToolBoxDockView*,
+                                   CPropertyDockView* pPropertyDockView, CStatusBarDockView*)
+    : m_pModel3D(pModel3D), m_pModel2D(pModel2D), m_pView(pView), m_pPropertyDockView(pPropertyDockView),
       m_pEnded(std::make_shared<QSemaphore>())
 {
     ConnectPanel();
@@ -100,13 +97,7 @@ bool CImageView3DCtrl::Redo()
 
 void CImageView3DCtrl::slot_Active3DView()
 {
-    if (!m_pPropertyDockView || !m_pPropertyView)
-        return;
-    if (m_pPropertyDockView->widget() != m_pPropertyView) {
-        m_pPropertyDockView->takeWidget();
-        m_pPropertyDockView->setWidget(m_pPropertyView);
-    }
-    m_pPropertyView->show();
+    PutIntoDock(m_pPropertyDockView, m_pPropertyView);
 }
 
 void CImageView3DCtrl::slot_ChangeCurrentImage()

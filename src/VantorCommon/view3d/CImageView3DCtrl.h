@@ -89,9 +89,7 @@ private:
     QPointer<CImageView3DModel> m_pModel3D;
     QPointer<CImageView2DModel> m_pModel2D;
     QPointer<CImageView3D> m_pView;
-    QPointer<CToolBoxDockView> m_pToolBoxDockView;
     QPointer<CPropertyDockView> m_pPropertyDockView;
-    QPointer<CStatusBarDockView> m_pStatusBarDockView;
     QPointer<CImageView3DPropertyView> m_pPropertyView;
     /// Released by the build as its last deed; shared, because that deed may outlast the controller.
     std::shared_ptr<QSemaphore> m_pEnded;

@@ -74,28 +74,20 @@ void __InternalCreateEarth(std::vector<_SVertex>& vctVertices, std::vector<unsig
     }
 }
 
-CImageView3DEarth::CImageView3DEarth(QWidget* parent) : QOpenGLWidget(parent), m_pTimer(new QTimer(this))
+CImageView3DEarth::CImageView3DEarth(QWidget* parent) : CImageView3DBase(parent), m_pTimer(new QTimer(this))
 {
-    setFormat(OpenGLFormat());
-    if (QOpenGLContext::openGLModuleType() != QOpenGLContext::LibGL)
-        ShowNotSupported(*this);
     m_pTimer->setInterval(kRepaintInterval);
     connect(m_pTimer, &QTimer::timeout, this, &CImageView3DEarth::slot_Timmer);
 }
 
 CImageView3DEarth::~CImageView3DEarth()
 {
-    if (context())
-        disconnect(context(), nullptr, this, nullptr);
     DestroyGL();
 }
 
 void CImageView3DEarth::DestroyGL()
 {
-    if (!m_pObjects)
-        return;
-    const CCurrentContext current(*this);
-    m_pObjects.reset();
+    DestroyObjects(*this, m_pObjects);
 }
 
 void CImageView3DEarth::initializeGL()
@@ -103,9 +95,7 @@ void CImageView3DEarth::initializeGL()
     DestroyGL();
     if (!HasUsableContext(*this))
         return;
-    initializeOpenGLFunctions();
-    // The objects go before their context does, when the view moves into another window.
-    connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &CImageView3DEarth::DestroyGL);
+    FollowContext();
     CreateObjects();
 }
 
@@ -183,13 +173,6 @@ void CImageView3DEarth::paintGL()
     qDebug() << "Paint OpenGl";
 }
 
-void CImageView3DEarth::setVisible(bool bVisible)
-{
-    if (bVisible)
-        PrepareWindow(*this);
-    QOpenGLWidget::setVisible(bVisible);
-}
-
 void CImageView3DEarth::slot_Timmer()
 {
     update();
@@ -206,53 +189,31 @@ void CImageView3DEarth::SetSteadyRepaint(bool bSteady)
 
 void CImageView3DEarth::showEvent(QShowEvent* pEvent)
 {
-    QOpenGLWidget::showEvent(pEvent);
+    CImageView3DBase::showEvent(pEvent);
     if (m_bSteady)
         m_pTimer->start();
-    QMetaObject::invokeMethod(this, &CImageView3DEarth::CheckContext, Qt::QueuedConnection);
+    CheckContextLater();
 }
 
 void CImageView3DEarth::hideEvent(QHideEvent* pEvent)
 {
     m_pTimer->stop();
-    QOpenGLWidget::hideEvent(pEvent);
-}
-
-/// A view without a size has no context yet, and needs none.
-void CImageView3DEarth::CheckContext()
-{
-    if (isVisible() && !size().isEmpty() && !HasUsableContext(*this))
-        ShowNotSupported(*this);
-}
-
-void CImageView3DEarth::mousePressEvent(QMouseEvent* pEvent)
-{
-    m_nMouseX = pEvent->pos().x();
-    m_nMouseY = pEvent->pos().y();
-    m_bPressed = true;
+    CImageView3DBase::hideEvent(pEvent);
 }
 
 void CImageView3DEarth::mouseMoveEvent(QMouseEvent* pEvent)
 {
-    if (!m_bPressed)
+    if (!IsDragged())
         return;
-    const int dx = pEvent->pos().x() - m_nMouseX;
-    const int dy = pEvent->pos().y() - m_nMouseY;
-    m_fYaw -= float(dx) * kDegreesPerPixel;
-    m_fPitch = std::clamp(m_fPitch + float(dy) * kDegreesPerPixel, -kMaxPitch, kMaxPitch);
+    const QPoint ptStep = TakeDragStep(*pEvent);
+    m_fYaw -= float(ptStep.x()) * kDegreesPerPixel;
+    m_fPitch = std::clamp(m_fPitch + float(ptStep.y()) * kDegreesPerPixel, -kMaxPitch, kMaxPitch);
     const float fYaw = qDegreesToRadians(m_fYaw);
     const float fPitch = qDegreesToRadians(m_fPitch);
     m_cameraFront =
         QVector3D(std::cos(fYaw) * std::cos(fPitch), std::sin(fPitch), std::sin(fYaw) * std::cos(fPitch))
             .normalized();
-    m_nMouseX = pEvent->pos().x();
-    m_nMouseY = pEvent->pos().y();
     update();
-}
-
-void CImageView3DEarth::mouseReleaseEvent(QMouseEvent*)
-{
-    m_bPressed = false;
 }
 
 void CImageView3DEarth::wheelEvent(QWheelEvent* pEvent)

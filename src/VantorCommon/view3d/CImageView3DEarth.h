@@ -2,10 +2,8 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
-#include <VantorCommon/Export.h>
+#include <VantorCommon/view3d/CImageView3DBase.h>
 
-#include <QOpenGLFunctions>
-#include <QOpenGLWidget>
 #include <QVector3D>
 #include <memory>
 #include <vector>
@@ -39,7 +37,7 @@ VANTORCOMMON_EXPORT void __InternalCreateEarth(std::vector<_SVertex>& vctVertice
 
 /// A textured globe under a camera that looks around freely: dragging turns it, the wheel zooms. Without
 /// OpenGL 3.3 the view shows a label and does nothing else. GUI thread only.
-class VANTORCOMMON_EXPORT CImageView3DEarth : public QOpenGLWidget, private QOpenGLFunctions
+class VANTORCOMMON_EXPORT CImageView3DEarth : public CImageView3DBase
 {
     Q_OBJECT
 
@@ -47,9 +45,6 @@ public:
     /// At yaw -90, pitch 0 and a field of view of 45 degrees. It repaints each 16 ms while it is shown.
     explicit CImageView3DEarth(QWidget* parent = nullptr);
     ~CImageView3DEarth() override;
-
-    /// Lets the window carry OpenGL first, where the host has started without.
-    void setVisible(bool bVisible) override;
 
     /// Whether it repaints each 16 ms while it is shown (true, as at the start), or only when there is
     /// something else to see, which takes no time while nothing moves.
@@ -80,9 +75,7 @@ protected:
     /// @{
     /// A drag changes yaw and pitch by 0.1 degrees a pixel, the wheel the field of view by 1.2 a notch;
     /// hiding stops the repainting.
-    void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
-    void mouseReleaseEvent(QMouseEvent* pEvent) override;
     void wheelEvent(QWheelEvent* pEvent) override;
     void showEvent(QShowEvent* pEvent) override;
     void hideEvent(QHideEvent* pEvent) override;
@@ -94,17 +87,13 @@ private:
     void CreateObjects();
     void UploadSphere();
     void LoadTexture();
-    void DestroyGL();
-    void CheckContext();
+    void DestroyGL() override;
 
     std::unique_ptr<SObjects> m_pObjects; ///< null without a context
     QTimer* m_pTimer;
     bool m_bSteady = true;
     std::vector<_SVertex> m_vctVertices;
     std::vector<unsigned int> m_vctIndices;
-    int m_nMouseX = 0;
-    int m_nMouseY = 0;
-    bool m_bPressed = false;
     QVector3D m_cameraPosition{0.0F, 0.0F, 3.0F};
     QVector3D m_cameraFront{0.0F, 0.0F, -1.0F};
     QVector3D m_cameraUp{0.0F, 1.0F, 0.0F};

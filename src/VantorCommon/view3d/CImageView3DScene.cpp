@@ -96,10 +96,7 @@ QOpenGLShaderProgram* __InternalCreateProgram(QString strVertexFile, QString str
 void CImageView3D::DestroyGL()
 {
     ClearMesh();
-    if (!m_pObjects)
-        return;
-    const CCurrentContext current(*this);
-    m_pObjects.reset();
+    DestroyObjects(*this, m_pObjects);
 }
 
 void CImageView3D::ClearMesh()

@@ -7,6 +7,7 @@
 #include <QOpenGLWidget>
 #include <QSurfaceFormat>
 #include <cstddef>
+#include <memory>
 
 /// What the shaders need: OpenGL 3.3 core, a depth buffer, and a context that reports its errors.
 QSurfaceFormat OpenGLFormat();
@@ -48,3 +49,12 @@ private:
     QOpenGLWidget& m_widget;
     const bool m_bWasCurrent;
 };
+
+/// Destroys the OpenGL objects of a widget, if there are any, with its context current.
+template <class Objects> void DestroyObjects(QOpenGLWidget& widget, std::unique_ptr<Objects>& pObjects)
+{
+    if (!pObjects)
+        return;
+    const CCurrentContext current(widget);
+    pObjects.reset();
+}

@@ -6,6 +6,7 @@
 #include <VantorCommon/settings/CSettingModel.h>
 
 #include <QApplication>
+#include <QStandardPaths>
 #include <QVariant>
 
 class tst_CSettingManager : public QObject
@@ -92,6 +93,29 @@ private Q_SLOTS:
     {
         CSettingManager::Set(m_strKey, QStringLiteral(""));
         QCOMPARE(CSettingManager::GetString(m_strKey, QStringLiteral("default")), QString());
+    }
+
+    void aFolderIsTheOneThatIsSetOrVantorInTheDocuments()
+    {
+        const QString strDocuments = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        QCOMPARE(CSettingManager::GetDefaultFolder(), strDocuments + QStringLiteral("/Vantor"));
+        QCOMPARE(CSettingManager::GetFolder(CSettingManager::kLogFolder),
+                 CSettingManager::GetDefaultFolder());
+        CSettingManager::Set(QStringLiteral("GENERAL_LOG_DIR"), QStringLiteral("/logs"));
+        QCOMPARE(CSettingManager::GetFolder(CSettingManager::kLogFolder), QStringLiteral("/logs"));
+        QCOMPARE(CSettingManager::GetFolder(CSettingManager::kConfigFolder),
+                 CSettingManager::GetDefaultFolder());
+    }
+
+    void theKeysOfTheLibraryAreThoseInStoredFiles()
+    {
+        using M = CSettingManager;
+        QCOMPARE(QString(M::kConfigFolder), QStringLiteral("GENERAL_PROGRAM_CONFIG_DIR"));
+        QCOMPARE(QString(M::kLogFolder), QStringLiteral("GENERAL_LOG_DIR"));
+        QCOMPARE(QString(M::kDialogResolutionX), QStringLiteral("GENERAL_PDF_RESOLUTION_X"));
+        QCOMPARE(QString(M::kDialogResolutionY), QStringLiteral("GENERAL_PDF_RESOLUTION_Y"));
+        QCOMPARE(QString(M::kLoaderResolutionX), QStringLiteral("PDF_RESOLUTION_X"));
+        QCOMPARE(QString(M::kLoaderResolutionY), QStringLiteral("PDF_RESOLUTION_Y"));
     }
 
     void deliberateTheKeysOfTheDialogAreNotThoseOfThePdfLoader()

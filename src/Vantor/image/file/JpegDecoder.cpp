@@ -3,6 +3,7 @@
 #include <Vantor/image/file/JpegDecoder_p.h>
 
 #include <Vantor/image/CImage.h>
+#include <Vantor/image/file/JpegHooks_p.h>
 #include <Vantor/image/file/Orientation_p.h>
 
 #include <QIODevice>
@@ -29,10 +30,7 @@ constexpr qint64 kMostBlocksPerByte = 8 * kMaxScans;
 
 CJpegDecoder::CJpegDecoder(QIODevice& device) : m_device(device), m_vctInput(kInputBytes)
 {
-    m_codec.err = jpeg_std_error(&m_errors);
-    m_codec.client_data = this;
-    m_errors.error_exit = OnError;
-    m_errors.emit_message = OnMessage;
+    JpegHooks::Install(m_codec, m_errors, this, OnError, OnMessage);
     m_source.init_source = OnStart;
     m_source.fill_input_buffer = OnFill;
     m_source.skip_input_data = OnSkip;
@@ -48,12 +46,10 @@ CJpegDecoder::~CJpegDecoder()
 void CJpegDecoder::OnError(j_common_ptr pCodec)
 {
     auto& decoder = *static_cast<CJpegDecoder*>(pCodec->client_data);
-    char text[JMSG_LENGTH_MAX];
-    pCodec->err->format_message(pCodec, text);
     const int nCode = pCodec->err->msg_code;
     decoder.m_bKindUnsupported =
         nCode == JERR_SOF_UNSUPPORTED || nCode == JERR_BAD_PRECISION || nCode == JERR_ARITH_NOTIMPL;
-    decoder.m_state.Fail(text);
+    decoder.m_state.Fail(JpegHooks::SText(pCodec).szText);
 }
 
 void CJpegDecoder::OnMessage(j_common_ptr pCodec, int nLevel)
@@ -63,9 +59,7 @@ void CJpegDecoder::OnMessage(j_common_ptr pCodec, int nLevel)
     auto& decoder = *static_cast<CJpegDecoder*>(pCodec->client_data);
     if (pCodec->err->msg_code == JWRN_HIT_MARKER)
         decoder.NoteCut();
-    char text[JMSG_LENGTH_MAX];
-    pCodec->err->format_message(pCodec, text);
-    decoder.m_state.Note(text);
+    decoder.m_state.Note(JpegHooks::SText(pCodec).szText);
 }
 
 /// Behind the file's end comes the marker of an end, so that what is there can be shown.

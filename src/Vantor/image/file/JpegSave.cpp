@@ -3,13 +3,11 @@
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/CodecState_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
+#include <Vantor/image/file/JpegHooks_p.h>
 
 #include <QIODevice>
 
 #include <array>
-#include <cstdio> // which jpeglib.h needs
-
-#include <jpeglib.h>
 
 namespace Vantor::Algorithms
 {
@@ -54,10 +52,7 @@ private:
 
 CJpegEncoder::CJpegEncoder(QIODevice& device) : m_device(device)
 {
-    m_codec.err = jpeg_std_error(&m_errors);
-    m_codec.client_data = this;
-    m_errors.error_exit = OnError;
-    m_errors.emit_message = OnMessage;
+    JpegHooks::Install(m_codec, m_errors, this, OnError, OnMessage);
     m_destination.init_destination = OnStart;
     m_destination.empty_output_buffer = OnFull;
     m_destination.term_destination = OnEnd;
@@ -65,9 +60,7 @@ CJpegEncoder::CJpegEncoder(QIODevice& device) : m_device(device)
 
 void CJpegEncoder::OnError(j_common_ptr pCodec)
 {
-    char text[JMSG_LENGTH_MAX];
-    pCodec->err->format_message(pCodec, text);
-    static_cast<CJpegEncoder*>(pCodec->client_data)->m_state.Fail(text);
+    static_cast<CJpegEncoder*>(pCodec->client_data)->m_state.Fail(JpegHooks::SText(pCodec).szText);
 }
 
 void CJpegEncoder::OnStart(j_compress_ptr pCodec)

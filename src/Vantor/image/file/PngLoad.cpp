@@ -6,6 +6,7 @@
 #include <Vantor/image/file/ImageFormats_p.h>
 #include <Vantor/image/file/Orientation_p.h>
 #include <Vantor/image/file/PngChunks_p.h>
+#include <Vantor/image/file/PngHooks_p.h>
 
 #include <algorithm>
 #include <array>
@@ -86,8 +87,6 @@ public:
     std::string GetFlaw() const { return m_state.GetFlaw(); }
 
 private:
-    static void OnError(png_structp pPng, png_const_charp pText);
-    static void OnWarning(png_structp pPng, png_const_charp pText);
     static void OnRead(png_structp pPng, png_bytep pTo, std::size_t nBytes);
 
     void ReadHead();
@@ -102,19 +101,10 @@ private:
 };
 
 CPngDecoder::CPngDecoder(CPngChunks& chunks)
-    : m_chunks(chunks), m_pPng(png_create_read_struct(PNG_LIBPNG_VER_STRING, this, OnError, OnWarning))
+    : m_chunks(chunks),
+      m_pPng(png_create_read_struct(PNG_LIBPNG_VER_STRING, &m_state, PngHooks::OnError, PngHooks::OnWarning))
 {
     m_pInfo = m_pPng ? png_create_info_struct(m_pPng) : nullptr;
-}
-
-void CPngDecoder::OnError(png_structp pPng, png_const_charp pText)
-{
-    static_cast<CPngDecoder*>(png_get_error_ptr(pPng))->m_state.Fail(pText);
-}
-
-void CPngDecoder::OnWarning(png_structp pPng, png_const_charp pText)
-{
-    static_cast<CPngDecoder*>(png_get_error_ptr(pPng))->m_state.Note(pText);
 }
 
 void CPngDecoder::OnRead(png_structp pPng, png_bytep pTo, std::size_t nBytes)

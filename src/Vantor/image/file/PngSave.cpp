@@ -3,6 +3,7 @@
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/CodecState_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
+#include <Vantor/image/file/PngHooks_p.h>
 
 #include <QIODevice>
 
@@ -29,8 +30,6 @@ public:
     }
 
 private:
-    static void OnError(png_structp pPng, png_const_charp pText);
-    static void OnWarning(png_structp pPng, png_const_charp pText);
     static void OnWrite(png_structp pPng, png_bytep pFrom, std::size_t nBytes);
     static void OnFlush(png_structp) {}
 
@@ -43,19 +42,10 @@ private:
 };
 
 CPngEncoder::CPngEncoder(QIODevice& device)
-    : m_device(device), m_pPng(png_create_write_struct(PNG_LIBPNG_VER_STRING, this, OnError, OnWarning))
+    : m_device(device),
+      m_pPng(png_create_write_struct(PNG_LIBPNG_VER_STRING, &m_state, PngHooks::OnError, PngHooks::OnWarning))
 {
     m_pInfo = m_pPng ? png_create_info_struct(m_pPng) : nullptr;
-}
-
-void CPngEncoder::OnError(png_structp pPng, png_const_charp pText)
-{
-    static_cast<CPngEncoder*>(png_get_error_ptr(pPng))->m_state.Fail(pText);
-}
-
-void CPngEncoder::OnWarning(png_structp pPng, png_const_charp pText)
-{
-    static_cast<CPngEncoder*>(png_get_error_ptr(pPng))->m_state.Note(pText);
 }
 
 void CPngEncoder::OnWrite(png_structp pPng, png_bytep pFrom, std::size_t nBytes)

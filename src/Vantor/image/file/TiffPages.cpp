@@ -32,6 +32,8 @@ public:
     bool IsPage() const { return (m_nKind & (FILETYPE_REDUCEDIMAGE | FILETYPE_MASK)) == 0; }
 
 private:
+    /// A number of 64 bits in large files, of fewer in classic ones.
+    template <class Classic> quint64 ReadNumber();
     quint64 ReadOffset();
     void ReadHead();
 
@@ -55,15 +57,20 @@ CDirectories::CDirectories(QIODevice& device) : m_device(device), m_stream(&devi
     m_nNext = ReadOffset();
 }
 
-quint64 CDirectories::ReadOffset()
+template <class Classic> quint64 CDirectories::ReadNumber()
 {
     quint64 nBig = 0;
-    quint32 nClassic = 0;
+    Classic nClassic = 0;
     if (m_bBig)
         m_stream >> nBig;
     else
         m_stream >> nClassic;
-    const quint64 nOffset = m_bBig ? nBig : nClassic;
+    return m_bBig ? nBig : nClassic;
+}
+
+quint64 CDirectories::ReadOffset()
+{
+    const auto nOffset = ReadNumber<quint32>();
     return m_stream.status() == QDataStream::Ok && nOffset < static_cast<quint64>(m_device.size()) ? nOffset
                                                                                                    : 0;
 }
@@ -81,13 +88,7 @@ void CDirectories::ReadHead()
 {
     const qint64 nStart = static_cast<qint64>(m_nNext);
     m_device.seek(nStart);
-    quint64 nEntries = 0;
-    quint16 nClassicEntries = 0;
-    if (m_bBig)
-        m_stream >> nEntries;
-    else
-        m_stream >> nClassicEntries;
-    nEntries = std::min<quint64>(m_bBig ? nEntries : nClassicEntries, std::numeric_limits<quint16>::max());
+    const auto nEntries = std::min<quint64>(ReadNumber<quint16>(), std::numeric_limits<quint16>::max());
     quint16 nTag = 0;
     quint16 nType = 0;
     m_stream >> nTag >> nType;

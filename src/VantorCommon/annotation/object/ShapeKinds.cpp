@@ -236,12 +236,13 @@ SShapeKind Drawn(SShapeKind kind, int nMode, const char* szMenu, const char* szB
     return kind;
 }
 
-SShapeKind RectangleKind()
+template <class Box>
+SShapeKind BoxKind(const QString& strName, EGeometryType eGeometry, int nMode, const char* szMenu,
+                   const char* szButton)
 {
-    SShapeKind kind = Drawn(KindOf<CRectangle>(QStringLiteral("Rectangle"), EGeometryType_Rectangle,
-                                               &NumbersOfBox<CRectangle>, &BoxOf<CRectangle>),
-                            EImageView2DMode_Drawing_Rectanlge, "&Rectangle", "Rect");
-    kind.fromDrag = &DragBox<CRectangle>;
+    SShapeKind kind =
+        Drawn(KindOf<Box>(strName, eGeometry, &NumbersOfBox<Box>, &BoxOf<Box>), nMode, szMenu, szButton);
+    kind.fromDrag = &DragBox<Box>;
     return kind;
 }
 
@@ -251,15 +252,6 @@ SShapeKind CircleKind()
         Drawn(KindOf<CCircle>(QStringLiteral("Circle"), EGeometryType_Circle, &NumbersOfCircle, &CircleOf),
               EImageView2DMode_Drawing_Circle, "&Circle", "Circle");
     kind.fromDrag = &DragCircle;
-    return kind;
-}
-
-SShapeKind EllipseKind()
-{
-    SShapeKind kind = Drawn(KindOf<CEllipse>(QStringLiteral("Ellipse"), EGeometryType_Ellipse,
-                                             &NumbersOfBox<CEllipse>, &BoxOf<CEllipse>),
-                            EImageView2DMode_Drawing_Ellipse, "&Ellipse", "Ellipse");
-    kind.fromDrag = &DragBox<CEllipse>;
     return kind;
 }
 
@@ -339,9 +331,11 @@ SShapeKind TextKind()
 /// In the order of the tool panel.
 std::deque<SShapeKind> BuiltIn()
 {
-    return {RectangleKind(),
+    return {BoxKind<CRectangle>(QStringLiteral("Rectangle"), EGeometryType_Rectangle,
+                                EImageView2DMode_Drawing_Rectanlge, "&Rectangle", "Rect"),
             CircleKind(),
-            EllipseKind(),
+            BoxKind<CEllipse>(QStringLiteral("Ellipse"), EGeometryType_Ellipse,
+                              EImageView2DMode_Drawing_Ellipse, "&Ellipse", "Ellipse"),
             PolygonKind(),
             ArrowKind(),
             TextKind(),

@@ -20,37 +20,20 @@ constexpr double kExact = 0.0; // the region neither grows nor shrinks
 
 CImage2DProcessMedianCtrl::CImage2DProcessMedianCtrl(CImage2DProcessMedianModel* pModel,
                                                      CImage2DProcessMedianDlg* pDlg)
-    : CImage2DProcessBaseCtrl(pDlg), m_pDlg(pDlg), m_pModel(pModel)
+    : CImage2DProcessToolCtrl(pModel, pDlg), m_pModel(pModel)
 {
-    if (!m_pDlg)
-        return;
-    connect(m_pDlg.data(), &CImage2DProcessMedianDlg::signal_Run, this, &CImage2DProcessMedianCtrl::slot_Run);
-    connect(m_pDlg.data(), &CImage2DProcessMedianDlg::signal_ChangeData, this,
-            &CImage2DProcessMedianCtrl::slot_ChangeData);
 }
 
 CImage2DProcessMedianCtrl::~CImage2DProcessMedianCtrl() = default;
 
-bool CImage2DProcessMedianCtrl::Undo()
+void CImage2DProcessMedianCtrl::ChangeData(int nCode, const QString& strValue)
 {
-    return false;
-}
-
-bool CImage2DProcessMedianCtrl::Redo()
-{
-    return false;
-}
-
-void CImage2DProcessMedianCtrl::slot_ChangeData(int nCode, const QString& strValue)
-{
-    if (m_pModel && nCode == kTypeCode)
+    if (nCode == kTypeCode)
         m_pModel->SetType(EnumKey::ToValue<EImage2DProcessMedian>(strValue));
 }
 
-void CImage2DProcessMedianCtrl::slot_Run()
+void CImage2DProcessMedianCtrl::Run()
 {
-    if (!m_pDlg || !m_pModel)
-        return;
     RunOn([](CImage& image, const CGeometry* pRegion) {
         // Deliberate: always 3x3; the type that the model holds is not read.
         const int nResult = image.MedianFilter(kRadius, kRadius, pRegion, ERegionMode::Inside, kExact);

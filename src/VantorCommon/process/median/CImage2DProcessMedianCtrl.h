@@ -2,15 +2,14 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
-#include <VantorCommon/Export.h>
-#include <VantorCommon/process/CImage2DProcessBaseCtrl.h>
+#include <VantorCommon/process/CImage2DProcessToolCtrl.h>
 
 class CImage2DProcessMedianDlg;
 class CImage2DProcessMedianModel;
 
-/// The controller of the median tool: Run replaces the source image by its median over 3x3 pixels, in the
+/// The controller of the median tool: a run replaces the source image by its median over 3x3 pixels, in the
 /// chosen region. Neither model nor dialog is owned. GUI thread only.
-class VANTORCOMMON_EXPORT CImage2DProcessMedianCtrl : public CImage2DProcessBaseCtrl
+class VANTORCOMMON_EXPORT CImage2DProcessMedianCtrl : public CImage2DProcessToolCtrl
 {
     Q_OBJECT
 
@@ -19,19 +18,12 @@ public:
     CImage2DProcessMedianCtrl(CImage2DProcessMedianModel* pModel, CImage2DProcessMedianDlg* pDlg);
     ~CImage2DProcessMedianCtrl() override;
 
-    /// @{
-    /// A run is undone by its viewer; nothing here, false.
-    bool Undo() override;
-    bool Redo() override;
-    /// @}
-
-public Q_SLOTS:
+protected:
     /// Filters a copy of the source image and makes it the current one. Deliberate: 3x3 whatever the type is.
-    void slot_Run();
+    void Run() override;
     /// Code 0 is the type, given by its key; other codes are ignored.
-    void slot_ChangeData(int nCode, const QString& strValue);
+    void ChangeData(int nCode, const QString& strValue) override;
 
 private:
-    QPointer<CImage2DProcessMedianDlg> m_pDlg;
-    QPointer<CImage2DProcessMedianModel> m_pModel;
+    CImage2DProcessMedianModel* m_pModel;
 };

@@ -5,8 +5,3 @@
 CImage2DProcessMedianModel::CImage2DProcessMedianModel() = default;
 
 CImage2DProcessMedianModel::~CImage2DProcessMedianModel() = default;
-
-void CImage2DProcessMedianModel::SetType(EImage2DProcessMedian eType)
-{
-    m_eType = eType;
-}

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <VantorCommon/Export.h>
-#include <VantorCommon/shell/mvc/CBaseModel.h>
+#include <VantorCommon/process/CImage2DProcessEnumModel.h>
 
 #include <QObject>
 
@@ -26,20 +26,10 @@ using Image2DProcessMedianType::EImage2DProcessMedian3x3;
 using Image2DProcessMedianType::EImage2DProcessMedian5x5;
 using Image2DProcessMedianType::EImage2DProcessMedianNxN;
 
-/// The state of the median tool: the type that the user chose. It announces no change; only the tool itself
-/// writes it. GUI thread only.
-class VANTORCOMMON_EXPORT CImage2DProcessMedianModel : public CBaseModel
+/// The state of the median tool: the type that the user chose, 3 x 3 at the start. GUI thread only.
+class VANTORCOMMON_EXPORT CImage2DProcessMedianModel : public CImage2DProcessEnumModel<EImage2DProcessMedian>
 {
 public:
     CImage2DProcessMedianModel();
     ~CImage2DProcessMedianModel() override;
-
-    /// @{
-    /// The chosen type, 3 x 3 at the start; any value is stored.
-    void SetType(EImage2DProcessMedian eType);
-    EImage2DProcessMedian GetType() const { return m_eType; }
-    /// @}
-
-private:
-    EImage2DProcessMedian m_eType = EImage2DProcessMedian3x3;
 };

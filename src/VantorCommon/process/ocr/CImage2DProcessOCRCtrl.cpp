@@ -15,31 +15,15 @@ enum ECode { ECode_LanguageCode = 0, ECode_LanguagePath = 1, ECode_UserDefinedDp
 }
 
 CImage2DProcessOCRCtrl::CImage2DProcessOCRCtrl(CImage2DProcessOCRModel* pModel, CImage2DProcessOCRDlg* pDlg)
-    : CImage2DProcessBaseCtrl(pDlg), m_pDlg(pDlg), m_pModel(pModel), m_pEngine(std::make_unique<CVOCR>())
+    : CImage2DProcessToolCtrl(pModel, pDlg), m_pDlg(pDlg), m_pModel(pModel),
+      m_pEngine(std::make_unique<CVOCR>())
 {
-    if (!m_pDlg)
-        return;
-    connect(m_pDlg.data(), &CImage2DProcessOCRDlg::signal_Run, this, &CImage2DProcessOCRCtrl::slot_RunOCR);
-    connect(m_pDlg.data(), &CImage2DProcessOCRDlg::signal_ChangeData, this,
-            &CImage2DProcessOCRCtrl::slot_ChangeData);
 }
 
 CImage2DProcessOCRCtrl::~CImage2DProcessOCRCtrl() = default;
 
-bool CImage2DProcessOCRCtrl::Undo()
+void CImage2DProcessOCRCtrl::ChangeData(int nCode, const QString& strValue)
 {
-    return false;
-}
-
-bool CImage2DProcessOCRCtrl::Redo()
-{
-    return false;
-}
-
-void CImage2DProcessOCRCtrl::slot_ChangeData(int nCode, const QString& strValue)
-{
-    if (!m_pModel)
-        return;
     switch (nCode) {
     case ECode_LanguageCode:
         return m_pModel->SetLanguageCode(strValue);
@@ -60,8 +44,11 @@ bool CImage2DProcessOCRCtrl::PrepareEngine()
 
 void CImage2DProcessOCRCtrl::slot_RunOCR()
 {
-    if (!m_pDlg || !m_pModel)
-        return;
+    slot_Run();
+}
+
+void CImage2DProcessOCRCtrl::Run()
+{
     const SSource source = TakeSource();
     if (!source.pImage)
         return;

@@ -7,7 +7,6 @@
 
 #include <QGroupBox>
 #include <QPushButton>
-#include <QStandardItemModel>
 #include <QTextEdit>
 #include <QVBoxLayout>
 
@@ -17,30 +16,22 @@ constexpr int kResultStretch = 32;
 }
 
 CImage2DProcessOCRDlg::CImage2DProcessOCRDlg(CImage2DProcessOCRModel* pModel, QWidget* pParent)
-    : CImage2DProcessBaseDlg(pParent), m_pModel(pModel)
-{
-    setWindowTitle(QStringLiteral("OCR"));
-    SetupParameter();
-    SetupResult();
-    SetupButton();
-}
-
-CImage2DProcessOCRDlg::~CImage2DProcessOCRDlg() = default;
-
-void CImage2DProcessOCRDlg::SetupParameter()
+    : CImage2DProcessToolDlg(QStringLiteral("OCR"), pModel, pParent)
 {
     std::vector<SParameter> vctRows{{QStringLiteral("Language code"), {}},
                                     {QStringLiteral("Language Data Path"), {}},
                                     {QStringLiteral("User Defined Dpi"), {}}};
-    if (m_pModel) {
-        vctRows[0].strValue = m_pModel->GetLanguageCode();
-        vctRows[1].strValue = m_pModel->GetLanguagePath();
-        vctRows[2].strValue = QString::number(m_pModel->GetUserDefinedDpi());
+    if (pModel) {
+        vctRows[0].strValue = pModel->GetLanguageCode();
+        vctRows[1].strValue = pModel->GetLanguagePath();
+        vctRows[2].strValue = QString::number(pModel->GetUserDefinedDpi());
     }
-    m_pParameterModel = AddParameterTree(vctRows, new CImage2DProcessOCRDlgParameterDelegate(this));
-    connect(m_pParameterModel, &QStandardItemModel::dataChanged, this,
-            &CImage2DProcessOCRDlg::slot_DataChanged);
+    SetupParameter(vctRows, new CImage2DProcessOCRDlgParameterDelegate(this));
+    SetupResult();
+    SetupButton()->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
 }
+
+CImage2DProcessOCRDlg::~CImage2DProcessOCRDlg() = default;
 
 void CImage2DProcessOCRDlg::SetupResult()
 {
@@ -53,22 +44,7 @@ void CImage2DProcessOCRDlg::SetupResult()
     pLayout->addWidget(m_pResult, kResultStretch);
 }
 
-void CImage2DProcessOCRDlg::SetupButton()
-{
-    QPushButton* pButton = AddRunButton();
-    pButton->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
-    connect(pButton, &QPushButton::clicked, this, &CImage2DProcessOCRDlg::signal_Run);
-}
-
 void CImage2DProcessOCRDlg::SetResultText(const QString& strText)
 {
     m_pResult->setPlainText(strText);
-}
-
-void CImage2DProcessOCRDlg::slot_DataChanged(const QModelIndex& topLeft, const QModelIndex&,
-                                             const QVector<int>&)
-{
-    const QStandardItem* pItem = m_pParameterModel->itemFromIndex(topLeft);
-    if (m_pModel && pItem)
-        Q_EMIT signal_ChangeData(topLeft.row(), pItem->data(Qt::DisplayRole).toString());
 }

@@ -21,16 +21,6 @@ CImage2DProcessOperationCtrl::CImage2DProcessOperationCtrl(CImage2DProcessOperat
 
 CImage2DProcessOperationCtrl::~CImage2DProcessOperationCtrl() = default;
 
-bool CImage2DProcessOperationCtrl::Undo()
-{
-    return false;
-}
-
-bool CImage2DProcessOperationCtrl::Redo()
-{
-    return false;
-}
-
 void CImage2DProcessOperationCtrl::slot_ChangeValue(int nRow, const QVariant& varValue)
 {
     if (!m_pModel || !m_pDlg)

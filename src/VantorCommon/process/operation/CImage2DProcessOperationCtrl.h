@@ -23,12 +23,6 @@ public:
     CImage2DProcessOperationCtrl(CImage2DProcessOperationModel* pModel, CImage2DProcessOperationDlg* pDlg);
     ~CImage2DProcessOperationCtrl() override;
 
-    /// @{
-    /// A run is undone by its viewer; nothing here, false.
-    bool Undo() override;
-    bool Redo() override;
-    /// @}
-
 public Q_SLOTS:
     /// Applies the operation to a copy of the source image and makes that the current one, an undoable step.
     void slot_Run();

@@ -39,6 +39,7 @@ QWidget* CreateWhole(const SProcessParameter& parameter, QWidget* pParent)
     auto* pSpin = new QSpinBox(pParent);
     pSpin->setRange(static_cast<int>(parameter.dblLeast), static_cast<int>(parameter.dblMost));
     pSpin->setSingleStep(static_cast<int>(parameter.dblStep));
+    pSpin->setValue(parameter.varDefault.toInt());
     return pSpin;
 }
 
@@ -48,6 +49,7 @@ QWidget* CreateReal(const SProcessParameter& parameter, QWidget* pParent)
     pSpin->setDecimals(DecimalsOf(parameter.dblStep));
     pSpin->setRange(parameter.dblLeast, parameter.dblMost);
     pSpin->setSingleStep(parameter.dblStep);
+    pSpin->setValue(parameter.varDefault.toDouble());
     return pSpin;
 }
 
@@ -68,24 +70,36 @@ QWidget* CreateEditor(const SProcessParameter& parameter, QWidget* pParent)
     return new QLineEdit(pParent);
 }
 
-/// Invalid when there is nothing to write back.
-QVariant ValueOf(QWidget* pEditor)
+/// @{
+/// What an editor holds; invalid when it is none of the kind.
+template <class Spin> QVariant NumberOf(QWidget* pEditor)
 {
-    if (const auto* pCombo = qobject_cast<QComboBox*>(pEditor))
-        return pCombo->currentText();
-    if (auto* pSpin = qobject_cast<QSpinBox*>(pEditor)) {
-        pSpin->interpretText();
-        return pSpin->value();
-    }
-    if (auto* pSpin = qobject_cast<QDoubleSpinBox*>(pEditor)) {
-        pSpin->interpretText();
-        return pSpin->value();
-    }
-    if (const auto* pLine = qobject_cast<QLineEdit*>(pEditor))
-        return pLine->text();
+    auto* pSpin = qobject_cast<Spin*>(pEditor);
+    if (!pSpin)
+        return {};
+    pSpin->interpretText();
+    return pSpin->value();
+}
+
+QVariant ChoiceOf(const SProcessParameter& parameter, QWidget* pEditor)
+{
+    const auto* pCombo = qobject_cast<const QComboBox*>(pEditor);
+    const QString strChoice = pCombo ? parameter.lstChoices.value(pCombo->currentIndex()) : QString();
+    return strChoice.isNull() ? QVariant() : QVariant(strChoice);
+}
+
+QVariant TextOf(QWidget* pEditor)
+{
+    const auto* pLine = qobject_cast<const QLineEdit*>(pEditor);
+    return pLine ? QVariant(pLine->text()) : QVariant();
+}
+
+QVariant FolderOf(QWidget* pEditor)
+{
     const QString strFolder = FolderEditor::Chosen(pEditor);
     return strFolder.isNull() ? QVariant() : QVariant(strFolder);
 }
+/// @}
 } // namespace
 
 CImage2DProcessOperationDelegate::CImage2DProcessOperationDelegate(
@@ -96,15 +110,41 @@ CImage2DProcessOperationDelegate::CImage2DProcessOperationDelegate(
 
 CImage2DProcessOperationDelegate::~CImage2DProcessOperationDelegate() = default;
 
+const SProcessParameter* CImage2DProcessOperationDelegate::ParameterOf(const QModelIndex& index) const
+{
+    const auto nRow = static_cast<std::size_t>(index.row());
+    return index.row() >= 0 && nRow < m_vctParameters.size() ? &m_vctParameters[nRow] : nullptr;
+}
+
 QWidget* CImage2DProcessOperationDelegate::createEditor(QWidget* pParent, const QStyleOptionViewItem&,
                                                         const QModelIndex& index) const
 {
-    const auto nRow = static_cast<std::size_t>(index.row());
-    if (index.column() != kValueColumn || index.row() < 0 || nRow >= m_vctParameters.size())
+    const SProcessParameter* pParameter = ParameterOf(index);
+    if (!pParameter || index.column() != kValueColumn)
         return nullptr;
-    QWidget* pEditor = CreateEditor(m_vctParameters[nRow], pParent);
-    pEditor->setAccessibleName(m_vctParameters[nRow].strLabel);
+    QWidget* pEditor = CreateEditor(*pParameter, pParent);
+    pEditor->setAccessibleName(index.sibling(index.row(), 0).data().toString());
     return pEditor;
+}
+
+QVariant CImage2DProcessOperationDelegate::ValueOf(QWidget* pEditor, const QModelIndex& index) const
+{
+    const SProcessParameter* pParameter = ParameterOf(index);
+    if (!pParameter)
+        return {};
+    switch (pParameter->eKind) {
+    case EProcessParameter_Choice:
+        return ChoiceOf(*pParameter, pEditor);
+    case EProcessParameter_Whole:
+        return NumberOf<QSpinBox>(pEditor);
+    case EProcessParameter_Real:
+        return NumberOf<QDoubleSpinBox>(pEditor);
+    case EProcessParameter_Folder:
+        return FolderOf(pEditor);
+    case EProcessParameter_Text:
+        break;
+    }
+    return TextOf(pEditor);
 }
 
 void CImage2DProcessOperationDelegate::setEditorData(QWidget* pEditor, const QModelIndex& index) const
@@ -125,7 +165,7 @@ void CImage2DProcessOperationDelegate::setEditorData(QWidget* pEditor, const QMo
 void CImage2DProcessOperationDelegate::setModelData(QWidget* pEditor, QAbstractItemModel* pModel,
                                                     const QModelIndex& index) const
 {
-    const QVariant varValue = ValueOf(pEditor);
+    const QVariant varValue = ValueOf(pEditor, index);
     if (pModel && varValue.isValid())
         pModel->setData(index, varValue, Qt::EditRole);
 }

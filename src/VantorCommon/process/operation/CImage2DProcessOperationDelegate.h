@@ -21,7 +21,8 @@ public:
                                               QObject* pParent = nullptr);
     ~CImage2DProcessOperationDelegate() override;
 
-    /// By the parameter of the row, for the second column; otherwise null.
+    /// By the parameter of the row, for the second column; otherwise null. Its name for those who do not see
+    /// is the text of the first column.
     QWidget* createEditor(QWidget* pParent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;
     /// Begins with the value of the cell.
@@ -34,9 +35,14 @@ public:
                               const QModelIndex& index) const override;
 
 protected:
+    /// What an editor holds, as setModelData writes it; invalid for an editor that does not fit the row, and
+    /// for a file dialog that was cancelled.
+    QVariant ValueOf(QWidget* pEditor, const QModelIndex& index) const;
     /// Keeps Return and Tab in a file dialog from ending the edit: only its hiding does.
     bool eventFilter(QObject* pEditor, QEvent* pEvent) override;
 
 private:
+    const SProcessParameter* ParameterOf(const QModelIndex& index) const;
+
     std::vector<SProcessParameter> m_vctParameters;
 };

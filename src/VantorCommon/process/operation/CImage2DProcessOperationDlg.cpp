@@ -5,7 +5,6 @@
 #include <VantorCommon/process/operation/CImage2DProcessOperationDelegate.h>
 #include <VantorCommon/process/operation/CImage2DProcessOperationModel.h>
 
-#include <QPushButton>
 #include <QStandardItemModel>
 #include <algorithm>
 
@@ -35,7 +34,7 @@ CImage2DProcessOperationDlg::CImage2DProcessOperationDlg(const CImage2DProcessOp
         if (cell.column() == kValueColumn)
             Q_EMIT signal_ChangeValue(cell.row(), cell.data(Qt::EditRole));
     });
-    connect(AddRunButton(), &QPushButton::clicked, this, &CImage2DProcessOperationDlg::signal_Run);
+    AddRunButton();
 }
 
 CImage2DProcessOperationDlg::~CImage2DProcessOperationDlg() = default;

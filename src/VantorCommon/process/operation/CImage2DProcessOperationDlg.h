@@ -30,8 +30,6 @@ public:
     void ShowProgress(double dblDone);
 
 Q_SIGNALS:
-    /// The button "Run" was clicked.
-    void signal_Run();
     /// The value in that row was edited, by a person or by a program: it may be anything.
     void signal_ChangeValue(int nRow, const QVariant& varValue);
 

@@ -19,37 +19,20 @@ constexpr double kExact = 0.0; // the region neither grows nor shrinks
 
 CImage2DProcessSobelCtrl::CImage2DProcessSobelCtrl(CImage2DProcessSobelModel* pModel,
                                                    CImage2DProcessSobelDlg* pDlg)
-    : CImage2DProcessBaseCtrl(pDlg), m_pDlg(pDlg), m_pModel(pModel)
+    : CImage2DProcessToolCtrl(pModel, pDlg), m_pModel(pModel)
 {
-    if (!m_pDlg)
-        return;
-    connect(m_pDlg.data(), &CImage2DProcessSobelDlg::signal_Run, this, &CImage2DProcessSobelCtrl::slot_Run);
-    connect(m_pDlg.data(), &CImage2DProcessSobelDlg::signal_ChangeData, this,
-            &CImage2DProcessSobelCtrl::slot_ChangeData);
 }
 
 CImage2DProcessSobelCtrl::~CImage2DProcessSobelCtrl() = default;
 
-bool CImage2DProcessSobelCtrl::Undo()
+void CImage2DProcessSobelCtrl::ChangeData(int nCode, const QString& strValue)
 {
-    return false;
-}
-
-bool CImage2DProcessSobelCtrl::Redo()
-{
-    return false;
-}
-
-void CImage2DProcessSobelCtrl::slot_ChangeData(int nCode, const QString& strValue)
-{
-    if (m_pModel && nCode == kTypeCode)
+    if (nCode == kTypeCode)
         m_pModel->SetType(EnumKey::ToValue<EImage2DProcessSobel>(strValue));
 }
 
-void CImage2DProcessSobelCtrl::slot_Run()
+void CImage2DProcessSobelCtrl::Run()
 {
-    if (!m_pDlg || !m_pModel)
-        return;
     const SSource source = TakeSource();
     const ImagePtr pCopy = CopyOf(source);
     if (!pCopy)

@@ -5,8 +5,3 @@
 CImage2DProcessSobelModel::CImage2DProcessSobelModel() = default;
 
 CImage2DProcessSobelModel::~CImage2DProcessSobelModel() = default;
-
-void CImage2DProcessSobelModel::SetType(EImage2DProcessSobel eType)
-{
-    m_eType = eType;
-}

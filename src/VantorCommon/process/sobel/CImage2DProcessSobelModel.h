@@ -3,7 +3,7 @@
 #pragma once
 
 #include <VantorCommon/Export.h>
-#include <VantorCommon/shell/mvc/CBaseModel.h>
+#include <VantorCommon/process/CImage2DProcessEnumModel.h>
 
 #include <QObject>
 
@@ -26,20 +26,10 @@ using Image2DProcessSobelType::EImage2DProcessSobelX;
 using Image2DProcessSobelType::EImage2DProcessSobelXY;
 using Image2DProcessSobelType::EImage2DProcessSobelY;
 
-/// The state of the Sobel tool: the direction in which edges are looked for. It announces no change; only
-/// the tool itself writes it. GUI thread only.
-class VANTORCOMMON_EXPORT CImage2DProcessSobelModel : public CBaseModel
+/// The state of the Sobel tool: the direction in which edges are looked for, X at the start. GUI thread only.
+class VANTORCOMMON_EXPORT CImage2DProcessSobelModel : public CImage2DProcessEnumModel<EImage2DProcessSobel>
 {
 public:
     CImage2DProcessSobelModel();
     ~CImage2DProcessSobelModel() override;
-
-    /// @{
-    /// The chosen type, X at the start; any value is stored.
-    void SetType(EImage2DProcessSobel eType);
-    EImage2DProcessSobel GetType() const { return m_eType; }
-    /// @}
-
-private:
-    EImage2DProcessSobel m_eType = EImage2DProcessSobelX;
 };

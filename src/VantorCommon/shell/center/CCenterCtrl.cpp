@@ -15,6 +15,7 @@
 #include <VantorCommon/shell/viewer/CImageViewer.h>
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 #include <VantorCommon/shell/viewer/CImageViewerModel.h>
+#include <VantorCommon/shell/viewer/ViewerName_p.h>
 #include <VantorCommon/view2d/ImageFileDialogs_p.h>
 
 #include <QIcon>
@@ -24,14 +25,8 @@ namespace
 {
 constexpr int kViewerCount = 4;
 constexpr long long kMaxCells = 64; // what a dialog offers of a grid that no viewers could fill
-constexpr unsigned int kNoUID = 0xFFFFFFFFu;
 constexpr int kNoView = -1;
 const SMVCItem kNoItem{nullptr, nullptr, nullptr};
-
-QString ViewerName(int nIndex)
-{
-    return QString::asprintf("Image View [%d]", nIndex);
-}
 
 CImageViewerCtrl* ViewerCtrl(const SMVCItem& item)
 {
@@ -48,7 +43,7 @@ CCenterCtrl::CCenterCtrl(CCenterModel* pModel, CCenterView* pView, CToolBoxDockV
           [this](const QString& strTool, CImage2DProcessBaseCtrl& ctrl) { RelayTool(strTool, ctrl); }))
 {
     for (int i = 0; i < kViewerCount; ++i)
-        CreateViewer(i, pToolBoxDockView, pPropertyDockView, pStatusBarDockView);
+        CreateViewer(i);
     if (m_pView)
         ConnectCentre();
     CMVCManager::PushMVC(pModel, pView, this);
@@ -65,14 +60,13 @@ CCenterCtrl::~CCenterCtrl()
     }
 }
 
-void CCenterCtrl::CreateViewer(int nIndex, CToolBoxDockView* pToolBoxDockView,
-                               CPropertyDockView* pPropertyDockView, CStatusBarDockView* pStatusBarDockView)
+void CCenterCtrl::CreateViewer(int nIndex)
 {
     auto* pModel = new CImageViewerModel;
     auto* pViewer = new CImageViewer(pModel, nIndex, m_pView);
     pViewer->setWindowTitle(ViewerName(nIndex));
-    auto* pCtrl = new CImageViewerCtrl(pViewer, pModel, m_pToolModel.get(), pToolBoxDockView,
-                                       pPropertyDockView, pStatusBarDockView);
+    auto* pCtrl = new CImageViewerCtrl(pViewer, pModel, m_pToolModel.get(), m_pToolBoxDockView,
+                                       m_pPropertyDockView, m_pStatusBarDockView);
     m_vctMVC.push_back(SMVCItem{pModel, pCtrl, pViewer});
     if (!m_pView) {
         // There is no centre view to own the viewer: it goes with its controller.
@@ -191,7 +185,7 @@ void CCenterCtrl::slot_OpenFilePath(const QString& strFile)
 void CCenterCtrl::OpenFileWithViewIDImageID(const QString& strFile, int& nViewID, unsigned int& nImageID)
 {
     nViewID = kNoView;
-    nImageID = kNoUID;
+    nImageID = Vantor::CVObject::kNoUID;
     const QPointer<CImageViewerCtrl> pCtrl = ViewerCtrl(SelectMVC());
     if (pCtrl)
         pCtrl->LoadFile(strFile);

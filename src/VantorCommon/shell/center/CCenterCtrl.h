@@ -151,8 +151,7 @@ public Q_SLOTS:
     /// @}
 
 private:
-    void CreateViewer(int nIndex, CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
-                      CStatusBarDockView* pStatusBarDockView);
+    void CreateViewer(int nIndex);
     void ConnectCentre();
     void RelayTool(const QString& strTool, const CImage2DProcessBaseCtrl& ctrl);
     int CellCount() const;

@@ -9,10 +9,11 @@
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/shell/dock/CStatusBarView.h>
 #include <VantorCommon/shell/viewer/ButtonRow_p.h>
-#include <VantorCommon/shell/viewer/CImageViewerModel.h>
 #include <VantorCommon/shell/viewer/ModelStateButton_p.h>
+#include <VantorCommon/shell/viewer/ViewerName_p.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
+#include <VantorCommon/view2d/PixelText_p.h>
 #include <VantorCommon/view2d/Saturate_p.h>
 #include <VantorCommon/view2d/SharedIcon_p.h>
 #include <VantorCommon/view3d/CImageView3D.h>
@@ -28,7 +29,6 @@ using Vantor::Algorithms::CImage;
 
 namespace
 {
-constexpr unsigned int kNoUID = 0xFFFFFFFFu;
 constexpr int kIconSize = 20;
 constexpr int kButtonSize = 28;
 constexpr QRgb kTitleGround = 0xFFF0F0F0; // light
@@ -41,32 +41,14 @@ QString TitleOf(int nViewID, const CImage* pImage)
                              pImage->GetChannel(), pImage->GetBitDepth());
 }
 
-/// The readout; empty for other channel counts than 1, 3 and 4 and outside the image.
-QString PixelText(const CImage& image, int x, int y)
-{
-    const unsigned char* p = image.GetPixel(x, y);
-    if (!p)
-        return QString();
-    switch (image.GetChannel()) {
-    case 1:
-        return QString::asprintf("[X=%d; Y=%d] [V=%d]", x, y, p[0]);
-    case 3:
-        return QString::asprintf("[X=%d; Y=%d] [V=%d;%d;%d]", x, y, p[0], p[1], p[2]);
-    case 4:
-        return QString::asprintf("[X=%d; Y=%d] [V=%d;%d;%d;%d]", x, y, p[0], p[1], p[2], p[3]);
-    default:
-        return QString();
-    }
-}
-
 void ShowState(QPushButton* pButton, bool bState)
 {
     static_cast<CModelStateButton*>(pButton)->ShowState(bState);
 }
 } // namespace
 
-CImageViewer::CImageViewer(CImageViewerModel* pModel, int nViewID, QWidget* pParent)
-    : QFrame(pParent), m_pModel(pModel), m_nViewID(nViewID)
+CImageViewer::CImageViewer(CImageViewerModel*, int nViewID, QWidget* pParent)
+    : QFrame(pParent), m_nViewID(nViewID)
 {
     m_pMainLayout = new QVBoxLayout(this);
     m_pMainLayout->setSpacing(0);
@@ -87,7 +69,7 @@ CImageViewer::CImageViewer(CImageViewerModel* pModel, int nViewID, QWidget* pPar
 
     connect(m_pSplitter, &QSplitter::splitterMoved, this, &CImageViewer::slot_SplitterMoved);
     setFrameShape(QFrame::Box);
-    setAccessibleName(QString::asprintf("Image View [%d]", m_nViewID)); // as the tools call it
+    setAccessibleName(ViewerName(m_nViewID));
     setObjectName(QString::asprintf("CImageViewer_%d", nViewID));
     setFocusPolicy(Qt::StrongFocus);
 }
@@ -208,7 +190,7 @@ bool CImageViewer::Is3DShown() const
 unsigned int CImageViewer::GetCurrentImageUID() const
 {
     const auto* pView = dynamic_cast<const CImageView2D*>(m_pView2D.data());
-    return pView ? pView->GetImageUID() : kNoUID;
+    return pView ? pView->GetImageUID() : Vantor::CVObject::kNoUID;
 }
 
 std::vector<std::shared_ptr<CImageView2DDrawableObject>> CImageViewer::Get2DDrawableObjects() const
@@ -296,7 +278,7 @@ void CImageViewer::slot_ChangeMousePosition()
     if (!pImage)
         return;
     const QPointF pos = m_pImageModel->GetMousePosition();
-    m_pStatus->setText(PixelText(*pImage, TruncateToInt(pos.x()), TruncateToInt(pos.y())));
+    m_pStatus->setText(PixelReadout(*pImage, TruncateToInt(pos.x()), TruncateToInt(pos.y())));
 }
 
 void CImageViewer::slot_ChangeCurrentImage()

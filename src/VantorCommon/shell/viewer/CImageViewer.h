@@ -169,7 +169,6 @@ private:
     int ThumbnailWidth() const;
     bool SetThumbnail(QStandardItem* pItem, Vantor::Algorithms::CImage* pImage);
 
-    QPointer<CImageViewerModel> m_pModel;
     QPointer<QWidget> m_pView2D;
     QPointer<QWidget> m_pView3D;
     QHBoxLayout* m_pViewLayout = nullptr;

@@ -26,7 +26,6 @@
 
 namespace
 {
-constexpr unsigned int kNoUID = 0xFFFFFFFFu;
 constexpr int kNoView = -1;
 } // namespace
 
@@ -212,7 +211,7 @@ CImageViewerCtrl::ImagePtr CImageViewerCtrl::GetImage() const
 unsigned int CImageViewerCtrl::GetImageID() const
 {
     const ImagePtr pImage = GetImage();
-    return pImage ? pImage->GetUID() : kNoUID;
+    return pImage ? pImage->GetUID() : Vantor::CVObject::kNoUID;
 }
 
 int CImageViewerCtrl::GetViewID() const

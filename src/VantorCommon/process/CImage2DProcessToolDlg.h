@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+#include <VantorCommon/process/CImage2DProcessBaseDlg.h>
+
+#include <QPointer>
+#include <QVector>
+
+class QModelIndex;
+
+/// The base of the dialogs of the median, the Sobel and the OCR tool: their parameters are texts, and every
+/// edit is announced by its row. GUI thread only.
+class VANTORCOMMON_EXPORT CImage2DProcessToolDlg : public CImage2DProcessBaseDlg
+{
+    Q_OBJECT
+
+public:
+    ~CImage2DProcessToolDlg() override;
+
+Q_SIGNALS:
+    /// A cell of the parameter tree has a new text; the code is its row.
+    void signal_ChangeData(int nCode, const QString& strValue);
+
+public Q_SLOTS:
+    /// Announces the new text. Deliberate: the column is not looked at, a new label is announced like a new
+    /// value.
+    void slot_DataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                          const QVector<int>& roles);
+
+protected:
+    /// With empty sections; the parent owns the dialog.
+    /// @param strTitle  of the window
+    /// @param pModel    the state of the tool, not owned; while there is none no edit is announced
+    CImage2DProcessToolDlg(const QString& strTitle, QObject* pModel, QWidget* pParent);
+
+    /// Fills "Parameter", see AddParameterTree.
+    void SetupParameter(const std::vector<SParameter>& vctRows, QAbstractItemDelegate* pDelegate);
+    /// Deliberate: leaves "Result" empty. The result is the image in the viewer.
+    void SetupResult();
+    /// Fills "Button": AddRunButton.
+    QPushButton* SetupButton();
+
+private:
+    QStandardItemModel* m_pParameterModel = nullptr;
+    QPointer<QObject> m_pToolModel;
+};
