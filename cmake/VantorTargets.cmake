@@ -27,19 +27,10 @@ function(vantor_harden target)
     target_compile_definitions(${target} PRIVATE $<$<CONFIG:Release>:_FORTIFY_SOURCE=2>)
 endfunction()
 
-# vantor_add_library(<target>): a shared library of all sources below the current folder, without those of its
-# engines. Files ending in _p.h are private, every other header is public and installed under its own folder.
+# vantor_add_library(<target>): a shared library, to which the folders below the current one add their sources.
 function(vantor_add_library target)
-    file(GLOB_RECURSE sources CONFIGURE_DEPENDS "*.cpp" "*.qrc")
-    list(FILTER sources EXCLUDE REGEX "/engine/")
-    file(GLOB_RECURSE private_headers CONFIGURE_DEPENDS "*_p.h")
-    file(GLOB_RECURSE public_headers CONFIGURE_DEPENDS "*.h")
-    if(private_headers)
-        list(REMOVE_ITEM public_headers ${private_headers})
-    endif()
-    add_library(${target} SHARED ${sources} ${private_headers})
-    target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}/src"
-                   FILES ${public_headers})
+    add_library(${target} SHARED)
+    target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}/src")
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:vantor_options>)
     target_compile_features(${target} PUBLIC cxx_std_17)
     set_target_properties(${target} PROPERTIES
@@ -51,6 +42,19 @@ function(vantor_add_library target)
         LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
     vantor_harden(${target})
     add_library(${target}::${target} ALIAS ${target})
+endfunction()
+
+# vantor_sources(<target> <file> ...): the files of the current folder that make the library. Files ending in _p.h are
+# private, every other header is public and installed under its own folder.
+function(vantor_sources target)
+    foreach(file IN LISTS ARGN)
+        set(path "${CMAKE_CURRENT_SOURCE_DIR}/${file}")
+        if(file MATCHES "[.]h$" AND NOT file MATCHES "_p[.]h$")
+            target_sources(${target} PUBLIC FILE_SET HEADERS FILES "${path}")
+        else()
+            target_sources(${target} PRIVATE "${path}")
+        endif()
+    endforeach()
 endfunction()
 
 # vantor_add_engine(<target> <source> [libraries ...]): a module that libVantor loads when it needs it, from the
@@ -65,4 +69,25 @@ function(vantor_add_engine target source)
     vantor_harden(${target})
     install(TARGETS ${target} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/vantor" COMPONENT Core)
     add_dependencies(Vantor ${target})
+endfunction()
+
+# vantor_check_lists(<folder> ...): every source below the folders is named by the CMakeLists.txt that is nearest above it.
+function(vantor_check_lists)
+    list(TRANSFORM ARGN PREPEND "${PROJECT_SOURCE_DIR}/" OUTPUT_VARIABLE folders)
+    foreach(suffix IN ITEMS cpp h qrc)
+        list(TRANSFORM folders APPEND "/[A-Za-z]*.${suffix}" OUTPUT_VARIABLE patterns)
+        file(GLOB_RECURSE found CONFIGURE_DEPENDS ${patterns})
+        foreach(path IN LISTS found)
+            cmake_path(GET path FILENAME name)
+            cmake_path(GET path PARENT_PATH folder)
+            while(NOT EXISTS "${folder}/CMakeLists.txt")
+                cmake_path(GET folder PARENT_PATH folder)
+            endwhile()
+            file(STRINGS "${folder}/CMakeLists.txt" text REGEX "^[^#]")
+            string(REPLACE "." "[.]" pattern "${name}")
+            if(NOT text MATCHES "[ ;(/]${pattern}[ ;)]")
+                message(SEND_ERROR "${path} is in no list: ${folder}/CMakeLists.txt has to name it")
+            endif()
+        endforeach()
+    endforeach()
 endfunction()

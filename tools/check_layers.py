@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Holds the includes of src/ against layers.txt: nothing includes a higher floor, no file is without a
-floor, no headers form a cycle."""
+"""Holds the includes of src/ against layers.txt: nothing includes a higher floor, no file is without a floor, no headers form a
+cycle. Within a folder a model includes neither view nor controller, and a view includes no controller."""
 import fnmatch
 import pathlib
 import re
@@ -22,10 +22,23 @@ def read_floors():
 
 
 def floor_of(path, rules):
-    for floor, patterns in rules:
-        if any(fnmatch.fnmatch(path, pattern) for pattern in patterns):
-            return floor
+    """The floor of the longest pattern that matches, or None."""
+    found = [(len(pattern), floor) for floor, patterns in rules for pattern in patterns if fnmatch.fnmatch(path, pattern)]
+    return max(found)[1] if found else None
+
+
+def rank_of(name):
+    """The place of a class in its triple, by its name: model, view, controller; None for all others."""
+    for rank, pattern in ((2, "Ctrl"), (0, "Model"), (1, "View|Dlg|SnipTool")):
+        if re.search(pattern, name):
+            return rank
     return None
+
+
+def breaks_triple(path, target):
+    (folder, name), (target_folder, target_name) = path.rsplit("/", 1), target.rsplit("/", 1)
+    rank, target_rank = rank_of(name), rank_of(target_name)
+    return folder == target_folder and None not in (rank, target_rank) and target_rank > rank
 
 
 def find_cycle(graph):
@@ -70,6 +83,8 @@ def main():
             target_floor = floor_of(target, rules)
             if target_floor is not None and target_floor > floor:
                 errors.append(f"{name} (floor {floor}) includes {target} (floor {target_floor})")
+            if breaks_triple(name, target):
+                errors.append(f"{name} includes {target}: models know no views, neither know controllers")
         if path.suffix == ".h":
             graph[name] = includes
     cycle = find_cycle(graph)
