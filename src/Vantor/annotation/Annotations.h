@@ -25,7 +25,8 @@ struct SStyle {
 ///
 /// What the numbers mean is the kind's own. Coordinates are pixels of the image, (0, 0) is the outer top-left
 /// corner of the top-left pixel, y goes down:
-/// - "rectangle", "ellipse": x, y, width, height; the sizes may be negative, as they were drawn
+/// - "rectangle", "ellipse": x, y, width, height; the sizes may be negative, as they were drawn. Where the
+///   opposite corner is not exactly x + width and y + height in doubles, its x and y follow.
 /// - "circle": x and y of the centre, radius
 /// - "polygon": x and y of each corner, three at least, the first is not repeated
 /// - "ruler", "line", "arrow": x and y of the start and of the end
