@@ -14,6 +14,7 @@
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
 #include <VantorCommon/annotation/object/ObjectLook_p.h>
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/annotation/view/CImageView2DGeometryPropertyView.h>
 #include <VantorCommon/annotation/view/CImageView2DLayer.h>
 #include <VantorCommon/annotation/view/CImageView2DToolView.h>
@@ -67,6 +68,7 @@ CImageView2DCtrl::CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeomet
     m_pDraw = std::make_unique<CDrawHandler>(*m_pEdit);
     m_pSelect = std::make_unique<CSelectHandler>(*m_pEdit);
     m_pText = std::make_unique<CTextHandler>(*m_pEdit);
+    m_pStore = std::make_unique<CAnnotationStore>(*this, m_pEdit->execute);
     CreatePanels();
     CreateSnipTool();
     if (m_pView) {
@@ -176,6 +178,7 @@ void CImageView2DCtrl::ConnectView()
 void CImageView2DCtrl::SetOptions(const SCenterOptions& sOptions)
 {
     m_sOptions = sOptions;
+    m_pStore->SetOptions(sOptions);
     if (m_pToolPanel)
         m_pToolPanel->ShowOptionalShapes(sOptions.bMoreShapes);
     if (m_pPropertyView)
@@ -229,7 +232,7 @@ void CImageView2DCtrl::slot_Redo()
 void CImageView2DCtrl::Execute(std::unique_ptr<CCommand> pCommand)
 {
     Interrupt();
-    CCommand* pStep = pCommand.release();
+    CCommand* pStep = m_pStore->Watch(std::move(pCommand)).release();
     m_pCommands->PushUndo(pStep);
     pStep->exec();
 }
@@ -256,8 +259,7 @@ void CImageView2DCtrl::CloseCurrentImage()
     if (!m_pModel)
         return;
     m_pModel->CloseCurrentImage();
-    if (m_pGeometryModel)
-        m_pGeometryModel->ClearObject();
+    m_pStore->Clear(EAnnotationsGone_Closed);
 }
 
 void CImageView2DCtrl::slot_CloseImage()
@@ -270,17 +272,20 @@ void CImageView2DCtrl::ChangeImage(ImagePtr pImage, int nIndex)
     if (!m_pModel)
         return;
     m_pModel->SetImage(std::move(pImage), nIndex);
-    if (m_pGeometryModel)
-        m_pGeometryModel->ClearObject();
+    m_pStore->Clear(EAnnotationsGone_Filtered);
 }
 
 void CImageView2DCtrl::SetCurrentImage(ImagePtr pImage)
 {
+    SetCurrentImage(std::move(pImage), EAnnotationsGone_Filtered);
+}
+
+void CImageView2DCtrl::SetCurrentImage(ImagePtr pImage, EAnnotationsGone eReason)
+{
     if (!m_pModel)
         return;
     m_pModel->SetCurrentImage(std::move(pImage));
-    if (m_pGeometryModel)
-        m_pGeometryModel->ClearObject();
+    m_pStore->Clear(eReason);
 }
 
 bool CImageView2DCtrl::PushImage(ImagePtr pImage)
@@ -298,8 +303,13 @@ CImageView2DCtrl::ImagePtr CImageView2DCtrl::GetCurrentImgage() const
 
 void CImageView2DCtrl::ChangeCurrentImage(ImagePtr pImage)
 {
+    ChangeCurrentImage(std::move(pImage), SImageChange());
+}
+
+void CImageView2DCtrl::ChangeCurrentImage(ImagePtr pImage, const SImageChange& sChange)
+{
     if (m_pCommands)
-        Execute(std::make_unique<CImageView2DCommandChangeCurrentImage>(this, std::move(pImage)));
+        Execute(std::make_unique<CImageView2DCommandChangeCurrentImage>(this, std::move(pImage), sChange));
 }
 
 void CImageView2DCtrl::slot_Previous()
@@ -355,7 +365,8 @@ void CImageView2DCtrl::Rotate(double dblAngle)
     const Vantor::Geometry::CPoint<double> centre(pCurrent->GetWidth() * 0.5, pCurrent->GetHeight() * 0.5);
     if (pRotated->CopyFrom(pCurrent.get()) == 0 &&
         pRotated->Rotate(centre, dblAngle, 0.0, ERotationMode::GrowCanvas) == 0)
-        ChangeCurrentImage(pRotated);
+        ChangeCurrentImage(
+            pRotated, {dblAngle < 0.0 ? SImageChange::EKind_TurnedLeft : SImageChange::EKind_TurnedRight});
     else
         Fail(QStringLiteral("Cannot rotate the image."),
              QString::fromStdString(pRotated->GetFailureReason()));
@@ -406,7 +417,7 @@ void CImageView2DCtrl::slot_ShowContextMenu(const QPointF& point)
     if (!m_pGeometryModel || !m_pView)
         return;
     for (const ObjectPtr& pObject : m_pGeometryModel->GetObjects()) {
-        if (!pObject->GetBoundary().contains(point))
+        if (!pObject->IsVisible() || !pObject->GetBoundary().contains(point))
             continue;
         pObject->SetSelected(true);
         m_pView->ShowContextMenuDrawableObject(point, pObject->GetUID());
@@ -460,6 +471,11 @@ void CImageView2DCtrl::ResizeDrawableObject(ObjectPtr pObject, const QPointF& fr
     QPointF handle;
     if (pObject && pObject->FindResizePoint(HandleTolerance(), from, handle, 0.0))
         pObject->MoveResizePoint(handle, to - m_pSelect->ResizeOffset());
+}
+
+CAnnotationStore* CImageView2DCtrl::GetAnnotationStore() const
+{
+    return m_pStore.get();
 }
 
 CImageView2DModel* CImageView2DCtrl::GetImageModel() const

@@ -12,6 +12,7 @@
 #include <memory>
 #include <vector>
 
+class CAnnotationStore;
 class CCommand;
 class CCommandContainer;
 class CDrawHandler;
@@ -33,7 +34,9 @@ class CToolBoxDockView;
 class QMouseEvent;
 class QScrollArea;
 class QWidget;
+enum EAnnotationsGone : int;
 struct SEditContext;
+struct SImageChange;
 
 namespace Vantor::Algorithms
 {
@@ -110,6 +113,8 @@ public:
     void ChangeImage(ImagePtr pImage, int nIndex);
     /// Replaces the current image and drops the annotations, without a way back; see ChangeCurrentImage.
     void SetCurrentImage(ImagePtr pImage);
+    /// The same, with the reason that the store of annotations tells.
+    void SetCurrentImage(ImagePtr pImage, EAnnotationsGone eReason);
     /// Appends an image. @return whether there was a model
     bool PushImage(ImagePtr pImage);
     /// The current image, which must not be changed; null without one.
@@ -121,6 +126,8 @@ public:
     /// @}
     /// Replaces the current image and drops the annotations, as an undoable step; null changes nothing.
     void ChangeCurrentImage(ImagePtr pImage);
+    /// The same for an image that has come from the present one by a turn, a flip or a cut.
+    void ChangeCurrentImage(ImagePtr pImage, const SImageChange& sChange);
     /// @{
     /// A quarter turn, counter-clockwise or clockwise, as an undoable step.
     void RotateLeft();
@@ -153,6 +160,8 @@ public:
     CImageView2DModel* GetImageModel() const;
     CImageView2DGeometryModel* GetGeometryModel() const;
     /// @}
+    /// The annotations as a document, with their files and their steps. Never null; the controller's own.
+    CAnnotationStore* GetAnnotationStore() const;
 
 public Q_SLOTS:
     /// Puts the controller's panels into the docks.
@@ -330,6 +339,7 @@ private:
     std::unique_ptr<CDrawHandler> m_pDraw;
     std::unique_ptr<CSelectHandler> m_pSelect;
     std::unique_ptr<CTextHandler> m_pText;
+    std::unique_ptr<CAnnotationStore> m_pStore;
     SCenterOptions m_sOptions;
     bool m_bWasMaximised = false; ///< the main window, before it was minimised; so the next
     bool m_bWasFullScreen = false;

@@ -6,7 +6,7 @@
 
 #include <Vantor/image/CImage.h>
 #include <Vantor/pdf/CPDFReader.h>
-#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/settings/CSettingManager.h>
 #include <VantorCommon/view2d/CImageView2D.h>
@@ -148,8 +148,7 @@ void CImageView2DCtrl::ReplaceImages(const std::vector<ImagePtr>& vctImages, con
         return;
     // Deliberate: a load that failed leaves an empty list.
     m_pModel->SetImages(vctImages);
-    if (m_pGeometryModel)
-        m_pGeometryModel->ClearObject();
+    m_pStore->Clear(EAnnotationsGone_Loaded);
     if (bLoaded)
         Q_EMIT signal_FileOpened(strPath);
 }
