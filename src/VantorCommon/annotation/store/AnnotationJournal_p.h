@@ -15,13 +15,12 @@
 #include <string>
 #include <vector>
 
-/// What a finished step has done to a document, as one line of a journal tells it: first everything goes
-/// (bClear), then what was deleted, then objects come or change, then they are put into an order.
+/// What a finished step has done to a document, as one line of a journal tells it: first some objects go,
+/// then some come or change, then they are put into an order. What cannot be painted here stays where it is.
 struct SJournalStep {
     int nPage = 0;
     bool bSaved = false; ///< the document is now as it was saved
     bool bAll = false;   ///< document replaces everything; the members below count for nothing
-    bool bClear = false;
     std::vector<std::string> vctDeleted; ///< ids
     /// For each object of document's only page: nothing when it changes in its place, otherwise the id of
     /// the object above which it comes, empty for the bottom.

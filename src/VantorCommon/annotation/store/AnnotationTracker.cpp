@@ -54,12 +54,11 @@ void CAnnotationTracker::Clear()
     if (m_bReplacing)
         return;
     const int nCount = static_cast<int>(m_known.size());
+    for (auto& [nUID, known] : m_known)
+        m_deleted[nUID] = std::move(known.id);
     m_known.clear();
-    m_deleted.clear();
     m_added.clear();
     m_touched.clear();
-    m_sChanges = {};
-    m_sChanges.bCleared = nCount > 0;
     m_onClear(nCount);
 }
 

@@ -12,13 +12,12 @@
 #include <unordered_set>
 #include <vector>
 
-/// What has become of annotations since somebody asked last. Order: first everything went (bCleared), then
-/// what was deleted, then what was added or changed, the lowest first.
+/// What has become of annotations since somebody asked last: first some were deleted, then some were added or
+/// changed, the lowest first.
 struct SAnnotationChanges {
     using ObjectPtr = CImageView2DGeometryModel::ObjectPtr;
 
     bool bAll = false; ///< so much that the whole set is to be read anew; everything else is empty then
-    bool bCleared = false;
     bool bOrder = false;
     std::vector<std::string> vctDeleted; ///< ids
     std::vector<ObjectPtr> vctAdded;
@@ -26,7 +25,7 @@ struct SAnnotationChanges {
 
     bool Any() const
     {
-        return bAll || bCleared || bOrder || !vctDeleted.empty() || !vctAdded.empty() || !vctChanged.empty();
+        return bAll || bOrder || !vctDeleted.empty() || !vctAdded.empty() || !vctChanged.empty();
     }
 };
 

@@ -80,7 +80,6 @@ void CAnnotationStore::SPrivate::WriteJournal(const CAnnotationStore& store,
     step.nPage = nPage;
     step.bSaved = !store.HasUnsaved();
     step.bAll = sChanges.bAll;
-    step.bClear = sChanges.bCleared;
     step.vctDeleted = sChanges.vctDeleted;
     if (sChanges.bAll) {
         step.document = store.TakeDocument();

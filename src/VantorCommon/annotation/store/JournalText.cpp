@@ -171,8 +171,6 @@ void ApplyStep(SDocument& document, const SLine& line)
     }
     SPage& page = PageOf(document, line.head[QLatin1String("page")].toInt());
     auto& vctObjects = page.objects;
-    if (line.head[QLatin1String("clear")].toBool())
-        vctObjects.clear();
     for (const std::string& id : IdsFrom(line.head[QLatin1String("delete")])) {
         const auto it = FindId(vctObjects, id);
         if (it != vctObjects.end())
@@ -217,7 +215,6 @@ std::string JournalText::StepLine(int nNumber, const SJournalStep& step)
         above.append(id ? QJsonValue(QString::fromStdString(*id)) : QJsonValue());
     flag("saved", step.bSaved);
     flag("all", step.bAll);
-    flag("clear", step.bClear);
     list("delete", IdsOf(step.vctDeleted));
     list("above", above);
     list("order", IdsOf(step.vctOrder));

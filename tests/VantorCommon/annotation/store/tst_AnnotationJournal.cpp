@@ -23,7 +23,8 @@ constexpr const char* kScript = "--script";
 
 QStringList Files()
 {
-    return QDir(AnnotationRecovery::GetFolder()).entryList({QStringLiteral("*.jsonl")}, QDir::Files, QDir::Name);
+    return QDir(AnnotationRecovery::GetFolder())
+        .entryList({QStringLiteral("*.jsonl")}, QDir::Files, QDir::Name);
 }
 
 QString OnlyFile()
@@ -72,6 +73,15 @@ SDocument AfterSteps(StoreBench& bench, std::mt19937& random, int nSteps)
     return bench.store().TakeDocument();
 }
 } // namespace
+
+/// Those that can be painted here, then those that cannot: they keep their places only roughly.
+SDocument Sorted(SDocument document)
+{
+    for (SPage& page : document.pages)
+        std::stable_partition(page.objects.begin(), page.objects.end(),
+                              [](const SObject& object) { return object.raw.empty(); });
+    return document;
+}
 
 class tst_AnnotationJournal : public QObject
 {
@@ -236,7 +246,7 @@ private Q_SLOTS:
             ++nFiles;
             SDocument back;
             QVERIFY(AnnotationRecovery::Read(OnlyFile(), back).failure.empty());
-            QVERIFY(SameDocument(back, bench.store().TakeDocument()));
+            QVERIFY(SameDocument(Sorted(back), Sorted(bench.store().TakeDocument())));
         }
         QVERIFY(nFiles > 10);
     }
