@@ -12,6 +12,15 @@
 namespace Vantor::Geometry
 {
 
+namespace
+{
+/// But for what the last few digits cannot hold.
+bool IsSum(double a, double b, double sum)
+{
+    return std::abs(a + b - sum) <= 1e-12 * std::max({std::abs(a), std::abs(b), std::abs(sum)});
+}
+} // namespace
+
 void CBox::SetCorners(double x, double y, double otherX, double otherY)
 {
     m_dblX = x;
@@ -40,6 +49,18 @@ void CBox::SetBottomRight(const CPoint<double>& point)
 void CBox::SetBottomLeft(const CPoint<double>& point)
 {
     SetCorners(point.x(), m_dblY, m_dblOtherX, point.y());
+}
+
+void CBox::SetRoundedCorner(const CPoint<double>& point)
+{
+    const double dblWidth = m_dblWidth;
+    const double dblHeight = m_dblHeight;
+    const bool bRounding = IsSum(m_dblX, dblWidth, point.x()) && IsSum(m_dblY, dblHeight, point.y());
+    SetBottomRight(point);
+    if (bRounding) {
+        m_dblWidth = dblWidth;
+        m_dblHeight = dblHeight;
+    }
 }
 
 CRectangle CBox::GetBoundingRectangle() const

@@ -37,6 +37,10 @@ public:
     void SetBottomLeft(const CPoint<double>& point);
     /// @}
 
+    /// Puts the opposite corner where a rounding has left it, and keeps the size. A corner that differs from
+    /// x + width and y + height by more than rounding is SetBottomRight's.
+    void SetRoundedCorner(const CPoint<double>& point);
+
     CRectangle GetBoundingRectangle() const override;
     void MoveTopLeftTo(const CPoint<double>& point) override;
     int GetPoints(CPointList& outline, CPointList& handles) const override;

@@ -113,6 +113,8 @@ void CImageView2D::ConnectModels()
             &CImageView2D::slot_ChangeDrawableObjectProperty);
     connect(m_pGeometryModel.data(), &CImageView2DGeometryModel::signal_ClearObject, this,
             &CImageView2D::slot_ClearObject);
+    connect(m_pGeometryModel.data(), &CImageView2DGeometryModel::signal_ChangeOrder, this,
+            [this] { slot_ChangeDrawableObjectProperty(0); });
 }
 
 void CImageView2D::RegisterGeometryAction(const QString& strText, const QIcon& icon,

@@ -7,6 +7,7 @@
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/annotation/store/SImageChange.h>
 #include <VantorCommon/annotation/view/CImageView2DLayer.h>
 #include <VantorCommon/shell/dock/CPropertyDockView.h>
 #include <VantorCommon/shell/dock/CStatusBarDockView.h>
@@ -29,7 +30,7 @@ CImageView2DCtrl::SParts::SParts(const SImageView2DCtrlContext& given,
 void CImageView2DCtrl::SParts::Execute(std::unique_ptr<CCommand> pCommand)
 {
     gestures.Interrupt();
-    CCommand* pStep = pCommand.release();
+    CCommand* pStep = pStore->Watch(std::move(pCommand)).release();
     commands.PushUndo(pStep);
     pStep->exec();
 }
@@ -42,6 +43,8 @@ CImageView2DCtrl::CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeomet
           SImageView2DCtrlContext{this, pModel, pGeometryModel, pToolModel, pView, {}},
           CImageView2DCtrlPanels::SDocks{pToolBoxDockView, pPropertyDockView, pStatusBarDockView}))
 {
+    m_pParts->pStore = std::make_unique<CAnnotationStore>(
+        *this, [this](std::unique_ptr<CCommand> pCommand) { m_pParts->Execute(std::move(pCommand)); });
     if (pView) {
         m_pParts->ConnectView();
         m_pParts->gestures.Watch();
@@ -53,6 +56,7 @@ CImageView2DCtrl::~CImageView2DCtrl() = default;
 void CImageView2DCtrl::SetOptions(const SCenterOptions& sOptions)
 {
     m_pParts->context.sOptions = sOptions;
+    m_pParts->pStore->SetOptions(sOptions);
     m_pParts->panels.FollowOptions();
     if (CImageView2D* pView = m_pParts->context.pView) {
         pView->SetOwnColors(sOptions.bOwnColors);
@@ -135,7 +139,12 @@ void CImageView2DCtrl::ChangeImage(ImagePtr pImage, int nIndex)
 
 void CImageView2DCtrl::SetCurrentImage(ImagePtr pImage)
 {
-    m_pParts->images.ReplaceCurrent(std::move(pImage));
+    SetCurrentImage(std::move(pImage), EAnnotationsGone_Filtered);
+}
+
+void CImageView2DCtrl::SetCurrentImage(ImagePtr pImage, EAnnotationsGone eReason)
+{
+    m_pParts->images.ReplaceCurrent(std::move(pImage), eReason);
 }
 
 bool CImageView2DCtrl::PushImage(ImagePtr pImage)
@@ -150,7 +159,13 @@ CImageView2DCtrl::ImagePtr CImageView2DCtrl::GetCurrentImgage() const
 
 void CImageView2DCtrl::ChangeCurrentImage(ImagePtr pImage)
 {
-    m_pParts->Execute(std::make_unique<CImageView2DCommandChangeCurrentImage>(this, std::move(pImage)));
+    ChangeCurrentImage(std::move(pImage), SImageChange());
+}
+
+void CImageView2DCtrl::ChangeCurrentImage(ImagePtr pImage, const SImageChange& sChange)
+{
+    m_pParts->Execute(
+        std::make_unique<CImageView2DCommandChangeCurrentImage>(this, std::move(pImage), sChange));
 }
 
 void CImageView2DCtrl::RotateLeft()
@@ -223,4 +238,9 @@ CImageView2DModel* CImageView2DCtrl::GetImageModel() const
 CImageView2DGeometryModel* CImageView2DCtrl::GetGeometryModel() const
 {
     return m_pParts->context.pGeometryModel;
+}
+
+CAnnotationStore* CImageView2DCtrl::GetAnnotationStore() const
+{
+    return m_pParts->pStore.get();
 }

@@ -11,6 +11,7 @@
 #include <memory>
 #include <vector>
 
+class CAnnotationStore;
 class CImageView2D;
 class CImageView2DDrawableGeometry;
 class CImageView2DDrawableObject;
@@ -20,6 +21,8 @@ class CImageView2DToolModel;
 class CPropertyDockView;
 class CStatusBarDockView;
 class CToolBoxDockView;
+enum EAnnotationsGone : int;
+struct SImageChange;
 
 namespace Vantor::Algorithms
 {
@@ -92,12 +95,16 @@ public:
     void ChangeImage(ImagePtr pImage, int nIndex);
     /// Replaces the current image and drops the annotations, without a way back; see ChangeCurrentImage.
     void SetCurrentImage(ImagePtr pImage);
+    /// The same, with the reason that the store of annotations tells.
+    void SetCurrentImage(ImagePtr pImage, EAnnotationsGone eReason);
     /// Appends an image. @return whether there was a model
     bool PushImage(ImagePtr pImage);
     /// The current image, which must not be changed; null without one.
     ImagePtr GetCurrentImgage() const;
     /// Replaces the current image and drops the annotations, as an undoable step; null changes nothing.
     void ChangeCurrentImage(ImagePtr pImage);
+    /// The same for an image that has come from the present one by a turn, a flip or a cut.
+    void ChangeCurrentImage(ImagePtr pImage, const SImageChange& sChange);
     /// @{
     /// A quarter turn, counter-clockwise or clockwise, as an undoable step.
     void RotateLeft();
@@ -128,6 +135,8 @@ public:
     CImageView2DModel* GetImageModel() const;
     CImageView2DGeometryModel* GetGeometryModel() const;
     /// @}
+    /// The annotations as a document, with their files and their steps. Never null; the controller's own.
+    CAnnotationStore* GetAnnotationStore() const;
 
 public Q_SLOTS:
     /// Puts the controller's panels into the docks.

@@ -116,7 +116,7 @@ void CImageView2DCtrlGestures::ShowMenuAt(const QPointF& point)
     if (!m_context.pGeometryModel || !m_context.pView)
         return;
     for (const auto& pObject : m_context.pGeometryModel->GetObjects()) {
-        if (!pObject->GetBoundary().contains(point))
+        if (!pObject->IsVisible() || !pObject->GetBoundary().contains(point))
             continue;
         pObject->SetSelected(true);
         m_context.pView->ShowContextMenuDrawableObject(point, pObject->GetUID());

@@ -4,7 +4,7 @@
 
 #include <Vantor/geometry/CPoint.h>
 #include <Vantor/image/CImage.h>
-#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+#include <VantorCommon/annotation/store/SImageChange.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
@@ -30,18 +30,12 @@ bool CImageView2DCtrlImages::Push(ImagePtr pImage)
     return true;
 }
 
-void CImageView2DCtrlImages::DropAnnotations()
-{
-    if (m_context.pGeometryModel)
-        m_context.pGeometryModel->ClearObject();
-}
-
 void CImageView2DCtrlImages::CloseCurrent()
 {
     if (!m_context.pModel)
         return;
     m_context.pModel->CloseCurrentImage();
-    DropAnnotations();
+    m_context.pCtrl->GetAnnotationStore()->Clear(EAnnotationsGone_Closed);
 }
 
 void CImageView2DCtrlImages::ReplaceAll(const std::vector<ImagePtr>& vctImages)
@@ -49,7 +43,7 @@ void CImageView2DCtrlImages::ReplaceAll(const std::vector<ImagePtr>& vctImages)
     if (!m_context.pModel)
         return;
     m_context.pModel->SetImages(vctImages);
-    DropAnnotations();
+    m_context.pCtrl->GetAnnotationStore()->Clear(EAnnotationsGone_Loaded);
 }
 
 void CImageView2DCtrlImages::Replace(ImagePtr pImage, int nIndex)
@@ -57,15 +51,15 @@ void CImageView2DCtrlImages::Replace(ImagePtr pImage, int nIndex)
     if (!m_context.pModel)
         return;
     m_context.pModel->SetImage(std::move(pImage), nIndex);
-    DropAnnotations();
+    m_context.pCtrl->GetAnnotationStore()->Clear(EAnnotationsGone_Filtered);
 }
 
-void CImageView2DCtrlImages::ReplaceCurrent(ImagePtr pImage)
+void CImageView2DCtrlImages::ReplaceCurrent(ImagePtr pImage, EAnnotationsGone eReason)
 {
     if (!m_context.pModel)
         return;
     m_context.pModel->SetCurrentImage(std::move(pImage));
-    DropAnnotations();
+    m_context.pCtrl->GetAnnotationStore()->Clear(eReason);
 }
 
 void CImageView2DCtrlImages::RotateLeft()
@@ -87,7 +81,8 @@ void CImageView2DCtrlImages::Rotate(double dblAngle)
     const Vantor::Geometry::CPoint<double> centre(pCurrent->GetWidth() * 0.5, pCurrent->GetHeight() * 0.5);
     if (pRotated->CopyFrom(pCurrent.get()) == 0 &&
         pRotated->Rotate(centre, dblAngle, 0.0, ERotationMode::GrowCanvas) == 0)
-        m_context.pCtrl->ChangeCurrentImage(pRotated);
+        m_context.pCtrl->ChangeCurrentImage(
+            pRotated, {dblAngle < 0.0 ? SImageChange::EKind_TurnedLeft : SImageChange::EKind_TurnedRight});
     else
         Q_EMIT m_context.pCtrl->signal_Failed(QStringLiteral("Cannot rotate the image. ") +
                                               QString::fromStdString(pRotated->GetFailureReason()));

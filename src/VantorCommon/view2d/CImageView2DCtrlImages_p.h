@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/view2d/CImageView2DCtrlContext_p.h>
 
 #include <memory>
@@ -31,7 +32,7 @@ public:
     void CloseCurrent();
     void ReplaceAll(const std::vector<ImagePtr>& vctImages);
     void Replace(ImagePtr pImage, int nIndex);
-    void ReplaceCurrent(ImagePtr pImage);
+    void ReplaceCurrent(ImagePtr pImage, EAnnotationsGone eReason);
     /// @}
 
     /// @{
@@ -41,7 +42,6 @@ public:
     /// @}
 
 private:
-    void DropAnnotations();
     void Rotate(double dblAngle);
 
     const SImageView2DCtrlContext& m_context;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <VantorCommon/annotation/command/CCommandContainer.h>
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DCtrlCapture_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrlClipboard_p.h>
@@ -23,6 +24,7 @@ struct CImageView2DCtrl::SParts {
 
     SImageView2DCtrlContext context;
     CCommandContainer commands;
+    std::unique_ptr<CAnnotationStore> pStore; ///< never null once the controller is made
     CImageView2DCtrlGestures gestures;
     CImageView2DCtrlImages images;
     CImageView2DCtrlFiles files;

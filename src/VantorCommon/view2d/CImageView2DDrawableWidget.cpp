@@ -239,7 +239,7 @@ bool CImageView2DDrawableWidget::MayBeSeen(const CImageView2DDrawableObject& obj
 void CImageView2DDrawableWidget::InternalDrawObject(QPainter* pPainter,
                                                     std::shared_ptr<CImageView2DDrawableObject> pObject)
 {
-    if (!pPainter || !pObject || !HasMapping() || !MayBeSeen(*pObject))
+    if (!pPainter || !pObject || !pObject->IsVisible() || !HasMapping() || !MayBeSeen(*pObject))
         return;
     const double s = double(m_rectWindow.width()) / m_rectViewPort.width();
     const bool bSelected = pObject->GetSelected();

@@ -4,6 +4,7 @@
 
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 
@@ -33,8 +34,9 @@ bool SelectPageOf(CImageView2DModel& model, const ImagePtr& pImage)
 } // namespace
 
 CImageView2DCommandChangeCurrentImage::CImageView2DCommandChangeCurrentImage(CImageView2DCtrl* pCtrl,
-                                                                             ImagePtr pNewImage)
-    : m_pCtrl(pCtrl), m_pNewImage(std::move(pNewImage))
+                                                                             ImagePtr pNewImage,
+                                                                             const SImageChange& sChange)
+    : m_pCtrl(pCtrl), m_pNewImage(std::move(pNewImage)), m_sChange(sChange)
 {
     const CImageView2DModel* pModel = Model();
     if (!pModel)
@@ -52,6 +54,12 @@ CImageView2DModel* CImageView2DCommandChangeCurrentImage::Model() const
     return m_pCtrl ? m_pCtrl->GetImageModel() : nullptr;
 }
 
+void CImageView2DCommandChangeCurrentImage::Show(const ImagePtr& pImage)
+{
+    m_pCtrl->SetCurrentImage(pImage,
+                             m_sChange.IsTurn() ? EAnnotationsGone_Turned : EAnnotationsGone_Filtered);
+}
+
 void CImageView2DCommandChangeCurrentImage::exec()
 {
     CImageView2DModel* pModel = Model();
@@ -61,7 +69,7 @@ void CImageView2DCommandChangeCurrentImage::exec()
         return;
     m_bDone = true;
     KeepAnnotations();
-    m_pCtrl->SetCurrentImage(m_pNewImage);
+    Show(m_pNewImage);
 }
 
 void CImageView2DCommandChangeCurrentImage::undo()
@@ -70,7 +78,7 @@ void CImageView2DCommandChangeCurrentImage::undo()
     if (!pModel || !m_bDone || !SelectPageOf(*pModel, m_pNewImage))
         return;
     m_bDone = false;
-    m_pCtrl->SetCurrentImage(m_pOldImage);
+    Show(m_pOldImage);
     // Without a page before, the list was not what one replaced entry leaves.
     if (!m_bHadPage)
         pModel->SetImages(m_vctPages);

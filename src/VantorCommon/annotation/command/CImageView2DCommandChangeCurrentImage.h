@@ -3,6 +3,7 @@
 #pragma once
 
 #include <VantorCommon/annotation/command/CCommand.h>
+#include <VantorCommon/annotation/store/SImageChange.h>
 
 #include <memory>
 #include <vector>
@@ -29,7 +30,8 @@ public:
     using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
 
     /// Remembers the controller's current page and image; changes nothing yet. Null is allowed for both.
-    CImageView2DCommandChangeCurrentImage(CImageView2DCtrl* pCtrl, ImagePtr pNewImage);
+    CImageView2DCommandChangeCurrentImage(CImageView2DCtrl* pCtrl, ImagePtr pNewImage,
+                                          const SImageChange& sChange = SImageChange());
     ~CImageView2DCommandChangeCurrentImage() override;
 
     void exec() override;
@@ -42,11 +44,13 @@ private:
     };
 
     CImageView2DModel* Model() const;
+    void Show(const ImagePtr& pImage);
     void KeepAnnotations();
     void RestoreAnnotations();
 
     CImageView2DCtrl* m_pCtrl;
     ImagePtr m_pNewImage;
+    SImageChange m_sChange;
     ImagePtr m_pOldImage;
     bool m_bHadPage = false;
     bool m_bDone = false;

@@ -27,7 +27,12 @@ using ObjectPtr = std::shared_ptr<CImageView2DDrawableObject>;
 
 bool Hits(const ObjectPtr& pObject, const QPointF& point)
 {
-    return pObject->GetBoundary().contains(point);
+    return pObject->IsVisible() && pObject->GetBoundary().contains(point);
+}
+
+bool CanBeChanged(const ObjectPtr& pObject)
+{
+    return pObject->IsVisible() && !pObject->IsLocked();
 }
 
 void RefreshOffset(const ObjectPtr& pObject, const QPointF& point)
@@ -39,6 +44,8 @@ void RefreshOffset(const ObjectPtr& pObject, const QPointF& point)
 bool IsCaught(const CRectangle& band, const ObjectPtr& pObject)
 {
     const QRectF box = pObject->GetBoundary();
+    if (!pObject->IsVisible())
+        return false;
     if (pObject->GetType() == EImageView2DDrawbleObjectType_Text && box.isNull())
         return false;
     const QPointF corners[] = {box.topLeft(), box.topRight(), box.bottomRight(), box.bottomLeft()};
@@ -56,7 +63,7 @@ void CSelectHandler::Hover(const QPointF& point)
     const double dblTolerance = m_context.pCtrl->HandleTolerance();
     const auto vctObjects = m_context.pModel->GetObjects();
     m_bResize = std::any_of(vctObjects.begin(), vctObjects.end(), [&](const ObjectPtr& pObject) {
-        return pObject->FindResizePoint(dblTolerance, point, m_ptHandle, 0.0);
+        return CanBeChanged(pObject) && pObject->FindResizePoint(dblTolerance, point, m_ptHandle, 0.0);
     });
     m_context.pView->setCursor(m_bResize ? Qt::CrossCursor : Qt::ArrowCursor);
 }
@@ -116,7 +123,8 @@ bool CSelectHandler::TakeHandle(const QPointF& point)
 {
     for (const ObjectPtr& pObject : m_context.pModel->GetObjects()) {
         QPointF handle;
-        if (!pObject->FindResizePoint(m_context.pCtrl->HandleTolerance(), point, handle, 0.0))
+        if (!CanBeChanged(pObject) ||
+            !pObject->FindResizePoint(m_context.pCtrl->HandleTolerance(), point, handle, 0.0))
             continue;
         pObject->SetSelected(true);
         m_ptResizeOffset = point - handle;
@@ -141,7 +149,7 @@ void CSelectHandler::PullHandle(const QPointF& current)
 void CSelectHandler::KeepSelected()
 {
     for (const ObjectPtr& pObject : m_context.pModel->GetObjects())
-        if (pObject->GetSelected())
+        if (pObject->GetSelected() && CanBeChanged(pObject))
             m_vctDragged.push_back(SDragged{pObject, pObject->CloneShape()});
 }
 
@@ -226,7 +234,7 @@ void CSelectHandler::DeleteSelected()
     auto pSteps = std::make_unique<CCommandArray>();
     bool bAny = false;
     for (const ObjectPtr& pObject : m_context.pModel->GetObjects()) {
-        if (!pObject->GetSelected())
+        if (!pObject->GetSelected() || pObject->IsLocked())
             continue;
         pSteps->addCommand(new CImageView2DCommandDeleteGeometry(m_context.pCtrl, pObject));
         bAny = true;

@@ -73,7 +73,7 @@ bool CTextHandler::BeginAt(const QPointF& point)
         return false;
     for (const auto& pObject : m_context.pModel->GetObjects()) {
         const auto pText = std::dynamic_pointer_cast<CImageView2DDrawableText>(pObject);
-        if (!pText || !pText->GetBoundary().contains(point))
+        if (!pText || !pText->IsVisible() || pText->IsLocked() || !pText->GetBoundary().contains(point))
             continue;
         Begin(pText);
         return true;

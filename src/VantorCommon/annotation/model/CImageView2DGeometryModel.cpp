@@ -6,6 +6,8 @@
 #include <VantorCommon/log/CLogger.h>
 
 #include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace
@@ -58,6 +60,37 @@ void CImageView2DGeometryModel::RestoreObjects(const ObjectList& vctObjects)
     for (auto it = vctCopy.rbegin(); it != vctCopy.rend(); ++it)
         if (Insert(*it))
             Announce(**it);
+}
+
+void CImageView2DGeometryModel::SetObjects(const ObjectList& vctObjects)
+{
+    ObjectList vctNew;
+    std::unordered_set<ObjectPtr> seen;
+    for (const ObjectPtr& pObject : vctObjects)
+        if (pObject && seen.insert(pObject).second)
+            vctNew.push_back(pObject);
+    ClearObject();
+    m_vctObjects = vctNew;
+    for (auto it = vctNew.rbegin(); it != vctNew.rend(); ++it)
+        Announce(**it);
+}
+
+void CImageView2DGeometryModel::SetOrder(const ObjectList& vctOrder)
+{
+    std::unordered_map<ObjectPtr, std::size_t> places;
+    for (std::size_t i = 0; i < vctOrder.size(); ++i)
+        places.emplace(vctOrder[i], i + 1);
+    const auto placeOf = [&places](const ObjectPtr& pObject) {
+        const auto it = places.find(pObject);
+        return it != places.end() ? it->second : 0;
+    };
+    ObjectList vctSorted = m_vctObjects;
+    std::stable_sort(vctSorted.begin(), vctSorted.end(),
+                     [&placeOf](const ObjectPtr& a, const ObjectPtr& b) { return placeOf(a) < placeOf(b); });
+    if (vctSorted == m_vctObjects)
+        return;
+    m_vctObjects = std::move(vctSorted);
+    Q_EMIT signal_ChangeOrder();
 }
 
 bool CImageView2DGeometryModel::Insert(const ObjectPtr& pObject)

@@ -48,6 +48,13 @@ public:
     /// AddObject it leaves selection and mouse offset alone. Null and present ones are skipped; each of the
     /// others is logged and announced like an addition, the oldest first.
     void RestoreObjects(const ObjectList& vctObjects);
+    /// Replaces all finished objects: signal_ClearObject, then each is announced like an addition, the oldest
+    /// first, when all of them are there. Null and repeated ones are skipped; selection and mouse offset
+    /// stay.
+    void SetObjects(const ObjectList& vctObjects);
+    /// Puts the finished objects into the order of the list, the topmost first; those that it does not name
+    /// come first, in the order that they have. Emits signal_ChangeOrder when that changes anything.
+    void SetOrder(const ObjectList& vctOrder);
     /// @{
     /// Emits signal_BeforeDeleteDrawableObject, removes, emits signal_DeleteDrawableObject. False, and no
     /// signal, when the object is not there.
@@ -80,12 +87,14 @@ public:
 Q_SIGNALS:
     /// A finished object has changed.
     void signal_ChangeDrawableObjectProperty(unsigned int nUID);
-    /// The object is the first of the list.
+    /// The object has come into the list, as its first unless the whole list was replaced.
     void signal_AddDrawableObject(unsigned int nUID, QString strName);
     /// The object is still in the list.
     void signal_BeforeDeleteDrawableObject(unsigned int nUID, QString strName);
     /// The object has left the list.
     void signal_DeleteDrawableObject(unsigned int nUID, QString strName);
+    /// The same finished objects stand in another order.
+    void signal_ChangeOrder();
     /// The drawing or the waiting object has changed.
     void signal_ChangeDrawingObject();
     /// All finished objects have left the list at once, without the two signals above.

@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
 
+#include <QUuid>
 #include <utility>
 
 CImageView2DDrawableObject::CImageView2DDrawableObject(EImageView2DDrawbleObjectType eType) : m_eType(eType)
@@ -24,7 +25,7 @@ void CImageView2DDrawableObject::SetSelected(bool bSelected)
     if (m_bSelected == bSelected)
         return;
     m_bSelected = bSelected;
-    NotifyChange();
+    Q_EMIT signal_ChangeDrawableObjectProperty(GetUID());
 }
 
 void CImageView2DDrawableObject::SetDisplayName(bool bDisplayName)
@@ -40,12 +41,13 @@ void CImageView2DDrawableObject::SetMouseOffset(const QPointF& offset)
     if (m_ptMouseOffset == offset)
         return;
     m_ptMouseOffset = offset;
-    NotifyChange();
+    Q_EMIT signal_ChangeDrawableObjectProperty(GetUID());
 }
 
 void CImageView2DDrawableObject::SetExtraInfo(QVariant varInfo)
 {
     m_varExtraInfo = std::move(varInfo);
+    ++m_nRevision;
 }
 
 void CImageView2DDrawableObject::SetPen(const QPen& pen)
@@ -69,6 +71,43 @@ void CImageView2DDrawableObject::SetName(const QString& strName)
     NotifyChange();
 }
 
+void CImageView2DDrawableObject::RestoreName(const QString& strName, bool bNamed)
+{
+    if (m_strName == strName && m_bNameSet == bNamed)
+        return;
+    m_strName = strName;
+    m_bNameSet = bNamed;
+    NotifyChange();
+}
+
+void CImageView2DDrawableObject::SetLocked(bool bLocked)
+{
+    if (m_bLocked == bLocked)
+        return;
+    m_bLocked = bLocked;
+    NotifyChange();
+}
+
+void CImageView2DDrawableObject::SetVisible(bool bVisible)
+{
+    if (m_bVisible == bVisible)
+        return;
+    m_bVisible = bVisible;
+    NotifyChange();
+}
+
+QString CImageView2DDrawableObject::GetId() const
+{
+    if (m_strId.isEmpty())
+        m_strId = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    return m_strId;
+}
+
+void CImageView2DDrawableObject::SetId(const QString& strId)
+{
+    m_strId = strId;
+}
+
 bool CImageView2DDrawableObject::CompareEqual(const QPointF& a, const QPointF& b)
 {
     return CompareEqual(a.x(), b.x(), a.y(), b.y());
@@ -81,6 +120,7 @@ bool CImageView2DDrawableObject::CompareEqual(double a, double b, double c, doub
 
 void CImageView2DDrawableObject::NotifyChange()
 {
+    ++m_nRevision;
     Q_EMIT signal_ChangeDrawableObjectProperty(GetUID());
 }
 

@@ -122,6 +122,31 @@ public:
     /// Gives the object a name for good: from the first different name on, GetName returns what is stored. An
     /// equal name changes nothing, so that the empty name on a new object leaves it named by its identifier.
     void SetName(const QString& strName);
+    /// Whether it was given a name.
+    bool IsNamed() const { return m_bNameSet; }
+    /// Back to a name that a step or a file has kept; unnamed, it is called by its identifier again.
+    void RestoreName(const QString& strName, bool bNamed);
+
+    /// @{
+    /// A locked object cannot be moved, reshaped or deleted by hand; steps of a program change it as any
+    /// other. Off at first; an equal value emits nothing.
+    void SetLocked(bool bLocked);
+    bool IsLocked() const { return m_bLocked; }
+    /// @}
+    /// @{
+    /// An object that is not visible is neither painted nor hit. On at first; an equal value emits nothing.
+    void SetVisible(bool bVisible);
+    bool IsVisible() const { return m_bVisible; }
+    /// @}
+    /// @{
+    /// A UUID in lower case without braces, by which files and sessions know the object; made at first use
+    /// and kept for life. Unlike GetUID it stays the same when the program runs again.
+    QString GetId() const;
+    void SetId(const QString& strId);
+    /// @}
+    /// Grows whenever something changes that a file of annotations keeps; selecting and dragging towards a
+    /// place do not count.
+    unsigned int GetRevision() const { return m_nRevision; }
 
     /// The two of CVObject, for numbers.
     using Vantor::CVObject::CompareEqual;
@@ -135,7 +160,7 @@ Q_SIGNALS:
     void signal_ChangeDrawableObjectProperty(unsigned int nUID);
 
 protected:
-    /// Emits signal_ChangeDrawableObjectProperty.
+    /// Emits signal_ChangeDrawableObjectProperty, for a change that a file keeps.
     void NotifyChange();
     /// The stored name while one was given, otherwise the prefix and the identifier.
     QString NameOr(const QString& strPrefix) const;
@@ -146,6 +171,10 @@ private:
     bool m_bNameSet = false;
     bool m_bSelected = false;
     bool m_bDisplayName = true;
+    bool m_bLocked = false;
+    bool m_bVisible = true;
+    mutable QString m_strId;
+    unsigned int m_nRevision = 0;
     QVariant m_varExtraInfo;
     QPointF m_ptMouseOffset;
     QPen m_pen{Qt::NoPen};

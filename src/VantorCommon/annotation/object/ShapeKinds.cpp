@@ -106,18 +106,23 @@ template <class Line> std::shared_ptr<Line> LineOf(const Numbers& n)
     return n.size() == 4 ? std::make_shared<Line>(Point(n[0], n[1]), Point(n[2], n[3])) : nullptr;
 }
 
-/// The two raw corners, from which the box comes back without rounding.
+/// Corner and size, and the opposite corner where it is not exactly their sum.
 template <class Box> Numbers NumbersOfBox(const Box& box)
 {
-    return {box.x(), box.y(), box.bottomRight().x(), box.bottomRight().y()};
+    Numbers vctNumbers{box.x(), box.y(), box.width(), box.height()};
+    const Point corner = box.bottomRight();
+    if (corner.x() != box.x() + box.width() || corner.y() != box.y() + box.height())
+        vctNumbers.insert(vctNumbers.end(), {corner.x(), corner.y()});
+    return vctNumbers;
 }
 
 template <class Box> std::shared_ptr<Box> BoxOf(const Numbers& n)
 {
-    if (n.size() != 4)
+    if (n.size() != 4 && n.size() != 6)
         return nullptr;
-    auto pBox = std::make_shared<Box>(n[0], n[1], 0.0, 0.0);
-    pBox->SetBottomRight(Point(n[2], n[3]));
+    auto pBox = std::make_shared<Box>(n[0], n[1], n[2], n[3]);
+    if (n.size() == 6)
+        pBox->SetRoundedCorner(Point(n[4], n[5]));
     return pBox;
 }
 
@@ -373,7 +378,7 @@ const std::deque<SShapeKind>& ShapeKinds::All()
 
 int ShapeKinds::Register(SShapeKind kind)
 {
-    const bool bTaken = OfName(kind.strName) || OfGeometry(kind.eObject, kind.nGeometry);
+    const bool bTaken = OfKey(kind.strName.toLower()) || OfGeometry(kind.eObject, kind.nGeometry);
     if (bTaken || kind.strName.isEmpty()) {
         CLogger::Write(WARNING, "The kind of annotation \"%s\" is not registered: name or geometry is taken.",
                        kind.strName.toUtf8().constData());
@@ -398,6 +403,11 @@ const SShapeKind* ShapeKinds::OfMode(int nMode)
 const SShapeKind* ShapeKinds::OfName(const QString& strName)
 {
     return FindFirst([&strName](const SShapeKind& kind) { return kind.strName == strName; });
+}
+
+const SShapeKind* ShapeKinds::OfKey(const QString& strKey)
+{
+    return FindFirst([&strKey](const SShapeKind& kind) { return kind.strName.toLower() == strKey; });
 }
 
 const SShapeKind* ShapeKinds::Of(const CImageView2DDrawableObject& object)

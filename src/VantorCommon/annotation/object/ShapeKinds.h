@@ -25,7 +25,7 @@ struct SShapeKind {
 
     static constexpr int kNone = -1; ///< as a mode or a kind of geometry: there is none
 
-    QString strName;    ///< such as "Rectangle": unique, the kind's key in files
+    QString strName;    ///< such as "Rectangle": unique whatever its case, and the kind's key in files
     QString strPrefix;  ///< such as "Rectangle_": objects that nobody named are called so, with their number
     QString strMenu;    ///< for menus, in English with a mnemonic; empty: for no menu
     QString strButton;  ///< of the tool panel, in English; empty: no button
@@ -73,6 +73,8 @@ VANTORCOMMON_EXPORT int Register(SShapeKind kind);
 /// there is none.
 VANTORCOMMON_EXPORT const SShapeKind* OfMode(int nMode);
 VANTORCOMMON_EXPORT const SShapeKind* OfName(const QString& strName);
+/// By the key in files, which is the name in lower case.
+VANTORCOMMON_EXPORT const SShapeKind* OfKey(const QString& strKey);
 VANTORCOMMON_EXPORT const SShapeKind* Of(const CImageView2DDrawableObject& object);
 /// @}
 

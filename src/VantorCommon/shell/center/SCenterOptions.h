@@ -26,4 +26,7 @@ struct SCenterOptions {
     /// Annotations that have a pen or a brush are painted by them, and the property panel has their colour,
     /// width and fill. Off: every annotation is green or, selected, red.
     bool bOwnColors = false;
+    /// Every step on annotations that are not saved goes into a file in the user's folder of states, which
+    /// outlives the program however it ends; AnnotationRecovery finds it. Off: nothing is written.
+    bool bAnnotationJournal = false;
 };

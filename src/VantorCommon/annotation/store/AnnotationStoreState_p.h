@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/annotation/command/CCommand.h>
+#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+#include <VantorCommon/annotation/store/AnnotationJournal_p.h>
+#include <VantorCommon/annotation/store/AnnotationTracker_p.h>
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
+
+#include <QPointer>
+#include <QThreadPool>
+#include <vector>
+
+/// What a store consists of.
+struct CAnnotationStore::SPrivate {
+    /// Says which annotations are on the screen: the steps that have changed them, and how often they were
+    /// changed without a step.
+    struct SVersion {
+        std::vector<const CCommand*> vctSteps;
+        int nOutside = 0;
+
+        bool operator==(const SVersion& other) const
+        {
+            return nOutside == other.nOutside && vctSteps == other.vctSteps;
+        }
+    };
+
+    CImageView2DCtrl& ctrl;
+    Execute execute;
+    QPointer<CImageView2DModel> pImages;
+    QPointer<CImageView2DGeometryModel> pGeometry;
+    CAnnotationTracker tracker;
+    SCenterOptions sOptions;
+
+    /// The last applied document, its pages as AnnotationDocument::Unpack leaves them.
+    Vantor::Annotations::SDocument file;
+    int nPage = 0;    ///< to which the annotations of the view belong: where the first of them was made
+    int nObjects = 0; ///< when they changed last
+
+    SVersion sNow;
+    SVersion sSaved;
+    bool bToldUnsaved = false;
+    int nRunning = 0; ///< steps that are being made, one within the other
+    EAnnotationsGone eReason = EAnnotationsGone_Cleared;
+
+    std::unique_ptr<CAnnotationJournal> pJournal; ///< null without the option
+    bool bWriteSoon = false;
+    bool bLoading = false; ///< what is being applied stands in a file
+
+    QThreadPool files; ///< one thread, so that files are written in order
+
+    SPrivate(CAnnotationStore& store, CImageView2DCtrl& owner, Execute run);
+
+    Vantor::Annotations::SPage& FilePage();
+    void Clear(CAnnotationStore& store, int nCount);
+    void ChangeOutside(CAnnotationStore& store);
+    void EndStep(CAnnotationStore& store, const CCommand& step, bool bDone);
+    void TellUnsaved(CAnnotationStore& store);
+    QString ImagePath() const;
+    void MeasurePage(Vantor::Annotations::SPage& page) const;
+    Vantor::Annotations::SObject ObjectOf(const CImageView2DDrawableObject& object);
+    void UseJournal(const CAnnotationStore& store, bool bUse);
+    void BeginJournal(const CAnnotationStore& store);
+    void WriteJournal(const CAnnotationStore& store, const SAnnotationChanges& sChanges);
+    void WriteJournalSoon(CAnnotationStore& store);
+};

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+
+#include <QObject>
+#include <QPointer>
+#include <functional>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+/// What has become of annotations since somebody asked last: first some were deleted, then some were added or
+/// changed, the lowest first.
+struct SAnnotationChanges {
+    using ObjectPtr = CImageView2DGeometryModel::ObjectPtr;
+
+    bool bAll = false; ///< so much that the whole set is to be read anew; everything else is empty then
+    bool bOrder = false;
+    std::vector<std::string> vctDeleted; ///< ids
+    std::vector<ObjectPtr> vctAdded;
+    std::vector<ObjectPtr> vctChanged;
+
+    bool Any() const
+    {
+        return bAll || bOrder || !vctDeleted.empty() || !vctAdded.empty() || !vctChanged.empty();
+    }
+};
+
+/// Collects what changes in a geometry model. A change costs next to nothing until it is asked for, so that
+/// a drag may announce hundreds. GUI thread only.
+class CAnnotationTracker : public QObject
+{
+public:
+    /// The functions are called when the set was emptied, with the number of objects that went, and when an
+    /// object came or went or the order changed.
+    CAnnotationTracker(CImageView2DGeometryModel* pModel, std::function<void(int)> onClear,
+                       std::function<void()> onChange);
+
+    SAnnotationChanges Take();
+    int Count() const { return static_cast<int>(m_known.size()); }
+    /// Replaces all objects of the model, which is told as bAll; calls neither function.
+    void Replace(const CImageView2DGeometryModel::ObjectList& vctObjects);
+
+private:
+    struct SKnown {
+        std::string id;
+        unsigned int nRevision;
+    };
+
+    void Add(unsigned int nUID);
+    void Delete(unsigned int nUID);
+    void Clear();
+    void ReadAll();
+    CImageView2DGeometryModel::ObjectList Objects(const std::unordered_set<unsigned int>& uids) const;
+
+    QPointer<CImageView2DGeometryModel> m_pModel;
+    std::function<void(int)> m_onClear;
+    std::function<void()> m_onChange;
+    bool m_bReplacing = false;
+    std::unordered_map<unsigned int, SKnown> m_known;
+    std::unordered_map<unsigned int, std::string> m_deleted;
+    std::unordered_set<unsigned int> m_added;
+    std::unordered_set<unsigned int> m_touched;
+    SAnnotationChanges m_sChanges; ///< its flags
+};

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+/// How an image has come from the one before it, as far as that moves what is on it. A value.
+struct SImageChange {
+    /// What was done to the image.
+    enum EKind : int {
+        EKind_Other,       ///< nothing that this can say; of equal size: everything stays where it is
+        EKind_TurnedRight, ///< a quarter turn clockwise
+        EKind_TurnedLeft,  ///< a quarter turn counter-clockwise
+        EKind_TurnedRound, ///< half a turn
+        EKind_FlippedX,    ///< left and right have changed sides
+        EKind_FlippedY,    ///< top and bottom have changed sides
+        EKind_Cropped      ///< a part of it was cut out
+    };
+
+    EKind eKind = EKind_Other;
+    int nLeft = 0; ///< the first column and row of the part that was cut out, in pixels
+    int nTop = 0;
+
+    bool IsTurn() const { return eKind >= EKind_TurnedRight && eKind <= EKind_TurnedRound; }
+};

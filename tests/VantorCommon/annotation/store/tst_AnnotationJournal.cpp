@@ -1,0 +1,426 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// SCenterOptions::bAnnotationJournal and AnnotationRecovery.
+#include "StoreBench.h"
+
+#include <tests/support/TestMain.h>
+
+#include <QDir>
+#include <QProcess>
+#include <csignal>
+#include <ctime>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utime.h>
+
+using namespace Vantor::Annotations;
+
+namespace
+{
+constexpr const char* kScript = "--script";
+
+QStringList Files()
+{
+    return QDir(AnnotationRecovery::GetFolder())
+        .entryList({QStringLiteral("*.jsonl")}, QDir::Files, QDir::Name);
+}
+
+QString OnlyFile()
+{
+    const QStringList lstFiles = Files();
+    return lstFiles.size() == 1 ? AnnotationRecovery::GetFolder() + QLatin1Char('/') + lstFiles[0]
+                                : QString();
+}
+
+QByteArray Content(const QString& strPath)
+{
+    QFile file(strPath);
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void SetContent(const QString& strPath, const QByteArray& bytes)
+{
+    QFile file(strPath);
+    QVERIFY(file.open(QFile::WriteOnly));
+    file.write(bytes);
+}
+
+/// What the child of a kill does: random steps without an end, each told when it is finished.
+int RunScript(unsigned nSeed, int nFirst)
+{
+    StoreBench bench(true);
+    if (nFirst > 0) {
+        bench.store().Apply(StoreBench::Many(nFirst));
+        bench.store().SetSaved();
+    }
+    std::mt19937 random(nSeed);
+    for (int i = 1;; ++i) {
+        bench.RandomStep(random);
+        if (::write(STDOUT_FILENO, &i, sizeof i) != sizeof i)
+            return 0;
+        if (i % 50 == 0)
+            QCoreApplication::processEvents();
+    }
+}
+
+/// The document after so many steps of the script.
+SDocument AfterSteps(StoreBench& bench, std::mt19937& random, int nSteps)
+{
+    for (int i = 0; i < nSteps; ++i)
+        bench.RandomStep(random);
+    return bench.store().TakeDocument();
+}
+} // namespace
+
+/// Those that can be painted here, then those that cannot: they keep their places only roughly.
+SDocument Sorted(SDocument document)
+{
+    for (SPage& page : document.pages)
+        std::stable_partition(page.objects.begin(), page.objects.end(),
+                              [](const SObject& object) { return object.raw.empty(); });
+    return document;
+}
+
+class tst_AnnotationJournal : public QObject
+{
+    Q_OBJECT
+
+private:
+    /// Leaves a journal behind as a process does that ends without saying so.
+    static QByteArray Abandoned(const std::function<void(StoreBench&)>& work)
+    {
+        QByteArray bytes;
+        StoreBench bench(true);
+        work(bench);
+        QCoreApplication::processEvents();
+        bytes = Content(OnlyFile());
+        bench.store().SetSaved(); // deletes it
+        return bytes;
+    }
+    static QString Leave(const QByteArray& bytes, const char* szName = "1-1-0.jsonl")
+    {
+        QDir().mkpath(AnnotationRecovery::GetFolder());
+        const QString strPath = AnnotationRecovery::GetFolder() + QLatin1Char('/') + QLatin1String(szName);
+        SetContent(strPath, bytes);
+        return strPath;
+    }
+    static StoreBench::Object Point(double x) { return StoreBench::MakeObject("point", {x, 1}); }
+
+    std::unique_ptr<QTemporaryDir> m_pHome;
+
+private Q_SLOTS:
+    void init()
+    {
+        m_pHome = std::make_unique<QTemporaryDir>();
+        qputenv("XDG_STATE_HOME", m_pHome->path().toUtf8());
+        QCOMPARE(AnnotationRecovery::GetFolder(), m_pHome->path() + QLatin1String("/vantor/journal"));
+    }
+
+    void withoutTheOptionNothingIsWritten()
+    {
+        StoreBench bench;
+        bench.store().Paste({Point(1)}, {});
+        QCoreApplication::processEvents();
+        QVERIFY(!QFile::exists(AnnotationRecovery::GetFolder()));
+    }
+
+    void aViewerThatIsOnlyLookedAtLeavesNoFile()
+    {
+        StoreBench bench(true);
+        bench.ctrl.LoadFile(QStringLiteral(VANTOR_TEST_DATA "/png/bricks-color.png"));
+        QVERIFY(Files().isEmpty());
+    }
+
+    void aStepIsInTheFileWhenItIsFinished()
+    {
+        StoreBench bench(true);
+        bench.store().Paste({Point(1)}, {});
+        QCOMPARE(Files().size(), 1);
+        const int nLines = Content(OnlyFile()).count('\n');
+        QCOMPARE(nLines, 2);
+        struct stat status = {};
+        QCOMPARE(::stat(OnlyFile().toUtf8().constData(), &status), 0);
+        QCOMPARE(status.st_mode & 0777U, 0600U);
+        bench.store().Paste({Point(1), Point(2)}, {});
+        QCOMPARE(Content(OnlyFile()).count('\n'), nLines + 1);
+    }
+
+    void whatALivingProcessHoldsIsNotOffered()
+    {
+        StoreBench bench(true);
+        bench.store().Paste({Point(1)}, {});
+        const QString strPath = OnlyFile();
+        QVERIFY(AnnotationRecovery::Find().empty());
+        AnnotationRecovery::Discard(strPath);
+        QCOMPARE(OnlyFile(), strPath);
+    }
+
+    void savedOrUndoneWorkLeavesNoFile()
+    {
+        {
+            StoreBench bench(true);
+            bench.store().Paste({Point(1)}, {});
+            bench.store().SetSaved();
+            QVERIFY(Files().isEmpty());
+            bench.store().Paste({Point(1)}, {});
+            bench.ctrl.LoadFile(QStringLiteral(VANTOR_TEST_DATA "/png/bricks-color.png"));
+            QVERIFY(Files().isEmpty());
+        }
+        QVERIFY(Files().isEmpty());
+    }
+
+    void unsavedWorkOutlivesItsViewer()
+    {
+        SDocument document;
+        {
+            StoreBench bench(true);
+            bench.ctrl.LoadFile(QStringLiteral(VANTOR_TEST_DATA "/png/bricks-color.png"));
+            bench.store().Paste({Point(1), Point(2)}, {});
+            bench.store().Rename(bench.geometry.GetAt(0), QStringLiteral("a \"b\" ,\"document\":{"));
+            document = bench.store().TakeDocument();
+        }
+        const auto vctFound = AnnotationRecovery::Find();
+        QCOMPARE(vctFound.size(), std::size_t(1));
+        QCOMPARE(vctFound[0].strImage, QStringLiteral(VANTOR_TEST_DATA "/png/bricks-color.png"));
+        QCOMPARE(vctFound[0].nSteps, 2);
+        QCOMPARE(vctFound[0].nObjects, 2);
+        SDocument back;
+        const SReport report = AnnotationRecovery::Read(vctFound[0].strJournal, back);
+        QVERIFY(report.failure.empty() && report.remarks.empty());
+        QVERIFY(SameDocument(back, document));
+
+        StoreBench other(true);
+        other.store().Apply(back);
+        QVERIFY(other.store().HasUnsaved());
+        QVERIFY(SameDocument(other.store().TakeDocument(), document));
+        AnnotationRecovery::Discard(vctFound[0].strJournal);
+        QCOMPARE(Files().size(), 1); // that of the other
+    }
+
+    void whatIsUndoneBackToTheSavedStateIsNotOffered()
+    {
+        QByteArray saved;
+        const QByteArray unsaved = Abandoned([&](StoreBench& bench) {
+            bench.view.show();
+            bench.view.activateWindow();
+            bench.view.setFocus();
+            QTRY_VERIFY(bench.view.hasFocus());
+            bench.store().Paste({Point(1)}, {});
+            bench.store().SetSaved();
+            bench.store().Paste({Point(2)}, {});
+            QVERIFY(bench.ctrl.Undo());
+            saved = Content(OnlyFile());
+            QVERIFY(bench.ctrl.Undo());
+        });
+        const QString strPath = Leave(unsaved);
+        QCOMPARE(AnnotationRecovery::Find().size(), std::size_t(1));
+        SDocument back;
+        AnnotationRecovery::Read(strPath, back);
+        QVERIFY(back.pages.at(0).objects.empty());
+        Leave(saved);
+        QVERIFY(AnnotationRecovery::Find().empty());
+        QVERIFY(Files().isEmpty());
+    }
+
+    void everyRandomStepIsToldByTheJournal()
+    {
+        StoreBench bench(true);
+        StoreBench::Document document = StoreBench::Many(5);
+        StoreBench::Object raw;
+        raw.raw = "{\"kind\":7}";
+        document.pages[0].objects.insert(document.pages[0].objects.begin() + 2, raw);
+        document.pages[0].objects[0].unknown = "{\"later\":-0.0}";
+        bench.store().Apply(document);
+        bench.store().SetSaved();
+        std::mt19937 random(5);
+        int nFiles = 0;
+        for (int i = 0; i < 400; ++i) {
+            bench.RandomStep(random);
+            if (i == 200)
+                bench.geometry.ClearObject();
+            QCoreApplication::processEvents();
+            if (i % 10 != 0 || OnlyFile().isEmpty())
+                continue;
+            ++nFiles;
+            SDocument back;
+            QVERIFY(AnnotationRecovery::Read(OnlyFile(), back).failure.empty());
+            QVERIFY(SameDocument(Sorted(back), Sorted(bench.store().TakeDocument())));
+        }
+        QVERIFY(nFiles > 10);
+    }
+
+    void aChangeWithoutAStepIsWrittenSoon()
+    {
+        StoreBench bench(true);
+        bench.geometry.AddObject(ShapeKinds::OfKey(QStringLiteral("point"))->read({{1, 2}, {}}));
+        QVERIFY(Files().isEmpty());
+        QCoreApplication::processEvents();
+        QCOMPARE(Files().size(), 1);
+    }
+
+    void aDamagedJournalComesBackUpToTheDamage()
+    {
+        const QByteArray bytes = Abandoned([](StoreBench& bench) {
+            for (int i = 0; i < 5; ++i)
+                bench.store().Paste({Point(i)}, {});
+        });
+        const QList<QByteArray> lstLines = bytes.split('\n');
+        QCOMPARE(lstLines.size(), 7); // the header, five steps, nothing
+        const int nFourth = bytes.indexOf(lstLines[4]);
+        for (int nAt :
+             {nFourth, nFourth + 3, nFourth + lstLines[4].size() / 2, nFourth + lstLines[4].size() - 1}) {
+            QByteArray damaged = bytes;
+            damaged[nAt] = damaged[nAt] == 'x' ? 'y' : 'x';
+            for (const QByteArray& wrong : {damaged, bytes.left(nAt + 1)}) {
+                const QString strPath = Leave(wrong);
+                SDocument back;
+                const SReport report = AnnotationRecovery::Read(strPath, back);
+                QVERIFY(report.failure.empty());
+                QCOMPARE(back.pages.at(0).objects.size(), std::size_t(3));
+                QCOMPARE(report.remarks.size(), std::size_t(1));
+                QVERIFY(report.remarks[0].text.find("step 3;") != std::string::npos);
+            }
+        }
+        for (const QByteArray& wrong : {QByteArray(), QByteArray("x\n"), bytes.left(20)}) {
+            const QString strPath = Leave(wrong);
+            SDocument back;
+            QVERIFY(!AnnotationRecovery::Read(strPath, back).failure.empty());
+            QVERIFY(AnnotationRecovery::Find().empty());
+            QVERIFY(!QFile::exists(strPath));
+        }
+    }
+
+    void onlyTheTwentyNewestOfAMonthAreKept()
+    {
+        const QByteArray bytes = Abandoned([](StoreBench& bench) { bench.store().Paste({Point(1)}, {}); });
+        const std::time_t now = std::time(nullptr);
+        for (int i = 0; i < 25; ++i) {
+            const QString strPath = Leave(bytes, qPrintable(QStringLiteral("%1-1-0.jsonl").arg(i)));
+            const utimbuf times{now - 60 * i, now - 60 * i};
+            QCOMPARE(::utime(strPath.toUtf8().constData(), &times), 0);
+        }
+        const QString strOld = Leave(bytes, "99-1-0.jsonl");
+        const utimbuf times{now - 31 * 24 * 3600, now - 31 * 24 * 3600};
+        QCOMPARE(::utime(strOld.toUtf8().constData(), &times), 0);
+        const auto vctFound = AnnotationRecovery::Find();
+        QCOMPARE(vctFound.size(), std::size_t(20));
+        QVERIFY(vctFound[0].strJournal.endsWith(QLatin1String("/0-1-0.jsonl")));
+        QVERIFY(vctFound[19].strJournal.endsWith(QLatin1String("/19-1-0.jsonl")));
+        QCOMPARE(Files().size(), 20);
+    }
+
+    void aLongJournalIsMadeShort()
+    {
+        StoreBench bench(true);
+        bench.store().Paste({Point(1)}, {});
+        const QString strPath = OnlyFile();
+        qint64 nLongest = 0;
+        bool bShrunk = false;
+        for (int i = 0; i < 3000 && !bShrunk; ++i) {
+            bench.store().Rename(bench.geometry.GetAt(0), QStringLiteral("name %1").arg(i));
+            QCoreApplication::processEvents();
+            const qint64 nSize = QFileInfo(strPath).size();
+            bShrunk = nSize < nLongest;
+            nLongest = std::max(nLongest, nSize);
+        }
+        QVERIFY(bShrunk);
+        QVERIFY(nLongest > 64 * 1024);
+        QVERIFY(AnnotationRecovery::Find().empty()); // still held
+        bench.store().Rename(bench.geometry.GetAt(0), QStringLiteral("last"));
+        QTRY_COMPARE(OnlyFile(), strPath);
+        SDocument back;
+        QVERIFY(AnnotationRecovery::Read(strPath, back).remarks.empty());
+        QVERIFY(SameDocument(back, bench.store().TakeDocument()));
+    }
+
+    void aFolderThatCannotBeWrittenIsToldOnceAndStopsNothing()
+    {
+        SetContent(m_pHome->filePath(QStringLiteral("vantor")), "a file in the way");
+        StoreBench bench(true);
+        bench.store().Paste({Point(1)}, {});
+        bench.store().Paste({Point(1)}, {});
+        QCOMPARE(bench.geometry.Size(), 2);
+    }
+
+    /// VANTOR_KILLS: how many.
+    void noFinishedStepIsLostByAKill()
+    {
+        const int nKills = qEnvironmentVariableIntValue("VANTOR_KILLS") > 0
+                               ? qEnvironmentVariableIntValue("VANTOR_KILLS")
+                               : 100;
+        std::mt19937 random(77);
+        int nSteps = 0, nOpen = 0;
+        for (int i = 0; i < nKills; ++i) {
+            QDir(AnnotationRecovery::GetFolder()).removeRecursively();
+            const unsigned nSeed = random();
+            const int nDone = KillAfter(nSeed, static_cast<int>(random() % 60000U));
+            StoreBench bench;
+            std::mt19937 script(nSeed);
+            SDocument expected = AfterSteps(bench, script, nDone);
+            const auto vctFound = AnnotationRecovery::Find();
+            SDocument back;
+            if (vctFound.empty()) { // nothing had changed yet
+                back.pages = expected.pages;
+                back.pages.at(0).objects.clear();
+            } else {
+                const SReport report = AnnotationRecovery::Read(vctFound[0].strJournal, back);
+                QVERIFY(report.failure.empty());
+                QVERIFY2(report.remarks.empty(), "a torn line");
+            }
+            // The step that was being made may be there or not.
+            const bool bNow = SameDocument(back, expected, false);
+            const bool bNext = bNow || SameDocument(back, AfterSteps(bench, script, 1), false);
+            QVERIFY2(bNext, qPrintable(QStringLiteral("kill %1 after step %2").arg(i).arg(nDone)));
+            nOpen += bNow ? 0 : 1;
+            nSteps += nDone;
+        }
+        qInfo("%d kills, %d finished steps, %d times the step behind them was there too", nKills, nSteps,
+              nOpen);
+        QVERIFY(nSteps > nKills);
+    }
+
+private:
+    /// Runs the script in a process of its own and kills it. @return its finished steps
+    static int KillAfter(unsigned nSeed, int nMicroseconds)
+    {
+        int pipeEnds[2];
+        if (::pipe(pipeEnds) != 0)
+            return 0;
+        const pid_t nChild = ::fork();
+        if (nChild == 0) {
+            ::dup2(pipeEnds[1], STDOUT_FILENO);
+            ::close(pipeEnds[0]);
+            ::close(pipeEnds[1]);
+            const QByteArray seed = QByteArray::number(nSeed);
+            ::execl("/proc/self/exe", "tst_AnnotationJournal", kScript, seed.constData(), "-platform",
+                    "offscreen", nullptr);
+            ::_exit(1);
+        }
+        ::close(pipeEnds[1]);
+        int nDone = 0, nStep = 0;
+        // Its clock begins with its first step.
+        if (::read(pipeEnds[0], &nStep, sizeof nStep) == sizeof nStep)
+            nDone = nStep;
+        ::usleep(static_cast<useconds_t>(nMicroseconds));
+        ::kill(nChild, SIGKILL);
+        int nStatus = 0;
+        ::waitpid(nChild, &nStatus, 0);
+        while (::read(pipeEnds[0], &nStep, sizeof nStep) == sizeof nStep)
+            nDone = nStep;
+        ::close(pipeEnds[0]);
+        return nDone;
+    }
+};
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    if (argc > 2 && qstrcmp(argv[1], kScript) == 0)
+        return RunScript(static_cast<unsigned>(std::stoul(argv[2])), 0);
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.xcb.warning=false"));
+    tst_AnnotationJournal test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_AnnotationJournal.moc"
