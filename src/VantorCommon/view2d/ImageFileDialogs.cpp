@@ -68,7 +68,7 @@ QStringList AskForFiles(QWidget* pParent, const QString& strTitle, const QString
     const QPointer<QFileDialog> pDialog = new QFileDialog(pParent, strTitle, QString(), strFilter);
     pDialog->setFileMode(eMode);
     pDialog->setSupportedSchemes({QStringLiteral("file")});
-    const QStringList lstFiles = Ask(pDialog);
+    QStringList lstFiles = Ask(pDialog);
     delete pDialog;
     return lstFiles;
 }
