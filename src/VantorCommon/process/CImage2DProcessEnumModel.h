@@ -9,11 +9,10 @@
 template <class Enum> class CImage2DProcessEnumModel : public CBaseModel
 {
 public:
-    /// @{
-    /// The chosen type, the one with the value 0 at the start; any value is stored.
+    /// Chooses a type; any value is stored.
     void SetType(Enum eType) { m_eType = eType; }
+    /// The chosen type, the one with the value 0 at the start.
     Enum GetType() const { return m_eType; }
-    /// @}
 
 private:
     Enum m_eType = static_cast<Enum>(0);

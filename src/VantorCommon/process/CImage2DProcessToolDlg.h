@@ -30,9 +30,10 @@ public Q_SLOTS:
                           const QVector<int>& roles);
 
 protected:
-    /// With empty sections; the parent owns the dialog.
+    /// With empty sections.
     /// @param strTitle  of the window
     /// @param pModel    the state of the tool, not owned; while there is none no edit is announced
+    /// @param pParent   owns the dialog
     CImage2DProcessToolDlg(const QString& strTitle, QObject* pModel, QWidget* pParent);
 
     /// Fills "Parameter", see AddParameterTree.

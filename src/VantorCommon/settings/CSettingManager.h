@@ -5,8 +5,15 @@
 #include <VantorCommon/Export.h>
 
 #include <QString>
+#include <cstddef>
 
 class QVariant;
+
+/// The key of a setting as a constant, from a text of ASCII.
+template <std::size_t N> constexpr QLatin1String SettingKey(const char (&szKey)[N])
+{
+    return QLatin1String(szKey, static_cast<int>(N - 1));
+}
 
 /// Static access to the settings of the process (CSettingModel), each read with the caller's own default.
 /// GUI thread only.
@@ -17,12 +24,12 @@ public:
     /// The keys of the library's own settings: the folders of "settings.data" and of the log, and the
     /// resolution of PDF pages in dots per inch. Deliberate: the dialog stores other keys than the loader of
     /// documents reads, so the boxes of the dialog do not change how a page looks.
-    static constexpr QLatin1String kConfigFolder{"GENERAL_PROGRAM_CONFIG_DIR"};
-    static constexpr QLatin1String kLogFolder{"GENERAL_LOG_DIR"};
-    static constexpr QLatin1String kDialogResolutionX{"GENERAL_PDF_RESOLUTION_X"};
-    static constexpr QLatin1String kDialogResolutionY{"GENERAL_PDF_RESOLUTION_Y"};
-    static constexpr QLatin1String kLoaderResolutionX{"PDF_RESOLUTION_X"};
-    static constexpr QLatin1String kLoaderResolutionY{"PDF_RESOLUTION_Y"};
+    static constexpr QLatin1String kConfigFolder = SettingKey("GENERAL_PROGRAM_CONFIG_DIR");
+    static constexpr QLatin1String kLogFolder = SettingKey("GENERAL_LOG_DIR");
+    static constexpr QLatin1String kDialogResolutionX = SettingKey("GENERAL_PDF_RESOLUTION_X");
+    static constexpr QLatin1String kDialogResolutionY = SettingKey("GENERAL_PDF_RESOLUTION_Y");
+    static constexpr QLatin1String kLoaderResolutionX = SettingKey("PDF_RESOLUTION_X");
+    static constexpr QLatin1String kLoaderResolutionY = SettingKey("PDF_RESOLUTION_Y");
     /// @}
 
     CSettingManager() = delete;

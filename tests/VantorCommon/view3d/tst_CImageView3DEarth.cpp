@@ -229,6 +229,17 @@ private Q_SLOTS:
         QCOMPARE(view.GetYaw(), -95.0F);
     }
 
+    void aDragInTwoMovesTurnsAsFarAsInOne()
+    {
+        CImageView3DEarth view;
+        Send(view, QEvent::MouseButtonPress, QPointF(100, 100));
+        Send(view, QEvent::MouseMove, QPointF(105, 102));
+        Send(view, QEvent::MouseMove, QPointF(110, 110));
+        Send(view, QEvent::MouseButtonRelease, QPointF(110, 110));
+        QCOMPARE(view.GetYaw(), -91.0F);
+        QCOMPARE(view.GetPitch(), 1.0F);
+    }
+
     void pitchNeverPasses89HoweverFarTheMouseIsDragged()
     {
         CImageView3DEarth view;
