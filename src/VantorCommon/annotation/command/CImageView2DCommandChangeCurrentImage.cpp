@@ -2,9 +2,11 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/annotation/command/CImageView2DCommandChangeCurrentImage.h>
 
+#include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
+#include <VantorCommon/annotation/store/CarriedShapes_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 
@@ -68,6 +70,11 @@ void CImageView2DCommandChangeCurrentImage::exec()
     if (m_bHadPage ? !SelectPageOf(*pModel, m_pOldImage) : HasPage(*pModel))
         return;
     m_bDone = true;
+    if (Carry()) {
+        pModel->SetCurrentImage(m_pNewImage);
+        m_pCarried->Do(*m_pCtrl->GetGeometryModel());
+        return;
+    }
     KeepAnnotations();
     Show(m_pNewImage);
 }
@@ -78,11 +85,32 @@ void CImageView2DCommandChangeCurrentImage::undo()
     if (!pModel || !m_bDone || !SelectPageOf(*pModel, m_pNewImage))
         return;
     m_bDone = false;
+    if (m_pCarried) {
+        pModel->SetCurrentImage(m_pOldImage);
+        if (m_pCtrl->GetGeometryModel())
+            m_pCarried->Undo(*m_pCtrl->GetGeometryModel());
+        return;
+    }
     Show(m_pOldImage);
     // Without a page before, the list was not what one replaced entry leaves.
     if (!m_bHadPage)
         pModel->SetImages(m_vctPages);
     RestoreAnnotations();
+}
+
+/// Decides at the first time whether the annotations are taken along.
+bool CImageView2DCommandChangeCurrentImage::Carry()
+{
+    if (m_pCarried || !m_vctDropped.empty())
+        return m_pCarried != nullptr;
+    const bool bSameSize = m_pOldImage && m_pOldImage->GetWidth() == m_pNewImage->GetWidth() &&
+                           m_pOldImage->GetHeight() == m_pNewImage->GetHeight();
+    const bool bKnown = bSameSize || m_sChange.eKind != SImageChange::EKind_Other;
+    if (m_pCtrl->GetAnnotationStore()->IsCarrying() && m_bHadPage && m_pOldImage && bKnown &&
+        m_pCtrl->GetGeometryModel())
+        m_pCarried = std::make_unique<CCarriedShapes>(
+            m_sChange.MapOf(m_pOldImage->GetWidth(), m_pOldImage->GetHeight()));
+    return m_pCarried != nullptr;
 }
 
 void CImageView2DCommandChangeCurrentImage::KeepAnnotations()

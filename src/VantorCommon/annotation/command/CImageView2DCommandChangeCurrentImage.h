@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+class CCarriedShapes;
 class CImageView2DCtrl;
 class CImageView2DDrawableObject;
 class CImageView2DModel;
@@ -18,6 +19,9 @@ class CImage;
 }
 
 /// Puts another image on the page that is current when the command is made, which drops the annotations.
+///
+/// With SCenterOptions::bCarryAnnotations they stay, at their places on the new image, if it has come from
+/// the old one by a turn, a flip or a cut, or has its size.
 ///
 /// Undo puts the old image back on its page, whichever page is current by then, and brings back the dropped
 /// annotations with their order and selection. When the page is gone meanwhile (closed, or another file was
@@ -45,6 +49,7 @@ private:
 
     CImageView2DModel* Model() const;
     void Show(const ImagePtr& pImage);
+    bool Carry();
     void KeepAnnotations();
     void RestoreAnnotations();
 
@@ -57,4 +62,5 @@ private:
     /// The list before, kept only when there was no current page.
     std::vector<ImagePtr> m_vctPages;
     std::vector<SDropped> m_vctDropped;
+    std::unique_ptr<CCarriedShapes> m_pCarried; ///< null when the annotations have gone with the old image
 };

@@ -18,6 +18,41 @@ struct SShapeData {
     QString strText;                ///< empty for what is no text
 };
 
+/// Takes what is on an image to where it is after a quarter turn, a flip or a cut: the coordinates change
+/// places (bSwap), then their signs, then they move.
+struct SPlaneMap {
+    bool bSwap = false;    ///< x and y change places
+    double dblSignX = 1.0; ///< 1 or -1, so the next
+    double dblSignY = 1.0;
+    double dblMoveX = 0.0; ///< image pixels, so the next
+    double dblMoveY = 0.0;
+
+    /// x and y of a place.
+    void MovePlace(double& x, double& y) const
+    {
+        MoveSize(x, y);
+        x += dblMoveX;
+        y += dblMoveY;
+    }
+    /// Width and height, with their signs.
+    void MoveSize(double& w, double& h) const
+    {
+        const double dblWidth = bSwap ? h : w;
+        h = dblSignY * (bSwap ? w : h);
+        w = dblSignX * dblWidth;
+    }
+    /// Nothing is turned or flipped.
+    bool IsShift() const { return !bSwap && dblSignX > 0.0 && dblSignY > 0.0; }
+    bool IsIdentity() const { return IsShift() && dblMoveX == 0.0 && dblMoveY == 0.0; }
+    SPlaneMap Inverse() const
+    {
+        const double dblX = -dblSignX * dblMoveX;
+        const double dblY = -dblSignY * dblMoveY;
+        return bSwap ? SPlaneMap{true, dblSignY, dblSignX, dblY, dblX}
+                     : SPlaneMap{false, dblSignX, dblSignY, dblX, dblY};
+    }
+};
+
 /// One kind of annotation: everything that is to be known of it beside its geometry. Views, cursors,
 /// gestures, the regions of the processing tools and menus walk the table of kinds; nothing else knows kinds.
 struct SShapeKind {
@@ -53,6 +88,8 @@ struct SShapeKind {
     std::function<SShapeData(const CImageView2DDrawableObject& object)> write;
     std::function<ObjectPtr(const SShapeData& data)> read;
     /// @}
+    /// Moves what write has given. Null: objects of the kind go when the image is turned, flipped or cut.
+    std::function<void(SShapeData& data, const SPlaneMap& map)> move;
 };
 
 /// The table of kinds. GUI thread only.

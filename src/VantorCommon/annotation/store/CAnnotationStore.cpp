@@ -109,6 +109,11 @@ void CAnnotationStore::SetOptions(const SCenterOptions& sOptions)
     m_p->UseJournal(*this, sOptions.bAnnotationJournal);
 }
 
+bool CAnnotationStore::IsCarrying() const
+{
+    return m_p->sOptions.bCarryAnnotations;
+}
+
 std::unique_ptr<CCommand> CAnnotationStore::Watch(std::unique_ptr<CCommand> pCommand)
 {
     return std::make_unique<CWatched>(*this, std::move(pCommand));

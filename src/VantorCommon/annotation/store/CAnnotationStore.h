@@ -103,6 +103,8 @@ public:
     /// For the controller: a step that the store hears of, and the end of all annotations for a reason.
     std::unique_ptr<CCommand> Watch(std::unique_ptr<CCommand> pCommand);
     void Clear(EAnnotationsGone eReason);
+    /// Whether annotations are taken along when their image changes.
+    bool IsCarrying() const;
     /// @}
 
 Q_SIGNALS:

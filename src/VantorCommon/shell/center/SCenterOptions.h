@@ -26,6 +26,9 @@ struct SCenterOptions {
     /// Annotations that have a pen or a brush are painted by them, and the property panel has their colour,
     /// width and fill. Off: every annotation is green or, selected, red.
     bool bOwnColors = false;
+    /// Annotations stay when their image is turned by a quarter, flipped or cut, at their places on the new
+    /// image, and when it is changed into one of equal size; undo brings both back exactly. Off: they go.
+    bool bCarryAnnotations = false;
     /// Every step on annotations that are not saved goes into a file in the user's folder of states, which
     /// outlives the program however it ends; AnnotationRecovery finds it. Off: nothing is written.
     bool bAnnotationJournal = false;

@@ -240,6 +240,11 @@ void CImageViewerCtrl::ChangeCurrentImage(ImagePtr pImage)
     m_pCtrl2D->ChangeCurrentImage(std::move(pImage));
 }
 
+void CImageViewerCtrl::ChangeCurrentImage(ImagePtr pImage, const SImageChange& sChange)
+{
+    m_pCtrl2D->ChangeCurrentImage(std::move(pImage), sChange);
+}
+
 void CImageViewerCtrl::AddRectangle(std::shared_ptr<CImageView2DDrawableGeometry> pObject)
 {
     m_pCtrl2D->AddRectangle(std::move(pObject));

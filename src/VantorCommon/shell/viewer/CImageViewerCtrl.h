@@ -30,6 +30,7 @@ class CToolBoxDockView;
 class QIcon;
 class QWidget;
 struct SCenterOptions;
+struct SImageChange;
 
 namespace Vantor::Algorithms
 {
@@ -91,6 +92,8 @@ public:
     void CloseCurrentImage();
     /// Replaces the current image and drops the annotations, an undoable step; null changes nothing.
     void ChangeCurrentImage(ImagePtr pImage);
+    /// The same for an image that has come from the present one by a turn, a flip or a cut.
+    void ChangeCurrentImage(ImagePtr pImage, const SImageChange& sChange);
     /// Adds a shape of any kind and selects it alone, an undoable step; null is ignored.
     void AddRectangle(std::shared_ptr<CImageView2DDrawableGeometry> pObject);
     /// Adds an entry to the menu of annotations; the function gets view identifier and annotation identifier.
