@@ -75,9 +75,8 @@ public:
     virtual void RestoreShape(const Vantor::Geometry::CGeometry&) {}
     /// @}
     /// Paints what lies beneath the outline of a shape and the label; nothing in the base.
-    /// @param painter  maps image coordinates to the view; its pen and brush are those of the object, and it
-    /// is
-    ///                 left as it was found
+    /// @param painter  maps image coordinates to the view; its pen and brush are those of the object, and
+    ///                 the function leaves it as it found it
     /// @param s        the size of a widget pixel in image pixels
     virtual void PaintContents(QPainter& painter, double s) const;
 
