@@ -13,8 +13,8 @@ class QSpinBox;
 class QTabWidget;
 
 /// The "Settings" dialog: tabs of editors, each of which carries the key of its setting as its object name.
-/// It announces what the user enters and shows what the settings of the process hold; storing is the setting
-/// controller's.
+/// It announces what the user enters and shows the settings of the process; the setting controller stores
+/// them.
 ///
 /// Deliberate: an edit reaches the file only, readers in this process keep the old value until the next
 /// start. So a box whose edit was stored goes on showing it, until the setting itself changes.
@@ -29,7 +29,7 @@ public:
     /// Makes the tab "General". The constructor calls it; a second call does nothing.
     void CreateView();
 
-    /// Adds a tab of another part of the program; the dialog takes the page over. To take part in storing, an
+    /// Adds a tab of another part of the program and takes ownership of the page. To take part in storing, an
     /// editor on it has its key as object name and is connected to the slot of its type. A null page adds
     /// nothing.
     void AddSettingTab(QWidget* pPage, const QString& strTitle);

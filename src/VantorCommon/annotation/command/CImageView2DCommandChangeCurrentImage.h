@@ -18,10 +18,10 @@ class CImage;
 
 /// Puts another image on the page that is current when the command is made, which drops the annotations.
 ///
-/// Undo puts the old image back on its page, whichever page is current by then, and brings back the dropped
-/// annotations with their order and selection. When the page is gone meanwhile (closed, or another file was
-/// loaded) undo and redo do nothing. Nothing happens without a controller, its image model or a new image.
-/// The controller is not owned and outlives the command. GUI thread only.
+/// Undo restores the old image on its page, whichever page is current by then, and the dropped annotations
+/// with their order and selection. If the page is gone (closed, or another file was loaded), undo and redo do
+/// nothing. The command does nothing without a controller, its image model or a new image. The controller is
+/// not owned and outlives the command. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DCommandChangeCurrentImage : public CCommand
 {
 public:
