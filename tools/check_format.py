@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""check_format.py CLANG-FORMAT: holds that every C++ file of the project is formatted as .clang-format says."""
+"""check_format.py CLANG-FORMAT: checks that every C++ file of the project is formatted as .clang-format says."""
 import subprocess
 import sys
 

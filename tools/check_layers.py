@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Holds the includes of src/ against layers.txt: nothing includes a higher floor, no file is without a floor, no headers form a
+"""Checks the includes of src/ against layers.txt: no file includes a higher floor, every file has a floor, no headers form a
 cycle. Within a folder a model includes neither view nor controller, and a view includes no controller."""
 import fnmatch
 import pathlib

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Holds that every file of the project says under which licence it is: text sources by an SPDX line at their head,
-C++ files also by the copyright line; what cannot carry one by a row of the table in a LICENCE(S).md beside it or
-above it, or by a pattern of REST. Every licence that is named has its text in LICENSES/."""
+"""Checks that every file of the project states its licence: text sources by an SPDX line at their head, C++ files also by
+the copyright line; a file that cannot carry one by a row of the table in a LICENCE(S).md beside it or above it, or by a
+pattern of REST. LICENSES/ has the text of every named licence."""
 import fnmatch
 import pathlib
 import re
@@ -17,7 +17,7 @@ CPP_HEAD = ["// SPDX-License-Identifier: MIT", "// Copyright (c) The Vantor auth
 SOURCES = CPP + (".py", ".sh", ".cmake", ".in", ".qrc", ".ui", ".vert", ".frag", ".svg", ".supp", ".1", ".desktop", ".xml",
                  "CMakeLists.txt", ".clang-format", ".clang-tidy", ".editorconfig", ".gitignore", "tools/layers.txt")
 
-# The project's own files that have no place for a line, or whose every byte counts: MIT, see LICENSE.
+# The project's own files that have no place for a line, or must stay as they are: MIT, see LICENSE.
 REST = [
     "*.md", "LICENSE", "LICENSES/*", "CMakePresets.json", "packaging/debian/*",
     "cmake/*.in",                                               # their lines go into what is installed
@@ -28,7 +28,7 @@ REST = [
     "app/Image/*.png", "app/icons/*.png", "docs/pictures/*.png",
 ]
 
-# What the licence cells of the tables begin with, and the text to it; None where no text has to come along.
+# How the licence cells of the tables begin, and the text of each licence; None where none is required.
 TABLE_LICENCES = {
     "Apache-2.0": "Apache-2.0", "BSD-2-Clause": "BSD-2-Clause", "BSD-3-Clause": "BSD-3-Clause", "MIT-CMU": "MIT-CMU",
     "MIT (": "MIT", "PngSuite licence": "LicenseRef-PngSuite", "UDHR text (c) OHCHR, free to reproduce": None,

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""check_tidy.py CLANG-TIDY BUILD [PATTERN...]: runs what .clang-tidy says over the sources of src/ and app/ that BUILD
-compiles (of its compile_commands.json), or those of them that match a pattern such as "*/image/*". Fails on the first
-finding in any of them, after all have been looked at."""
+"""check_tidy.py CLANG-TIDY BUILD [PATTERN...]: runs the checks of .clang-tidy over the sources of src/ and app/ that BUILD
+compiles (by its compile_commands.json), or over those that match a pattern such as "*/image/*". It looks at all of them
+and then fails if there is any finding."""
 import concurrent.futures
 import fnmatch
 import json
@@ -13,7 +13,7 @@ import sys
 import tree
 
 JOBS = 2
-# The compiler of the build needs not be told its own default; nor does a launcher before it tell what it is.
+# The build's compiler does not name its own defaults, and a launcher before it hides which compiler it is.
 LIKE_THE_BUILD = ["--extra-arg-before=--driver-mode=g++", "--extra-arg=-std=gnu++17"]
 
 
@@ -25,7 +25,7 @@ def sources(build, patterns):
 
 
 def findings(tidy, build, name):
-    """What it finds in one source, as text; empty when all is well."""
+    """The findings in one source, as text; empty when there are none."""
     result = subprocess.run([tidy, "-p", build, "--quiet", *LIKE_THE_BUILD, tree.ROOT / name], check=False,
                             stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
     return f"{name}:\n{result.stdout}{result.stderr}" if result.returncode else ""

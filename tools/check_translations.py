@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""check_translations.py [--update] : holds the host's translations against its sources: each text is there, is
-translated, and has the placeholders and the mnemonic of its source. With --update the files are refreshed
-first; what is new in them is left to be filled in and is reported."""
+"""check_translations.py [--update] : checks the host's translations against its sources: each text exists, is
+translated, and has the placeholders and the mnemonic of its source. With --update it first updates the files
+and reports the new texts, which somebody has to translate."""
 import collections
 import os
 import pathlib
@@ -15,7 +15,7 @@ import xml.etree.ElementTree
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 FOLDER = ROOT / "app/translations"
-# English needs its plural forms only: its other texts are the sources'.
+# English needs only its plural forms: its other texts are those of the sources.
 OPTIONS = {"en": ["-pluralonly"], "ko": [], "vi": []}
 DECLARATION = '<?xml version="1.0" encoding="utf-8"?>\n'
 LICENCE = "<!-- SPDX-License-Identifier: MIT -->\n"
@@ -28,7 +28,7 @@ def file_of(language):
 
 
 def refresh(language, path):
-    """Brings a file up to date, or makes it."""
+    """Updates or creates a file."""
     lupdate = shutil.which("lupdate", path=os.environ.get("PATH", "") + ":/usr/lib/qt5/bin")
     if not lupdate:
         sys.exit("lupdate is missing: it is in qttools5-dev-tools")

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # coverage.sh [--report] : installs what is missing, builds both libraries and their tests instrumented, runs
-# every test and prints which lines and branches of the libraries they reach. It fails when a test does, and
-# when a library stays below its limit. With --report only the figures of the last run, again.
+# every test and prints which lines and branches of the libraries they reach. It fails when a test fails or a
+# library stays below its limit. With --report it only prints the figures of the last run again.
 #
-# Counted is the code of src/ as it stands; no marker takes a line out. Not counted are the branches that only
-# an exception takes (the compiler adds one to every call) and those of lines without code (closing braces).
+# It counts all code of src/; no marker excludes a line. It does not count the branches that only an exception
+# takes (the compiler adds one to every call) and those of lines without code (closing braces).
 # A line of a template, and of a kernel that is compiled for several instruction sets, counts as reached when
 # one of its instances is. The page of every source goes to build/coverage/html.
 set -euo pipefail

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""coverage_report.py SUMMARY.json: the table of coverage.sh, made from what gcovr counted.
+"""coverage_report.py SUMMARY.json: makes the table of coverage.sh from the counts of gcovr.
 
-One row for each folder and one for each library, then the files below a limit. Ends with 1 when a library is.
+It has a row for each folder and each library, then the files below a limit. The exit status is 1 when a library is below one.
 """
 import json
 import sys
@@ -14,7 +14,7 @@ LIMITS = {"line": 90.0, "branch": 80.0}
 
 
 def percent(counts, kind):
-    """Covered of total; what has none of the kind misses none."""
+    """Covered of total, in percent; 100 when the total is 0."""
     covered, total = counts[kind]
     return 100.0 * covered / total if total else 100.0
 

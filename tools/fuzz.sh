@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # fuzz.sh SECONDS|RUNSx [TARGET...] : runs the fuzz targets (all of build/fuzz/fuzz by default), each for so
-# many seconds, or with "5000x" for so many inputs. The seeds are the test data of the format; what a run
-# finds is left in the folder that is named at its end. Build first: cmake --workflow --preset fuzz
+# many seconds, or with "5000x" for so many inputs. The seeds are the test data of the format; a run leaves its
+# findings in the folder that it names at its end. Build first: cmake --workflow --preset fuzz
 set -euo pipefail
 cd "$(dirname "$0")/.."
 [ $# -ge 1 ] || { sed -n 3,5p "$0"; exit 2; }

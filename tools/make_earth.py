@@ -7,7 +7,7 @@ The file is part of world-atlas 2.0.2 (ISC licence), which holds the public-doma
 as TopoJSON. Needs rsvg-convert (librsvg2-bin) and convert
 (imagemagick). The result is in the repository; run it after changing the drawing.
 
-Coasts and borders are true. Climate is drawn by hand: bands of latitude, and blurred spots for deserts,
+Coasts and borders are real. Climate is drawn by hand: bands of latitude, and blurred spots for deserts,
 forests and mountains; the relief is noise under a light from the north-west.
 """
 import json
@@ -35,7 +35,7 @@ SEA_BANDS = [
     (0.00, "#dfe9ee"), (0.035, "#b9d0dd"), (0.09, "#4a7a9c"), (0.25, "#24598a"), (0.42, "#1d5b93"),
     (0.50, "#20659c"), (0.58, "#1d5b93"), (0.75, "#1f4f7f"), (0.88, "#4a7a9c"), (1.00, "#b9d0dd"),
 ]
-# How much of the relief is seen: near the poles the sphere would squeeze it to streaks.
+# How visible the relief is: near the poles the sphere would squeeze it to streaks.
 RELIEF_BANDS = [
     (0.00, "#000000"), (0.08, "#303030"), (0.17, "#606060"), (0.28, "#d0d0d0"), (0.40, "#ffffff"),
     (0.75, "#ffffff"), (0.85, "#404040"), (1.00, "#000000"),

@@ -3,8 +3,8 @@
 """Turns the drawings of tools/icons into the pictures of the library, of the viewer and of the desktop.
 
 Without an argument it writes them; that needs rsvg-convert (librsvg2-bin; the ones in the repository are of
-version 2.54.7, which writes the same bytes each time). With --check it only looks whether every drawing has
-its pictures and every picture its drawing, and needs nothing.
+version 2.54.7, which writes the same bytes each time). With --check it only checks that every drawing has
+its pictures and every picture its drawing, and needs no program.
 """
 import pathlib
 import shutil

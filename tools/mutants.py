@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Changes the code on purpose, one row of tools/mutants/ at a time, and looks whether a test notices.
+"""Changes the code on purpose, one row of tools/mutants/ at a time, and checks whether a test notices.
 
-Each row is applied alone, built, and met with its tests; the file is put back in every case. The table and
-its figures are explained in tests/README.md.
+It applies each row alone, builds, runs the row's tests, and restores the file in every case. tests/README.md
+explains the table and its figures.
 
   tools/mutants.py --check                     do all rows still apply?
   tools/mutants.py                             all of them (hours)
@@ -42,7 +42,7 @@ def is_meant(row, pattern):
 
 
 def why_not_applicable(row):
-    """What keeps a row from being tried, or None."""
+    """Why a row cannot be tried, or None."""
     path = ROOT / row.file
     if not path.is_file():
         return f"there is no {row.file}"
@@ -128,7 +128,7 @@ def try_row(row, build, broken):
 
 
 def broken_tests(rows, build):
-    """The tests that fail anyway: they would notice every change."""
+    """The tests that fail without a change: they would notice every row."""
     broken = set()
     for name in sorted({name for tests in {row.tests for row in rows} for name in build.find(tests)[0]}):
         this = f"^{re.escape(name)}$"
@@ -174,12 +174,12 @@ def main():
     if arguments.check:
         return check(rows)
 
-    # Whatever ends the program passes through the restoring of the file.
+    # Every way out of the program restores the file.
     for number in (signal.SIGTERM, signal.SIGHUP):
         signal.signal(number, lambda *_: sys.exit(1))
     folder = pathlib.Path(arguments.build or ROOT / "build" / arguments.preset).resolve()
     if not (folder / "CMakeCache.txt").is_file():
-        # The programs are not linked again for each library that changes inside.
+        # Do not link the programs again when only a library has changed inside.
         subprocess.run(["cmake", "--preset", arguments.preset, "-B", str(folder),
                         "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON"], cwd=ROOT, check=True)
     build = Build(str(folder), arguments.jobs)

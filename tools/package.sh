@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # package.sh [BUILD]: makes the Debian packages of a finished build (build/release if none is named) in the folder
-# "packages" beside it and has them looked over by lintian. Errors and warnings are failures.
+# "packages" beside it and checks them with lintian. Errors and warnings are failures.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=$(cd "${1:-$root/build/release}" && pwd)

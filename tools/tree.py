@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The files of the project, found in a clone as in an unpacked archive of the sources: git need not be there."""
+"""Finds the files of the project in a clone and in an unpacked archive of the sources, without git."""
 import fnmatch
 import os
 import pathlib
@@ -12,7 +12,7 @@ def is_ignored(path, patterns):
     """Whether one of the patterns of .gitignore names this path below ROOT, folders with a slash at their end."""
     path = "/" + path
     for pattern in patterns:
-        if pattern.startswith("/"):  # from ROOT on, where a star stands for a part of one name
+        if pattern.startswith("/"):  # from ROOT on; a star stands for a part of one name
             if path.count("/") == pattern.count("/") and fnmatch.fnmatchcase(path, pattern):
                 return True
         elif fnmatch.fnmatchcase(path, "*/" + pattern):

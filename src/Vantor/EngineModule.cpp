@@ -17,7 +17,7 @@ namespace
 constexpr const char* kFolder = "vantor";
 std::atomic<bool> g_bEnded{false};
 
-/// Where this library lies.
+/// The folder of this library.
 std::filesystem::path OwnFolder()
 {
     Dl_info info = {};
@@ -35,7 +35,7 @@ CResult FindInModule(const char* file, const char* function, void*& found)
     void* pModule = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     found = pModule ? ::dlsym(pModule, function) : nullptr;
     const char* szReason = found ? nullptr : ::dlerror();
-    // Runs before what dlopen has made for the module ends.
+    // Runs before the static objects that dlopen created for the module are destroyed.
     std::atexit([] { g_bEnded = true; });
     if (found)
         return CResult::Success();

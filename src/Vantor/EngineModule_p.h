@@ -6,27 +6,27 @@
 
 #include <memory>
 
-/// Before the function of a module that gives its engine.
+/// Precedes the function of a module that returns its engine.
 #define VANTOR_ENGINE_FUNCTION extern "C" __attribute__((visibility("default")))
 
 namespace Vantor
 {
 
-/// An engine that is loaded with its libraries when it is used for the first time: a module in the folder
-/// "vantor" beside libVantor, with one function.
+/// An engine that is loaded, with its libraries, at its first use: a module in the folder "vantor" beside
+/// libVantor, which exports one function.
 /// @tparam Engine  the engine's interface
 template <class Engine> struct SEngineModule {
-    /// Gives an engine; its interface says who owns it. Null when the module could not be loaded.
+    /// Returns an engine; its interface says who owns it. Null when the module could not be loaded.
     Engine* (*pFunction)() = nullptr;
-    /// Why not, as the system has it.
+    /// Why the module could not be loaded, in the system's words.
     CResult result = CResult::Success();
 };
 
-/// Whether the process ends and has begun to take down what the modules keep for themselves.
+/// Whether the process is ending and has begun to destroy the modules' static objects.
 bool ModulesHaveEnded();
 
-/// Deletes an engine; but one that lives as long as the process stays as it is, for what it needs has gone
-/// before it: a module, which is loaded late, ends early.
+/// Deletes an engine, unless the process is ending: a module is loaded late and therefore destroyed early, so
+/// what the engine needs is already gone.
 struct SEngineDeleter {
     template <class Engine> void operator()(Engine* pEngine) const
     {

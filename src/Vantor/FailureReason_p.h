@@ -27,13 +27,13 @@ public:
         Set({});
         return 0;
     }
-    /// @param reason  a sentence in English. It is there also when there is no memory left to keep it.
+    /// @param reason  a sentence in English. It is available even when there is no memory left to store it.
     int Fail(const char* reason)
     {
         try {
             Set(reason);
         } catch (const std::bad_alloc&) {
-            Set("Out of memory."); // short enough to need none of its own
+            Set("Out of memory."); // short enough to be stored without an allocation
         }
         return 1;
     }

@@ -6,7 +6,7 @@ namespace Vantor
 {
 
 /// Hands a message to the sink of SetMessageSink. Any thread.
-/// @param pSource  the library that says it, such as "libpng"
+/// @param pSource  the library that reports it, such as "libpng"
 void TellMessage(const char* pSource, const char* pText);
 
 } // namespace Vantor

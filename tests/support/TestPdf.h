@@ -21,9 +21,8 @@ inline QByteArray MakePdf(const QList<QByteArray>& objects)
 }
 
 /// A PDF document of one page.
-/// @param pageEntries  entries of the page's dictionary, for instance "/MediaBox [0 0 100 60]"; it may refer
-/// to
-///                     the objects in `others` as "5 0 R", "6 0 R" ...
+/// @param pageEntries  entries of the page's dictionary, for instance "/MediaBox [0 0 100 60]"; it may
+///                     refer to the objects in `others` as "5 0 R", "6 0 R" ...
 /// @param drawing      the page's drawing operators
 /// @param others       further objects, without "obj" and "endobj"
 inline QByteArray MakeOnePagePdf(const QByteArray& pageEntries, const QByteArray& drawing = QByteArray(),

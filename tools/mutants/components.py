@@ -141,7 +141,7 @@ ROWS = [
      "return dblSize > 0.0 ? kHandleReach / dblSize : 0.0;", "return dblSize > 0.0 ? kHandleReach : 0.0;",
      "handles are hard to catch in a large image", "tst_CImageView2DCtrl|tst_Selecting"),
     ("close-keeps-shapes", "src/VantorCommon/view2d/CImageView2DCtrlImages.cpp",
-     "    m_context.pModel->CloseCurrentImage();\n    DropAnnotations();", "    m_context.pModel->CloseCurrentImage();",
+     "    m_context.pModel->CloseCurrentImage();\n    m_context.pCtrl->GetAnnotationStore()->Clear(EAnnotationsGone_Closed);", "    m_context.pModel->CloseCurrentImage();",
      "the shapes of a closed image stay", "tst_CImageView2DCtrl"),
     ("undo-without-focus", "src/VantorCommon/view2d/CImageView2DCtrl.cpp",
      "    if (!m_pParts->context.pView || !m_pParts->context.pView->hasFocus())\n        return false;\n"

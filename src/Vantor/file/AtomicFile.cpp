@@ -29,7 +29,7 @@ std::string FolderOf(const std::string& path)
     return nSlash == std::string::npos ? std::string() : path.substr(0, nSlash + 1);
 }
 
-/// Follows symbolic links, also to a file that does not exist yet; empty for a loop.
+/// Follows symbolic links, even to a file that does not exist yet; empty for a loop.
 std::string FollowLinks(std::string path)
 {
     for (int i = 0; i < kMaxLinks; ++i) {
@@ -82,9 +82,9 @@ CResult AtomicFile::Open(const std::string& path)
     const int nHandle = CreateTemporary(FolderOf(m_strTarget), strTemporary);
     if (nHandle < 0)
         return CResult::Failure(kNotWritable);
-    m_strTemporary.swap(strTemporary); // whatever fails from here on, it is removed
+    m_strTemporary.swap(strTemporary); // from here on a failure removes it
     if (bExists) {
-        // Another owner cannot be kept without rights; the file is then ours, with the old permissions.
+        // Without the rights to keep another owner, the file becomes ours, with the old permissions.
         [[maybe_unused]] const int nIgnored = ::fchown(nHandle, old.st_uid, old.st_gid);
         ::fchmod(nHandle, old.st_mode & kPermissionBits);
     }

@@ -20,7 +20,7 @@ struct SFilterJob {
     const PixelRuns& runs;
 };
 
-/// Consecutive runs of whole rows, never none.
+/// Consecutive runs of whole rows, at least one.
 struct SBand {
     const Geometry::SPixelRun* pBegin;
     const Geometry::SPixelRun* pEnd;
@@ -29,7 +29,7 @@ struct SBand {
     int LastRow() const { return pEnd[-1].nRow; }
 };
 
-/// All runs of a job, which may be none.
+/// All runs of a job; there may be none.
 inline SBand WholeOf(const SFilterJob& job)
 {
     return {job.runs.data(), job.runs.data() + job.runs.size()};
@@ -43,8 +43,8 @@ struct SColumns {
     void Include(const SColumns& other);
 };
 
-/// Cuts the runs into one band, or into two of about the same number of pixels when the region is so large
-/// that a second thread pays, and when the process may use a second processor.
+/// Cuts the runs into one band, or into two of about the same number of pixels when a second thread pays for
+/// a region of this size and the process may use a second processor.
 std::vector<SBand> MakeBands(const PixelRuns& runs);
 
 /// The columns of all runs of a band, which holds at least one.
@@ -60,8 +60,8 @@ template <class Visit> void ForEachPixel(const SFilterJob& job, const SBand& ban
     }
 }
 
-/// Calls worker.Run() for one or two workers, the second on a thread of its own when one can be had.
-/// Run() must not throw.
+/// Calls worker.Run() for one or two workers, the second on a thread of its own if one can be started. Run()
+/// must not throw.
 template <class Worker> void RunWorkers(std::vector<Worker>& workers)
 {
     std::thread second;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// The filters of CImage that need no neighbours, and those that smooth.
+// CImage's filters that look at single pixels, and those that smooth.
 #include <Vantor/image/CImage.h>
 
 #include <Vantor/EngineModule_p.h>
@@ -24,7 +24,7 @@ constexpr double kMaxGamma = 10.0;
 constexpr int kMaxValue = 255;
 constexpr int kMaxRadius = 1000;
 
-/// False also for what is not a number.
+/// False for NaN too.
 bool IsWithin(double value, double least, double most)
 {
     return value >= least && value <= most;
@@ -36,7 +36,7 @@ const SEngineModule<const SSmoothKernels>& SmoothModule()
     return module;
 }
 
-/// Runs smooth(job, kernels), which returns false for a lack of memory.
+/// Runs smooth(job, kernels), which returns false when memory runs out.
 template <class Smooth> CResult RunSmooth(CImage& image, const SFilterRegion& region, const Smooth& smooth)
 {
     return RunFilter(image, region, [&smooth](const SFilterJob& job) {

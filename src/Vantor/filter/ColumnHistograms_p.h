@@ -16,7 +16,8 @@ constexpr std::size_t kBins = 16; ///< coarse bins, and fine bins in each coarse
 template <class Count> struct SBins {
     typedef Count Vector __attribute__((vector_size(kBins * sizeof(Count))));
 };
-/// A histogram's bins, all coarse ones or the fine ones of one of them, added and taken away all at once.
+/// Bins of a histogram (all coarse ones, or the fine ones of one coarse bin) that are added and subtracted
+/// together.
 template <class Count> using Bins = typename SBins<Count>::Vector;
 
 /// The bin in which the sample of that rank (from 0) lies; the rank becomes the one within the bin.
@@ -28,7 +29,8 @@ template <class Count, class Vector> inline std::size_t FindBin(const Vector& bi
     return i;
 }
 
-/// A window of an axis around a place, cut off at the ends, whose first and last cell count more than once.
+/// A window around a position on an axis, cut off at the axis's ends; its first and last cells count more
+/// than once.
 struct SWindow {
     std::int64_t nFirst;
     std::int64_t nLast;
@@ -47,14 +49,14 @@ struct SWindow {
     }
 };
 
-/// The histograms of some columns of one channel, each of the samples of a window of rows.
-/// Count is an unsigned type that holds the number of samples of a whole window.
+/// The histograms of some columns of one channel; each counts the samples of a window of rows. Count is an
+/// unsigned type that holds the number of samples of a whole window.
 template <class Count> class CColumnHistograms
 {
 public:
     explicit CColumnHistograms(std::size_t columns) : m_vctCoarse(columns), m_vctFine(columns * kBins) {}
 
-    /// Empties the histograms; the index 0 is that column from now on.
+    /// Empties the histograms; index 0 stands for that column from now on.
     void Restart(int firstColumn, int columns)
     {
         m_nFirst = firstColumn;
@@ -77,7 +79,7 @@ public:
         }
     }
     const Bins<Count>& Coarse(std::int64_t column) const { return m_vctCoarse[Index(column)]; }
-    /// The fine bins of one coarse bin; of neighbouring columns they lie side by side.
+    /// The fine bins of one coarse bin; those of neighbouring columns lie side by side.
     const Bins<Count>& Fine(std::size_t bin, std::int64_t column) const
     {
         return m_vctFine[bin * m_nColumns + Index(column)];
@@ -96,14 +98,14 @@ private:
 template <class Count> class CMovingSum
 {
 public:
-    /// Forgets where the window stands.
+    /// Forgets the window's position.
     void Restart() { m_nX = -1; }
     /// Moves the window to the right, or stays.
     /// @param binsOf  the bins of a column
     template <class BinsOf>
     const Bins<Count>& MoveTo(std::int64_t x, std::int64_t radius, std::int64_t width, const BinsOf& binsOf)
     {
-        // To move from far away costs more than to start afresh.
+        // A long move costs more than a new start.
         if (m_nX < 0 || x - m_nX > radius) {
             m_sum = Bins<Count>{};
             const SWindow window(x, radius, width);
@@ -123,8 +125,8 @@ private:
     Bins<Count> m_sum{};
 };
 
-/// The histogram of a window that moves along a row, over column histograms. The fine bins follow only when
-/// they are asked for.
+/// The histogram of a window that moves along a row, over column histograms. It updates fine bins only when
+/// they are needed.
 template <class Count> class CWindowHistogram
 {
 public:

@@ -36,7 +36,7 @@ template <class Filter> CResult RunFilter(CImage& image, const SFilterRegion& re
     return filter(job);
 }
 
-/// Notes how a filter ended, also when memory ran out: even a reason may need some.
+/// Records how a filter ended, even when memory ran out: storing a reason may need some, too.
 template <class Run> int NoteRun(CFailureReason& failure, const Run& run)
 {
     try {

@@ -13,9 +13,8 @@ using Geometry::SPixelRun;
 
 namespace
 {
-/// Filters one band. It keeps the original pixels of the rows that a kernel's neighbourhood spans; the rows
-/// below the band are taken aside at the start, for the next band may be ahead of this one. So are the rows
-/// above.
+/// Filters one band. It keeps the original pixels of the rows that a kernel's neighbourhood spans. It copies
+/// the rows above and below the band at the start, because the other band may overwrite them first.
 class CBandFilter
 {
 public:
@@ -30,11 +29,11 @@ private:
 
     /// The columns of the runs of the row and of its neighbours, which read it.
     SColumns Readers(int row) const;
-    /// Where the row is kept, or is to be.
+    /// The buffer that keeps the row, or will keep it.
     SKeptRow& KeptRow(int row);
     void Keep(SKeptRow& kept, int row);
     std::size_t OffsetOf(int column) const;
-    /// The original bytes of the row, which is clamped to the image, from the column on.
+    /// The row's original bytes from the column on; the row is clamped to the image.
     const unsigned char* Original(int row, int column);
 
     SFilterJob m_job;

@@ -8,9 +8,9 @@
 namespace Vantor::Algorithms
 {
 
-/// Replaces the runs of an 8-bit image by what the kernel makes out of the original pixels around them, the
-/// border repeated. In place: only a few rows of original pixels are kept aside, never the image.
-/// Throws std::bad_alloc before it has written anything.
+/// Replaces the runs of an 8-bit image by what the kernel computes from the original pixels around them; the
+/// border is repeated. It works in place and copies only a few rows of original pixels at a time. It throws
+/// std::bad_alloc before it writes anything.
 void FilterNeighbours(const SFilterJob& job, const SRowKernel& kernel);
 
 } // namespace Vantor::Algorithms

@@ -10,7 +10,7 @@
 namespace Vantor::Algorithms
 {
 
-/// A copy of the rows that a region's windows read, made before the filter writes.
+/// A copy of the rows that a region's windows read, taken before the filter writes.
 struct SOriginal {
     PixelBuffer pData;
     int nFirstRow = 0;
@@ -18,9 +18,9 @@ struct SOriginal {
     std::size_t nStride = 0; ///< bytes, no padding
 
     /// @param radius  rows that a window reaches above and below; 0 to 2^31 - 1
-    /// @return false for a lack of memory
+    /// @return false when memory runs out
     bool CopyFrom(const SFilterJob& job, int radius);
-    /// Gives the runs their pixels back.
+    /// Restores the pixels of the runs.
     void Restore(const SFilterJob& job) const;
     const unsigned char* Row(std::int64_t row) const
     {

@@ -53,7 +53,7 @@ PixelRuns ComplementOf(const PixelRuns& runs, const SCanvas& canvas)
     return complement;
 }
 
-/// How far a disc of that radius reaches to the left and right, by the distance from its middle row.
+/// How far a disc of the radius reaches to the left and right, indexed by the distance from its middle row.
 std::vector<int> HalfWidths(double radius)
 {
     std::vector<int> vctHalf(static_cast<std::size_t>(radius) + 1);
@@ -69,8 +69,8 @@ std::vector<int> HalfWidths(double radius)
     return vctHalf;
 }
 
-/// Appends the region grown by half a disc: every pixel reaches its own row and the rows after it, in the
-/// order in which the rows are walked (step 1 downwards, -1 upwards). The work is the same for every radius.
+/// Appends the region grown by half a disc: every pixel reaches its own row and the rows after it in walking
+/// order (step 1 walks down, -1 up). The work does not depend on the radius.
 void AppendGrown(PixelRuns& grown, const PixelRuns& runs, const SCanvas& canvas,
                  const std::vector<int>& halfWidths, int step)
 {
@@ -115,7 +115,7 @@ PixelRuns Grow(const PixelRuns& runs, const SCanvas& canvas, double radius)
     return Geometry::UnionOf(std::move(grown));
 }
 
-/// The part of the runs that lies on the canvas, after its origin has moved by an offset in x and y.
+/// The part of the runs that lies on the canvas after the canvas's origin has moved by an offset in x and y.
 PixelRuns Crop(const PixelRuns& runs, int offset, const SCanvas& canvas)
 {
     PixelRuns cropped;
@@ -128,7 +128,7 @@ PixelRuns Crop(const PixelRuns& runs, int offset, const SCanvas& canvas)
     return cropped;
 }
 
-/// What the filters rely on, and what a shape of the host's own might get wrong.
+/// Checks what the filters rely on; a shape of a host's own may get it wrong.
 bool AreInOrder(const PixelRuns& runs, const SCanvas& canvas)
 {
     SPixelRun last{-1, 0, 0};
@@ -143,8 +143,8 @@ bool AreInOrder(const PixelRuns& runs, const SCanvas& canvas)
     return true;
 }
 
-/// The shape's pixels, grown or shrunk, on the image. The shape is looked at on a canvas with a margin, so
-/// that what lies around the image counts.
+/// The shape's pixels, grown or shrunk, on the image. The function draws the shape on a canvas with a margin,
+/// so that the parts around the image count.
 CResult FindChanged(const SCanvas& image, const CGeometry& geometry, double tolerance, PixelRuns& runs)
 {
     const int nMargin = static_cast<int>(std::ceil(std::abs(tolerance)));

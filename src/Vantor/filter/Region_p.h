@@ -14,7 +14,7 @@ namespace Vantor::Algorithms
 using PixelRuns = std::vector<Geometry::SPixelRun>;
 
 /// The pixels of a width x height image that a filter is to write, as runs in ascending order.
-/// @param geometry   null is the whole image, to which the tolerance does not apply
+/// @param geometry   null means the whole image, and the tolerance then does not apply
 /// @param tolerance  the distance in pixels by which the region grows (or shrinks when negative): a pixel
 ///                   belongs to the grown region when its centre is no farther than that from the centre of
 ///                   a pixel of the region. A shape that reaches beyond the image is taken whole: its edge

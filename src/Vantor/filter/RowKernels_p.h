@@ -17,8 +17,8 @@ constexpr int kMaxKernelRadius = 2;
 /// r pixels before the run to r pixels and kKernelSlack bytes after it; what the slack holds does not matter.
 using RowWindow = const unsigned char* const*;
 
-/// Computes a run of interleaved 8-bit pixels out of their neighbours with the widest instructions that the
-/// machine has. Alpha, the last of 2 or 4 channels, is copied.
+/// Computes a run of interleaved 8-bit pixels from their neighbours with the widest instructions of the
+/// machine. It copies alpha, the last of 2 or 4 channels.
 struct SRowKernel {
     /// @param out       the run, apart from the rows; exactly bytes are written
     /// @param bytes     a multiple of the channels
@@ -27,7 +27,7 @@ struct SRowKernel {
     int nRadius; ///< r
 };
 
-/// What the module gives: kernels that live until the process ends.
+/// What the module returns: kernels that live until the process ends.
 struct SRowKernels {
     SRowKernel median3x3;
     SRowKernel median5x5;
@@ -36,7 +36,7 @@ struct SRowKernels {
     SRowKernel sobelXY;
 };
 
-/// The module and its function that gives the kernels. What Highway does when it is loaded takes 3 ms.
+/// The module and its function that returns the kernels. Loading Highway takes 3 ms.
 constexpr const char* kFilterModule = "vantor-filter.so";
 constexpr const char* kFilterFunction = "VantorGetRowKernels";
 

@@ -15,19 +15,19 @@ namespace Vantor::Algorithms
 namespace
 {
 constexpr double kSigmas = 3.0;
-/// Rows of a strip, at least: what lies beside a strip is computed for it alone.
+/// The least number of rows of a strip: each one computes what its windows read above and below it again.
 constexpr int kStripRows = 128;
 constexpr unsigned char kBlack = 0;
 constexpr unsigned char kWhite = 255;
 
-/// A strip of the region's rows with all that its windows read.
+/// A strip of the region's rows with all pixels that its windows read.
 struct SStrip {
     SBand band;
     int nTop;          ///< first row of the block
     int nLeft;         ///< first column of the block
     SPixelBlock block; ///< original pixels
 
-    /// The number of a pixel in the block.
+    /// The index of a pixel in the block.
     std::size_t PlaceOf(int row, int column) const
     {
         return static_cast<std::size_t>(row - nTop) * static_cast<std::size_t>(block.nWidth) +
@@ -35,7 +35,7 @@ struct SStrip {
     }
 };
 
-/// The block around a band, from the original.
+/// The block of original pixels around a band.
 SStrip StripOf(const SFilterJob& job, const SOriginal& original, const SBand& band, int radius)
 {
     const SColumns columns = ColumnsOf(band);
@@ -64,7 +64,7 @@ bool WorkOnStrips(const SFilterJob& job, const SOriginal& original, int radius, 
     return true;
 }
 
-/// The same, all or nothing: where memory runs out midway, the pixels are as they were.
+/// The same, all or nothing: when memory runs out midway, it restores the pixels.
 template <class Work> bool ForEachStrip(const SFilterJob& job, int radius, const Work& work)
 {
     if (job.runs.empty())
@@ -75,7 +75,7 @@ template <class Work> bool ForEachStrip(const SFilterJob& job, int radius, const
     try {
         if (WorkOnStrips(job, original, radius, work))
             return true;
-    } catch (const std::bad_alloc&) { // as false
+    } catch (const std::bad_alloc&) { // counts as false
     }
     original.Restore(job);
     return false;

@@ -16,8 +16,8 @@ struct SPixelBlock {
     int nChannels;
 };
 
-/// What the module gives. Each function computes every sample of a block, the border repeated outwards, and
-/// returns false for a lack of memory; any thread.
+/// What the module returns. Each function computes every sample of a block, repeats the border outwards, and
+/// returns false when memory runs out. Any thread.
 struct SSmoothKernels {
     /// The mean with the weights of a Gaussian, cut off at the radius and normalised.
     /// @param to  receives nWidth nHeight nChannels values, no padding
@@ -28,7 +28,7 @@ struct SSmoothKernels {
     bool (*windowSum)(const SPixelBlock& from, int radius, int* to);
 };
 
-/// The module and its function that gives the kernels, which live until the process ends.
+/// The module and its function that returns the kernels, which live until the process ends.
 constexpr const char* kSmoothModule = "vantor-smooth.so";
 constexpr const char* kSmoothFunction = "VantorGetSmoothKernels";
 

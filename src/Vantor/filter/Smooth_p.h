@@ -8,10 +8,10 @@
 namespace Vantor::Algorithms
 {
 
-// The colour samples of the runs of an 8-bit image change, alpha stays. Each function returns false for a
-// lack of memory; the pixels are then as they were.
+// These functions change the colour samples of the runs of an 8-bit image and keep alpha. Each returns false
+// when memory runs out, with the pixels unchanged.
 
-/// The radius beyond which a Gaussian's weights are left out: 3 sigma, rounded up.
+/// The radius beyond which a Gaussian's weights count as 0: 3 sigma, rounded up.
 int GaussianRadius(double sigma);
 
 /// v + amount (v - smoothed), rounded; the amount -1 gives the smoothed value itself.

@@ -9,7 +9,7 @@
 namespace Vantor::Algorithms
 {
 
-/// What becomes of each value of a sample.
+/// The new value for each value of a sample.
 using ToneTable = std::array<unsigned char, 256>;
 
 /// 255 - v.
@@ -19,8 +19,8 @@ ToneTable InvertedTones();
 /// @param gamma  above 0
 ToneTable AdjustedTones(double brightness, double contrast, double gamma);
 
-/// Puts every colour sample of the runs through the table; alpha stays. Never fails but for memory
-/// (std::bad_alloc), before anything is written.
+/// Maps every colour sample of the runs by the table and keeps alpha. Throws std::bad_alloc, before it writes
+/// anything.
 void MapTones(const SFilterJob& job, const ToneTable& table);
 
 } // namespace Vantor::Algorithms

@@ -15,7 +15,7 @@ using Geometry::SPixelRun;
 
 namespace
 {
-/// The image is filtered in stripes of so many columns, that their histograms stay in the cache.
+/// The filter works in stripes of so many columns that their histograms stay in the cache.
 constexpr int kStripe = 512;
 
 struct SRadii {
@@ -32,7 +32,7 @@ public:
 
 private:
     void FilterStripe(const SColumns& stripe, std::size_t channel);
-    /// Makes the histograms of the rows around a row out of those of the row above, or out of nothing.
+    /// Computes the histograms of the rows around a row from those of the row above, or from scratch.
     void MoveToRow(int row, bool first, std::size_t channel);
     void FilterRun(const SPixelRun& run, std::size_t channel);
 
@@ -50,7 +50,7 @@ template <class Count>
 CBandMedian<Count>::CBandMedian(const SFilterJob& job, const SBand& band, const SOriginal& original,
                                 const SRadii& radii)
     : m_job(job), m_band(band), m_pOriginal(&original), m_radii(radii), m_columns(ColumnsOf(band)),
-      // A stripe is at least as wide as what its windows read beside it.
+      // A stripe is at least as wide as the columns that its windows read beside it.
       m_nStripe(std::min(std::max(kStripe, std::min(radii.nX, job.nWidth)), job.nWidth)),
       m_pHistograms(std::make_unique<CColumnHistograms<Count>>(static_cast<std::size_t>(
           std::min<std::int64_t>(m_nStripe + std::int64_t(2) * radii.nX, job.nWidth)))),

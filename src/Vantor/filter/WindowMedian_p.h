@@ -7,12 +7,12 @@
 namespace Vantor::Algorithms
 {
 
-/// Replaces the runs of an 8-bit image by the medians of windows of any size, the border repeated; alpha
-/// stays. The time for a pixel does not grow with the radii: every column has a histogram of its own, a
-/// window's histogram moves by adding a column and taking one away (S. Perreault, P. Hebert, Median filtering
-/// in constant time, IEEE Transactions on Image Processing 16, 2007).
+/// Replaces the runs of an 8-bit image by the medians of windows of any size; the border is repeated and
+/// alpha stays. The time per pixel does not grow with the radii: every column has a histogram, and a window's
+/// histogram moves by adding one column and subtracting another (S. Perreault, P. Hebert, Median filtering in
+/// constant time, IEEE Transactions on Image Processing 16, 2007).
 /// @param radiusX, radiusY  0 to 2^31 - 1
-/// @return false for a lack of memory; that, and std::bad_alloc, come before anything is written
+/// @return false when memory runs out; like std::bad_alloc, that happens before anything is written
 bool WindowMedian(const SFilterJob& job, int radiusX, int radiusY);
 
 } // namespace Vantor::Algorithms

@@ -9,8 +9,8 @@
 namespace Vantor::Geometry
 {
 
-/// An arrow (kind 8): a segment with an open head at its end, made of two strokes of a fifth of its length
-/// that lean back by 30 degrees. Its handles are those of the segment.
+/// An arrow (kind 8): a segment with an open head at its end: two strokes, each a fifth of its length, lean
+/// back by 30 degrees. Its handles are those of the segment.
 class VANTOR_EXPORT CArrow : public CLine
 {
 public:
@@ -27,7 +27,7 @@ public:
     std::vector<SOutline> GetOutline() const override;
     /// On the segment or a stroke of the head, as with a line.
     bool Contains(const CPoint<double>& point) const override;
-    /// Those of the segment and of the two strokes of the head.
+    /// The pixels of the segment and of the two strokes of the head.
     std::vector<SPixelRun> GetPixelRuns(int width, int height) const override;
     std::shared_ptr<CGeometry> Clone() const override;
 };

@@ -8,7 +8,7 @@ namespace Vantor::Geometry
 {
 
 /// What a rectangle and an ellipse share: a box given by a corner, a width and a height. Negative sizes are
-/// legal and stay: x and y are the corner where the drawing began, and "top-left" names that raw corner.
+/// legal and are kept: x and y are the corner where the drawing began, and "top-left" names that raw corner.
 /// The corner setters keep the opposite corner and never normalise.
 class VANTOR_EXPORT CBox : public CGeometry
 {
@@ -30,7 +30,7 @@ public:
     /// @}
 
     /// @{
-    /// Puts a corner on the point; the opposite one stays, and the size becomes their difference.
+    /// Moves a corner to the point. The opposite corner stays, and the size becomes their difference.
     void SetTopLeft(const CPoint<double>& point);
     void SetTopRight(const CPoint<double>& point);
     void SetBottomRight(const CPoint<double>& point);
@@ -58,8 +58,8 @@ protected:
 private:
     void SetCorners(double x, double y, double otherX, double otherY);
 
-    // The opposite corner is kept beside the size, although one follows from the other: neither is ever
-    // rounded, so a corner that was set is found again by exact equality.
+    // The box stores the opposite corner beside the size, although one follows from the other: neither is
+    // ever rounded, so a corner that was set compares equal.
     double m_dblX = 0.0;
     double m_dblY = 0.0;
     double m_dblWidth = 0.0;

@@ -65,7 +65,7 @@ class VANTOR_EXPORT CGeometry
 public:
     virtual ~CGeometry();
 
-    /// The kind, by which the class is known.
+    /// The kind; it tells the class.
     virtual EGeometryType GetType() const = 0;
 
     /// The smallest upright rectangle around the shape, with width and height >= 0. An empty shape (a
@@ -78,9 +78,9 @@ public:
     virtual void MoveTopLeftTo(const CPoint<double>& point) = 0;
 
     /// Fills two lists of points: the outline (corners or vertices, in drawing order) and the handles by
-    /// which the shape is resized. Both are emptied first. Handles: a line's two ends; a rectangle's and an
-    /// ellipse's raw corners top-left, top-right, bottom-right, bottom-left; a polygon's vertices; none for
-    /// points, circles and arrays.
+    /// which the shape is resized. It empties both first. The handles are a line's two ends; a rectangle's
+    /// and an ellipse's raw corners top-left, top-right, bottom-right, bottom-left; a polygon's vertices;
+    /// none for points, circles and arrays.
     /// @return 0
     virtual int GetPoints(CPointList& outline, CPointList& handles) const = 0;
 
@@ -89,32 +89,32 @@ public:
     virtual bool Contains(const CPoint<double>& point) const = 0;
 
     /// The runs of pixels of a width x height image that belong to the shape, ordered by row and column,
-    /// never overlapping, clipped to the image. A pixel belongs to a shape by its centre: a rectangle
+    /// never overlapping, clipped to the image. A pixel belongs to a shape if its centre does: a rectangle
     /// normalised and half-open, an ellipse by its equation, a polygon even-odd, an array the union of its
-    /// members; a line has the pixels that it crosses, a point the pixel it lies in.
-    /// The base asks Contains for every centre within the bounding rectangle.
+    /// members; a line has the pixels that it crosses, a point the pixel it lies in. The base asks Contains
+    /// for every centre within the bounding rectangle.
     virtual std::vector<SPixelRun> GetPixelRuns(int width, int height) const;
 
     /// A deep copy.
     virtual std::shared_ptr<CGeometry> Clone() const = 0;
 
-    /// Moves the handle that equals the point exactly, and reshapes the shape by that; of several that
-    /// coincide the first. The base has no handles to move.
+    /// Moves the handle that equals the point exactly, the first of several that coincide, and so reshapes
+    /// the shape. The base has no handles to move.
     /// @return whether there was one
     virtual bool MoveHandle(const CPoint<double>& handle, const CPoint<double>& to);
 
-    /// What a painter draws of the shape, piece by piece, without its handles. The base gives what GetPoints
-    /// tells: a dot for one point, a polygon for several, nothing for none. A class that is derived from a
-    /// shape and claims to be of another kind has no outline but its own.
+    /// What a painter draws of the shape, piece by piece, without its handles. The base derives it from
+    /// GetPoints: a dot for one point, a polygon for several, nothing for none. A class that derives from a
+    /// shape and claims another kind has only its own outline.
     virtual std::vector<SOutline> GetOutline() const;
 
-    /// Whether a painter surrounds the shape by its bounding rectangle, too; true in the base.
+    /// Whether a painter also draws the shape's bounding rectangle; true in the base.
     virtual bool HasFrame() const { return true; }
 
 protected:
     CGeometry() = default;
     /// @{
-    /// Copies are for derived classes only, so that a shape is never cut down to its base; others use Clone.
+    /// Only derived classes copy, so that a shape is never sliced down to its base; others use Clone.
     CGeometry(const CGeometry&) = default;
     CGeometry& operator=(const CGeometry&) = default;
     /// @}

@@ -69,7 +69,7 @@ void CGeometryArray::MoveTopLeftTo(const CPoint<double>& point)
     if (!IsFinite(point))
         return;
     const CRectangle box = GetBoundingRectangle();
-    // All places are taken before anything moves: a member may stand in the array twice.
+    // Read all places before anything moves: a member may stand in the array twice.
     std::vector<CPoint<double>> vctPlaces;
     for (const auto& member : m_vctMembers) {
         const CRectangle place = member->GetBoundingRectangle();

@@ -11,8 +11,8 @@ namespace Vantor::Geometry
 class VANTOR_EXPORT CGeometryArray : public CGeometry
 {
 public:
-    /// Appends a member. Ignored are a null pointer, the array itself and an array that holds it at any
-    /// depth: arrays never form a ring.
+    /// Appends a member. Ignores a null pointer, the array itself and an array that holds it at any depth, so
+    /// that arrays never form a ring.
     void Add(std::shared_ptr<CGeometry> geometry);
     /// The number of members, those of nested arrays not counted.
     int Size() const { return static_cast<int>(m_vctMembers.size()); }
@@ -22,7 +22,7 @@ public:
     EGeometryType GetType() const override { return EGeometryType_GeometryArray; }
     /// Around all members that are not empty.
     CRectangle GetBoundingRectangle() const override;
-    /// Moves the shared members themselves, keeping their places to each other.
+    /// Moves the shared members themselves and keeps their places relative to each other.
     void MoveTopLeftTo(const CPoint<double>& point) override;
     /// The outline is that of the members, one after another; there are no handles.
     int GetPoints(CPointList& outline, CPointList& handles) const override;

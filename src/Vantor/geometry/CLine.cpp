@@ -13,10 +13,10 @@ namespace Vantor::Geometry
 
 namespace
 {
-/// How near to the segment a point counts as on it, in pixels.
+/// The distance from the segment up to which a point counts as on it, in pixels.
 constexpr double kTolerance = 0.5;
 
-/// The stretch of the segment in the row of pixels nRow <= y < nRow + 1, as a closed range of columns,
+/// The part of the segment in the row of pixels nRow <= y < nRow + 1, as a closed range of columns,
 /// unclipped. The segment runs downwards from top to bottom.
 std::pair<double, double> ColumnsInRow(const CPoint<double>& top, const CPoint<double>& bottom, int nRow)
 {

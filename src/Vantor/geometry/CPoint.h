@@ -18,7 +18,7 @@ template <class T> T ToCoordinate(double coordinate)
     if constexpr (std::is_floating_point_v<T>) {
         return static_cast<T>(coordinate);
     } else {
-        // The largest number of a long type is rounded up on its way to double, hence >=.
+        // Converting the largest number of a long type to double rounds it up, hence >=.
         if (coordinate >= static_cast<double>(std::numeric_limits<T>::max()))
             return std::numeric_limits<T>::max();
         if (coordinate <= static_cast<double>(std::numeric_limits<T>::lowest()))

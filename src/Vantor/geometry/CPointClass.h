@@ -9,8 +9,8 @@
 namespace Vantor::Geometry
 {
 
-/// A point (kind 0) of any arithmetic type; lists and handles hold double ones. What the members do stands in
-/// CPoint.h, which is the header to include; this one is for those that CPoint.h itself needs.
+/// A point (kind 0) of any arithmetic type; lists and handles hold double ones. CPoint.h implements the
+/// members and is the header to include; this one serves the headers that CPoint.h itself needs.
 template <class T = double> class VANTOR_EXPORT CPoint : public CGeometry
 {
     static_assert(std::is_arithmetic_v<T>, "A coordinate is a number.");
@@ -51,7 +51,7 @@ private:
     T m_y = 0;
 };
 
-// These two stand in the library.
+// The library holds these two instances.
 extern template class CPoint<double>;
 extern template class CPoint<float>;
 

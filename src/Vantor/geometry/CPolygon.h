@@ -13,11 +13,10 @@ class CLine;
 class VANTOR_EXPORT CPolygon : public CGeometry
 {
 public:
-    /// Appends the edge's start and end as vertices: a start or an end equal to the last vertex is not
-    /// repeated, nor is the first vertex at the end.
+    /// Appends the edge's start and end as vertices. It repeats neither the last vertex nor, at the end, the
+    /// first one.
     void AddEdge(const CLine& edge);
-    /// Replaces the vertices by the points of the list, taken as they stand; entries that are no CPoint are
-    /// skipped.
+    /// Replaces the vertices by the points of the list, unchanged, and skips all entries but CPoints.
     /// @return 0
     int SetPoints(const CPointList& points);
 

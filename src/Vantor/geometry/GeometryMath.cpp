@@ -13,7 +13,7 @@ namespace Vantor::Geometry
 namespace
 {
 constexpr double kHalfPixel = 0.5;
-/// Lets the points that the equation puts on the ellipse count as inside although their squares are rounded.
+/// A tolerance: points on the ellipse count as inside although their squares are rounded.
 constexpr double kRounding = 1e-12;
 
 double Ratio(double distance, double halfAxis)
@@ -106,7 +106,7 @@ bool SUprightEllipse::Contains(double px, double py) const
 std::vector<SPixelRun> SUprightEllipse::GetPixelRuns(int width, int height) const
 {
     std::vector<SPixelRun> vctRuns;
-    // A pixel more on each side than computed, then the ends are drawn in by the very test of Contains.
+    // Start one pixel farther out on each side, then move the ends inwards by the test that Contains uses.
     const int nLastRow = std::min(FirstCentreFrom(y + b, height) + 1, height);
     for (int nRow = std::max(FirstCentreFrom(y - b, height) - 1, 0); nRow < nLastRow; ++nRow) {
         const double centreY = nRow + kHalfPixel;

@@ -14,8 +14,8 @@ int FirstCentreFrom(double coordinate, int limit);
 /// The pixel that the coordinate lies in, clamped to -1 .. limit; -1 for NaN.
 int PixelOf(double coordinate, int limit);
 
-/// The abscissa at which the straight line through two points of different height has the ordinate y.
-/// Exact at the two points; intermediate values neither overflow nor lose a crossing on a whole pixel.
+/// The x at which the straight line through two points of different height reaches y. Exact at the two
+/// points; intermediate values neither overflow nor lose a crossing on a whole pixel.
 double AbscissaAt(const CPoint<double>& a, const CPoint<double>& b, double y);
 
 bool IsFinite(const CPoint<double>& point);
@@ -23,7 +23,7 @@ bool IsFinite(const CPoint<double>& point);
 /// Sorts by row and column, and joins runs that overlap or touch.
 std::vector<SPixelRun> UnionOf(std::vector<SPixelRun> runs);
 
-/// The smallest upright rectangle that grows around points and rectangles; NaN is passed over.
+/// The smallest upright rectangle around the points and rectangles that it is given; it ignores NaN.
 class CBounds
 {
 public:

@@ -52,9 +52,9 @@ struct CImage::SPixels {
     {
         return static_cast<std::size_t>(nStride) * static_cast<std::size_t>(nHeight);
     }
-    /// Takes over all that is not size or content.
+    /// Takes over everything except size and content.
     void TakeFormat(const SPixels& model);
-    /// Makes the buffer and the tables for the sizes above.
+    /// Allocates the buffer and the tables for the sizes above.
     /// @param content  the bytes to copy into the buffer; null leaves its content undefined
     bool Allocate(const unsigned char* content = nullptr);
 };

@@ -32,9 +32,9 @@ enum class EImageType : int {
     Interleaved = 0
 };
 
-/// What happens to the canvas of a rotated image.
+/// What happens to the canvas when an image is rotated.
 enum class ERotationMode : int {
-    KeepCanvas = 0, ///< same width and height, what leaves it is cut off
+    KeepCanvas = 0, ///< same width and height; the rest is cut off
     GrowCanvas = 1  ///< large enough to hold the whole rotated image
 };
 
@@ -42,7 +42,7 @@ enum class ERotationMode : int {
 enum class ERegionMode : int {
     All = 0,    ///< every pixel, whatever the geometry is
     Inside = 1, ///< the pixels of the geometry; without one, every pixel
-    Outside = 2 ///< the pixels that are not of the geometry; without one, none
+    Outside = 2 ///< the pixels outside the geometry; without one, none
 };
 
 /// A raster image: a contiguous pixel buffer with a table of its rows, a name and a folder.
@@ -70,7 +70,8 @@ public:
     /// @return 0, or non-zero for bad sizes or lack of memory
     int Create(int width, int height, int channels, int bitDepth, EImageType type, int rowAlignment);
 
-    /// Copies pixels, name and folder, not the identifier. Null: failure. Itself: nothing to do, 0.
+    /// Copies pixels, name and folder, not the identifier. Fails for null; copying an image to itself does
+    /// nothing and returns 0.
     int CopyFrom(const CImage* source);
 
     int GetWidth() const;            ///< pixels, 0 for an empty image
@@ -81,9 +82,9 @@ public:
     int GetStride() const;           ///< bytes from one row to the next, 0 for an empty image
 
     /// @{
-    /// The first byte of the buffer (GetStride() * GetHeight() bytes), null for an empty image. As all
-    /// pointers into an image it is valid until the image gets other pixels or dies. Samples of 16 bits have
-    /// the byte order of the machine.
+    /// The first byte of the buffer (GetStride() * GetHeight() bytes), null for an empty image. Like all
+    /// pointers into an image it is valid until the image gets other pixels or is destroyed. Samples of 16
+    /// bits have the byte order of the machine.
     unsigned char* GetData();
     const unsigned char* GetData() const;
     /// @}
@@ -106,7 +107,7 @@ public:
     const std::wstring& GetName() const;
     /// @}
     /// @{
-    /// Folder, without a trailing separator unless it is the root; empty for a file that was named alone.
+    /// Folder, without a trailing separator unless it is the root; empty if the file was named without one.
     void SetFolder(const std::wstring& folder);
     const std::wstring& GetFolder() const;
     /// @}
@@ -120,13 +121,13 @@ public:
     /// - Alpha is straight, premultiplied samples are divided by it. EXIF and TIFF orientations are applied.
     /// - The path is UTF-8 for the system, whatever the locale. Only regular files are opened.
     /// - A transparent PNG colour of 16 bits is compared at 16 bits.
-    /// - What would decode to more than the limit of SetDecodeLimit, to a side beyond 1,000,000, or to more
-    ///   than the length of the file can account for (but see JPEG below) is refused before memory is taken.
-    ///   The decoder may need twice the limit for itself beside the image.
-    /// - A file cut short loads partly, with a note, as JPEG, GIF and BMP of run lengths; other BMP, PNG and
-    ///   TIFF files fail. Of a JPEG the head of the first scan is enough; what is missing is grey. What the
-    ///   first frame of a GIF does not cover or lacks is transparent; what run lengths skip or lack is the
-    ///   first colour of the palette, or black without one.
+    /// - Load refuses, before it allocates memory, what would decode to more than the limit of
+    ///   SetDecodeLimit, to a side beyond 1,000,000, or to more than the length of the file can account for
+    ///   (but see JPEG below). The decoder itself may need twice the limit beside the image.
+    /// - A truncated file loads partly, with a note, if it is a JPEG, GIF or run-length BMP file; other BMP,
+    ///   PNG and TIFF files fail. A JPEG needs the head of its first scan; its missing pixels are grey.
+    ///   Pixels that the first frame of a GIF does not cover or lacks are transparent; pixels that run
+    ///   lengths skip or lack have the first colour of the palette, or are black without one.
     /// @return 0, or non-zero for a path that names no readable image, one beyond the limits or lack of
     ///         memory; the image then stays
     int Load(const std::wstring& path);
@@ -161,9 +162,9 @@ public:
     /// @}
 
     /// Replaces every sample of a region by the median of a window around it, in place: buffer and identifier
-    /// stay. The window reads the original pixels, those beyond the region too; the border of the image is
-    /// repeated outwards. Channels are independent; alpha (the last of 2 or 4 channels) is left alone.
-    /// From about 4 million pixels on, a second thread helps.
+    /// stay. The window reads the original pixels, also those outside the region; the border of the image is
+    /// repeated outwards. Channels are independent; alpha (the last of 2 or 4 channels) stays. From about 4
+    /// million pixels on, a second thread helps.
     /// @param radiusX, radiusY  0 or more; the window is 2 radiusX + 1 pixels wide and 2 radiusY + 1
     ///                          pixels high, and its size does not change the time. 0, 0 changes nothing.
     /// @param region            null is the whole image; only read
@@ -186,20 +187,20 @@ public:
 
     /// @{
     /// Replaces the colour samples of a region; region, mode, tolerance and failures as for MedianFilter.
-    /// What is out of its range fails. The first use of those that smooth loads the module vantor-smooth.so.
+    /// Arguments out of range fail. The first filter that smooths loads the module vantor-smooth.so.
 
     /// v becomes 255 - v.
     int Invert(const Geometry::CGeometry* region, ERegionMode mode, double tolerance);
     /// With v from 0 to 1: ((v - 1/2) contrast + 1/2 + brightness), clamped to 0 .. 1, to the power 1 /
-    /// gamma; a gamma above 1 makes the darks lighter. Brightness is -1 to 1, contrast 0 to 10, gamma 0.1 to
-    /// 10; 0, 1 and 1 are neutral.
+    /// gamma; a gamma above 1 lightens dark values. Brightness is -1 to 1, contrast 0 to 10, gamma 0.1 to 10;
+    /// 0, 1 and 1 are neutral.
     int AdjustTones(double brightness, double contrast, double gamma, const Geometry::CGeometry* region,
                     ERegionMode mode, double tolerance);
     /// White where the pixel's grey (0.299 R + 0.587 G + 0.114 B) is above the value, 0 to 255, black
     /// elsewhere.
     int Threshold(int value, const Geometry::CGeometry* region, ERegionMode mode, double tolerance);
-    /// The same with the value that parts the region's greys best (N. Otsu, IEEE Transactions on Systems, Man
-    /// and Cybernetics 9, 1979).
+    /// The same with the value that separates the region's greys best (N. Otsu, IEEE Transactions on Systems,
+    /// Man and Cybernetics 9, 1979).
     int ThresholdByOtsu(const Geometry::CGeometry* region, ERegionMode mode, double tolerance);
     /// White where the pixel's grey is above the mean grey of the window around it, less the offset (-255 to
     /// 255). The window is 2 radius + 1 pixels a side; the radius is 0 to 1000.
@@ -217,9 +218,9 @@ public:
     /// empty after a success and before the first of them. Any thread may ask, also while a filter runs.
     std::string GetFailureReason() const;
 
-    /// What is to be known of the pixels that Load made, as plain sentences in English: that the file is
-    /// incomplete, or holds more pages or frames than the first. They go with the pixels: CopyFrom copies
-    /// them, Rotate keeps them, Create drops them.
+    /// What a user should know about the pixels that Load made, as plain sentences in English: the file is
+    /// incomplete, or it holds more pages or frames than the first. Notes belong to the pixels: CopyFrom
+    /// copies them, Rotate keeps them, Create drops them.
     const std::vector<std::string>& GetNotes() const;
 
     /// @{
@@ -231,7 +232,7 @@ public:
 
 private:
     CResult TryRotate(const Geometry::CPoint<double>& centre, double angle, double fill, ERotationMode mode);
-    /// Gives this image the depth and row alignment of another one, and pixels of undefined value.
+    /// Gives this image the depth and row alignment of another one and pixels with undefined values.
     int CreateLike(const CImage& model, int width, int height, int channels);
 
     void SetNotes(std::vector<std::string> notes);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// The edits of a whole image besides its rotation: crop, flips, grey.
+// CImage's edits of the whole image other than rotation: crop, flips, grey.
 #include <Vantor/image/CImage.h>
 
 #include <Vantor/FailureReason_p.h>
@@ -25,7 +25,7 @@ std::size_t BytesPerPixel(const CImage& image)
     return static_cast<std::size_t>(image.GetChannel()) * static_cast<std::size_t>(image.GetBitDepth() / 8);
 }
 
-/// The part of begin .. begin + length - 1 that lies in 0 .. size - 1; nothing: length 0 or less.
+/// The part of begin .. begin + length - 1 that lies in 0 .. size - 1; a length of 0 or less means none.
 struct SPart {
     SPart(int begin, int length, int size)
         : nBegin(std::max(begin, 0)),
@@ -43,7 +43,7 @@ std::uint16_t SampleAt(const unsigned char* pPixel, int nSample)
     return nValue;
 }
 
-/// The same weights as GreyOf, for samples of 16 bits.
+/// GreyOf for samples of 16 bits, with the same weights.
 std::uint16_t WideGreyOf(const unsigned char* pPixel)
 {
     const std::uint64_t nSum = 299u * std::uint64_t{SampleAt(pPixel, 0)} +

@@ -29,7 +29,7 @@ struct SSize {
     int nHeight;
 };
 
-/// Where a turned image lies on its canvas, in whole pixels; outside is cut off.
+/// Where a turned image lies on its canvas, in whole pixels; what lies outside is cut off.
 struct SPlace {
     long long nX;
     long long nY;
@@ -55,7 +55,7 @@ int QuarterTurns(double angle)
     return (static_cast<int>(turns) + 4) % 4;
 }
 
-/// The size of the canvas that holds a rotated image, zeros when it is no size at all.
+/// The size of the canvas that holds a rotated image; zeros when there is none.
 SSize GrownSize(const CImage& image, double angle, int quarters)
 {
     if (quarters >= 0)
@@ -70,7 +70,7 @@ SSize GrownSize(const CImage& image, double angle, int quarters)
     return {std::max(static_cast<int>(width), 1), std::max(static_cast<int>(height), 1)};
 }
 
-/// Whether an image of that size may be made out of the other one.
+/// Whether the limits allow a result of that size for the other image.
 bool IsAllowed(const CImage& image, const SSize& size)
 {
     if (size.nWidth < 1 || size.nHeight < 1)
@@ -80,9 +80,8 @@ bool IsAllowed(const CImage& image, const SSize& size)
     return wants <= std::max(has, static_cast<double>(CImage::GetDecodeLimit()));
 }
 
-/// On a kept canvas a turn about (x, y) moves the turned image, which would begin at (0, 0), to this place.
-/// Three quarters are the inverse of one, so that right and left give back what was not cut off, whichever
-/// way a half pixel is rounded.
+/// Where a turned image begins on a kept canvas after a turn about (x, y). Three quarters are computed as the
+/// inverse of one, so that right and left restore what was not cut off, however half a pixel is rounded.
 SPlace KeptPlace(const CImage& image, const Geometry::CPoint<double>& centre, int quarters)
 {
     const auto whole = [](double value) { return static_cast<long long>(std::floor(value + 0.5)); };
@@ -162,7 +161,7 @@ void Fill(CImage& image, unsigned char value)
         std::memset(image.GetRows()[y], value, nRow);
 }
 
-/// Zeroes what lies between the end of each row and the next one.
+/// Zeroes the padding between the rows.
 void ClearRowEnds(CImage& image)
 {
     const std::size_t nRow = static_cast<std::size_t>(image.GetWidth()) * BytesPerPixel(image);

@@ -35,7 +35,7 @@ int CImage::Load(const std::wstring& path)
         std::string strReason;
         if (!OpenRegularFile(path, file, &strReason))
             return m_pFailure->Fail(strReason.c_str());
-        // Name and folder are made first: nothing may fail once the pixels are in place.
+        // Build name and folder first: nothing may fail once the pixels are in place.
         const std::size_t nSlash = path.rfind(L'/');
         std::wstring strName = nSlash == std::wstring::npos ? path : path.substr(nSlash + 1);
         std::wstring strFolder = nSlash == std::wstring::npos ? std::wstring() : path.substr(0, nSlash);

@@ -7,8 +7,8 @@
 namespace Vantor::Algorithms
 {
 
-/// Loads what CImage::Load loads, from an open random-access device, and sets no name and no folder. The
-/// format is told by the content. The image is empty; after a failure its content is undefined.
+/// Loads what CImage::Load loads from an open random-access device, without name and folder. The content
+/// decides the format. The image must be empty; after a failure its content is undefined.
 CResult LoadImageFrom(QIODevice& device, CImage& image, Notes& notes);
 
 } // namespace Vantor::Algorithms

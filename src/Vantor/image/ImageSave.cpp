@@ -44,7 +44,7 @@ CResult Write(const std::string& path, const SImageFormat& format, const CImage&
     if (!result.IsSuccess())
         return result;
     result = format.pSave(file.Device(), image);
-    // A full disk is the better reason than what the writer makes of it.
+    // A full disk is a better reason than the error that the writer derives from it.
     return result.IsSuccess() || file.HasFailed() ? file.Commit() : result;
 }
 

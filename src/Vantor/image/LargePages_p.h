@@ -9,18 +9,18 @@
 namespace Vantor::Algorithms
 {
 
-/// Decides for each piece of fresh memory, of the size of a large page, whether to ask for a large page: as
-/// long as they are cheap. On a virtual machine whose host takes back what lies idle, the first touch of a
-/// large page may cost twenty times its usual price, and several times that of the small pages in its place,
-/// which the system had in use a moment ago. Any thread.
+/// Decides for each piece of fresh memory, of the size of a large page, whether to ask for a large page; it
+/// does while they are cheap. On a virtual machine whose host reclaims idle memory, the first touch of a
+/// large page may cost twenty times its usual price, and several times the price of small pages, which the
+/// system used a moment ago. Any thread.
 class CLargePages
 {
 public:
     using Cost = std::chrono::nanoseconds;
 
-    /// A small page each 4 KiB costs about this for a piece; a large one is cheap with a fifth of it.
+    /// A piece of small pages (4 KiB each) costs about this; a cheap large page costs a fifth of it.
     static constexpr Cost kDear = std::chrono::milliseconds(1);
-    /// What one dear page may add to each of the small pieces after it: some percent of their own cost.
+    /// What one expensive page may add to each of the small pieces after it: some percent of their own cost.
     static constexpr Cost kShare = std::chrono::microseconds(40);
 
     /// Whether the next piece is to be a large page.
@@ -31,8 +31,8 @@ public:
         m_nSmall.fetch_sub(1, std::memory_order_relaxed);
         return false;
     }
-    /// Notes what the first touch of a large page has cost. After a dear one the next pieces are small, as
-    /// many as make up for it; then one is tried again.
+    /// Records what the first touch of a large page cost. After an expensive one it makes as many pieces
+    /// small as balance that cost, then tries a large page again.
     void NoteCost(Cost cost)
     {
         if (cost > kDear)

@@ -23,7 +23,7 @@ namespace
 constexpr std::size_t kMiB = std::size_t(1) << 20;
 constexpr std::size_t kAlignment = 64;
 constexpr std::size_t kHugePage = 2 * kMiB;
-/// From here on a buffer is large: it may lie on huge pages and is kept when it is released.
+/// Buffers of this size and more may lie on huge pages and are kept when they are released.
 constexpr std::size_t kLargeBuffer = 4 * kMiB;
 constexpr std::size_t kMaxKeptBuffers = 6;
 constexpr std::size_t kMaxKeptBytes = 512 * kMiB;
@@ -35,8 +35,8 @@ struct SKept {
     std::size_t nBytes = 0;
 };
 
-/// The released buffers, oldest first. Needs neither construction nor destruction, so that images with
-/// static lifetime may come and go before and after everything else.
+/// The released buffers, oldest first. It needs neither construction nor destruction, because static images
+/// may be constructed earlier and destroyed later than anything else.
 struct SShelf {
     std::mutex mutex;
     std::array<SKept, kMaxKeptBuffers> arrKept;
@@ -57,7 +57,7 @@ struct SShelf {
 };
 SShelf g_shelf;
 
-/// The kept buffer that fits best, or nothing.
+/// The kept buffer that fits best, or none.
 SKept Take(std::size_t nBytes)
 {
     const std::lock_guard<std::mutex> lock(g_shelf.mutex);
@@ -71,7 +71,7 @@ SKept Take(std::size_t nBytes)
     return nBest < g_shelf.nCount ? g_shelf.RemoveAt(nBest) : SKept{};
 }
 
-/// Keeps the buffer, for which the oldest ones may have to go.
+/// Keeps the buffer and frees the oldest ones if there are too many.
 void Keep(const SKept& kept)
 {
     std::array<unsigned char*, kMaxKeptBuffers + 1> arrFree{};
@@ -87,12 +87,12 @@ void Keep(const SKept& kept)
             g_shelf.nBytes += kept.nBytes;
         }
     }
-    // Outside the lock: giving back large memory takes the system a while.
+    // Outside the lock: returning much memory to the system takes a while.
     for (std::size_t i = 0; i < nFree; ++i)
         std::free(arrFree[i]);
 }
 
-/// Empties the shelf at the end of the process; what is released later is freed at once.
+/// Frees all kept buffers at the end of the process; a buffer that is released later is freed at once.
 struct SCloseAtExit {
     ~SCloseAtExit()
     {
@@ -105,7 +105,7 @@ struct SCloseAtExit {
 
 CLargePages g_largePages;
 
-/// The time that this thread has worked: what others do meanwhile on a busy machine does not count.
+/// The processor time of this thread: what others do meanwhile on a busy machine does not count.
 std::chrono::nanoseconds ThreadTime()
 {
     timespec time{};
@@ -113,8 +113,8 @@ std::chrono::nanoseconds ThreadTime()
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
 }
 
-/// Brings memory of the size of a large page into being. All of it are wishes: without them it comes when it
-/// is used, only slower.
+/// Makes the system provide memory of the size of a large page. These calls are requests only: if they fail,
+/// the memory comes at its first use, more slowly.
 void TouchPiece(unsigned char* pPiece)
 {
     const bool bLarge = g_largePages.WantsLarge();
@@ -126,7 +126,7 @@ void TouchPiece(unsigned char* pPiece)
         g_largePages.NoteCost(ThreadTime() - start);
 }
 
-/// Piece by piece, so that what is copied is met in the cache.
+/// Works piece by piece, so that the copy finds its target in the cache.
 /// @param pContent  nUsed bytes to begin with, or null
 unsigned char* AllocateLarge(std::size_t nBytes, const unsigned char* pContent, std::size_t nUsed)
 {
@@ -155,7 +155,7 @@ void SPixelDeleter::operator()(unsigned char* pData) const
 
 PixelBuffer AllocatePixels(std::size_t nBytes, const unsigned char* pContent)
 {
-    // Not even asked for: the system might grant it and kill the process when it is used.
+    // Never ask for that much: the system might grant it and kill the process when it is used.
     if (nBytes > GetPhysicalMemory())
         return nullptr;
     const std::size_t nUnit = nBytes >= kLargeBuffer ? kHugePage : kAlignment;

@@ -8,7 +8,7 @@
 namespace Vantor::Algorithms
 {
 
-/// Hands a buffer back to where AllocatePixels took it from.
+/// Returns a buffer to where AllocatePixels took it from.
 struct SPixelDeleter {
     std::size_t nBytes = 0; ///< as it was allocated, rounded up
     void operator()(unsigned char* pData) const;
@@ -17,9 +17,8 @@ using PixelBuffer = std::unique_ptr<unsigned char[], SPixelDeleter>;
 
 /// A buffer of at least that many bytes, 64-byte aligned; null when there is no memory. Any thread.
 ///
-/// The first use of fresh memory costs several times the copy of an image, for its page faults. So large
-/// buffers lie on huge pages while these are cheap, and a few that were released are kept for the next that
-/// need one.
+/// Because of its page faults, the first use of fresh memory costs several times the copy of an image. So
+/// large buffers lie on huge pages while these are cheap, and a few released buffers are kept for reuse.
 /// @param pContent  as many bytes to copy into the buffer; null leaves its content undefined
 PixelBuffer AllocatePixels(std::size_t nBytes, const unsigned char* pContent = nullptr);
 

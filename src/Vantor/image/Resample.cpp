@@ -17,14 +17,14 @@ using Geometry::SPixelRun;
 
 namespace
 {
-/// Coordinates in the source advance along a row of the canvas as whole numbers with so many binary places:
-/// after a million pixels they are off by a millionth of a pixel at most.
+/// Source coordinates advance along a row of the canvas as whole numbers with so many binary places; after a
+/// million pixels they are off by at most a millionth of a pixel.
 constexpr int kPlaces = 40;
 constexpr std::int64_t kOne = std::int64_t(1) << kPlaces;
-/// The canvas is drawn in strips of so many columns, top to bottom: what the rows of a strip read of the
-/// source stays in the nearer caches, however steep it is crossed.
+/// The canvas is drawn in strips of so many columns, top to bottom: the source pixels that the rows of a
+/// strip read stay in the nearer caches at any angle.
 constexpr int kStrip = 1024;
-/// So many rows of the canvas before they are drawn, what they read is asked for.
+/// Prefetch the source of a row so many rows before it is drawn.
 constexpr double kRowsAhead = 6.0;
 
 std::int64_t ToFixed(double value)
@@ -64,7 +64,7 @@ SPixelRun Covered(const SInverse& inverse, const CImage& from, int row, int canv
     return run;
 }
 
-/// The two neighbours of a coordinate along an axis and the weight of the second; at the rim both are equal.
+/// The two neighbours of a coordinate along an axis and the weight of the second; equal at the border.
 struct SNeighbours {
     std::ptrdiff_t nFirst;
     std::ptrdiff_t nSecond;
@@ -79,8 +79,8 @@ struct SNeighbours {
     }
 };
 
-/// Four samples around a point, of which two lie above and two below it, and the weights of those at the
-/// right and below. Here in single precision, which is exact enough for 16 bits.
+/// Four samples around a point, two above and two below it, and the weights of those at the right and below.
+/// Single precision is exact enough for 16 bits.
 template <class T> struct SBlend {
     using Weight = float;
     static Weight WeightOf(std::int64_t coordinate)
@@ -97,9 +97,9 @@ template <class T> struct SBlend {
     }
 };
 
-/// 8 bits in whole numbers of 16, which compilers make vectors of: a value has 6 binary places, a weight 15.
-/// Each product is rounded down by less than one such place, which the last sum evens out. Nothing overflows;
-/// the casts say so, or the vectors would be of twice the width.
+/// 8-bit samples in 16-bit whole numbers, which compilers vectorise: a value has 6 binary places, a weight
+/// 15. Each product is rounded down by less than one such place, which the last sum compensates. Nothing
+/// overflows; without the casts the vectors would be twice as wide.
 template <> struct SBlend<std::uint8_t> {
     using Weight = std::int16_t;
     static Weight WeightOf(std::int64_t coordinate)
@@ -136,13 +136,12 @@ public:
 
 private:
     static constexpr std::size_t kPixel = Channels * sizeof(T);
-    /// As many bytes are copied of a pixel: four are one move. The last column is none of the inner ones
-    /// then.
+    /// The bytes to copy for a pixel: four are one move, but then the last column is not an inner one.
     static constexpr std::size_t kCopied = kPixel == 3 ? 4 : kPixel;
     static constexpr int kLastColumns = kCopied > kPixel ? 2 : 1;
     static constexpr std::size_t kSamples = std::size_t(kStrip) * Channels;
 
-    /// The neighbours of a stretch of pixels, sample by sample, in rows that a vector can go along.
+    /// The neighbours of consecutive pixels, sample by sample, in rows that vectors can process.
     struct SStretch {
         T arrCorners[4][kSamples + kCopied];
         typename SBlend<T>::Weight arrRight[kSamples + kCopied], arrBelow[kSamples + kCopied];
@@ -150,7 +149,7 @@ private:
 
     void FillBeside(const SPixelRun& run);
     void Draw(const SPixelRun& run);
-    /// Pixels that have all four neighbours in the source; (x, y) is that of the first.
+    /// Draws pixels whose four neighbours all lie in the source; (x, y) belongs to the first.
     void DrawInner(const SPixelRun& run, std::int64_t x, std::int64_t y);
     void DrawAtRim(const SPixelRun& run);
     unsigned char* Target(const SPixelRun& run) const

@@ -14,7 +14,7 @@ namespace
 /// Pixels on each side of the square that is turned in registers.
 constexpr int kBlock = 8;
 /// A tile of the source is turned in a buffer and then written in whole rows. The buffer stays in the nearest
-/// cache, and rows that lie a power of two apart do not drive each other out of it.
+/// cache, and rows that lie a power of two apart do not evict each other.
 constexpr int kTileRows = 64;
 constexpr int kTileColumns = 128;
 constexpr int kCacheLine = 64;
@@ -48,7 +48,7 @@ template <class T> void Store(unsigned char* pTo, T value)
     std::memcpy(pTo, &value, sizeof value);
 }
 
-/// Any rectangle, pixel by pixel.
+/// Transposes any rectangle, pixel by pixel.
 template <int N> void TransposeAny(const SGrids& grids, int x0, int x1, int y0, int y1)
 {
     for (int x = x0; x < x1; ++x)
@@ -88,8 +88,8 @@ template <> void TransposeBlock<1>(const SGrids& grids, int x, int y)
         Store(Target<1>(grids, x + i, y), rows[i]);
 }
 
-/// Three bytes: eight pixels of a column are packed into three words. Every pixel but the last of the row
-/// is read with the byte behind it, which is dropped.
+/// Three bytes: packs eight pixels of a column into three words. It reads every pixel except the last of the
+/// row with the byte behind it, and drops that byte.
 template <> void TransposeBlock<3>(const SGrids& grids, int x, int y)
 {
     constexpr std::uint64_t kPixel = 0xFFFFFF;
@@ -104,7 +104,7 @@ template <> void TransposeBlock<3>(const SGrids& grids, int x, int y)
     }
 }
 
-/// Asks for a block of rows of the tile to the right, which comes next.
+/// Prefetches a block of rows of the tile to the right, which comes next.
 template <int N> void PrefetchNextTile(const SGrids& tile, int y)
 {
     for (int i = 0; i < kBlock; ++i)

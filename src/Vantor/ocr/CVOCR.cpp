@@ -22,7 +22,7 @@ constexpr int kDefaultDpi = 144;
 constexpr int kMaxDpi = 2400;
 /// The engine refuses larger pages.
 constexpr int kMaxPageSide = 32767;
-/// Mean confidence in percent below which a page may stand on its head.
+/// Mean confidence in percent below which a page may be upside down.
 constexpr int kDoubtful = 70;
 
 /// A language and where its data lies.
@@ -34,9 +34,9 @@ struct SLanguage {
     {
         return strCode == other.strCode && strFolder == other.strFolder;
     }
-    /// The languages of which the code is made.
+    /// The languages that the code consists of.
     std::vector<std::string> Parts() const;
-    /// Whether the file of each language is there.
+    /// Whether the data file of each language exists.
     CResult Check() const;
 };
 
@@ -62,8 +62,8 @@ CResult SLanguage::Check() const
     return CResult::Success();
 }
 
-/// Korean is set with wide gaps between its words, which the page analysis takes for columns: such pages
-/// count as one block. Others are analysed, which also finds text that lies on its side.
+/// Korean is set with wide gaps between its words, which the page analysis takes for columns; so such pages
+/// count as one block. Other pages are analysed, which also finds text that lies on its side.
 bool IsSingleBlock(const SLanguage& language)
 {
     const std::vector<std::string> vctParts = language.Parts();
@@ -127,7 +127,7 @@ CResult CVOCR::SEngine::Decode(const CImage* image, const Geometry::CGeometry* r
         strText.clear();
         return result;
     }
-    // The order saves a reading; which of two readings is taken does not hang on it.
+    // The order saves a reading; it does not decide which of two readings wins.
     if (!IsSingleBlock(loaded) && pOcr->SeemsTurned(page))
         page.TurnUpsideDown();
     SReading best = pOcr->Read(page, nDpi);

@@ -17,14 +17,14 @@ namespace Vantor::Algorithms
 
 class CImage;
 
-/// Reads the text of an image, over the OCR engine Tesseract 5.
+/// Reads the text of an image with the OCR engine Tesseract 5.
 ///
 /// The engine is made by the first Decode and kept; a change of language or folder makes the next Decode
-/// build another one. The first Decode of the process loads the engine's libraries, which then stay: the
-/// module vantor/vantor-ocr.so beside libVantor. When that is not possible, Decode fails, and the reason says
-/// why. The int results are 0 on success and non-zero on failure, and a failure changes
-/// neither the settings nor the text. One object is used by one thread at a time; only GetFailureReason may
-/// be called by any thread at any time.
+/// build another one. The first Decode of the process loads the engine's libraries (the module
+/// vantor/vantor-ocr.so beside libVantor), which then stay loaded. If that fails, Decode fails and the reason
+/// says why. The int results are 0 on success and non-zero on failure, and a failure changes neither the
+/// settings nor the text. One object is used by one thread at a time; only GetFailureReason may be called by
+/// any thread at any time.
 class VANTOR_EXPORT CVOCR : public CVObject
 {
 public:
@@ -41,14 +41,14 @@ public:
     ///         which the failure's reason names
     int SetLanguageData(const char* language, const char* folder);
 
-    /// The resolution that the engine is to assume, 1 to 2400 dots per inch; 144 at the start.
-    /// @param dpi  anything else: failure
+    /// The resolution that the engine assumes, 1 to 2400 dots per inch; 144 at the start.
+    /// @param dpi  any other value fails
     int SetUserDefinedDpi(int dpi);
 
-    /// Recognises the text inside a region, whose surroundings are read as white, as is what is transparent.
-    /// Pages that lie on a side or upside down are read too.
+    /// Recognises the text inside a region. It reads the surroundings and transparent pixels as white, and
+    /// also pages that lie on a side or upside down.
     /// @param image   1 to 4 channels of 8 or 16 bits; only read
-    /// @param region  null is the whole image; outside the image there is no text
+    /// @param region  null means the whole image; outside the image there is no text
     /// @return 0, also when there is no text: GetText() is empty then. Non-zero without an image or a
     ///         language, for a region with a side beyond 32,767 pixels, for data that the engine refuses, and
     ///         for lack of memory.

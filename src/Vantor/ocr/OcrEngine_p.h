@@ -16,7 +16,7 @@ struct SReading {
     int nConfidence = -1; ///< percent; -1 when the engine has failed
 };
 
-/// The OCR engine with the language it has loaded. Used by one thread at a time.
+/// The OCR engine with the language that it has loaded. One thread at a time uses it.
 class IOcrEngine
 {
 public:
@@ -29,8 +29,8 @@ public:
     /// @param bSingleBlock  whether a page is one block of text; else its blocks are found
     virtual CResult Load(const std::string& strLanguage, const std::string& strFolder, bool bSingleBlock) = 0;
 
-    /// Whether the text of a page seems to stand on its head, or to lie on the side from which half a turn
-    /// makes it readable: Latin letters have more parts above their bodies than below. False when in doubt.
+    /// Whether the text of a page seems to be upside down, or to lie on the side from which half a turn makes
+    /// it readable: Latin letters have more parts above their bodies than below. False when in doubt.
     virtual bool SeemsTurned(const SPage& page) = 0;
 
     /// Reads a page of at least one pixel, at most 32767 to a side.

@@ -9,7 +9,7 @@
 namespace Vantor::Algorithms
 {
 
-/// What the engine gets to read: an 8-bit image of 1 (grey) or 3 (R, G, B) channels without gaps.
+/// What the engine reads: an 8-bit image of 1 (grey) or 3 (R, G, B) channels without gaps.
 struct SPage {
     int nWidth = 0;
     int nHeight = 0;
@@ -20,8 +20,9 @@ struct SPage {
     void TurnUpsideDown();
 };
 
-/// The bounding box of the runs, cut out of the image. What the runs do not cover is white; alpha is composed
-/// on white; of 16 bits the upper 8 remain. Without runs a page without pixels. Throws std::bad_alloc.
+/// The bounding box of the runs, cut out of the image. Pixels that the runs do not cover are white; alpha is
+/// composed on white; 16-bit samples keep their upper 8 bits. Without runs the page has no pixels. Throws
+/// std::bad_alloc.
 SPage MakePage(const CImage& image, const PixelRuns& runs);
 
 } // namespace Vantor::Algorithms

@@ -31,7 +31,7 @@ namespace Vantor::Utils
 namespace
 {
 constexpr double kPointsPerInch = 72.0;
-/// A page box of 200.00000000000003 points, made by a subtraction, is not worth one more column.
+/// A tolerance: a page box of 200.00000000000003 points, the result of a subtraction, gets no extra column.
 constexpr double kRoundingSlack = 1e-6;
 constexpr std::size_t kRenderedBytesPerPixel = 4;
 constexpr int kChannels = 3;

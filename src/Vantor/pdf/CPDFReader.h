@@ -18,8 +18,9 @@ namespace Vantor::Utils
 
 /// Renders the pages of a PDF document into images. One reader serves one document and one thread; several
 /// readers may work on several threads. Nothing throws. Passwords are neither stored nor logged. The first
-/// Read of the process that gets as far loads the renderer's libraries, which then stay: the module
-/// vantor/vantor-pdf.so beside libVantor.
+/// Read of the process whose file passes the first checks loads the renderer's libraries (the module
+/// vantor/vantor-pdf.so beside libVantor), which then stay loaded. It also silences the renderer's messages
+/// on standard error for the whole process.
 class VANTOR_EXPORT CPDFReader
 {
 public:
@@ -27,13 +28,12 @@ public:
     enum EReadResult : int {
         EReadResult_OK = 0,              ///< the document is open
         EReadResult_CannotOpen = 1,      ///< missing, no regular file, not readable, or there is no renderer
-        EReadResult_NotAPdf = 2,         ///< damaged beyond use, without pages, or something else
+        EReadResult_NotAPdf = 2,         ///< damaged beyond use, without pages, or another format
         EReadResult_NoMemory = 3,        ///< or the file is larger than the decode limit of CImage
         EReadResult_PasswordRequired = 4 ///< a password is needed, or the one given is wrong
     };
 
-    /// No document is open. The first reader of the process silences the renderer's messages on standard
-    /// error for the whole process.
+    /// No document is open.
     CPDFReader();
     ~CPDFReader();
     CPDFReader(const CPDFReader&) = delete;
@@ -44,7 +44,7 @@ public:
     /// The same along y. While it is unset, the resolution along x is used.
     void SetResolutionY(double dpi);
 
-    /// Opens a document and drops the one before, which is gone after a failure too.
+    /// Opens a document and closes the previous one, also when it fails.
     /// @param path      UTF-8 for the system, whatever the locale; only regular files are opened
     /// @param password  the user's or the owner's, tried as UTF-8 and as Latin-1; may be empty
     /// @return an EReadResult
@@ -54,9 +54,9 @@ public:
     int GetPageNumber() const;
 
     /// Renders the page (0 is the first) on white into 3 channels of 8 bits. Name and folder of the image
-    /// stay. A page of w x h points has ceil(w dpi / 72) x ceil(h dpi / 72) pixels. A page whose rendering
-    /// (4 bytes a pixel) and image (3) together exceed the decode limit of CImage, or with a side above
-    /// 1,000,000 pixels, is refused before memory is taken.
+    /// stay. A page of w x h points has ceil(w dpi / 72) x ceil(h dpi / 72) pixels. A page whose rendering (4
+    /// bytes a pixel) and image (3) together exceed the decode limit of CImage, or with a side above
+    /// 1,000,000 pixels, is refused before memory is allocated.
     /// @param page   0 to GetPageNumber() - 1
     /// @param image  receives the page; not owned
     /// @return 0, or non-zero for a page that does not exist or cannot be rendered; the image then stays

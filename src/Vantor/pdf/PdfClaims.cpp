@@ -14,7 +14,7 @@ namespace Vantor::Utils
 
 namespace
 {
-/// The first object numbers are free: a page cut out of a large document may keep its numbers.
+/// So many object numbers are always allowed: a page cut out of a large document may keep its numbers.
 constexpr qint64 kFreeObjects = 500000;
 /// Objects packed into a compressed stream take few bytes each.
 constexpr qint64 kBytesPerObject = 8;
@@ -28,8 +28,8 @@ int LengthOf(const char* pText)
     return static_cast<int>(std::strlen(pText));
 }
 
-/// The largest object count among "first count" pairs; entries of an xref table ("offset generation n") are
-/// passed over.
+/// The largest object count among "first count" pairs; it skips entries of an xref table ("offset generation
+/// n").
 qint64 LargestPart(CPdfCursor cursor)
 {
     qint64 nLargest = 0;
@@ -42,16 +42,16 @@ qint64 LargestPart(CPdfCursor cursor)
     return nLargest;
 }
 
-/// What /Index at this slash promises.
+/// The object count that the /Index at this slash claims.
 qint64 ClaimOfIndex(const QByteArray& pdf, int nSlash)
 {
     CPdfCursor cursor(pdf, nSlash + 1);
     return cursor.ReadName() == "Index" && cursor.Skip('[') ? LargestPart(cursor) : 0;
 }
 
-/// Looks for /Size among the entries of trailers and of streams, which those of cross references are. As an
-/// entry of any other dictionary it is the length of an attached file. Where the syntax is not kept, so that
-/// the renderer may see another end of the dictionary, every large /Size is taken for a claim.
+/// Looks for /Size among the entries of trailers and of streams; cross-reference streams are such. In any
+/// other dictionary /Size is the length of an attached file. Where the syntax is broken, and the renderer may
+/// see another end of the dictionary, every large /Size counts as a claim.
 class CSizeClaims
 {
 public:
@@ -92,7 +92,7 @@ private:
         }
         return false;
     }
-    /// All of them together may cover the document once, as they do where they do not overlap.
+    /// All of them together may cover the document once, which is enough when they do not overlap.
     bool SkipEntries(CPdfCursor& cursor, qint64* pSize)
     {
         const int nStart = cursor.GetPosition();
@@ -103,7 +103,7 @@ private:
 
     const QByteArray& m_pdf;
     qint64 m_nMax;
-    qint64 m_nLeft; ///< bytes that may still be looked at
+    qint64 m_nLeft; ///< bytes that may still be read
     bool m_bLarge = false;
 };
 

@@ -14,7 +14,7 @@ bool IsPdfSpace(char c);
 class CPdfCursor
 {
 public:
-    /// Numbers above this are read as this; it is above any count.
+    /// Larger numbers are read as this value, which exceeds every possible count.
     static constexpr qint64 kMaxNumber = 1 << 30;
 
     CPdfCursor(const QByteArray& pdf, int nPos);
@@ -27,14 +27,14 @@ public:
     /// The same without spaces before it.
     bool SkipNext(char c);
     bool ReadNumber(qint64& nValue);
-    /// The rest of a name behind its slash, its #xx spelled out.
+    /// The rest of a name after its slash, with its #xx decoded.
     QByteArray ReadName();
     /// What stands before the next space or delimiter, such as "endobj".
     QByteArray ReadWord();
 
-    /// Skips the entries of a dictionary and the brackets that end it. Strict, because what a lenient reader
-    /// makes of anything else cannot be told: false for what does not keep the rules, for comments, and
-    /// for what is nested too deeply.
+    /// Skips the entries of a dictionary and the brackets that end it. It is strict, because lenient readers
+    /// differ in what they make of anything else: false for broken syntax, for comments and for too deep
+    /// nesting.
     /// @param pLargestSize  receives the largest number of a /Size among them, unless it is null
     bool SkipEntries(qint64* pLargestSize, int nDepth = 0);
 

@@ -10,8 +10,8 @@ class QSizeF;
 namespace Vantor::Utils
 {
 
-/// The PDF engine with the document it has read. Used by one thread at a time; several may work on several
-/// threads.
+/// The PDF engine with the document that it has read. One thread at a time uses an engine; several may work
+/// on several threads.
 class IPdfEngine
 {
 public:
@@ -21,7 +21,7 @@ public:
     IPdfEngine& operator=(const IPdfEngine&) = delete;
 
     /// Reads a document, once.
-    /// @return a CPDFReader::EReadResult; only after EReadResult_OK there are pages
+    /// @return a CPDFReader::EReadResult; there are pages only after EReadResult_OK
     virtual int Read(const QByteArray& bytes, const std::wstring& password) = 0;
 
     virtual int GetPageNumber() const = 0;
@@ -31,7 +31,7 @@ public:
 
     /// Draws a page on white and keeps the drawing until it is taken.
     /// @param width, height  in pixels
-    /// @return false for a page that cannot be drawn
+    /// @return false when the page cannot be drawn
     virtual bool Render(int page, double dpiX, double dpiY, int width, int height) = 0;
     /// Hands out the drawing of a Render that succeeded, and forgets it.
     /// @param rows  as many as the drawing is high, each for its width in pixels of three bytes, R, G, B

@@ -22,13 +22,13 @@ class CSqlConnector;
 /// program, and every value that holds a single quote (for MySQL a backslash too) is refused before it gets
 /// here.
 ///
-/// A statement that fails is logged with the text of the database's error, which is empty for SQLite; a file
-/// that is missing or a database that is not open is not.
+/// It logs a failed statement with the text of the database's error, which is empty for SQLite, but neither a
+/// missing file nor a database that is not open.
 class VANTORCOMMON_EXPORT CDatabaseHelper
 {
 public:
     using ValueMap = std::map<QString, QVariant>; ///< values by column name, walked in the order of the names
-    /// Records of one table, shared with whoever reads them.
+    /// Records of one table, shared with their readers.
     using RecordList = std::vector<std::shared_ptr<CDatabaseModel>>;
 
     /// @param pFactory  makes the records of SelectFromTable; not owned, may be null
@@ -38,7 +38,7 @@ public:
     CDatabaseHelper(const CDatabaseHelper&) = delete;
     CDatabaseHelper& operator=(const CDatabaseHelper&) = delete;
 
-    /// Another factory for the records to come; not owned, may be null.
+    /// Sets the factory of further records; not owned, may be null.
     void SetFactory(CDatabaseModelFactory* pFactory);
 
     /// Opens a SQLite file if the host contains "localhost" in any case, otherwise a MySQL database.
@@ -52,7 +52,7 @@ public:
     bool Close();
 
     /// @{
-    /// As those of CSqlConnector: false while no database is open.
+    /// Like those of CSqlConnector; false while no database is open.
     bool StartTransaction();
     bool Commit();
     /// @}

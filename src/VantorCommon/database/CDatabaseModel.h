@@ -16,8 +16,8 @@ public:
 
     virtual ~CDatabaseModel();
 
-    /// Takes over the query's current row. A column that it does not have leaves its field as it was; a null
-    /// query changes nothing.
+    /// Reads the query's current row. A missing column leaves its field unchanged; a null query changes
+    /// nothing.
     virtual void ParseFromQuery(QSqlQuery* pQuery) = 0;
 
     /// The statement that adds the record to its table, without the identifier, which the database assigns.

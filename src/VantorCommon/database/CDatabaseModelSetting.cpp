@@ -32,7 +32,7 @@ void CDatabaseModelSetting::ParseFromQuery(QSqlQuery* pQuery)
 
 QString CDatabaseModelSetting::ParseToInsertQuery()
 {
-    // One call of arg: a value that looks like a place marker stays what it is.
+    // One call of arg, so that a value that looks like a place marker stays unchanged.
     return QStringLiteral("INSERT INTO %1 (%2, %3, %4) VALUES('%5', '%6', '%7')")
         .arg(TABLE_NAME, COLUMN_NAME, COLUMN_VALUE, COLUMN_TYPE, m_strName, m_strValue, m_strType);
 }

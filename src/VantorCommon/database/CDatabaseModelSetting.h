@@ -15,8 +15,8 @@ public:
 
     void ParseFromQuery(QSqlQuery* pQuery) override;
 
-    /// Deliberate: the three texts are put between single quotes and nothing is escaped. A text that holds a
-    /// single quote makes a broken statement: callers keep quotes out.
+    /// Deliberate: the statement puts the three texts between single quotes and escapes nothing. A text that
+    /// holds a single quote makes a broken statement: callers keep quotes out.
     QString ParseToInsertQuery() override;
 
     /// @{

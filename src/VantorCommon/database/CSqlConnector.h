@@ -25,8 +25,8 @@ public:
     CSqlConnector& operator=(const CSqlConnector&) = delete;
 
     /// Opens a database with one of Qt's drivers; a connection that is there already is closed first. The
-    /// connection is named host + database; if that name is in use in this process, it gets a number, so that
-    /// nobody's connection is taken away.
+    /// connection is named host + database; if this process uses that name already, it gets a number, so that
+    /// no other connection is replaced.
     /// @param strDriver             "QSQLITE", "QMYSQL"; a driver that is missing fails with Qt's warning
     /// @param strHost               not used by "QSQLITE" but for the name
     /// @param strDatabase           the name of the database, for "QSQLITE" the path of its file
@@ -57,7 +57,7 @@ public:
     bool Query(const QString& strSql, QSqlQuery* pQuery, QSqlError* pError);
 
 private:
-    /// What the transaction calls share; the operation is one of QSqlDatabase.
+    /// The common part of the transaction calls; the operation is one of QSqlDatabase.
     bool RunTransactionStep(bool (QSqlDatabase::*pStep)());
 
     std::unique_ptr<QSqlDatabase> m_pDatabase;

@@ -20,16 +20,16 @@ namespace
 {
 constexpr int c_nDrainIntervalMs = 10;
 
-/// From the loading of the library on: what a codec says may be the first line of all.
+/// Set when the library is loaded, because a codec's message may be the first line.
 [[maybe_unused]] const bool c_bMessagesAreLogged = [] {
     Vantor::SetMessageSink([](const char* text) { CLogger::Write(NORMAL, "%s", text); });
     return true;
 }();
 
-/// The model between its construction and its end. It has no destructor, so it can be asked at any time.
+/// The model while it lives, otherwise null. The pointer has no destructor, so it is valid at any time.
 std::atomic<CLogModel*> g_pModel{nullptr};
 
-/// The queue. It outlives the model: while the process exits, other threads may still be on their way to it.
+/// The queue. It outlives the model, because other threads may still push while the process exits.
 MessageQueue<SLogMessage>& Queue()
 {
     static auto* const pQueue = new MessageQueue<SLogMessage>; // never deleted
@@ -41,8 +41,8 @@ bool IsKnown(ELogLevel eLevel)
     return eLevel >= NORMAL && eLevel <= ERROR;
 }
 
-/// The text with everything that would break or garble its line made visible: \n, \r, \t, \x1b, \u2028.
-/// Backslashes stay as they are, for the sake of paths.
+/// The text with every character escaped that would break or garble its line: \n, \r, \t, \x1b, \u2028.
+/// Backslashes stay, because of paths.
 QString EscapeControls(const QString& strText)
 {
     QString strResult;
@@ -81,8 +81,7 @@ CLogModel::CLogModel() : m_pTimer(new QTimer(this))
     connect(m_pTimer, &QTimer::timeout, this, &CLogModel::slot_OnTimer);
     m_pTimer->setInterval(c_nDrainIntervalMs);
 
-    // Without a thread of its own the model can be taken over by the application's, from whatever thread this
-    // is.
+    // A model without a thread can move to the application's thread from any thread.
     moveToThread(nullptr);
     g_pModel = this;
     // A timer started before there is an application never fires. So every application starts it, one that
@@ -95,13 +94,13 @@ CLogModel::CLogModel() : m_pTimer(new QTimer(this))
 CLogModel::~CLogModel()
 {
     g_pModel = nullptr;
-    // What a call that is under way adds after this stays in the queue, which nobody reads any more.
+    // Messages that running calls add after this stay in the queue, which nobody reads any more.
     for (bool bLeft = true; bLeft;) {
         SLogMessage sMessage;
         QMutexLocker lock(&m_mutexTake);
         bLeft = Queue().Take(sMessage);
     }
-    // Its own slot must not be reached when only the QObject is left of it.
+    // Nothing may call its slots when only the QObject part is left.
     disconnect(this, &QObject::destroyed, this, nullptr);
     m_pTimer->stop();
     delete m_pTimer;
@@ -118,7 +117,8 @@ void CLogModel::StartWithApplication()
         return;
     }
     pModel->moveToThread(pApplication->thread());
-    // Queued, because the thread may not be ready for timers: the application is perhaps still being built.
+    // Queued, because the thread may not be ready for timers while the application is still being
+    // constructed.
     QMetaObject::invokeMethod(pModel->m_pTimer, qOverload<>(&QTimer::start), Qt::QueuedConnection);
 }
 
@@ -184,8 +184,8 @@ void CLogModel::slot_NewMessage(const SLogMessage& sMessage)
         return;
     QTextStream stream(&m_file);
     stream.setCodec("UTF-8");
-    // In one piece: the stream hands a text that is longer than its buffer to the file at once, and what
-    // other processes write must not come between the text and its end.
+    // One write: the stream passes a text that is longer than its buffer to the file at once, and lines of
+    // other processes must not come between the text and its end.
     stream << EscapeControls(ToString(sMessage)) + QLatin1Char('\n');
     stream.flush();
 }

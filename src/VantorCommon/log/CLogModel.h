@@ -25,10 +25,10 @@ Q_DECLARE_METATYPE(SLogMessage)
 /// The log of the process: a queue of messages that any thread fills, and a timer of the GUI thread that
 /// takes one of them each 10 ms, writes it to the file of the day and announces it to the log views. So a
 /// burst is drained in order at 100 messages a second, and the queue is unbounded. What is still queued when
-/// the process exits is lost. A file that cannot be written loses its messages without a word.
+/// the process exits is lost. Messages for a file that cannot be written are lost silently.
 ///
-/// Whatever thread uses it first, the model lives on the thread of the application object; before there is
-/// one, the messages wait in the queue.
+/// The model lives on the thread of the application object, whichever thread uses it first; before there is
+/// an application, the messages wait in the queue.
 class VANTORCOMMON_EXPORT CLogModel : public CBaseModel
 {
     Q_OBJECT
@@ -40,8 +40,8 @@ public:
     /// Queues a message; any thread. The time may be in any time zone, it is announced as local time.
     void AddMessage(ELogLevel eLevel, const QString& strMessage, const QDateTime& dtTime);
 
-    /// As AddMessage of the one instance, from any thread and at any time: it has no effect before the
-    /// instance is built and after its end, also when that comes during the call.
+    /// Calls AddMessage of the one instance, from any thread and at any time. It has no effect before the
+    /// instance is built and after its end, even if that comes during the call.
     static void Post(ELogLevel eLevel, const QString& strMessage, const QDateTime& dtTime);
 
     /// Whether no message waits. Not from a slot of signal_NewMessage, which is emitted under the same lock.
@@ -58,8 +58,8 @@ public:
     bool OpenLogFileCurrentDate(const QString& strDir);
 
 Q_SIGNALS:
-    /// One message taken from the queue. Emitted under the lock of the taking end: a slot must call neither
-    /// IsEmpty nor slot_OnTimer.
+    /// One message taken from the queue. Emitted under the lock for taking: a slot must call neither IsEmpty
+    /// nor slot_OnTimer.
     void signal_NewMessage(const SLogMessage& sMessage);
 
 public Q_SLOTS:
@@ -80,7 +80,7 @@ private:
     /// Takes the model over to the thread of the application, if there are both, and starts its timer there.
     static void StartWithApplication();
 
-    QMutex m_mutexTake; ///< the taking end of the queue; the adding one needs none
+    QMutex m_mutexTake; ///< guards taking from the queue; adding needs no lock
     QFile m_file;
     QTimer* m_pTimer;
 };

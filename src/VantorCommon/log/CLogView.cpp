@@ -17,7 +17,7 @@ namespace
 {
 constexpr int c_nMaximumRows = 500;
 constexpr int c_nCellPadding = 16;
-constexpr QRgb c_nGround = qRgb(32, 32, 32); // white and yellow do not read on a light one
+constexpr QRgb c_nGround = qRgb(32, 32, 32); // white and yellow are unreadable on a light one
 constexpr QRgb c_nPlainText = qRgb(192, 192, 192);
 
 std::optional<QColor> LevelColor(ELogLevel eLevel)
@@ -47,10 +47,10 @@ CLogView::CLogView(QWidget* pParent) : QWidget(pParent), m_pTableView(new QTable
     m_pTableView->setModel(m_pItemModel);
     m_pTableView->setTextElideMode(Qt::ElideNone);
     m_pTableView->setWordWrap(false);
-    m_pTableView->setShowGrid(false); // its lines are made for a light ground
+    m_pTableView->setShowGrid(false); // its lines suit a light background
     m_pTableView->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_pTableView->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_pTableView->setTabKeyNavigation(false); // the key leads on to the next control
+    m_pTableView->setTabKeyNavigation(false); // the key moves to the next control
     m_pTableView->setAccessibleName(QStringLiteral("Log"));
     if (auto* pCorner = m_pTableView->findChild<QAbstractButton*>()) {
         pCorner->setToolTip(QStringLiteral("Select all lines"));

@@ -12,8 +12,8 @@ class QTableView;
 struct SLogMessage;
 
 /// Lists the log messages as they leave the queue of CLogModel, one row each, coloured by level on a dark
-/// ground, the newest in sight. At 500 rows it is emptied and starts again. It shows what is announced from
-/// its construction on, and cannot be edited. GUI thread only.
+/// background, and scrolls to the newest. At 500 rows it clears itself. It shows the messages from its
+/// construction on, read-only. GUI thread only.
 class VANTORCOMMON_EXPORT CLogView : public QWidget
 {
     Q_OBJECT
@@ -27,11 +27,11 @@ public Q_SLOTS:
     void slot_NewMessage(const SLogMessage& sMessage);
 
 protected:
-    /// A hidden table does not scroll: it catches up.
+    /// Scrolls to the newest row, because a hidden table does not scroll.
     void showEvent(QShowEvent* pEvent) override;
 
 private:
-    /// The header's labels and widths, which go with every clearing.
+    /// Sets the header's labels and widths, which every clearing drops.
     void SetUpHeader();
 
     QPointer<QStandardItemModel> m_pItemModel;

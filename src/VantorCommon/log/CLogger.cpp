@@ -13,8 +13,8 @@ namespace
 constexpr std::size_t c_nBufferBytes = 1024;
 constexpr std::size_t c_nLongestSequence = 4; // bytes of a UTF-8 character
 
-/// How many bytes of a text that was cut after nBytes to read as UTF-8: a character that was cut in two is
-/// reduced to its first byte, which reads as one replacement character.
+/// How many bytes of a text that was cut after nBytes count: of a character that was cut in two only the
+/// first byte stays, which reads as one replacement character.
 std::size_t WithoutHalfTail(const char* pText, std::size_t nBytes)
 {
     for (std::size_t nTail = 1; nTail < c_nLongestSequence && nTail <= nBytes; ++nTail) {
@@ -43,8 +43,8 @@ void CLogger::Write(ELogLevel level, const char* format, ...)
     std::size_t nBytes = nWanted < 0 ? std::strlen(format) : static_cast<std::size_t>(nWanted);
     if (nBytes >= c_nBufferBytes)
         nBytes = WithoutHalfTail(pText, c_nBufferBytes - 1);
-    // In UTC this is no more than a reading of the clock; the model makes the local time of it later.
+    // Reading UTC only reads the clock; the model converts it to local time later.
     const QDateTime dtNow = QDateTime::currentDateTimeUtc();
-    // Not through the pointer: the model may have ended since.
+    // Not through the pointer, because the model may have been destroyed since.
     CLogModel::Post(level, QString::fromUtf8(pText, static_cast<int>(nBytes)), dtNow);
 }

@@ -6,12 +6,12 @@
 #include <utility>
 
 /// An unbounded first-in, first-out queue. Any number of threads may push at the same time, without a lock
-/// and without waiting for each other; one thread at a time may take, so several of them need a lock. What
-/// one thread pushes comes out in its order.
+/// and without waiting for each other; one thread at a time may take, so several of them need a lock. The
+/// messages of one thread keep their order.
 ///
 /// It is a linked list that always holds one spent node at its front. A thread that pushes first makes its
-/// node the last one, which settles the order, and then links the one before to it; so the taking end may
-/// see the list end early for a moment, at a push that is under way.
+/// node the last one, which settles the order, and then links the one before to it; so the reader may see the
+/// list end early for a moment, at a push in progress.
 template <class T> class MessageQueue
 {
 public:
@@ -32,8 +32,8 @@ public:
         pBefore->pNext.store(pNode, std::memory_order_release);
     }
 
-    /// The taking end: false, and nothing changed, if there is nothing to take: the queue is empty, or the
-    /// push of its first value has not ended.
+    /// For the reader. False, and nothing changes, if the queue is empty or the push of its first value has
+    /// not ended.
     bool Take(T& value)
     {
         SNode* pNext = m_pFront->pNext.load(std::memory_order_acquire);
@@ -44,7 +44,7 @@ public:
         return true;
     }
 
-    /// The taking end. A push that has begun counts.
+    /// For the reader. A push that has begun counts.
     bool IsEmpty() const { return m_pBack.load(std::memory_order_acquire) == m_pFront; }
 
 private:
@@ -53,7 +53,7 @@ private:
         std::atomic<SNode*> pNext{nullptr};
     };
 
-    // Each end on a cache line of its own.
+    // Each end has its own cache line.
     alignas(64) SNode* m_pFront = new SNode;
     alignas(64) std::atomic<SNode*> m_pBack{m_pFront};
 };

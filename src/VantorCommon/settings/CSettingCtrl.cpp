@@ -78,7 +78,7 @@ bool CSettingCtrl::Store(const QString& strKey, const QVariant& value)
     if (strKey.contains(QLatin1Char('\'')) || strText.contains(QLatin1Char('\'')))
         return false;
     const QString strType = TypeName(value);
-    // Only a number or a truth value may stand bare in a statement: a date would be calculated.
+    // Only a number or a Boolean may stand unquoted in a statement: SQL would calculate a date.
     const QVariant bare = strType.isEmpty() ? QVariant(strText) : value;
     const CDatabaseHelper::ValueMap mapWhere = {{CDatabaseModelSetting::COLUMN_NAME, strKey}};
     const CDatabaseHelper::ValueMap mapSet = {{CDatabaseModelSetting::COLUMN_VALUE, bare},

@@ -14,8 +14,8 @@ class CDatabaseHelper;
 class CDatabaseModelFactory;
 class CSettingDlg;
 
-/// Keeps the settings of the process in the SQLite file "settings.data": reads them all when it is made, and
-/// stores each changed one at once. Without a file that can be opened the settings live in memory only. GUI
+/// Keeps the settings of the process in the SQLite file "settings.data": reads all of them in its constructor
+/// and stores each change at once. Without a file that can be opened the settings live in memory only. GUI
 /// thread only; several processes may use one file.
 class VANTORCOMMON_EXPORT CSettingCtrl : public CBaseCtrl
 {
@@ -23,25 +23,25 @@ class VANTORCOMMON_EXPORT CSettingCtrl : public CBaseCtrl
 
 public:
     /// Loads the settings, shows them in the dialog and connects the two. Loading writes nothing back.
-    /// @param pView  not owned. Without one, what is changed in the settings is not stored by itself.
+    /// @param pView  not owned. Without it, changes of the settings are not stored automatically.
     explicit CSettingCtrl(CSettingDlg* pView);
     ~CSettingCtrl() override;
 
     /// Opens the file in the folder of the setting "GENERAL_PROGRAM_CONFIG_DIR", the folder "Vantor" of the
-    /// user's documents by default. A file that is missing or empty is made first, in one step: whenever it
-    /// is there, it has its table. The default folder is made too if need be, a named one is not.
+    /// user's documents by default. It first creates a missing or empty file, in one step, so that an
+    /// existing file always has its table. It creates the default folder if necessary, but never a named one.
     /// @return whether the file is open
     bool OpenSettingFile();
 
-    /// Takes every stored value over into the settings of the process. Deliberate: as a text, whatever its
-    /// type was; readers convert it. A file that cannot be read leaves the settings as they are, is
-    /// logged and announced.
+    /// Copies every stored value into the settings of the process. Deliberate: as a text, whatever its type
+    /// was; readers convert it. If the file cannot be read, it keeps the settings, logs and announces the
+    /// failure.
     void LoadParameter();
 
-    /// Stores a value and logs whether that went well; a failure is announced, too. A key or value that holds
-    /// a single quote is refused before anything is run. Deliberate: over a stored value a number is written
-    /// bare, so that the file holds it as SQLite writes numbers (true as 1, a double with 15 digits).
-    /// @return true: the value is in the file and survives the end of the process, however it comes
+    /// Stores a value and logs the result; it also announces a failure. It refuses a key or value with a
+    /// single quote before it runs a statement. Deliberate: over a stored value a number is written bare, so
+    /// that the file holds it as SQLite writes numbers (true as 1, a double with 15 digits).
+    /// @return true: the value is in the file and survives any end of the process
     bool UpdateParameter(const QString& strKey, QVariant value);
 
     /// Lets the dialog show the settings.
@@ -51,7 +51,7 @@ public:
     bool Redo() override; ///< false
 
 public Q_SLOTS:
-    /// UpdateParameter, with its result left to signal_Failed and the log.
+    /// Calls UpdateParameter; signal_Failed and the log tell the result.
     void slot_UpdateSettingParameter(const QString& strKey, const QVariant& var);
 
 Q_SIGNALS:

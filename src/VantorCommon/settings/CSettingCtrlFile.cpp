@@ -19,9 +19,9 @@ namespace
 constexpr int c_nLockTimeoutMs = 5000;
 constexpr int c_nLockPollMs = 5;
 
-// Like SQLite, everything here takes a path as UTF-8, whatever the locale.
+// Like SQLite, all functions here take paths as UTF-8, in every locale.
 
-/// The exclusive right to make files in a folder. It ends with this object, or with the process.
+/// The exclusive right to create files in a folder, until this object or the process ends.
 class CFolderLock
 {
 public:
@@ -37,8 +37,8 @@ public:
     CFolderLock(const CFolderLock&) = delete;
     CFolderLock& operator=(const CFolderLock&) = delete;
 
-    /// False if the folder cannot be opened, or somebody holds the lock for too long. On a file system that
-    /// cannot lock folders there is no lock, but still a settings file.
+    /// False if the folder cannot be opened, or another process holds the lock for too long. On a file system
+    /// that cannot lock folders it returns true without a lock.
     bool Lock()
     {
         const QDeadlineTimer deadline(c_nLockTimeoutMs);
@@ -54,7 +54,7 @@ private:
     int m_nFolder;
 };
 
-/// A file of no bytes is not there: it may be what an interrupted start or a full disk left.
+/// An empty file counts as missing: an interrupted start or a full disk may have left it.
 bool IsThere(const QByteArray& path)
 {
     struct stat status;

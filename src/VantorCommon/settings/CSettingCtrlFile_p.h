@@ -4,9 +4,9 @@
 
 class QString;
 
-/// Makes sure that the settings file is there with its table. One that is missing or empty is built aside, as
-/// "settings.data.new", and put in place in one step; of several processes that start at once one builds it
-/// and the others wait for it. A process killed meanwhile leaves nothing that the next one does not replace.
-/// An existing file is not looked into, the folder is not made.
+/// Ensures that the settings file exists and has its table. It builds a missing or empty file aside, as
+/// "settings.data.new", and puts it in place in one step; if several processes start at once, one builds it
+/// and the others wait. The next start replaces whatever a killed process left. It does not inspect an
+/// existing file or create the folder.
 /// @return false if the file could not be made
 bool EnsureSettingFile(const QString& strFolder, const QString& strPath);

@@ -13,8 +13,8 @@ class QSpinBox;
 class QTabWidget;
 
 /// The "Settings" dialog: tabs of editors, each of which carries the key of its setting as its object name.
-/// It announces what the user enters and shows what the settings of the process hold; storing is the setting
-/// controller's.
+/// It announces what the user enters and shows the settings of the process; the setting controller stores
+/// them.
 ///
 /// Deliberate: the two boxes have no effect on documents, for their loader reads other keys (see
 /// CSettingManager). They store what the user enters and show it again, also after the next start.
@@ -32,7 +32,7 @@ public:
     /// Makes the tab "General". The constructor calls it; a second call does nothing.
     void CreateView();
 
-    /// Adds a tab of another part of the program; the dialog takes the page over. To take part in storing, an
+    /// Adds a tab of another part of the program and takes ownership of the page. To take part in storing, an
     /// editor on it has its key as object name and is connected to the slot of its type. A null page adds
     /// nothing.
     void AddSettingTab(QWidget* pPage, const QString& strTitle);

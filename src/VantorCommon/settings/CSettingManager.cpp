@@ -18,7 +18,7 @@ int CSettingManager::GetInt(const QString& strKey, int nDefault)
 {
     const QVariant value = CSettingModel::GetInstance()->Get(strKey);
     bool bOk = false;
-    const qlonglong nValue = value.toLongLong(&bOk); // toInt would wrap a larger number and call it converted
+    const qlonglong nValue = value.toLongLong(&bOk); // toInt would wrap a larger number and report success
     const bool bIsInt =
         bOk && nValue >= std::numeric_limits<int>::min() && nValue <= std::numeric_limits<int>::max();
     return value.isNull() || !bIsInt ? nDefault : static_cast<int>(nValue);

@@ -9,9 +9,9 @@
 #include <QVariant>
 #include <map>
 
-/// The settings of the process: named values held in memory. One instance, GUI thread only. It is filled from
-/// the settings database by the settings controller; most readers go through CSettingManager, which adds a
-/// default to each read.
+/// The settings of the process: named values held in memory. One instance, GUI thread only. The settings
+/// controller fills it from the database; most readers use CSettingManager, which adds a default to each
+/// read.
 class VANTORCOMMON_EXPORT CSettingModel : public CBaseModel
 {
     Q_OBJECT

@@ -20,7 +20,7 @@ QPoint PositionOf(const QMouseEvent* pEvent)
 
 CSnipTool::CSnipTool(CSnipToolModel* pModel, QWidget* parent) : QDialog(parent), m_pModel(pModel)
 {
-    // Qt::Window said aloud: without it a dialog with a parent is no window any more.
+    // Qt::Window is explicit: without it a dialog with a parent is no window any more.
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setAttribute(Qt::WA_NoSystemBackground);
     setAttribute(Qt::WA_TranslucentBackground);
@@ -38,7 +38,7 @@ void CSnipTool::showEvent(QShowEvent* pEvent)
     QDialog::showEvent(pEvent);
 }
 
-/// The button may come up when the window is gone; that must not count as the end of a drag.
+/// The user may release the button after the window is gone; that must not end a drag.
 void CSnipTool::hideEvent(QHideEvent* pEvent)
 {
     m_bPressed = false;
@@ -84,7 +84,7 @@ void CSnipTool::mouseReleaseEvent(QMouseEvent* pEvent)
     m_rectSelect = QRect();
     update();
     m_bPressed = false;
-    // Last: whoever listens may end the application meanwhile, and this window with it.
+    // Last, because a receiver may end the application, and this window with it.
     Q_EMIT signal_CaptureScreen(QRect(mapToGlobal(m_ptStart), mapToGlobal(ptEnd)));
 }
 
@@ -97,6 +97,6 @@ void CSnipTool::paintEvent(QPaintEvent*)
         return;
     const QColor green = QColor::fromRgba(CSnipToolColors::kGreen);
     painter.setPen(QPen(green, 1.0, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-    // The middle of a line that lies around the selection, one wide, on a screen of any density.
+    // The middle of a line, one pixel wide, around the selection on a screen of any density.
     painter.drawRect(QRectF(m_rectSelect).adjusted(-0.5, -0.5, 0.5, 0.5));
 }

@@ -13,9 +13,9 @@ class CSnipToolModel;
 /// The overlay of the snip tool: a frameless, translucent window that greys the screen except for the
 /// rectangle dragged with the left mouse button, which is cut out of it.
 ///
-/// It knows nobody and grabs nothing; it only tells what was selected. Whoever shows it gives it its screen.
-/// Hiding it ends a drag. It is a window of its own whatever its parent is, and stays when that is minimised.
-/// GUI thread only.
+/// It knows no other class and grabs nothing; it only announces the selection. Its user chooses the screen.
+/// Hiding it ends a drag. It is a separate window even with a parent, and stays when that is minimised. GUI
+/// thread only.
 class VANTORCOMMON_EXPORT CSnipTool : public QDialog
 {
     Q_OBJECT
@@ -36,12 +36,12 @@ Q_SIGNALS:
 
 protected:
     /// @{
-    /// The cross cursor comes with showing; hiding drops the selection; closing gives the arrow back.
+    /// The cross cursor comes with showing; hiding drops the selection; closing restores the arrow.
     void showEvent(QShowEvent* pEvent) override;
     void hideEvent(QHideEvent* pEvent) override;
     void closeEvent(QCloseEvent* pEvent) override;
     /// @}
-    /// Escape emits signal_ExitCapture; every other key is left alone.
+    /// Escape emits signal_ExitCapture; it ignores all other keys.
     void keyPressEvent(QKeyEvent* pEvent) override;
     /// @{
     /// The left button drags the selection; the others do nothing.

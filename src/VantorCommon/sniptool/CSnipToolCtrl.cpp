@@ -25,10 +25,10 @@ using Vantor::Algorithms::CImage;
 namespace
 {
 // All in milliseconds.
-constexpr int kLookInterval = 10; // between two looks at the screen
+constexpr int kLookInterval = 10; // between two checks of the screen
 constexpr int kQuietTime = 50;    // unchanged for three frames: a compositor has caught up
-constexpr int kRestless = 250;    // from here on, what still changes is a moving picture
-constexpr int kPatience = 1000;   // what shows the overlay's colours after that has them of its own
+constexpr int kRestless = 250;    // what changes longer than this is a moving picture
+constexpr int kPatience = 1000;   // colours of the overlay that remain after that belong to the picture
 
 constexpr QRgb kOverlayGrey = CSnipToolColors::Unblended(CSnipToolColors::kGrey);
 constexpr QRgb kOverlayGreen = CSnipToolColors::Unblended(CSnipToolColors::kGreen);
@@ -50,8 +50,8 @@ bool IsOnScreen(const CSnipTool* pTool)
     return pTool && pTool->windowHandle() && pTool->windowHandle()->isExposed();
 }
 
-/// Whether a pixel still has a colour of the overlay that it had before. Where nothing is composed, the
-/// pixels of a window that goes stay until those below have painted theirs.
+/// Whether a pixel still has the overlay's colour that it had before. Without a compositor, the pixels of a
+/// hidden window stay until the windows below have painted.
 bool ShowsRemains(const QImage& before, const QImage& now)
 {
     if (before.size() != now.size() || before.depth() != 32 || now.depth() != 32)
@@ -68,8 +68,8 @@ bool ShowsRemains(const QImage& before, const QImage& now)
     return false;
 }
 
-/// The part of the screen without the tool, which is hidden first. The window system is asked until the tool
-/// is unmapped and what was below it is painted.
+/// Hides the tool and returns the part of the screen. It polls the window system until the tool is unmapped
+/// and the windows below have painted.
 QImage GrabBelow(CSnipTool* pTool, QScreen& screen, const QRect& rect)
 {
     if (!pTool || !pTool->isVisible())
@@ -135,7 +135,7 @@ void CSnipToolCtrl::slot_CaptureScreen(const QRect& rect)
     if (bGrab)
         Deliver(picture);
     else if (pScreen)
-        // Deliberate: an inverted region comes here as it is and is refused, because the platform takes a
+        // Deliberate: an inverted region arrives unchanged and is refused, because the platform takes a
         // negative size for the rest of the screen.
         Fail(
             WARNING,

@@ -14,7 +14,7 @@ class CSnipTool;
 class CSnipToolModel;
 class QImage;
 
-/// Turns what the snip tool selected into a new image of a 2D view and copies it to the clipboard. The 2D
+/// Turns the selection of the snip tool into a new image of a 2D view and copies it to the clipboard. The 2D
 /// controller starts a capture: it hides the application and shows the tool; this one ends it.
 ///
 /// Nothing is owned, and any of the three may be null. GUI thread only.
@@ -28,16 +28,17 @@ public:
     ~CSnipToolCtrl() override;
 
     /// @{
-    /// Nothing can be undone here: false.
+    /// False: there is nothing to undo.
     bool Undo() override;
     bool Redo() override;
     /// @}
 
 public Q_SLOTS:
     /// Hides the tool, grabs that part of the primary screen, shows the application again and puts the
-    /// picture into the 2D view and on the clipboard. Waits until the tool is gone from the screen, for 1 s
-    /// at most, while user input is held back. When there is nothing to grab (a width or height below 1, or a
-    /// display server that refuses), the application comes back, and signal_Failed and one log line say why.
+    /// picture into the 2D view and on the clipboard. Waits until the tool is gone from the screen, for at
+    /// most 1 s, and blocks user input meanwhile. When there is nothing to grab (a width or height below 1,
+    /// or a display server that refuses), the application comes back, and signal_Failed and one log line say
+    /// why.
     /// @param rect  in global coordinates, in device independent pixels; the picture has device pixels
     void slot_CaptureScreen(const QRect& rect);
     /// Hides the tool and shows the application again; nothing is captured.

@@ -8,12 +8,12 @@
 
 class IVRunnable;
 
-/// Runs one piece of work on a thread of its own and ends the work object's life afterwards, on the thread
-/// that owns the CVThread object and by way of that thread's event loop.
+/// Runs one piece of work on its own thread and then destroys the work object, in the event loop of the
+/// thread that owns the CVThread object.
 ///
-/// The work object's storage belongs to whoever provided it: its destructor is called in place, so the
-/// provider gives the storage back and must not destroy the object again. Hence the class is good for one
-/// start() only. Work whose CVThread dies before the event loop came round is not destroyed.
+/// The provider owns the work object's storage: the class calls the destructor in place, so the provider
+/// frees the storage and must not destroy the object again. Hence only one start() is possible. If the
+/// CVThread is destroyed before the event loop runs, the work is not destroyed.
 class VANTORCOMMON_EXPORT CVThread : public QThread
 {
     Q_OBJECT

@@ -2,7 +2,7 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
-/// One piece of work for a worker thread. What it shares with other threads it guards itself.
+/// One piece of work for a worker thread. It guards the data that it shares with other threads.
 class IVRunnable
 {
 public:

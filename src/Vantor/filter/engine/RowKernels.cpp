@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// Compiled once for each instruction set of the machine's family: foreach_target.h includes this file again
-// and again, and HWY_DYNAMIC_DISPATCH picks at run time.
-// Vectors without a size of their own can be neither members nor elements.
+// This file is compiled once for each instruction set: foreach_target.h includes it repeatedly, and
+// HWY_DYNAMIC_DISPATCH picks one at run time. Vectors without a size of their own can be neither members nor
+// elements.
 #undef HWY_DISABLED_TARGETS
 #define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
 #undef HWY_TARGET_INCLUDE
@@ -29,7 +29,7 @@ namespace HWY_NAMESPACE
 /// The three Sobel images are one pass with three outputs.
 enum class ESobel { X, Y, XY };
 
-#if HWY_TARGET == HWY_SCALAR // a machine that is too old for any of the others: one byte after another
+#if HWY_TARGET == HWY_SCALAR // no vector instructions: one byte at a time
 
 /// Stores value(i) for every byte but alpha, which is copied.
 template <class Value>
@@ -216,8 +216,8 @@ template <int Count> HWY_INLINE void SortEnds(V8* v)
         Sort(v[i], v[Count - 1]);
 }
 
-/// The median of Count values at v and of those at more, Count - 3 of them: the smallest and the largest of
-/// more than half of all can be neither, and one of the others takes their place.
+/// The median of Count values at v and Count - 3 values at more. The smallest and the largest of more than
+/// half of all values cannot be the median, so each round drops both and takes one of the others in.
 template <int Count> HWY_INLINE V8 ForgetToMedian(V8* v, const V8* more)
 {
     SortEnds<Count>(v);
@@ -258,7 +258,7 @@ template <> struct SMedian<2> {
     const SSortedColumns<2>& sorted;
     std::size_t nStep;
 
-    // One copy for all that call it: the network is long.
+    // Not inlined: the network is long.
     HWY_NOINLINE V8 operator()(std::size_t i) const
     {
         V8 a[5], b[5], c[5], d[5], e[5];
@@ -286,8 +286,8 @@ template <int Radius> void Median(RowWindow rows, unsigned char* out, std::size_
     }
 }
 
-/// The bytes of a vector as 16-bit numbers: those with even and those with odd places. Unlike unpacking,
-/// that is the same in every instruction set.
+/// The bytes of a vector as 16-bit numbers, even and odd places apart. Unlike unpacking, this is the same in
+/// every instruction set.
 struct SWide {
     VI16 even;
     VI16 odd;
@@ -425,7 +425,7 @@ HWY_EXPORT(SobelX);
 HWY_EXPORT(SobelY);
 HWY_EXPORT(SobelXY);
 
-// Wrapped, for the instruction set is chosen at each call.
+// A wrapper, because each call chooses the instruction set.
 #define VANTOR_ROW_KERNEL(name)                                                                              \
     [](RowWindow rows, unsigned char* out, std::size_t bytes, int channels) {                                \
         HWY_DYNAMIC_DISPATCH(name)(rows, out, bytes, channels);                                              \

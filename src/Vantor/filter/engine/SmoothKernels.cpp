@@ -23,7 +23,7 @@ cv::Size WindowOf(int radius)
     return cv::Size(2 * radius + 1, 2 * radius + 1);
 }
 
-/// In floating point: of 8 bits OpenCV makes a kernel of 8 bits, which errs by up to 3 with wide windows.
+/// In floating point: for 8-bit samples OpenCV uses an 8-bit kernel, which errs by up to 3 in wide windows.
 bool Gaussian(const SPixelBlock& from, double sigma, int radius, float* to)
 {
     try {

@@ -11,13 +11,13 @@ namespace Vantor::Algorithms
 /// The channels of what this file loads as: 1, 3 or 4.
 int BmpChannels(const SBmpHeader& header);
 
-/// The decoders of compressed pixels. The size that the header claims has been checked against the limit,
-/// the device stands at the pixels.
+/// The decoders of compressed pixels. The caller has checked the size that the header claims against the
+/// limit; the device is positioned at the pixels.
 /// @{
-/// Run lengths of indexes (4, 8 bits) or colours (24 bits). What they skip, and what a file that was cut
-/// lacks, is the first colour of the palette, or black.
+/// Run lengths of indexes (4, 8 bits) or colours (24 bits). Pixels that they skip, or that a truncated file
+/// lacks, get the first colour of the palette, or black.
 CResult ReadBmpRunLengths(QIODevice& device, const SBmpHeader& header, CImage& image, Notes& notes);
-/// The fax code of one dimension: white runs are the first colour of the palette, black runs the second.
+/// One-dimensional fax code: white runs are the first colour of the palette, black runs the second.
 CResult ReadBmpHuffman(QIODevice& device, const SBmpHeader& header, CImage& image, Notes& notes);
 /// @}
 

@@ -21,7 +21,7 @@ constexpr quint32 kOs2MostBytes = 64;
 constexpr int kMaskOffset = 54;
 
 /// @{
-/// A field of the header; those that a short one leaves out are 0.
+/// A field of the header; fields that a short header lacks are 0.
 quint32 LongAt(const QByteArray& head, int nOffset)
 {
     return nOffset + 4 <= head.size() ? qFromLittleEndian<quint32>(head.constData() + nOffset) : 0;
@@ -33,7 +33,7 @@ int WordAt(const QByteArray& head, int nOffset)
 }
 /// @}
 
-/// Takes the entries that lie before the pixels.
+/// Reads the palette entries that lie before the pixels.
 void ParsePalette(const QByteArray& head, qint64 nStart, int nEntryBytes, qint64 nEntries, SBmpHeader& header)
 {
     const qint64 nEnd = std::min<qint64>(head.size(), header.nPixels);
@@ -47,7 +47,7 @@ void ParsePalette(const QByteArray& head, qint64 nStart, int nEntryBytes, qint64
     }
 }
 
-/// The masks of the file, or those that 16 and 32 bits have without any. False when the file ends in them.
+/// Reads the masks of the file, or sets the default ones of 16 and 32 bits. False when the file ends in them.
 bool ParseMasks(const QByteArray& head, bool bAlpha, SBmpHeader& header)
 {
     if (header.eCompression == EBmpCompression::BitFields) {
@@ -67,7 +67,7 @@ bool ParseMasks(const QByteArray& head, bool bAlpha, SBmpHeader& header)
     return true;
 }
 
-/// The meaning of the number, which differs between the two families of headers.
+/// The meaning of the compression's number, which differs between the two families of headers.
 EBmpCompression CompressionOf(quint32 nNumber, quint32 nHeaderBytes, int nBits)
 {
     constexpr quint32 kHuffman = 3;
@@ -143,7 +143,7 @@ bool CanHoldBmpPixels(const SBmpHeader& header, qint64 nBytes)
     case EBmpCompression::RunLength4:
     case EBmpCompression::RunLength24:
         return header.nWidth * header.nHeight <= kFreePixels + nBytes * kMaxPixelsPerRunByte;
-    default: // the decoder knows
+    default: // the decoder checks it
         return true;
     }
 }

@@ -30,13 +30,13 @@ enum class EBmpCompression : quint32 {
     BitFields = 3,
     Jpeg = 4,
     Png = 5,
-    // Without a number of their own: a header of OS/2 has 3 and 4 for them.
+    // They have no number of their own: a header of OS/2 uses 3 and 4 for them.
     Huffman,
     RunLength24,
     Unknown
 };
 
-/// What the headers of a BMP file say; nothing in it has been believed yet.
+/// What the headers of a BMP file claim; nothing is checked yet.
 struct SBmpHeader {
     qint64 nWidth = 0;
     qint64 nHeight = 0;
@@ -59,7 +59,7 @@ bool ParseBmpHeader(const QByteArray& head, SBmpHeader& header);
 /// Bytes of a row in the file.
 qint64 BmpStride(qint64 nWidth, int nBits);
 
-/// Whether so many bytes behind the headers can hold the pixels that they claim.
+/// Whether this many bytes after the headers can hold the pixels that they claim.
 bool CanHoldBmpPixels(const SBmpHeader& header, qint64 nBytes);
 
 /// Turns a row of B, G, R (and a fourth byte) into R, G, B (and A) or back; pFrom may be pTo.

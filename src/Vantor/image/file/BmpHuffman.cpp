@@ -13,15 +13,15 @@ namespace Vantor::Algorithms
 
 namespace
 {
-/// No code of so many pixels is longer: a run takes at most 6 bits a pixel, the mark of a row 12 and what
-/// fills its byte.
+/// The longest code of so many pixels: a run takes at most 6 bits per pixel, the mark of a row 12 bits and
+/// the padding of its byte.
 qint64 MostBytes(const SBmpHeader& header)
 {
     constexpr qint64 kRowBytes = 8;
     return header.nHeight * (header.nWidth + kRowBytes) + kRowBytes;
 }
 
-/// The decoder wants the mark that ends a row before each row, also before the first one.
+/// The decoder expects the mark that ends a row before each row, also before the first one.
 QByteArray WithFirstMark(const QByteArray& code)
 {
     const bool bMarked =
@@ -29,7 +29,7 @@ QByteArray WithFirstMark(const QByteArray& code)
     return bMarked ? code : QByteArray("\0\1", 2) + code;
 }
 
-/// Wraps the code in a TIFF file that says the same.
+/// Wraps the code in an equivalent TIFF file.
 bool WriteAsTiff(QIODevice& device, const SBmpHeader& header, QByteArray code)
 {
     const TiffHandle tiff = OpenTiff(device, "w");

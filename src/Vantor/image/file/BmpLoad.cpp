@@ -138,7 +138,7 @@ bool ReadPlainRows(QIODevice& device, const SBmpHeader& header, CImage& image)
     return true;
 }
 
-/// A JPEG or PNG file in the place of the pixels.
+/// A JPEG or PNG file instead of pixels.
 CResult LoadEmbedded(QIODevice& device, const SBmpHeader& header, CImage& image, Notes& notes)
 {
     QByteArray content = device.readAll();
@@ -148,7 +148,7 @@ CResult LoadEmbedded(QIODevice& device, const SBmpHeader& header, CImage& image,
     return (header.eCompression == EBmpCompression::Jpeg ? LoadJpeg : LoadPng)(buffer, image, notes);
 }
 
-/// Whether pixels of this kind and number may be read.
+/// Whether the kind of pixels is known, and their number within the limits and the file's length.
 CResult Check(const SBmpHeader& header, qint64 nBytesOfPixels)
 {
     if (!IsKnown(header))

@@ -14,10 +14,10 @@ namespace Vantor::Algorithms
 
 namespace
 {
-/// What follows a zero in the place of a count; anything else is the count of single pixels.
+/// What may follow a zero count; any other value is a number of single pixels.
 enum EEscape : int { EndOfRow = 0, EndOfPicture = 1, Delta = 2 };
 
-/// The bytes of a device one by one.
+/// Reads a device byte by byte.
 class CByteReader
 {
 public:
@@ -49,7 +49,7 @@ void PutColor(quint32 nColor, unsigned char* pTo, int nChannels)
         *pTo++ = static_cast<unsigned char>(nColor >> 16);
         *pTo++ = static_cast<unsigned char>(nColor >> 8);
     }
-    *pTo = static_cast<unsigned char>(nColor); // of grey all bytes are equal
+    *pTo = static_cast<unsigned char>(nColor); // all bytes of a grey are equal
 }
 
 /// Paints runs into an image that has the size of the picture.
@@ -61,7 +61,7 @@ public:
           m_nHeight(image.GetHeight())
     {
     }
-    /// Returns the number of rows that the data do not reach although they have not said that they end.
+    /// Returns the number of rows that are missing at the end of data without an end mark.
     int Paint();
 
 private:
@@ -121,7 +121,7 @@ bool CRunPainter::Move()
     return true;
 }
 
-/// Reads what stands in one place of the data: a colour, or two indexes of 4 bits.
+/// Reads one item of the data: a colour, or two indexes of 4 bits.
 bool CRunPainter::ReadUnit()
 {
     const int nFirst = m_bytes.Next();
@@ -164,7 +164,7 @@ bool CRunPainter::PaintSingles(int nCount)
 
 void CRunPainter::Put(quint32 nColor)
 {
-    if (m_nX == m_nWidth) // the rest of a run does not go on in the next row
+    if (m_nX == m_nWidth) // a run does not continue in the next row
         return;
     const int nRow = m_header.bTopDown ? m_nY : m_nHeight - 1 - m_nY;
     const int nChannels = m_image.GetChannel();
@@ -189,7 +189,7 @@ CResult ReadBmpRunLengths(QIODevice& device, const SBmpHeader& header, CImage& i
                      8, EImageType::Interleaved, kRowAlignment) != 0)
         return Unreadable("BMP");
     const quint32 nBackground = header.palette[0]; // black without a palette
-    if (nBackground != 0)                          // which a new image is
+    if (nBackground != 0)                          // a new image is black
         Fill(image, nBackground);
     const int nMissing = CRunPainter(device, header, image).Paint();
     if (nMissing > 0)

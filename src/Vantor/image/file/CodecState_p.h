@@ -9,8 +9,8 @@
 namespace Vantor::Algorithms
 {
 
-/// What a codec in C says while it works on one file, and where it goes when it fails: these codecs want to
-/// be left by a jump.
+/// Keeps the messages of a codec in C while it works on one file, and the target of its jump when it fails:
+/// such codecs are left by a jump.
 class CCodecState
 {
 public:
@@ -18,7 +18,7 @@ public:
     explicit CCodecState(const char* pCodec) : m_pCodec(pCodec) {}
 
     /// Runs one step of the codec; false when it failed. All calls of the codec that may fail belong in here.
-    /// The jump passes over the step, which therefore must not have objects with a destructor.
+    /// The jump skips the rest of the step, which therefore must not hold objects with a destructor.
     template <class TStep> bool Run(const TStep& step)
     {
         if (setjmp(m_jump) != 0)
@@ -27,15 +27,15 @@ public:
         return true;
     }
 
-    /// Tells the first message of the codec, and keeps it; the rest is dropped, for a damaged file can cause
+    /// Reports and keeps the codec's first message; drops the rest, because a damaged file can cause
     /// thousands.
     void Note(const char* pText);
-    /// Notes why the codec failed, and leaves the step of Run.
+    /// Records why the codec failed and leaves the step of Run.
     [[noreturn]] void Fail(const char* pText);
 
-    /// The first message of the codec, empty when it had nothing to say.
+    /// The codec's first message; empty when there was none.
     std::string GetFirst() const { return m_szFirst; }
-    /// The sentence for the image's notes, empty when the codec had nothing to say.
+    /// The sentence for the image's notes; empty when the codec gave no message.
     std::string GetFlaw() const;
 
 private:

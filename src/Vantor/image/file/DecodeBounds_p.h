@@ -7,7 +7,7 @@
 namespace Vantor::Algorithms
 {
 
-/// Sizes that a file claims are held against these bounds before any memory is taken.
+/// Readers check the sizes that a file claims against these bounds before they allocate memory.
 
 /// No side is longer than this; the tables of rows and columns of an image are 8 bytes per entry.
 constexpr qint64 kMaxSide = 1000000;

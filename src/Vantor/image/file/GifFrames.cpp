@@ -12,8 +12,8 @@ namespace
 {
 constexpr int kScreenBytes = 13;
 constexpr int kFrameBytes = 9;
-/// Deliberate: counting ends here, for a file of tiny blocks takes long to walk over. A usual file has a
-/// block for every 256 bytes.
+/// Deliberate: counting ends here, because a file of tiny blocks takes long to scan. A usual file has a block
+/// for every 256 bytes.
 constexpr int kMostBlocks = 1 << 20;
 
 bool Skip(QIODevice& device, qint64 nBytes)
@@ -21,13 +21,13 @@ bool Skip(QIODevice& device, qint64 nBytes)
     return nBytes <= device.size() - device.pos() && device.seek(device.pos() + nBytes);
 }
 
-/// Skips the colour table that these flags announce.
+/// Skips the colour table, if the flags announce one.
 bool SkipColors(QIODevice& device, char flags)
 {
     return (flags & 0x80) == 0 || Skip(device, 3 << ((flags & 7) + 1));
 }
 
-/// Skips blocks up to the empty one behind them.
+/// Skips blocks up to and including the empty one that ends them.
 bool SkipBlocks(QIODevice& device, int& nBlocksLeft)
 {
     char nBytes = 0;
@@ -58,7 +58,7 @@ int CountFrames(QIODevice& device, int& nBlocksLeft)
         } else if (introducer != '!') {
             return nFrames;
         }
-        // Behind the size of the codes or the kind of the extension.
+        // Skip the size of the codes, or the kind of the extension.
         if (!Skip(device, 1) || !SkipBlocks(device, nBlocksLeft))
             return nFrames;
     }

@@ -7,7 +7,7 @@
 namespace Vantor::Algorithms
 {
 
-/// Notes how many frames a GIF file holds, when it holds more than one. Pixels are not decoded.
+/// Adds a note on the number of frames when a GIF file holds more than one. It decodes no pixels.
 void NoteGifFrames(QIODevice& device, Notes& notes);
 
 } // namespace Vantor::Algorithms

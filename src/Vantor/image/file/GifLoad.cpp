@@ -32,8 +32,8 @@ struct SSource {
     bool bLength = true;    ///< the next read asks for such a length
 };
 
-/// Gives the codec the bytes of a file. The codec takes blocks of pixels whole or not at all, so the last
-/// block of a file that was cut is given the length that is left, and behind it comes the end of the blocks.
+/// Passes the bytes of a file to the codec. The codec takes only whole blocks of pixels, so the last block of
+/// a truncated file gets the length that is left, and the end of the blocks follows it.
 int ReadBytes(GifFileType* pGif, GifByteType* pTo, int nBytes)
 {
     SSource& source = *static_cast<SSource*>(pGif->UserData);
@@ -52,7 +52,7 @@ struct SGifCloser {
     void operator()(GifFileType* pGif) const { DGifCloseFile(pGif, nullptr); }
 };
 
-/// Goes over one extension; one that tells of transparency is noted.
+/// Reads one extension and keeps its transparency, if it has one.
 bool ReadExtension(GifFileType* pGif, int& nTransparent)
 {
     int nKind = 0;
@@ -82,7 +82,7 @@ bool FindFirstFrame(GifFileType* pGif, int& nTransparent)
     return false;
 }
 
-/// The colours of all indexes; those beyond the palette are black.
+/// The colours of all indexes; indexes beyond the palette are black.
 Palette PaletteOf(const GifFileType& gif, int nTransparent)
 {
     Palette palette;
@@ -114,7 +114,7 @@ template <class TVisit> void VisitRows(int nHeight, bool bInterlaced, TVisit vis
     }
 }
 
-/// How many pixels of the next row are there. The codec reads a row whole or does not say how far it came.
+/// The number of pixels that the next row has. The codec reads a whole row, or does not say how far it got.
 int ReadRow(GifFileType* pGif, std::vector<GifPixelType>& row, bool bByPixel)
 {
     const int nWidth = static_cast<int>(row.size());
@@ -134,8 +134,8 @@ void PaintRow(const GifPixelType* pFrom, unsigned char* pTo, int nWidth, const P
 }
 
 /// Paints the part of the frame that lies on the canvas.
-/// @param nByRow  the pixels of the rows that are whole
-/// @return the pixels of the frame that are there
+/// @param nByRow  the number of pixels in whole rows
+/// @return the number of pixels that the frame has
 qint64 PaintFrame(GifFileType* pGif, const Palette& palette, qint64 nByRow, CImage& image)
 {
     const GifImageDesc& frame = pGif->Image;

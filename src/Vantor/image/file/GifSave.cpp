@@ -46,7 +46,7 @@ template <class TVisit> bool VisitPixels(const CImage& image, TVisit visit)
     return true;
 }
 
-/// Takes the colours as they are, in the order of their appearance; false when there are too many.
+/// Takes the colours unchanged, in the order of their appearance; false when there are too many.
 bool IndexExactly(const CImage& image, SIndexed& indexed)
 {
     std::unordered_map<unsigned, GifByteType> indexes;

@@ -76,7 +76,7 @@ std::string NotAnImage()
 std::string NotASuffix()
 {
     std::vector<std::string_view> suffixes;
-    for (const bool bFewColors : {false, true}) { // those that may cost colours are named last
+    for (const bool bFewColors : {false, true}) { // formats that may lose colours come last
         for (const SImageFormat& format : ImageFormats()) {
             if (format.pSave && format.bFewColors == bFewColors)
                 suffixes.insert(suffixes.end(), format.suffixes.begin(), format.suffixes.end());

@@ -10,7 +10,7 @@
 namespace Vantor::Algorithms
 {
 
-/// What there is to know of a format of image files.
+/// Describes a format of image files.
 struct SImageFormatInfo {
     std::string name;                  ///< as people write it, such as "JPEG"
     std::vector<std::string> suffixes; ///< of file names: lower case, without a dot, the usual one first

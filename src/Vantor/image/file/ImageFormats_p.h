@@ -15,11 +15,11 @@ namespace Vantor::Algorithms
 
 class CImage;
 
-/// What a reader has to say of an image that it could load: plain sentences in English, such as "The file is
+/// What a reader reports of an image that it could load: plain sentences in English, such as "The file is
 /// incomplete: rows 120 to 480 are missing."
 using Notes = std::vector<std::string>;
 
-/// The failure of a reader that has nothing more exact to say.
+/// The failure of a reader that knows no exact reason.
 /// @param pFormat  the name of the format, such as "PNG"
 inline CResult Unreadable(const char* pFormat)
 {
@@ -28,15 +28,15 @@ inline CResult Unreadable(const char* pFormat)
 }
 
 /// The failure of a writer.
-/// @param strDetail  what its encoder said, without a full stop; empty when it said nothing
+/// @param strDetail  the encoder's message, without a full stop; may be empty
 inline CResult Unwritable(const char* pFormat, const std::string& strDetail = {})
 {
     return CResult::Failure(std::string("The image cannot be written as a ") + pFormat + " file" +
                             (strDetail.empty() ? "." : ": " + strDetail + '.'));
 }
 
-/// One reader per format. The device is random access and stands at its start, its first bytes are those of
-/// the format; the image is empty. After a failure the image is worthless. May throw bad_alloc.
+/// One reader per format. The device is random access, stands at its start and begins with the format's first
+/// bytes; the image is empty. After a failure the image must not be used. May throw bad_alloc.
 CResult LoadBmp(QIODevice& device, CImage& image, Notes& notes);
 CResult LoadJpeg(QIODevice& device, CImage& image, Notes& notes);
 CResult LoadPng(QIODevice& device, CImage& image, Notes& notes);
@@ -63,8 +63,8 @@ struct SImageFormat {
     bool bFewColors = false;     ///< saving keeps 256 colours at most
 };
 
-/// All formats, in the order in which texts name them. What walks over formats walks over these rows;
-/// CMake takes the names from the lines that begin a row (cmake/VantorFormats.cmake).
+/// All formats, in the order in which texts name them. All code that handles every format walks over these
+/// rows; CMake takes the names from the lines that begin a row (cmake/VantorFormats.cmake).
 inline const std::vector<SImageFormat>& ImageFormats()
 {
     using namespace std::string_view_literals;
@@ -82,7 +82,7 @@ inline const std::vector<SImageFormat>& ImageFormats()
     return formats;
 }
 
-/// The format of what follows in the device; null when it is none of ours.
+/// The format of what follows in the device; null when the table has none for it.
 const SImageFormat* FormatOfContent(QIODevice& device);
 /// The format that the suffix of a file name names, in any case, and that can be saved; null for others.
 const SImageFormat* FormatToSave(const std::string& strPath);

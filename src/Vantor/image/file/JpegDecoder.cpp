@@ -21,10 +21,10 @@ namespace
 constexpr std::size_t kInputBytes = 64 << 10;
 constexpr unsigned kMostMarkerBytes = 0xFFFF;
 constexpr char kExifName[] = "Exif\0"; // with one more zero
-/// Every scan of a file with several walks over all blocks; encoders make about ten.
+/// In a file with several scans, each scan walks over all blocks; encoders make about ten.
 constexpr int kMaxScans = 100;
-/// What the walks over blocks of all scans together may cost for a byte of the file: the most scans, at a bit
-/// a block. The first scan is free.
+/// How many blocks all scans together may walk over for each byte of the file: the most scans, at one bit per
+/// block. The first scan is free.
 constexpr qint64 kMostBlocksPerByte = 8 * kMaxScans;
 } // namespace
 
@@ -55,14 +55,14 @@ void CJpegDecoder::OnError(j_common_ptr pCodec)
 void CJpegDecoder::OnMessage(j_common_ptr pCodec, int nLevel)
 {
     if (nLevel >= 0)
-        return; // only what it does, no warning
+        return; // a trace message, no warning
     auto& decoder = *static_cast<CJpegDecoder*>(pCodec->client_data);
     if (pCodec->err->msg_code == JWRN_HIT_MARKER)
         decoder.NoteCut();
     decoder.m_state.Note(JpegHooks::SText(pCodec).szText);
 }
 
-/// Behind the file's end comes the marker of an end, so that what is there can be shown.
+/// At the end of the file, supplies an end marker, so that the decoder shows what it has.
 boolean CJpegDecoder::OnFill(j_decompress_ptr pCodec)
 {
     auto& decoder = *static_cast<CJpegDecoder*>(pCodec->client_data);
@@ -93,10 +93,10 @@ void CJpegDecoder::OnSkip(j_decompress_ptr pCodec, long nBytes)
     decoder.m_device.seek(std::min(nPlace, decoder.m_device.size()));
 }
 
-/// The scan's data are at an end before its last row. Behind a restart marker they may go on.
+/// The scan's data end before its last row. They may continue after a restart marker.
 void CJpegDecoder::NoteCut()
 {
-    constexpr int kFirstFrameMarker = 0xC0; // those below are no markers
+    constexpr int kFirstFrameMarker = 0xC0; // lower values are no such markers
     constexpr int kRestarts = 8;
     const int nMarker = m_codec.unread_marker;
     if (nMarker < kFirstFrameMarker || (nMarker >= JPEG_RST0 && nMarker < JPEG_RST0 + kRestarts) ||
@@ -127,8 +127,8 @@ qint64 CJpegDecoder::GetBlocks() const
     return nBlocks;
 }
 
-/// Whether the components are those of grey, colours or CMYK. Behind its end arithmetic coding goes on
-/// without a sign, so that there the file has to be long enough: a bit a block, two if there is one scan.
+/// Whether the components are those of grey, colours or CMYK. Arithmetic coding continues silently past its
+/// end, so such a file has to be long enough: one bit per block, two if there is one scan.
 bool CJpegDecoder::IsDecodable() const
 {
     if (m_codec.num_components != 1 && m_codec.num_components != 3 && m_codec.num_components != 4)
@@ -173,11 +173,11 @@ bool CJpegDecoder::ReadPixels(CImage& image)
     if (!m_state.Run([this] { jpeg_start_decompress(&m_codec); }))
         return false;
     if (m_bSeveralScans) {
-        // The end may come in the head of a scan; those before it can be shown.
+        // The file may end in the head of a scan; the scans before it can be shown.
         const bool bRead = m_state.Run([this] { ReadScans(); });
         if (!bRead && (!m_bEnded || m_nScans < 1))
             return false;
-        // Smoothing would look ahead into a scan that was left out.
+        // Smoothing would read ahead into a scan that was left out.
         m_codec.do_block_smoothing = bRead && !m_bStopped ? TRUE : FALSE;
         if (m_nCutScans < m_nScans)
             m_nStepsThere = 0;
@@ -202,7 +202,7 @@ void CJpegDecoder::ReadRows(CImage& image)
     }
 }
 
-/// The values are those of the light, as all writers store them: 255 is no ink.
+/// The values stand for light, as all writers store them: 255 is no ink.
 void CJpegDecoder::ReadCmykRow(unsigned char* pTo)
 {
     JSAMPLE* pFrom = m_vctCmykRow.data();

@@ -29,7 +29,7 @@ public:
     CJpegDecoder(const CJpegDecoder&) = delete;
     CJpegDecoder& operator=(const CJpegDecoder&) = delete;
 
-    /// Reads up to the first scan; false for what is none of the kinds that can be decoded.
+    /// Reads up to the first scan; false for a file that cannot be decoded.
     bool ReadHeader();
     /// Whether ReadHeader failed because the codec knows the kind but cannot decode it.
     bool IsKindUnsupported() const { return m_bKindUnsupported; }
@@ -41,10 +41,10 @@ public:
     bool HasSeveralScans() const { return m_bSeveralScans; }
     qint64 GetBlocks() const; ///< 8 x 8 blocks of all components
 
-    /// Reads the rows into an image of these sizes and channels. What the file lacks is grey.
+    /// Reads the rows into an image of these sizes and channels. Missing pixels are grey.
     bool ReadPixels(CImage& image);
 
-    /// What is missing of the picture and what the codec had to say of it, as sentences, or nothing.
+    /// What is missing in the picture and the codec's message about it, as sentences; may be empty.
     std::string GetLoss() const;
     std::string GetFlaw() const { return m_state.GetFlaw(); }
 
@@ -73,12 +73,12 @@ private:
     int m_nOrientation = 1;
     bool m_bKindUnsupported = false;
     bool m_bSeveralScans = false;
-    bool m_bEnded = false;   ///< the file's last byte was read and more was wanted
+    bool m_bEnded = false;   ///< the codec wanted more than the file has
     bool m_bStopped = false; ///< scans were left out
     int m_nScans = 0;        ///< read so far, where there are several
     int m_nCutScans = 0;     ///< scans that end before the last row
     int m_nLastCutScan = 0;
-    int m_nStepsThere = 0; ///< rows of blocks that a cut scan holds something of; 0: all
+    int m_nStepsThere = 0; ///< rows of blocks of which a truncated scan holds a part; 0: all
 };
 
 } // namespace Vantor::Algorithms

@@ -17,7 +17,7 @@ constexpr const char* kKindUnsupported =
     "The JPEG file is lossless, hierarchical or of 12 bits, which the library for JPEG lacks.";
 constexpr qint64 kBytesPerBlock = 128; // of coefficients, which several scans need all at once
 
-/// Whether the image that the header claims, and what is needed to decode it, stay within the bounds.
+/// Whether the image that the header claims, and the memory to decode it, stay within the bounds.
 bool IsAffordable(const CJpegDecoder& decoder)
 {
     const qint64 nPixels = std::max<qint64>(1, qint64(decoder.GetWidth()) * decoder.GetHeight());

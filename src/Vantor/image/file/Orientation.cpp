@@ -14,7 +14,7 @@ namespace Vantor::Algorithms
 
 namespace
 {
-/// In the order of the tag's values, from 1 on: what is at the first row, what is at the first column.
+/// The tag's values from 1 on: which sides the first row and the first column stand for.
 enum EOrientation {
     TopLeft = 1,
     TopRight,

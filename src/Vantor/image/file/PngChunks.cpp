@@ -18,7 +18,7 @@ constexpr int kSignatureBytes = 8;
 constexpr int kChunkHeadBytes = 8; // length and type
 constexpr int kChunkCrcBytes = 4;
 constexpr int kHeaderBytes = 13;
-constexpr qint64 kFramesBytes = 4; // at the start of what describes an animation
+constexpr qint64 kFramesBytes = 4; // at the start of the chunk that describes an animation
 /// Longer EXIF data is not looked into: its first directory stands at its start.
 constexpr qint64 kMostExifBytes = 64 << 10;
 
@@ -36,7 +36,7 @@ void CPngChunks::Add(qint64 nStart, qint64 nEnd)
         m_vctRanges.push_back({nStart, nEnd});
 }
 
-/// The device stands at the chunk's body, which is all there; it may stand anywhere afterwards.
+/// The device is positioned at the chunk's body, which is complete; afterwards it may be anywhere.
 bool CPngChunks::TakeChunk(const QByteArray& type, qint64 nBytes)
 {
     if (m_header.isEmpty() && IsNeeded(type)) {

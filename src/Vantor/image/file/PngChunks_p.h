@@ -12,8 +12,8 @@ class QIODevice;
 namespace Vantor::Algorithms
 {
 
-/// A PNG file reduced to the chunks that its pixels follow from. Texts, profiles and the like can inflate to
-/// many times the size of the image; they are never shown to the decoder.
+/// A PNG file reduced to the chunks that define its pixels. Texts, profiles and the like can inflate to many
+/// times the size of the image; the decoder never sees them.
 class CPngChunks
 {
 public:
@@ -25,7 +25,7 @@ public:
     /// Finds the chunks up to IEND. False for a chunk that reaches past the end of the file, or a first one
     /// that is no header.
     bool Find();
-    /// The next bytes of the file without the chunks that were left out; false behind their end.
+    /// Reads the next bytes of the reduced file; false past its end.
     bool Read(char* pTo, qint64 nBytes);
 
     qint64 GetWidth() const;

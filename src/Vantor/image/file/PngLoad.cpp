@@ -59,7 +59,7 @@ int SamplesPerPixel(int nColorType)
     }
 }
 
-/// Whether the image that the header claims stays within the bounds and can come out of the data.
+/// Whether the image that the header claims stays within the bounds, and the data can be enough for it.
 bool IsAffordable(const CPngChunks& chunks)
 {
     const int nSamples = SamplesPerPixel(chunks.GetColorType());
@@ -126,7 +126,7 @@ void CPngDecoder::ReadHead()
     png_read_update_info(m_pPng, m_pInfo);
 }
 
-/// Makes the palette as long as its indices reach; those without an entry of the file are its first colour.
+/// Extends the palette to all possible indices; those without an entry in the file get its first colour.
 void CPngDecoder::FillPalette()
 {
     png_colorp pFrom = nullptr;
@@ -141,7 +141,7 @@ void CPngDecoder::FillPalette()
     png_set_PLTE(m_pPng, m_pInfo, arrColors.data(), nWanted);
 }
 
-/// Has the codec make 1, 3 or 4 channels of 8 bits of whatever there is.
+/// Makes the codec convert everything to 1, 3 or 4 channels of 8 bits.
 void CPngDecoder::MakeEightBits()
 {
     const int nType = png_get_color_type(m_pPng, m_pInfo);

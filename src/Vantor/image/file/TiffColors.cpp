@@ -66,7 +66,7 @@ template <class T> unsigned char ColorOf(ETiffAlpha eAlpha, T nValue, T nAlpha)
     return eAlpha == ETiffAlpha::Premultiplied ? Straighten(nValue, nAlpha) : To8(nValue);
 }
 
-/// The colour map of the file, false when there is none. Old writers filled it with 8-bit values.
+/// Reads the colour map of the file; false when there is none. Old writers filled it with 8-bit values.
 bool ReadPalette(TIFF* pTiff, int nBits, Palette& palette)
 {
     std::uint16_t* pMaps[3] = {};
@@ -117,7 +117,7 @@ template <class T> void ExpandCmyk(const CImage& samples, const STiffColors& col
     });
 }
 
-/// Deliberate: alpha of either kind leaves the colours of the map as they are, for many pixels share one.
+/// Deliberate: alpha of either kind leaves the colours of the map unchanged, because many pixels share one.
 template <class T>
 void ExpandPalette(const CImage& samples, const STiffColors& colors, const Palette& palette, CImage& image)
 {

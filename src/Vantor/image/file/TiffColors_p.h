@@ -29,18 +29,18 @@ struct STiffColors {
 
 /// Samples per pixel that are taken from the file.
 int StoredChannels(const STiffColors& colors);
-/// Channels of the image that comes of them.
+/// Channels of the resulting image.
 int ResultChannels(const STiffColors& colors);
-/// Whether the samples are taken as they are, not scaled.
+/// Whether the samples are taken unscaled.
 bool AreRaw(const STiffColors& colors);
 /// Whether 8 bits are too few for the samples until their colours are made.
 bool AreWide(const STiffColors& colors);
-/// Whether the image of the samples becomes the result without another one.
+/// Whether the image of the samples becomes the result in place.
 bool IsInPlace(const STiffColors& colors);
 
-/// Mends what differs from the core's order within the same channels: white as zero, premultiplied alpha.
+/// Converts, within the same channels, what the core stores differently: white as zero, premultiplied alpha.
 void AdjustInPlace(const STiffColors& colors, CImage& image);
-/// Makes the result of samples that cannot become it in place.
+/// Makes the result from samples that cannot become it in place.
 /// @param samples  one channel of 16 bits where AreWide, else of 8: StoredChannels columns for each pixel
 bool ExpandColors(TIFF* pTiff, const STiffColors& colors, const CImage& samples, CImage& image);
 

@@ -50,7 +50,8 @@ int CloseNothing(thandle_t)
     return 0;
 }
 
-/// Of each file the first message is told, for a damaged one can cause thousands. A thread has one file open.
+/// Reports the first message about each file, because a damaged one can cause thousands. A thread has one
+/// file open.
 thread_local bool t_bTold = false;
 
 [[gnu::format(printf, 4, 0)]] int Tell(TIFF*, void*, const char* /*module*/, const char* format,

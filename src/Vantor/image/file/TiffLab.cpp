@@ -9,7 +9,7 @@ namespace Vantor::Algorithms
 
 namespace
 {
-/// sRGB, with the figures of the codec's own converter.
+/// sRGB, with the numbers of the codec's own converter.
 const TIFFDisplay kDisplay = {
     {{3.2410F, -1.5374F, -0.4986F}, {-0.9692F, 1.8760F, 0.0416F}, {0.0556F, -0.2040F, 1.0570F}},
     100.0F,
@@ -26,7 +26,7 @@ const TIFFDisplay kDisplay = {
     2.4F, // gamma
 };
 
-/// X / X0 or Z / Z0 of the root that CIE L*a*b* keeps of it.
+/// X / X0 or Z / Z0 from its root, which CIE L*a*b* stores.
 float Cube(float root)
 {
     return root < 0.2069F ? (root - 0.13793F) / 7.787F : root * root * root;

@@ -7,11 +7,11 @@
 namespace Vantor::Algorithms
 {
 
-/// Makes RGB of CIE L*a*b* as the TIFF codec does, which knows 8 bits a sample only and no alpha.
+/// Converts CIE L*a*b* to RGB as the TIFF codec does, which supports only 8 bits per sample and no alpha.
 class CLabToRgb
 {
 public:
-    /// Takes the white point of the file; false when it is none.
+    /// Sets the white point of the file; false when it is invalid.
     bool Init(TIFF* pTiff);
     /// @param l     0 to 100
     /// @param a, b  about -128 to 127

@@ -10,7 +10,7 @@ namespace Vantor::Algorithms
 
 namespace
 {
-/// The head of a JPEG stream ends within this much, unless it is full of comments.
+/// The head of a JPEG stream ends within so many bytes, unless it is full of comments.
 constexpr tmsize_t kHeadBytes = 65536;
 constexpr unsigned char kMarker = 0xff;
 constexpr unsigned char kStartOfImage = 0xd8;

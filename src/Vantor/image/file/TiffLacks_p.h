@@ -9,8 +9,8 @@
 namespace Vantor::Algorithms
 {
 
-/// Why the codec could not decode a file although it may be whole: a sentence on the compression that it
-/// lacks, empty when it has what the file needs.
+/// Why the codec could not decode a file that may be intact: a sentence on the compression that the codec
+/// lacks; empty when it lacks none.
 std::string WhatTheCodecLacks(TIFF* pTiff);
 
 } // namespace Vantor::Algorithms

@@ -35,7 +35,7 @@ struct SLayout {
     int nOrientation = ORIENTATION_TOPLEFT;
     bool bPlanar = false;
     bool bTiled = false;
-    bool bDecodable = false; ///< by us; the rest goes to the codec's own converter
+    bool bDecodable = false; ///< by this reader; the codec's own converter takes the rest
 };
 
 std::uint16_t Tag(TIFF* pTiff, std::uint32_t nTag, std::uint16_t nDefault)
@@ -54,7 +54,7 @@ std::uint16_t ExtraSample(TIFF* pTiff)
     return pKinds[0];
 }
 
-/// What the sample behind the colours says of them.
+/// What the sample behind the colours means for them.
 /// @param nSpare  samples behind the colours
 ETiffAlpha FindAlpha(TIFF* pTiff, int nSpare)
 {
@@ -64,7 +64,7 @@ ETiffAlpha FindAlpha(TIFF* pTiff, int nSpare)
                                               : ETiffAlpha::None;
 }
 
-/// The meaning of the samples; false for those that are left to the codec's own converter.
+/// The meaning of the samples; false for those that the codec's own converter takes.
 bool FindColors(TIFF* pTiff, int nPhotometric, int nStored, STiffColors& colors)
 {
     switch (nPhotometric) {
@@ -98,7 +98,7 @@ bool FindColors(TIFF* pTiff, int nPhotometric, int nStored, STiffColors& colors)
     return nSpare >= 0;
 }
 
-/// What the samples mean in a file that does not say it: in a facsimile, one is black.
+/// What the samples mean in a file that does not say so: in a facsimile 1 is black.
 int UsualPhotometric(int nStored, int nCompression)
 {
     const bool bFax = nCompression == COMPRESSION_CCITTRLE || nCompression == COMPRESSION_CCITTRLEW ||
@@ -162,7 +162,7 @@ bool IsAffordable(TIFF* pTiff, const SLayout& layout, std::uint64_t nFileBytes)
            kFreeBytes + kMaxRatio * nFileBytes;
 }
 
-/// Where the samples of a plane go: all of a pixel at once, or one per plane.
+/// Where the samples of a plane go: all samples of a pixel, or one per plane.
 struct SPlane {
     SSampleFormat format;
     std::uint16_t nPlane = 0;
@@ -240,7 +240,7 @@ bool CreateFor(const SLayout& layout, int nColumns, int nChannels, int nBits, CI
 /// The image of the stored samples, mended where that does not need another one.
 bool Decode(TIFF* pTiff, const SLayout& layout, CImage& samples)
 {
-    const int nSamples = layout.format.nWanted; // more of them than an image has channels with inks and alpha
+    const int nSamples = layout.format.nWanted; // inks with alpha have more than an image has channels
     if (!(IsInPlace(layout.colors) ? CreateFor(layout, 1, nSamples, 8, samples)
                                    : CreateFor(layout, nSamples, 1, 8 * BytesOf(layout.format), samples)))
         return false;
@@ -253,10 +253,10 @@ bool Decode(TIFF* pTiff, const SLayout& layout, CImage& samples)
     return true;
 }
 
-/// Rare kinds (log luminance, subsampled colours outside JPEG) by the codec's own converter.
+/// Loads rare kinds (log luminance, subsampled colours outside JPEG) with the codec's own converter.
 bool DecodeByCodec(TIFF* pTiff, const SLayout& layout, CImage& image)
 {
-    // The orientation is applied by us.
+    // This reader applies the orientation itself.
     TIFFSetField(pTiff, TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
     std::vector<std::uint32_t> vctRaster(static_cast<std::size_t>(layout.nWidth) * layout.nHeight);
     if (TIFFReadRGBAImageOriented(pTiff, layout.nWidth, layout.nHeight, vctRaster.data(), ORIENTATION_TOPLEFT,
@@ -280,7 +280,7 @@ bool DecodeTiffFile(TIFF* pTiff, std::uint64_t nFileBytes, CImage& image)
     SLayout layout;
     if (!ReadLayout(pTiff, layout) || !IsAffordable(pTiff, layout, nFileBytes))
         return false;
-    // Each step that is needed has an image of its own, the last one writes into the result.
+    // Each step that is needed has its own image; the last one writes into the result.
     const bool bTurn =
         layout.nOrientation > ORIENTATION_TOPLEFT && layout.nOrientation <= ORIENTATION_LEFTBOT;
     const bool bExpand = layout.bDecodable && !IsInPlace(layout.colors);

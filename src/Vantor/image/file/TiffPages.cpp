@@ -18,7 +18,7 @@ namespace
 {
 constexpr std::size_t kMostDirectories = 10000;
 
-/// The chain of the directories of a file, which may be cut, or form a loop.
+/// The chain of a file's directories, which may be truncated or form a loop.
 class CDirectories
 {
 public:
@@ -26,9 +26,9 @@ public:
 
     /// Goes to the first directory, then to the next one; false behind the last.
     bool Next();
-    /// Whether there would be more than are looked at.
+    /// Whether there are more directories than it reads.
     bool IsTooLong() const { return m_nNext != 0 && m_visited.size() == kMostDirectories; }
-    /// Whether the directory is that of a page of its own.
+    /// Whether the directory describes a page of its own.
     bool IsPage() const { return (m_nKind & (FILETYPE_REDUCEDIMAGE | FILETYPE_MASK)) == 0; }
 
 private:
@@ -107,7 +107,7 @@ std::string NoteOfPages(QIODevice& device)
     CDirectories directories(device);
     if (!directories.Next())
         return {};
-    int nPages = 1; // what is shown is one, whatever it says
+    int nPages = 1; // the shown image counts as a page in every case
     while (directories.Next())
         nPages += directories.IsPage() ? 1 : 0;
     if (nPages == 1)

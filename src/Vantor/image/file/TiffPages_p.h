@@ -9,8 +9,8 @@ class QIODevice;
 namespace Vantor::Algorithms
 {
 
-/// Says of a TIFF file of several pages that the image is the first of them; empty for a single page.
-/// Reduced copies and masks are no pages. Reads the heads of at most 10,000 directories.
+/// A sentence that the image is the first of several pages of a TIFF file; empty for a single page. Reduced
+/// copies and masks are no pages. Reads the heads of at most 10,000 directories.
 std::string NoteOfPages(QIODevice& device);
 
 } // namespace Vantor::Algorithms

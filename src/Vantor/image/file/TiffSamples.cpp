@@ -20,7 +20,7 @@ template <class T> T ValueAt(const unsigned char* pFrom, std::size_t nIndex)
     return value;
 }
 
-/// An integer of 24 bits in the order of the machine's bytes.
+/// An integer of 24 bits in the machine's byte order.
 struct SInteger24 {
     unsigned char bytes[3];
     operator std::uint32_t() const
@@ -48,7 +48,7 @@ template <int nBits, class TTo, class T> constexpr TTo ScaleInteger(T v)
 template <class TTo> constexpr TTo ScaleFloat(double v)
 {
     constexpr TTo kMax = std::numeric_limits<TTo>::max();
-    if (!(v > 0.0)) // or not a number
+    if (!(v > 0.0)) // or NaN
         return 0;
     return v >= 1.0 ? kMax : static_cast<TTo>(v * kMax + 0.5);
 }
@@ -110,7 +110,7 @@ void UnpackBlackAndWhite(const unsigned char* pFrom, unsigned char* pTo, int nWi
         std::memcpy(pTo, kTable.pixels[*pFrom], static_cast<std::size_t>(nWidth));
 }
 
-/// Samples that are packed without regard to bytes, highest bit first.
+/// Samples that are packed across bytes, highest bit first.
 template <class TTo>
 void UnpackBits(const SSampleFormat& format, const unsigned char* pFrom, TTo* pTo, int nTo, int nWidth)
 {

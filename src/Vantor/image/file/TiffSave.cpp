@@ -14,7 +14,7 @@ namespace Vantor::Algorithms
 
 namespace
 {
-/// Larger files need the format with 64-bit offsets; the margin is for what does not compress.
+/// Larger files need the format with 64-bit offsets; the margin allows for data that does not compress.
 constexpr long long kMaxClassicBytes = 3LL << 30;
 
 void SetTags(TIFF* pTiff, const CImage& image)
@@ -43,7 +43,7 @@ CResult SaveTiff(QIODevice& device, const CImage& image)
     if (!tiff)
         return Unwritable("TIFF");
     SetTags(tiff.get(), image);
-    // A copy of each row, because the predictor works in place.
+    // Copy each row, because the predictor works in place.
     std::vector<unsigned char> vctRow(static_cast<std::size_t>(image.GetWidth()) *
                                       static_cast<std::size_t>(image.GetChannel()));
     for (int y = 0; y < image.GetHeight(); ++y) {

@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <memory>
 
-/// Of the OpenMP runtime of GNU, which the engine uses: its header comes with one compiler only.
+/// From the OpenMP runtime of GNU, which the engine uses; only one compiler comes with its header.
 extern "C" void omp_set_max_active_levels(int levels);
 extern "C" int omp_get_max_active_levels();
 
@@ -19,9 +19,9 @@ namespace Vantor::Algorithms
 namespace
 {
 constexpr int kInk = 128;            ///< samples below it are ink
-constexpr float kSureOfTurn = 10.0f; ///< of pixOrientDetect, which takes 8 for sure
+constexpr float kSureOfTurn = 10.0f; ///< for pixOrientDetect, which suggests 8
 
-/// Holds back the engine's OpenMP threads, which make it several times slower, for the time of a call.
+/// Prevents the engine's OpenMP threads, which make it several times slower, for the time of a call.
 class COneThread
 {
 public:
@@ -56,7 +56,7 @@ private:
 CResult COcrEngine::Load(const std::string& strLanguage, const std::string& strFolder, bool bSingleBlock)
 {
     const COneThread oneThread;
-    // The engine would comment on every page on standard error.
+    // Without this the engine comments on every page on standard error.
     m_api.SetVariable("debug_file", "/dev/null");
     if (m_api.Init(strFolder.c_str(), strLanguage.c_str()) != 0)
         return CResult::Failure("The OCR engine cannot use the language data.");
@@ -104,7 +104,7 @@ SReading COcrEngine::Read(const SPage& page, int nDpi)
 
 VANTOR_ENGINE_FUNCTION IOcrEngine* VantorMakeOcrEngine()
 {
-    // What the imaging library has to say of a small or an empty page is nothing for the user's terminal.
+    // Messages of the imaging library about a small or empty page do not belong on the user's terminal.
     setMsgSeverity(L_SEVERITY_NONE);
     return new COcrEngine;
 }

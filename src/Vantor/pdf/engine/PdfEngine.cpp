@@ -21,8 +21,8 @@ namespace
 using DocumentPtr = std::unique_ptr<Poppler::Document>;
 using PagePtr = std::unique_ptr<Poppler::Page>;
 
-/// The renderer's complaints about damaged documents go nowhere instead of to standard error. The setting
-/// belongs to the whole process.
+/// Drops the renderer's messages about damaged documents, which otherwise go to standard error. The setting
+/// applies to the whole process.
 void SilenceRenderer()
 {
     static const bool bDone = [] {
@@ -37,10 +37,10 @@ bool Unlock(Poppler::Document& document, const std::wstring& password)
 {
     const QString strPassword = QString::fromStdWString(password);
     const QByteArray utf8 = strPassword.toUtf8();
-    if (!document.unlock(utf8, utf8)) // it says whether the document is still locked
+    if (!document.unlock(utf8, utf8)) // it returns whether the document is still locked
         return true;
     const QByteArray latin1 = strPassword.toLatin1();
-    const bool bExact = QString::fromLatin1(latin1) == strPassword; // else it holds question marks
+    const bool bExact = QString::fromLatin1(latin1) == strPassword; // otherwise it holds question marks
     return bExact && latin1 != utf8 && !document.unlock(latin1, latin1);
 }
 

@@ -4,8 +4,8 @@
 
 #include <VantorCommon/Export.h>
 
-/// One step of editing that can be done, taken back and done again. undo() leaves everything as it was before
-/// exec(), and exec() after undo() gives the same result again. GUI thread only.
+/// One undoable step of editing. undo() restores the state before exec(), and exec() after undo() gives the
+/// same result again. GUI thread only.
 class VANTORCOMMON_EXPORT CCommand
 {
 public:
@@ -14,7 +14,7 @@ public:
     CCommand(const CCommand&) = delete;
     CCommand& operator=(const CCommand&) = delete;
 
-    /// Does the step, or does it again after undo().
+    /// Does the step, or repeats it after undo().
     virtual void exec() = 0;
     /// Takes the step back. Called only after exec().
     virtual void undo() = 0;

@@ -6,8 +6,8 @@
 
 #include <functional>
 
-/// A step that two functions make and take back. They keep alive what they need. Thread: that of whoever
-/// calls the command.
+/// A step of two functions, one to do it and one to undo it. They keep alive what they need and run on the
+/// caller's thread.
 class VANTORCOMMON_EXPORT CCommandCall : public CCommand
 {
 public:

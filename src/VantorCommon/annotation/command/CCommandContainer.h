@@ -22,13 +22,13 @@ public:
     CCommandContainer(const CCommandContainer&) = delete;
     CCommandContainer& operator=(const CCommandContainer&) = delete;
 
-    /// Records a command, which must stand in no history yet, and takes ownership. It is not executed: the
-    /// caller does so right after. Deliberate: a new step leaves what could be redone as it is.
+    /// Records a command, which must be in no history yet, and takes ownership. The caller executes it right
+    /// after. Deliberate: a new step does not clear the redo history.
     virtual void PushUndo(CCommand* pCommand);
-    /// Moves the newest step to the redo history, then takes it back. A null command is dropped and nothing
-    /// else happens; nothing happens with an empty history.
+    /// Moves the newest step to the redo history, then undoes it. Drops a null command without further
+    /// effect; does nothing when the history is empty.
     virtual void Undo();
-    /// The mirror image.
+    /// The reverse, from the redo history.
     virtual void Redo();
 
     /// @{

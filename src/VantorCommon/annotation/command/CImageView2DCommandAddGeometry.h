@@ -9,9 +9,9 @@
 class CImageView2DCtrl;
 class CImageView2DDrawableObject;
 
-/// Puts an object into the geometry model; undo takes it out again. The command keeps the very object alive,
-/// so that identifier and name survive. Nothing happens without a controller or an object. The controller is
-/// not owned and outlives the command. GUI thread only.
+/// Adds an object to the geometry model; undo removes it. The command keeps the object itself alive, so that
+/// identifier and name survive. It does nothing without a controller or an object. The controller is not
+/// owned and outlives the command. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DCommandAddGeometry : public CCommand
 {
 public:

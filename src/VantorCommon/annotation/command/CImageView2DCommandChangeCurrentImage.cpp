@@ -21,7 +21,7 @@ bool HasPage(const CImageView2DModel& model)
     return model.GetCurrentIndex() >= 0 && model.GetCurrentIndex() < model.GetImageCount();
 }
 
-// Makes the page that holds the image current, unless it is already. False when there is none.
+// Makes the page that holds the image current, unless it is already. False when no page holds it.
 bool SelectPageOf(CImageView2DModel& model, const ImagePtr& pImage)
 {
     if (HasPage(model) && model.GetCurrentImage() == pImage)
@@ -92,7 +92,7 @@ void CImageView2DCommandChangeCurrentImage::undo()
         return;
     }
     Show(m_pOldImage);
-    // Without a page before, the list was not what one replaced entry leaves.
+    // There was no current page, so restoring one entry would not restore the list.
     if (!m_bHadPage)
         pModel->SetImages(m_vctPages);
     RestoreAnnotations();

@@ -23,10 +23,10 @@ class CImage;
 /// With SCenterOptions::bCarryAnnotations they stay, at their places on the new image, if it has come from
 /// the old one by a turn, a flip or a cut, or has its size.
 ///
-/// Undo puts the old image back on its page, whichever page is current by then, and brings back the dropped
-/// annotations with their order and selection. When the page is gone meanwhile (closed, or another file was
-/// loaded) undo and redo do nothing. Nothing happens without a controller, its image model or a new image.
-/// The controller is not owned and outlives the command. GUI thread only.
+/// Undo restores the old image on its page, whichever page is current by then, and the dropped annotations
+/// with their order and selection. If the page is gone (closed, or another file was loaded), undo and redo do
+/// nothing. The command does nothing without a controller, its image model or a new image. The controller is
+/// not owned and outlives the command. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DCommandChangeCurrentImage : public CCommand
 {
 public:

@@ -34,7 +34,8 @@ bool SameHandles(const CGeometry& a, const CGeometry& b)
     return true;
 }
 
-// Exactly the same place and form. The boundary tells circles and arrays apart, which have no handles.
+// Whether position and form are exactly the same. The boundary distinguishes circles and arrays, which have
+// no handles.
 bool SameShape(const GeometryPtr& pA, const GeometryPtr& pB)
 {
     if (!pA || !pB)
@@ -67,7 +68,8 @@ void CImageView2DCommandChangeShape::exec()
     const bool bFirst = !m_pAfter;
     Do(*m_pCtrl, m_pObject);
     m_pAfter = m_pObject->CloneShape();
-    // A first time that changes nothing was made live, so what was before it is not known here.
+    // If the first exec() changes nothing, the gesture made the change live, and the state before it is
+    // unknown here.
     m_pBefore = bFirst && SameShape(pFormer, m_pAfter) ? nullptr : pFormer;
 }
 

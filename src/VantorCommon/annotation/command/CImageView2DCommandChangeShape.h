@@ -14,15 +14,15 @@ namespace Vantor::Geometry
 class CGeometry;
 }
 
-/// What moving and resizing share: the step is made once by the controller, from points; from then on the
-/// shapes before and after it are kept, so that undo and redo are exact whatever the zoom is by then and
-/// however small the shape is.
+/// The common base of moving and resizing. The controller makes the step once, from points; from then on the
+/// command keeps the shapes before and after it, so that undo and redo are exact at any zoom and for shapes
+/// of any size.
 ///
-/// A gesture that has already changed the object live hands over the shape from before the gesture: the
-/// present shape is then the result, and the first exec() leaves it alone. The kept shapes serve only while
-/// the object still has the shape that the step starts from; if another step came in between (redo on top of
-/// a new step), the points decide anew. Nothing happens without a controller or an object. The controller is
-/// not owned. GUI thread only.
+/// A gesture that has already changed the object live passes the shape from before the gesture: the present
+/// shape is then the result, and the first exec() does not change it. The kept shapes apply only while the
+/// object still has the shape from which the step starts; if another step came in between (redo on top of a
+/// new step), the points decide again. The command does nothing without a controller or an object. The
+/// controller is not owned. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DCommandChangeShape : public CCommand
 {
 public:
@@ -44,8 +44,7 @@ protected:
     CImageView2DCommandChangeShape(CImageView2DCtrl* pCtrl, ObjectPtr pObject, const GeometryPtr& pBefore);
 
     /// @{
-    /// Make the step and take it back, from the points. Called only when there are a controller and an
-    /// object.
+    /// Do and undo the step, from the points. Called only when there are a controller and an object.
     virtual void Do(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) = 0;
     virtual void Revert(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) = 0;
     /// @}

@@ -9,8 +9,8 @@
 class CImageView2DCtrl;
 class CImageView2DDrawableObject;
 
-/// Takes an object out of the geometry model; undo puts the very same one back, first and selected. Nothing
-/// happens without a controller or an object. The controller is not owned and outlives the command. GUI
+/// Removes an object from the geometry model; undo puts the same object back, first and selected. It does
+/// nothing without a controller or an object. The controller is not owned and outlives the command. GUI
 /// thread only.
 class VANTORCOMMON_EXPORT CImageView2DCommandDeleteGeometry : public CCommand
 {

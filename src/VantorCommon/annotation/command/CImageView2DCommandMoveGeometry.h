@@ -23,7 +23,7 @@ public:
 
 protected:
     /// @{
-    /// By the controller, with the points as they are and the other way round.
+    /// Call the controller, with the points as they are and swapped.
     void Do(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) override;
     void Revert(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) override;
     /// @}

@@ -12,8 +12,8 @@ class VANTORCOMMON_EXPORT CImageView2DCommandResizeGeometry : public CImageView2
 public:
     /// @param pCtrl    carries the step out; not owned, may be null
     /// @param pObject  what is resized; may be null
-    /// @param p1, p2   where the handle was taken and where it was let go, in image coordinates
-    /// @param p3       carried along to the controller, without effect on the shape
+    /// @param p1, p2   where the drag of the handle began and ended, in image coordinates
+    /// @param p3       passed to the controller; no effect on the shape
     /// @param pBefore  the shape before the drag when the object was already reshaped live, or null
     CImageView2DCommandResizeGeometry(CImageView2DCtrl* pCtrl, ObjectPtr pObject, const QPointF& p1,
                                       const QPointF& p2, const QPointF& p3,
@@ -22,7 +22,7 @@ public:
 
 protected:
     /// @{
-    /// By the controller, with the points as they are and the other way round.
+    /// Call the controller, with the points as they are and swapped.
     void Do(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) override;
     void Revert(CImageView2DCtrl& ctrl, const ObjectPtr& pObject) override;
     /// @}

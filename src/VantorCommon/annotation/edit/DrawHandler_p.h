@@ -13,8 +13,8 @@ class CImageView2DDrawableObject;
 struct SShapeKind;
 
 /// Turns the drags and clicks of the drawing modes into shapes. A shape under construction is a preview in
-/// the model's drawing list; the finished one is added by an undoable step, and the mode returns to
-/// selecting. Points are image coordinates.
+/// the model's drawing list; an undoable step adds the finished one, and the mode returns to selecting.
+/// Points are image coordinates.
 class CDrawHandler
 {
 public:
@@ -22,8 +22,8 @@ public:
 
     /// @{
     /// The press, the moves and the release of a drag. Deliberate: there is no least size; a click leaves a
-    /// shape of 0 x 0. Kinds that are made of clicks get an edge by each of these, and are closed by a
-    /// release within 10 widget pixels of the first press.
+    /// shape of 0 x 0. Kinds that are drawn by clicks get an edge from each drag or click; a release within
+    /// 10 widget pixels of the first press closes them.
     void Start(const SShapeKind& kind, const QPointF& point);
     void Doing(const SShapeKind& kind, const QPointF& start, const QPointF& current);
     void End(const SShapeKind& kind, const QPointF& start, const QPointF& end);
@@ -31,9 +31,9 @@ public:
     /// The mouse between two clicks.
     void Waiting(const QPointF& point);
 
-    /// Gives up a drag whose release will not come; clicks in progress stay.
+    /// Drops a drag whose release will not come; clicks in progress stay.
     void AbandonDrag();
-    /// Gives up clicks in progress, if there are any.
+    /// Drops clicks in progress, if there are any.
     void AbandonClicks();
 
 private:
@@ -46,6 +46,6 @@ private:
 
     const SEditContext& m_context;
     bool m_bPreview = false;                ///< a drag has put its shape into the drawing list
-    const SShapeKind* m_pClicked = nullptr; ///< what clicks are making; null: nothing
+    const SShapeKind* m_pClicked = nullptr; ///< the kind that clicks are drawing; null: none
     QPointF m_ptLast;
 };

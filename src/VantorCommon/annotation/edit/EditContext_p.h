@@ -13,7 +13,7 @@ class CImageView2DGeometryModel;
 class CImageView2DDrawableText;
 class CImageView2DToolModel;
 
-/// What the gestures of one 2D controller work on. Models and view may die first.
+/// The objects on which the gestures of one 2D controller work. Models and view may be destroyed first.
 struct SEditContext {
     CImageView2DCtrl* pCtrl = nullptr;
     QPointer<CImageView2D> pView;
@@ -24,7 +24,7 @@ struct SEditContext {
     /// Lets the user write a new text, and adds it as a step.
     std::function<void(std::shared_ptr<CImageView2DDrawableText>)> write;
 
-    /// Whether view, drawing layer and geometry model are there.
+    /// Whether view, drawing layer and geometry model exist.
     bool IsComplete() const;
     /// Empties the drawing list and what the layer paints.
     void ClearDrawing() const;

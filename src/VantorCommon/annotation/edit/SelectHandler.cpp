@@ -40,7 +40,7 @@ void RefreshOffset(const ObjectPtr& pObject, const QPointF& point)
     pObject->SetMouseOffset(point - pObject->GetBoundary().topLeft());
 }
 
-/// A text without letters has no place that could be caught.
+/// A text without letters has no position, so the band cannot catch it.
 bool IsCaught(const CRectangle& band, const ObjectPtr& pObject)
 {
     const QRectF box = pObject->GetBoundary();
@@ -135,7 +135,7 @@ bool CSelectHandler::TakeHandle(const QPointF& point)
     return false;
 }
 
-/// Always from the shape before the drag, in which the handle is found exactly.
+/// Start from the shape before the drag, which has the handle at its exact position.
 void CSelectHandler::PullHandle(const QPointF& current)
 {
     const SDragged& dragged = m_vctDragged.front();
@@ -204,7 +204,7 @@ void CSelectHandler::CommitResize(const QPointF& start, const QPointF& end)
     m_ptResizeOffset = QPointF();
 }
 
-/// What has left the model in mid-drag gets its shape back and takes no part in the step.
+/// An object that left the model in mid-drag gets its shape back and is not part of the step.
 void CSelectHandler::CommitMove(const QPointF& start, const QPointF& end)
 {
     MoveSelected(end);

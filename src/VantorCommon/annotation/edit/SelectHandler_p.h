@@ -21,25 +21,24 @@ class CGeometry;
 /// The gestures of the selecting mode: hovering over handles, selecting by click, Ctrl-click and rubber band,
 /// dragging the selection, pulling a handle, deleting.
 ///
-/// A drag changes the objects live and keeps their shapes from before it; the release makes an undoable step
-/// of both. A drag whose release never came is taken back when the next gesture begins. Points are image
-/// coordinates.
+/// A drag changes the objects live and keeps their former shapes; the release makes an undoable step of both.
+/// If the release never comes, the next gesture undoes the drag. Points are image coordinates.
 class CSelectHandler
 {
 public:
     explicit CSelectHandler(const SEditContext& context) : m_context(context) {}
 
-    /// Deliberate: every object's handles are looked at, selected or not.
+    /// Deliberate: the handles of every object count, selected or not.
     void Hover(const QPointF& point);
     void Press(const QPointF& point);
     void Drag(const QPointF& start, const QPointF& current);
     void Release(const QPointF& start, const QPointF& end);
     void DeleteSelected();
-    /// Changes how the selected objects look, as one step; nothing when nothing comes of it.
+    /// Changes the look of the selected objects, as one step; no step when nothing changes.
     void ChangeLooks(const std::function<void(SObjectLook&)>& change);
-    /// Takes back a drag that is still open.
+    /// Undoes a drag in progress.
     void Abandon();
-    /// The same, and forgets the handle under the mouse: another mode takes over.
+    /// The same, and forgets the handle under the mouse, because another mode begins.
     void Leave();
 
     /// From the handle to the mouse, while a handle is pulled.

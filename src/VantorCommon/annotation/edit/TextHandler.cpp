@@ -94,7 +94,7 @@ void CTextHandler::Cancel()
     CloseEditor();
 }
 
-/// Gives the keyboard back to the view. @return what the editor held
+/// Returns the keyboard to the view. @return the text of the editor
 QString CTextHandler::CloseEditor()
 {
     m_pText.reset();
@@ -152,7 +152,7 @@ bool CTextHandler::eventFilter(QObject* pWatched, QEvent* pEvent)
     return false;
 }
 
-/// @return whether the editor shall not see the event
+/// @return whether to hide the event from the editor
 bool CTextHandler::FilterEditor(QEvent* pEvent)
 {
     if (pEvent->type() == QEvent::FocusOut) {
@@ -169,7 +169,7 @@ bool CTextHandler::FilterEditor(QEvent* pEvent)
     if (!bEnd && event.key() != Qt::Key_Escape)
         return false;
     if (bOverride)
-        pEvent->accept(); // no entry of a menu shall take the key
+        pEvent->accept(); // so that no menu entry takes the key
     else if (bEnd)
         End();
     else

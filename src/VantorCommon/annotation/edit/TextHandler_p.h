@@ -14,9 +14,9 @@ class QPointF;
 class QWidget;
 
 /// Edits a text in its place on the view. Enter ends a line; Ctrl+Enter, a click or the wheel elsewhere and
-/// the loss of the focus end the editing, which becomes one undoable step; Escape gives it up, and so does
-/// the end of the annotations or of the view. A new text without letters is not added, one that loses all of
-/// them is deleted.
+/// the loss of the focus end the editing, which becomes one undoable step; Escape cancels it, and so does the
+/// end of the annotations or of the view. A new text without letters is not added; a text that loses all its
+/// letters is deleted.
 class CTextHandler : public QObject
 {
 public:
@@ -25,7 +25,7 @@ public:
     explicit CTextHandler(const SEditContext& context);
     ~CTextHandler() override;
 
-    /// A text of the model, or a new one, whose letters then get the size of labels at the present zoom.
+    /// Edits a text of the model, or a new one, whose letters get the size of labels at the current zoom.
     void Begin(const TextPtr& pText);
     /// The newest text at the point, in image coordinates.
     /// @return whether there is one
@@ -43,6 +43,6 @@ private:
     void Commit(const TextPtr& pText, const QString& strText);
 
     const SEditContext& m_context;
-    QPointer<QPlainTextEdit> m_pEditor; ///< null while nothing is edited
+    QPointer<QPlainTextEdit> m_pEditor; ///< null while no text is edited
     TextPtr m_pText;
 };

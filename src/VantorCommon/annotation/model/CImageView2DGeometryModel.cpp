@@ -55,7 +55,7 @@ void CImageView2DGeometryModel::AddObject(ObjectPtr pObject)
 
 void CImageView2DGeometryModel::RestoreObjects(const ObjectList& vctObjects)
 {
-    // Deliberate: who hears of an object may drop the step that owns the list.
+    // Deliberate: a receiver may drop the step that owns the list.
     const ObjectList vctCopy = vctObjects; // NOLINT(performance-unnecessary-copy-initialization)
     for (auto it = vctCopy.rbegin(); it != vctCopy.rend(); ++it)
         if (Insert(*it))
@@ -122,7 +122,7 @@ bool CImageView2DGeometryModel::DeleteObject(ObjectPtr pObject)
     const unsigned int nUID = pObject->GetUID();
     const QString strName = pObject->GetName();
     Q_EMIT signal_BeforeDeleteDrawableObject(nUID, strName);
-    // A receiver may have changed the list, so the place is looked up now.
+    // Look the position up now, because a receiver may have changed the list.
     m_vctObjects.erase(std::remove(m_vctObjects.begin(), m_vctObjects.end(), pObject), m_vctObjects.end());
     Disconnect(*pObject);
     CLogger::Write(NORMAL, "DeleteObject(%d)", LogUID(*pObject));
@@ -145,7 +145,7 @@ void CImageView2DGeometryModel::ClearObject()
 
 void CImageView2DGeometryModel::UnSelectedAll()
 {
-    // Few are selected as a rule, and only those are held while the signals go out.
+    // Usually few objects are selected; hold only those while the signals are emitted.
     ObjectList vctSelected;
     for (const ObjectPtr& pObject : m_vctObjects)
         if (pObject->GetSelected())

@@ -14,9 +14,8 @@ class CImageView2DDrawableObject;
 /// progress, and the rubber segment of a polygon in progress (the waiting object).
 ///
 /// An object stands at most once in each list; adding a null pointer or a present object changes nothing.
-/// Receivers of the signals may call the model: an object that leaves a list is kept alive until the signals
-/// about it have gone out. Objects in the list of finished ones have their property signal relayed, and only
-/// those. GUI thread only.
+/// Receivers of the signals may call the model: an object that leaves a list lives until the signals about it
+/// have been emitted. The model relays the property signal of finished objects only. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DGeometryModel : public CBaseModel
 {
     Q_OBJECT
@@ -44,9 +43,9 @@ public:
     /// Puts an object first, selects it and sets its mouse offset to (0, 0); the others keep their selection.
     /// Emits signal_AddDrawableObject.
     void AddObject(ObjectPtr pObject);
-    /// Puts objects back that once were finished objects, newest first, ahead of those present. Unlike
-    /// AddObject it leaves selection and mouse offset alone. Null and present ones are skipped; each of the
-    /// others is logged and announced like an addition, the oldest first.
+    /// Puts former finished objects back, newest first, ahead of the present ones. Unlike AddObject it keeps
+    /// selection and mouse offset. It skips null and present objects, and logs and announces each of the
+    /// others like an addition, the oldest first.
     void RestoreObjects(const ObjectList& vctObjects);
     /// Replaces all finished objects: signal_ClearObject, then each is announced like an addition, the oldest
     /// first, when all of them are there. Null and repeated ones are skipped; selection and mouse offset

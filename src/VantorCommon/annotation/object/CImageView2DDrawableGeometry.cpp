@@ -78,8 +78,8 @@ void CImageView2DDrawableGeometry::MoveTopLeftTo(const QPointF& point)
     NotifyChange();
 }
 
-/// All handles lie in the bounding box, but for its rounding, so most objects are ruled out by it without a
-/// list of points.
+/// All handles lie in the bounding box, except for rounding, so it excludes most objects without a list of
+/// points.
 bool CImageView2DDrawableGeometry::IsFarFrom(const QPointF& point, double dblTolerance) const
 {
     const QRectF box = GetBoundary();

@@ -22,7 +22,7 @@ public:
     void SetData(std::shared_ptr<Vantor::Geometry::CGeometry> pGeometry);
     /// The same, and announces the change.
     void ChangeData(std::shared_ptr<Vantor::Geometry::CGeometry> pGeometry);
-    /// The shape itself, not a copy, in image coordinates; whoever changes it tells nobody. May be null.
+    /// The shape itself, not a copy, in image coordinates; changing it emits nothing. May be null.
     std::shared_ptr<Vantor::Geometry::CGeometry> GetData() const { return m_pGeometry; }
 
     /// Empty without a geometry, even when a name was given; otherwise the given name, or the kind and the

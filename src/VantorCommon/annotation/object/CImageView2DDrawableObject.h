@@ -28,7 +28,7 @@ enum EImageView2DDrawbleObjectType : int {
     EImageView2DDrawbleObjectType_Ruler = 3     ///< CImageView2DDrawableRuler
 };
 
-/// A text beside an annotation.
+/// A text that views write beside an annotation.
 struct SObjectLabel {
     QString strText;  ///< empty: nothing is written
     QPointF ptAnchor; ///< where its baseline begins, in image coordinates
@@ -57,7 +57,7 @@ public:
     /// Looks for a resize handle near a point, in image coordinates. The last argument is accepted and
     /// ignored; callers pass 0.0.
     /// @param dblTolerance  image pixels, the bound included
-    /// @param point         near which it is looked for
+    /// @param point         the point near which the handle must lie
     /// @param handle        receives the exact position of the first such handle; untouched without one
     /// @return whether there is one
     virtual bool FindResizePoint(double dblTolerance, const QPointF& point, QPointF& handle,
@@ -69,15 +69,14 @@ public:
     /// What views write beside the object; nothing in the base.
     virtual SObjectLabel GetLabel() const { return {}; }
     /// @{
-    /// The place and form that an undoable step keeps: a copy of them, and back to such a copy, which is
-    /// announced. Null in the base, which cannot go back.
+    /// Position and form, which undoable steps keep: return a copy of them, and restore such a copy, with a
+    /// signal. The base returns null and cannot restore.
     virtual std::shared_ptr<Vantor::Geometry::CGeometry> CloneShape() const { return nullptr; }
     virtual void RestoreShape(const Vantor::Geometry::CGeometry&) {}
     /// @}
     /// Paints what lies beneath the outline of a shape and the label; nothing in the base.
-    /// @param painter  maps image coordinates to the view; its pen and brush are those of the object, and it
-    /// is
-    ///                 left as it was found
+    /// @param painter  maps image coordinates to the view; its pen and brush are those of the object, and
+    ///                 the function leaves it as it found it
     /// @param s        the size of a widget pixel in image pixels
     virtual void PaintContents(QPainter& painter, double s) const;
 
@@ -119,8 +118,8 @@ public:
     QBrush GetBrushFilled() const { return m_brushFilled; }
     /// @}
 
-    /// Gives the object a name for good: from the first different name on, GetName returns what is stored. An
-    /// equal name changes nothing, so that the empty name on a new object leaves it named by its identifier.
+    /// Names the object: from the first different name on, GetName returns the stored name. An equal name
+    /// changes nothing, so with the empty name a new object stays named by its identifier.
     void SetName(const QString& strName);
     /// Whether it was given a name.
     bool IsNamed() const { return m_bNameSet; }
@@ -148,7 +147,7 @@ public:
     /// place do not count.
     unsigned int GetRevision() const { return m_nRevision; }
 
-    /// The two of CVObject, for numbers.
+    /// CVObject's two comparisons of numbers.
     using Vantor::CVObject::CompareEqual;
     /// Both coordinates equal by CVObject::CompareEqual.
     static bool CompareEqual(const QPointF& a, const QPointF& b);

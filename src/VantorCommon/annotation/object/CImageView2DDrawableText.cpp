@@ -15,7 +15,7 @@ using namespace Vantor::Geometry;
 
 namespace
 {
-constexpr int kFontSize = 64; // pixels; what is measured and painted is scaled from it
+constexpr int kFontSize = 64; // pixels; measuring and painting scale it
 const QColor kBackground(10, 10, 10, 255);
 const QColor kFrameColor(255, 0, 0, 255);
 

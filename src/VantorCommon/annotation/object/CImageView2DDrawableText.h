@@ -7,8 +7,8 @@
 #include <QSizeF>
 
 /// A text of one line or more on the image, which grows and shrinks with it. It can be moved, not resized.
-/// Without letters, as it begins, it has no place: its boundary is the null rectangle, and it cannot be
-/// moved, hit or seen. GUI thread only.
+/// Without letters, as at first, it has no position: its boundary is the null rectangle, and nobody can move,
+/// hit or see it. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DDrawableText : public CImageView2DDrawableObject
 {
     Q_OBJECT
@@ -23,12 +23,13 @@ public:
     QString GetText() const { return m_strText; }
     /// @}
     /// @{
-    /// The top-left corner, in image coordinates; (0, 0) at first. What is not finite is ignored.
+    /// The top-left corner, in image coordinates; (0, 0) at first. Ignores values that are not finite.
     void SetPosition(const QPointF& point);
     QPointF GetPosition() const { return {m_dblX, m_dblY}; }
     /// @}
     /// @{
-    /// The height of one line, in image pixels, 16 at first. What is not finite or not above 0 is ignored.
+    /// The height of one line, in image pixels, 16 at first. Ignores values that are not finite or not above
+    /// 0.
     void SetLineHeight(double dblHeight);
     double GetLineHeight() const { return m_dblLineHeight; }
     /// @}

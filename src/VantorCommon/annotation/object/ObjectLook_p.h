@@ -33,13 +33,13 @@ const QColor kSelectedFill(255, 0, 0, 50);
 const QColor kColor(0, 255, 0, 255);
 const QColor kFill(0, 255, 0, 50);
 
-/// Whether the object was given a pen or a brush; both then count as they stand.
+/// Whether the object has a pen or a brush of its own; then both apply unchanged.
 inline bool IsOwn(const CImageView2DDrawableObject& object)
 {
     return object.GetPen().style() != Qt::NoPen || object.GetBrushFilled().style() != Qt::NoBrush;
 }
 
-/// Its own look, or else the common one of what is not selected.
+/// Its own look, or the common look of unselected objects.
 inline SObjectLook Of(const CImageView2DDrawableObject& object)
 {
     if (IsOwn(object))

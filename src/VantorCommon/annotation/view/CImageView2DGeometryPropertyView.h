@@ -17,9 +17,9 @@ class QPushButton;
 class QTimer;
 
 /// The place for the properties of annotations: a panel, at least 200 pixels wide, bound to the model, empty
-/// until it is made editable. Then it shows the colour, the width and the fill of the first annotation that
-/// is selected, and asks by signals to change those of all that are. The model is not owned, may be null and
-/// may die first. GUI thread only.
+/// until it is made editable. Then it shows the colour, the width and the fill of the first selected
+/// annotation, and asks by signals to change those of all selected ones. The model is not owned, may be null
+/// and may be destroyed first. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DGeometryPropertyView : public QWidget
 {
     Q_OBJECT
@@ -42,7 +42,7 @@ Q_SIGNALS:
     /// @}
 
 public Q_SLOTS:
-    /// Shows the values anew once the present event is over; nothing while the panel is not editable.
+    /// Updates the values after the current event; does nothing while the panel is not editable.
     void slot_ChangeDrawableObjectProperty(unsigned int nUID);
 
 private:
@@ -60,5 +60,5 @@ private:
     QPushButton* m_pFill = nullptr;
     QTimer* m_pShowLater = nullptr;
     QColor m_color;
-    QColor m_fill; ///< the one shown, or what a fill would begin with
+    QColor m_fill; ///< the current fill, or the one with which a fill would begin
 };

@@ -17,7 +17,7 @@ namespace
 constexpr int kColumns = 2;
 
 using Signal = void (CImageView2DToolView::*)();
-/// The signals that modes have of their own; the others have signal_ShapeSelected.
+/// The signals of modes that have their own; the others use signal_ShapeSelected.
 const std::map<int, Signal> kSignals{
     {EImageView2DMode_Selecting, &CImageView2DToolView::signal_SelectMode},
     {EImageView2DMode_Panning, &CImageView2DToolView::signal_PanningMode},
@@ -61,7 +61,7 @@ QPushButton* CImageView2DToolView::AddButton(int nMode, const QString& strText)
     auto* pButton = new QPushButton(strText, m_pGrid->parentWidget());
     pButton->setCheckable(true);
     pButton->setAutoExclusive(true);
-    // A click must not take the focus from the image view, or its undo would be dead after every choice.
+    // A click must not take the focus from the image view; otherwise its undo would not work after a choice.
     pButton->setFocusPolicy(Qt::TabFocus);
     const auto it = kSignals.find(nMode);
     if (it != kSignals.end())

@@ -14,9 +14,9 @@ class QPushButton;
 /// The panel of buttons with which the user picks the tool mode: selecting, panning and the kinds of
 /// ShapeKinds that have a button.
 ///
-/// A click only emits the view's own signal; whoever receives it decides and sets the model. The buttons
-/// follow the model, so that several views may share one. The model is not owned and outlives the view; it
-/// may be null. GUI thread only.
+/// A click only emits the view's own signal; the receiver decides and sets the model. The buttons follow the
+/// model, so that several views may share one. The model is not owned and outlives the view; it may be null.
+/// GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DToolView : public QWidget
 {
     Q_OBJECT
@@ -26,12 +26,12 @@ public:
     explicit CImageView2DToolView(CImageView2DToolModel* pModel, QWidget* pParent = nullptr);
     ~CImageView2DToolView() override;
 
-    /// Adds the buttons of the optional kinds behind the others, or takes them away; without them at first.
+    /// Adds the buttons of the optional kinds after the others, or removes them; there are none at first.
     void ShowOptionalShapes(bool bShow);
 
 Q_SIGNALS:
     /// @{
-    /// A button was clicked; the mode is asked for, not yet set.
+    /// A button was clicked; this requests the mode, it does not set it.
     void signal_SelectMode();
     void signal_PanningMode();
     void signal_ROIRectangleSelected();

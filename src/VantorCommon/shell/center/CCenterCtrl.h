@@ -111,9 +111,8 @@ public:
     /// Adds an entry to the menu of annotations of every viewer, behind those that are there.
     /// @param strName  the text of the entry
     /// @param icon     may be null
-    /// @param func     called with the identifiers of the viewer and of the annotation under the mouse; it
-    /// lives
-    ///                 as long as the viewers. An empty one does nothing
+    /// @param func     called with the identifiers of the viewer and of the annotation under the
+    ///                 mouse; it lives as long as the viewers. An empty one does nothing
     void RegisterGeometryAction(const QString& strName, const QIcon& icon,
                                 std::function<void(int, unsigned int)> func);
 

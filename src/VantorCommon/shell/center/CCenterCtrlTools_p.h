@@ -16,12 +16,12 @@
 /// Places of the tools with slots of their own in CCenterCtrlTools.
 enum ECenterTool { ECenterTool_Median, ECenterTool_Sobel, ECenterTool_OCR };
 
-/// The processing tools of the centre: one list of rows, of which each knows its title and how its triple is
-/// made. A triple is made when its tool is opened first, or opened again after its dialog died. GUI thread.
+/// The processing tools of the centre: a list of rows, each with its title and a maker of its triple. Opening
+/// a tool makes its triple at the first time, and again after its dialog was destroyed. GUI thread.
 class CCenterCtrlTools
 {
 public:
-    /// Called with the title and the controller of a triple that was made just now.
+    /// Receives the title and the controller of each new triple.
     using Made = std::function<void(const QString& strTool, CImage2DProcessBaseCtrl& ctrl)>;
 
     /// The tools of the library.
@@ -35,7 +35,7 @@ public:
     QStringList Titles() const;
     /// Shows a tool, modeless.
     /// @param pParent  owns the dialog; may be null
-    /// @return its controller; null for an index that is none
+    /// @return its controller; null for an index out of range
     CImage2DProcessBaseCtrl* Open(int nTool, QWidget* pParent);
 
 private:

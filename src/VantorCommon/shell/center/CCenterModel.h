@@ -14,14 +14,14 @@ public:
     explicit CCenterModel(QObject* parent = nullptr);
     ~CCenterModel() override;
 
-    /// Any values are stored; what cannot be laid out shows no viewer or changes nothing. Equal ones are not
-    /// announced.
+    /// Stores any values; a grid that cannot be laid out shows no viewer or changes nothing. Equal values
+    /// emit nothing.
     void ChangeSize(int nColumn, int nRow);
     int GetColumn() const { return m_nColumn; } ///< 1 at the start
     int GetRow() const { return m_nRow; }       ///< 1 at the start
 
 Q_SIGNALS:
-    void signal_ChangedSize(); ///< rows or columns are others
+    void signal_ChangedSize(); ///< rows or columns have changed
 
 private:
     int m_nColumn = 1;

@@ -19,7 +19,7 @@ class VANTORCOMMON_EXPORT CCenterView : public QWidget
     Q_OBJECT
 
 public:
-    /// Shows nothing until it gets viewers. The parent owns the view, the model may be null.
+    /// Shows nothing until it gets viewers. The parent owns the view; the model may be null.
     CCenterView(CCenterModel* pModel, QWidget* pParent);
     ~CCenterView() override;
 
@@ -64,7 +64,7 @@ public Q_SLOTS:
     void slot_Update();
 
 protected:
-    /// Lays the viewers out anew.
+    /// Updates the layout of the viewers.
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:

@@ -2,9 +2,9 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
-/// What a host may have otherwise than the library does it by itself. Every member is off at first, and a
-/// member that is off changes nothing. CCenterCtrl::SetOptions hands them to all viewers; they hold from the
-/// next operation on. A value without resources; any thread may copy it.
+/// Options with which a host changes the library's behaviour. Every member is off at first, and a member that
+/// is off changes nothing. CCenterCtrl::SetOptions passes them to all viewers; they apply from the next
+/// operation on. A value without resources; any thread may copy it.
 struct SCenterOptions {
     /// A file that cannot be loaded leaves images and annotations of the viewer as they are. Off: the viewer
     /// is empty then.

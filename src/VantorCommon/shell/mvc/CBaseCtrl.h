@@ -15,9 +15,8 @@ public:
     explicit CBaseCtrl(QObject* parent = nullptr);
     ~CBaseCtrl() override;
 
-    /// Takes back the newest step. True when this controller carried the request out, false when it ignored
-    /// it.
+    /// Undoes the newest step. True when this controller did so, false when it ignored the request.
     virtual bool Undo() = 0;
-    /// Repeats the step taken back last. The same result.
+    /// Repeats the step that was undone last. The same result.
     virtual bool Redo() = 0;
 };

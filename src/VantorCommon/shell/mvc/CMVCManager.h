@@ -26,16 +26,18 @@ struct SMVCItem {
     QWidget* pView;     ///< a CImageViewer
 };
 
-/// The process-wide registry of triples, in which code finds what it holds no pointer to. GUI thread only.
+/// The process-wide registry of triples, in which code finds objects to which it has no pointer. GUI thread
+/// only.
 ///
-/// A record disappears when one of its objects is destroyed, so that a look-up never meets a dead pointer.
+/// A record disappears when one of its objects is destroyed, so that a look-up never returns a dangling
+/// pointer.
 class VANTORCOMMON_EXPORT CMVCManager
 {
 public:
     CMVCManager() = delete;
 
-    /// Appends a record; neither duplicates nor nulls are looked for. A host registers its main window alone,
-    /// with nulls for the rest: the screen capture minimises it meanwhile. Deliberate: the order of the
+    /// Appends a record without checking for duplicates or nulls. A host registers its main window alone,
+    /// with nulls for the rest: the screen capture minimises that window. Deliberate: the order of the
     /// arguments (model, view, controller) is not the order of the record's fields.
     static void PushMVC(CBaseModel* pModel, QWidget* pView, CBaseCtrl* pCtrl);
 

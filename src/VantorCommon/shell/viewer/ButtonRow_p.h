@@ -9,13 +9,13 @@ class QMenu;
 class QPushButton;
 class QToolButton;
 
-/// Buttons in one row. Those that have no room are entries of a menu behind a last button.
+/// Buttons in one row. Buttons without room become entries of a menu behind a last button.
 class CButtonRow : public QWidget
 {
 public:
     explicit CButtonRow(QWidget* pParent);
 
-    /// Appends a button of fixed size, all of one size; the row owns it. Its entry bears its tool tip and its
+    /// Appends a button of fixed size, the same for all; the row owns it. Its menu entry has its tool tip and
     /// icon, and presses it.
     void Add(QPushButton* pButton);
 

@@ -21,9 +21,10 @@ namespace
 {
 constexpr int kSideListWidth = 90;
 constexpr int kSideListShare = 5; // and at most one of so many parts of the viewer's width
-/// A thumbnail is first picked from the image at this many times its size, then smoothed: quick and fine.
+/// A thumbnail is first sampled from the image at this many times its size, then smoothed: fast and of good
+/// quality.
 constexpr int kThumbnailOversampling = 4;
-/// A very tall image is shown narrower than the list instead of filling the memory.
+/// A very tall image gets a thumbnail narrower than the list, so that it does not fill the memory.
 constexpr int kMaxThumbnailHeight = 4096;
 /// The image's index, beside which row it stands in: images that cannot be shown have no row.
 constexpr int kImageIndexRole = Qt::UserRole + 1;
@@ -63,7 +64,7 @@ void CImageViewer::CreateSideList()
     m_pSideList->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_pSideList->setFocusPolicy(Qt::NoFocus);
     m_pSideList->setAccessibleName(QStringLiteral("Images"));
-    m_pSideList->setMinimumWidth(1); // as narrow as one likes
+    m_pSideList->setMinimumWidth(1); // as narrow as the user likes
     // A bar that came and went with the height of the thumbnails would change their width each time.
     m_pSideList->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     m_pSideList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -74,7 +75,7 @@ void CImageViewer::CreateSideList()
             &CImageViewer::slot_CurrentChanged);
 }
 
-/// Narrow in a narrow viewer, until somebody has chosen a width.
+/// Narrow in a narrow viewer, until the user has chosen a width.
 void CImageViewer::FitSideList()
 {
     const int nWidth = std::min(kSideListWidth, width() / kSideListShare);
@@ -109,7 +110,7 @@ void CImageViewer::RenewThumbnail(int nIndex, CImage* pImage)
     Q_EMIT m_pSideModel->layoutChanged();
 }
 
-/// The width of the list, which is nothing while the list is folded away; its items are kept all the same.
+/// The width of the list; while it is folded away, that is 0 and the items stay.
 int CImageViewer::ThumbnailWidth() const
 {
     return std::max(1, m_pSideList->viewport()->rect().width());

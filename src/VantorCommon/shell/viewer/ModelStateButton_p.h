@@ -4,7 +4,8 @@
 
 #include <QPushButton>
 
-/// A checkable button that only code can check: its state shows a model's, a press merely asks for a change.
+/// A checkable button that only code can check: it shows the state of a model, and a press merely requests a
+/// change.
 class CModelStateButton : public QPushButton
 {
 public:
@@ -18,7 +19,7 @@ public:
 
 protected:
     void nextCheckState() override {}
-    /// Who toggles it without a press (a screen reader does) means a press, too.
+    /// Toggling it without a press (as screen readers do) counts as a press.
     void checkStateSet() override
     {
         if (isChecked() == m_bState)
