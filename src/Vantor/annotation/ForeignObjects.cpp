@@ -74,8 +74,10 @@ void CForeignReading::Take(SObject object)
     }
     ++m_nObjects;
     m_nNumbers += object.numbers.size();
-    if (object.id.empty())
-        object.id = QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString();
+    QUuid id = QUuid::fromString(QString::fromStdString(object.id));
+    if (id.isNull())
+        id = QUuid::createUuid();
+    object.id = id.toString(QUuid::WithoutBraces).toStdString();
     object.named = object.named || !object.name.empty();
     m_document.pages[m_nPage].objects.push_back(std::move(object));
 }
@@ -172,6 +174,14 @@ void TellOtherPages(const SDocument& document, const SPage& written, Remarks& re
     }
 }
 
+void TellRounding(const SObject& object, const SObject& read, Remarks& remarks)
+{
+    const bool bSame = object.kind == read.kind ? Normalised(object).numbers == Normalised(read).numbers
+                                                : BoundsOf(object) == BoundsOf(read);
+    if (!bSame)
+        remarks.push_back({object.name, "Its coordinates are rounded."});
+}
+
 const SPage& PageToWrite(const SDocument& document, const SContext& context)
 {
     static const SPage none;
@@ -242,6 +252,12 @@ QString XmlText(const std::string& text)
             to += letter;
     }
     return to;
+}
+
+void TellXmlName(const SObject& object, Remarks& remarks)
+{
+    if (XmlText(object.name) != QString::fromStdString(object.name))
+        remarks.push_back({object.name, "The file does not keep the control characters of its name."});
 }
 
 } // namespace Vantor::Annotations

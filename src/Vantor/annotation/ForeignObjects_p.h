@@ -77,6 +77,9 @@ void TellLosses(const SObject& object, unsigned keeps, Remarks& remarks);
 void TellPageLosses(const SDocument& document, const SPage& page, Remarks& remarks);
 /// Remarks the other pages, of which nothing is written.
 void TellOtherPages(const SDocument& document, const SPage& written, Remarks& remarks);
+/// Remarks that the coordinates that the file gives back are not those of the annotation.
+/// @param read  of the kind that is read back
+void TellRounding(const SObject& object, const SObject& read, Remarks& remarks);
 /// The page that formats for one image write; an empty one when there is none.
 const SPage& PageToWrite(const SDocument& document, const SContext& context);
 /// The size of the image: the page's, or the context's where the page knows none. 0: unknown.
@@ -99,5 +102,7 @@ std::vector<double> ReadNumbers(const QString& text);
 /// A text without the characters that XML cannot say: those below a blank bar tab and ends of lines, halves
 /// of pairs, and the two that are no characters.
 QString XmlText(const std::string& text);
+/// Remarks that XmlText changes the name.
+void TellXmlName(const SObject& object, Remarks& remarks);
 
 } // namespace Vantor::Annotations

@@ -355,8 +355,8 @@ std::string EncodeRegion(const SObject& object, int nPage, Remarks& remarks)
     std::string bytes = BytesOf(counterpart, nPage);
     TellKind(object, counterpart.kind, remarks);
     SRegion region;
-    if (!DecodeRegion(bytes, region).IsSuccess() || region.objects.front().numbers != counterpart.numbers)
-        remarks.push_back({object.name, "Its coordinates are rounded to single precision."});
+    if (DecodeRegion(bytes, region).IsSuccess())
+        TellRounding(counterpart, region.objects.front(), remarks);
     // A colour of 0 is none there.
     const unsigned keepsPen = object.style.penColor == 0U ? Keeps_Nothing : Keeps_PenColor;
     const unsigned keepsFill = object.style.fillColor == 0U ? Keeps_Nothing : Keeps_FillColor;
