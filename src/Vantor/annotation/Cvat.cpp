@@ -222,6 +222,11 @@ void ReadImage(CXmlFile& xml, CForeignReading& reading, Remarks& remarks)
 }
 } // namespace
 
+bool IsCvat(const std::string& bytes, const std::string&)
+{
+    return RootOf(bytes) == "annotations";
+}
+
 CResult ReadCvat(const std::string& bytes, const SContext&, SDocument& document, Remarks& remarks)
 {
     CXmlFile xml(bytes, "annotations");

@@ -15,14 +15,10 @@ namespace Vantor::Annotations
 
 namespace
 {
-constexpr std::size_t kMaxObjects = 1000000;
-constexpr std::size_t kMaxNumbers = 20000000; // two a point
-constexpr std::size_t kMaxText = 65536;
-
 bool IsUseful(const SObject& object)
 {
     return IsBuiltIn(object) && IsWellFormed(object) && object.name.size() <= kMaxText &&
-           object.text.size() <= kMaxText;
+           object.text.size() <= kMaxText && object.extra.size() <= kMaxText;
 }
 
 QString CountOf(const SPage& page)

@@ -364,6 +364,11 @@ std::string EncodeRegion(const SObject& object, int nPage, Remarks& remarks)
     return bytes;
 }
 
+bool IsRoi(const std::string& bytes, const std::string&)
+{
+    return bytes.compare(0, 4, "Iout") == 0;
+}
+
 CResult ReadRoi(const std::string& bytes, const SContext& context, SDocument& document, Remarks& remarks)
 {
     SRegion region;

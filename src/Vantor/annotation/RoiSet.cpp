@@ -50,6 +50,12 @@ void TakeRegion(const std::string& entry, SRegion region, const SContext& contex
 }
 } // namespace
 
+bool IsRoiSet(const std::string& bytes, const std::string& fileName)
+{
+    return bytes.compare(0, 2, "PK") == 0 &&
+           QString::fromStdString(fileName).endsWith(QStringLiteral(".zip"), Qt::CaseInsensitive);
+}
+
 CResult ReadRoiSet(const std::string& bytes, const SContext& context, SDocument& document, Remarks& remarks)
 {
     CForeignReading reading(document, remarks);

@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/annotation/AnnotationFormats_p.h>
 #include <Vantor/annotation/ForeignObjects_p.h>
+#include <Vantor/annotation/JsonText_p.h>
 #include <Vantor/annotation/ObjectOutline_p.h>
 #include <Vantor/annotation/XmlFile_p.h>
 #include <Vantor/geometry/CArrow.h>
@@ -145,7 +146,6 @@ void WriteData(QXmlStreamWriter& xml, const SObject& object)
     data("pen-width", Text(object.style.penWidth), object.style.penWidth != 0.0);
     data("fill", color(object.style.fillColor), object.style.fillColor.has_value());
     data("extra", XmlText(object.extra), !object.extra.empty());
-    data("unknown", XmlText(object.unknown), !object.unknown.empty());
 }
 
 void WriteLines(QXmlStreamWriter& xml, const SObject& object)
@@ -266,7 +266,8 @@ SObject ObjectOf(const CXmlFile& xml)
     object.style.penWidth = std::max(0.0, xml.Number("data-pen-width", 0.0));
     object.style.fillColor = ColorOf(xml, "data-fill");
     object.extra = text("data-extra");
-    object.unknown = text("data-unknown");
+    if (!CheckJson(object.extra, kMaxDepth).IsSuccess()) // or our own files would be damaged by it
+        object.extra.clear();
     return object;
 }
 
@@ -316,6 +317,11 @@ void ReadObject(CXmlFile& xml, CForeignReading& reading)
         reading.Take(std::move(object));
 }
 } // namespace
+
+bool IsSvg(const std::string& bytes, const std::string&)
+{
+    return RootOf(bytes) == "svg" && bytes.find("data-vantor=") != std::string::npos;
+}
 
 CResult ReadSvg(const std::string& bytes, const SContext& context, SDocument& document, Remarks& remarks)
 {
@@ -382,6 +388,7 @@ CResult WriteSvg(const SDocument& document, SContext& context, std::string& byte
             continue;
         TellXmlName(*object, remarks);
         TellText(*object, remarks);
+        TellLosses(*object, Keeps_All & ~Keeps_Unknown, remarks);
         WriteObject(xml, *object);
     }
     xml.writeEndDocument();

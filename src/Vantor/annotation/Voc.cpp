@@ -141,6 +141,11 @@ void ReadObject(CXmlFile& xml, int nFirst, CForeignReading& reading, Remarks& re
 }
 } // namespace
 
+bool IsVoc(const std::string& bytes, const std::string&)
+{
+    return RootOf(bytes) == "annotation";
+}
+
 CResult ReadVoc(const std::string& bytes, const SContext& context, SDocument& document, Remarks& remarks)
 {
     CXmlFile xml(bytes, "annotation");

@@ -12,9 +12,33 @@ namespace Vantor::Annotations
 
 namespace
 {
-constexpr int kMaxDepth = 64;
+constexpr int kMaxLevels = 64;
 /// The reader compares each with each.
 constexpr int kMaxAttributes = 64;
+
+struct SPassage {
+    std::string_view begin;
+    std::string_view end;
+};
+/// What is neither tag nor text.
+constexpr SPassage kPassages[] = {{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
+
+/// Where the first tag at or behind nAt begins; npos for none.
+std::size_t NextTag(std::string_view text, std::size_t nAt)
+{
+    nAt = text.find('<', nAt);
+    while (nAt < text.size()) {
+        const auto* const pPassage =
+            std::find_if(std::begin(kPassages), std::end(kPassages), [&](const SPassage& passage) {
+                return text.substr(nAt, passage.begin.size()) == passage.begin;
+            });
+        if (pPassage == std::end(kPassages))
+            return nAt;
+        nAt = text.find(pPassage->end, nAt + pPassage->begin.size());
+        nAt = text.find('<', std::min(nAt, text.size()));
+    }
+    return std::string_view::npos;
+}
 
 /// The end of a tag that begins at nAt; counts its attributes.
 std::size_t TagEnd(std::string_view text, std::size_t nAt, int& nAttributes)
@@ -38,21 +62,7 @@ std::size_t TagEnd(std::string_view text, std::size_t nAt, int& nAttributes)
 /// Why the reader should not see the text; empty when it may.
 std::string WhyNot(std::string_view text)
 {
-    const struct {
-        std::string_view begin;
-        std::string_view end;
-    } passages[] = {{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
-    for (std::size_t nAt = text.find('<'); nAt < text.size(); nAt = text.find('<', nAt)) {
-        bool bPassed = false;
-        for (const auto& passage : passages) {
-            if (text.substr(nAt, passage.begin.size()) != passage.begin)
-                continue;
-            nAt = text.find(passage.end, nAt + passage.begin.size());
-            bPassed = true;
-            break;
-        }
-        if (bPassed)
-            continue;
+    for (std::size_t nAt = NextTag(text, 0); nAt < text.size(); nAt = NextTag(text, nAt)) {
         if (text.substr(nAt, 2) == "<!")
             return "It has a document type.";
         int nAttributes = 0;
@@ -63,6 +73,14 @@ std::string WhyNot(std::string_view text)
     return {};
 }
 } // namespace
+
+std::string RootOf(const std::string& bytes)
+{
+    const std::size_t nAt = NextTag(bytes, 0);
+    if (nAt == std::string::npos)
+        return {};
+    return bytes.substr(nAt + 1, bytes.find_first_of(" \t\r\n/>", nAt) - nAt - 1);
+}
 
 CXmlFile::CXmlFile(const std::string& bytes, const char* pRoot)
 {
@@ -90,7 +108,7 @@ QString CXmlFile::Text()
     QString text;
     for (int nDepth = 1; nDepth > 0 && !m_reader.atEnd();) {
         const auto token = m_reader.readNext();
-        if (token == QXmlStreamReader::StartElement && ++nDepth > kMaxDepth)
+        if (token == QXmlStreamReader::StartElement && ++nDepth > kMaxLevels)
             Fail("It is nested too deeply.");
         else if (token == QXmlStreamReader::EndElement)
             --nDepth;

@@ -11,6 +11,9 @@
 namespace Vantor::Annotations
 {
 
+/// The name of the outermost element, also when only the beginning of the file is there; empty for none.
+std::string RootOf(const std::string& bytes);
+
 /// Walks over the elements of a file in XML, within bounds: UTF-8 without a document type (and so without
 /// entities of its own), at most 64 attributes an element, 64 levels.
 class CXmlFile

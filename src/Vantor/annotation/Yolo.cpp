@@ -194,6 +194,15 @@ private:
 };
 } // namespace
 
+bool IsYolo(const std::string& bytes, const std::string& fileName)
+{
+    if (!QString::fromStdString(fileName).endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive))
+        return false;
+    const QString line = QString::fromStdString(bytes.substr(0, bytes.find('\n'))).simplified();
+    return bytes.empty() ||
+           !ObjectOf(line.split(QLatin1Char(' ')), CClasses(std::string()), 1, 1).kind.empty();
+}
+
 CResult ReadYolo(const std::string& bytes, const SContext& context, SDocument& document, Remarks& remarks)
 {
     if (context.width <= 0 || context.height <= 0)

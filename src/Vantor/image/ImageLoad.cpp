@@ -3,9 +3,9 @@
 #include <Vantor/image/ImageLoad_p.h>
 
 #include <Vantor/FailureReason_p.h>
+#include <Vantor/file/OpenFile_p.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/ImageFormats_p.h>
-#include <Vantor/image/file/OpenFile_p.h>
 
 #include <QFile>
 

@@ -3,9 +3,9 @@
 #include <Vantor/pdf/CPDFReader.h>
 
 #include <Vantor/EngineModule_p.h>
+#include <Vantor/file/OpenFile_p.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/DecodeBounds_p.h>
-#include <Vantor/image/file/OpenFile_p.h>
 #include <Vantor/pdf/PdfClaims_p.h>
 #include <Vantor/pdf/PdfEngine_p.h>
 
@@ -24,7 +24,6 @@ using Vantor::Algorithms::CImage;
 using Vantor::Algorithms::EImageType;
 using Vantor::Algorithms::kMaxSide;
 using Vantor::Algorithms::kRowAlignment;
-using Vantor::Algorithms::OpenRegularFile;
 
 namespace Vantor::Utils
 {

@@ -122,7 +122,6 @@ void tst_Svg::everythingComesBack()
     object.locked = true;
     object.style = {0x80FF0000U, 2.5, 0U};
     object.extra = "[1]";
-    object.unknown = "{\"a\":\"\\u0001\"}";
     Remarks remarks;
     const SPage page = ReadBack(Written(DocumentOf({object})), remarks);
     QVERIFY(remarks.empty() && page.objects.size() == 1);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
-#include <Vantor/image/file/AtomicFile_p.h>
+#include <Vantor/file/AtomicFile_p.h>
 
 #include <atomic>
 #include <cerrno>
@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace Vantor::Algorithms
+namespace Vantor
 {
 
 namespace
@@ -106,4 +106,4 @@ CResult AtomicFile::Commit()
     return CResult::Success();
 }
 
-} // namespace Vantor::Algorithms
+} // namespace Vantor

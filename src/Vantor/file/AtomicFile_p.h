@@ -8,7 +8,7 @@
 
 #include <string>
 
-namespace Vantor::Algorithms
+namespace Vantor
 {
 
 /// A file that remembers that a write came out short, which not every encoder notices.
@@ -61,4 +61,4 @@ private:
     CheckedFile m_file;
 };
 
-} // namespace Vantor::Algorithms
+} // namespace Vantor

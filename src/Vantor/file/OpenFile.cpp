@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
-#include <Vantor/image/file/OpenFile_p.h>
+#include <Vantor/file/OpenFile_p.h>
 
 #include <QFile>
 #include <QString>
@@ -11,7 +11,7 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace Vantor::Algorithms
+namespace Vantor
 {
 
 namespace
@@ -42,11 +42,15 @@ std::string ToSystemPath(const std::wstring& path)
 
 bool OpenRegularFile(const std::wstring& path, QFile& file, std::string* reason)
 {
-    const std::string strPath = ToSystemPath(path);
-    if (strPath.empty())
+    return OpenRegularFile(ToSystemPath(path), file, reason);
+}
+
+bool OpenRegularFile(const std::string& systemPath, QFile& file, std::string* reason)
+{
+    if (systemPath.empty() || systemPath.find('\0') != std::string::npos)
         return Fail(reason, "There is no such file.");
     // O_NONBLOCK: without it the open of a FIFO waits for a writer.
-    const int nHandle = ::open(strPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int nHandle = ::open(systemPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (nHandle < 0)
         return Fail(reason, WhyNotOpened(errno));
     struct stat status = {};
@@ -58,4 +62,4 @@ bool OpenRegularFile(const std::wstring& path, QFile& file, std::string* reason)
     return true;
 }
 
-} // namespace Vantor::Algorithms
+} // namespace Vantor
