@@ -9,7 +9,7 @@ const std::vector<SFormat>& Formats()
 {
     // clang-format off
     static const std::vector<SFormat> formats{
-        {kOwnFormat, "vantor.json", IsOwn, ReadOwn, WriteOwn, true},
+        {"Vantor", "vantor.json", IsOwn, ReadOwn, WriteOwn, true},
         {"LabelMe", "json", IsLabelMe, ReadLabelMe, WriteLabelMe, false},
         {"COCO", "json", IsCoco, ReadCoco, WriteCoco, true},
         {"GeoJSON", "geojson", IsGeoJson, ReadGeoJson, WriteGeoJson, false},

@@ -148,7 +148,7 @@ CResult ReadLabelMe(const std::string& bytes, const SContext& context, SDocument
         return CResult::Failure("It is no LabelMe file: it has no shapes.");
     // Other systems write their own separators.
     const std::string path = root["imagePath"].String().value_or(context.imageName);
-    document.source.name = path.substr(path.find_last_of("/\\") + 1);
+    document.source.name = path.substr(path.find_last_of("/\\") + 1, kMaxText);
     const std::string without =
         WithoutOthers(root, {"version", "shapes", "imagePath", "imageData", "imageWidth", "imageHeight"});
     if (!without.empty())
