@@ -18,9 +18,11 @@ if [ $# -eq 0 ]; then
 fi
 for target in "$@"; do
     format=${target#fuzz_}
+    format=${format#annotations_}
     work=$(mktemp -d)
     mkdir "$work/corpus" "$work/findings"
-    find tests/data -type f \( -name "*.$format" -o -name "*.${format%f}" -o -name "*.${format/peg/pg}" \) -size -64k \
+    find tests/data -type f \( -name "*.$format" -o -name "*.${format%f}" -o -name "*.${format/peg/pg}" \
+        -o -path "tests/data/annotations/$format.*" \) -size -64k \
         -exec cp -t "$work/corpus" {} +
     echo "== $target: $(ls "$work/corpus" | wc -l) seeds, $limit"
     if ! QT_LOGGING_RULES="*=false" "build/fuzz/fuzz/$target" "$limit" -rss_limit_mb=2048 -timeout=5 -max_len=65536 \

@@ -83,9 +83,9 @@ struct SFormat {
     const char* pClasses = nullptr; ///< name of the file beside it that keeps SContext::classes
 };
 
-/// All formats, our own first; of several that match a file the first is taken. What walks over formats walks
-/// over these rows; CMake takes the names of those that are read from the lines that begin a row
-/// (cmake/VantorFormats.cmake).
+/// All formats, our own (kOwnFormat) first; of several that match a file the first is taken. What walks over
+/// formats walks over these rows; CMake takes the names of those that are read from the lines that begin a
+/// row (cmake/VantorFormats.cmake).
 const std::vector<SFormat>& Formats();
 /// The row of that name; null when there is none.
 const SFormat* FindFormat(const std::string& name);

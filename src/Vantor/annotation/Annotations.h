@@ -66,9 +66,9 @@ struct SPage {
     int height = 0;    ///< of the image in pixels; 0: unknown
     double dpi = 0.0;  ///< resolution at which a document's page was made to pixels; 0 for images
     int turned = 0;    ///< quarter turns to the right since it was read, 0 to 3
-    std::optional<SCalibration> calibration;
-    std::vector<SObject> objects; ///< the topmost first
-    std::string unknown;          ///< as in SObject
+    std::optional<SCalibration> calibration; ///< none: pixels
+    std::vector<SObject> objects;            ///< the topmost first
+    std::string unknown;                     ///< as in SObject
 };
 
 /// The file that was annotated.
@@ -82,13 +82,13 @@ struct SSource {
 struct SDocument {
     static constexpr int kVersion = 1; ///< what this version writes
 
-    int version = kVersion;
-    int readableBy = 1; ///< the oldest version that understands it
-    std::string generator;
-    std::string saved; ///< when, such as "2026-12-01T10:00:00Z"
-    SSource source;
-    std::vector<SPage> pages;
-    std::string unknown; ///< as in SObject
+    int version = kVersion;   ///< of the file that it was read from
+    int readableBy = 1;       ///< the oldest version that understands it
+    std::string generator;    ///< the program that saved it
+    std::string saved;        ///< when, such as "2026-12-01T10:00:00Z"
+    SSource source;           ///< what was annotated
+    std::vector<SPage> pages; ///< in any order
+    std::string unknown;      ///< as in SObject
 
     /// Whether it comes from a later version, which this one must not write back.
     bool IsReadOnly() const { return readableBy > kVersion; }
@@ -102,8 +102,8 @@ struct SRemark {
 
 /// How reading or writing went.
 struct SReport {
-    std::string failure; ///< a sentence in English; empty for a success
-    std::vector<SRemark> remarks;
+    std::string failure;          ///< a sentence in English; empty for a success
+    std::vector<SRemark> remarks; ///< what was lost or left out; none after a failure
 };
 
 /// What formats need to know beside the annotations.
@@ -120,10 +120,10 @@ struct SContext {
 
 /// What there is to know of a format of files of annotations.
 struct SFormatInfo {
-    std::string name;   ///< as people write it, such as "LabelMe"
-    std::string suffix; ///< of file names: lower case, without a dot; may hold one ("vantor.json")
-    bool reads = false;
-    bool writes = false;
+    std::string name;           ///< as people write it, such as "LabelMe"
+    std::string suffix;         ///< of file names: lower case, without a dot; may hold one ("vantor.json")
+    bool reads = false;         ///< Read takes it
+    bool writes = false;        ///< Write makes it
     bool severalImages = false; ///< a file may be about several images
 };
 
@@ -155,17 +155,26 @@ VANTOR_EXPORT SReport Read(const std::string& bytes, const std::string& format, 
 VANTOR_EXPORT SReport Write(const SDocument& document, const std::string& format, SContext& context,
                             std::string& bytes);
 
-/// @{
-/// The same with files: Load reads at most 64 MiB; Save replaces the file in one step, so that after a
-/// failure the old one is whole. YOLO's names stand in "classes.txt" beside the file. Save refuses to replace
-/// a file of our own format that is from a later version or damaged.
-/// @param path    of the file
-/// @param format  a name of GetFormats; Load takes the format of the content when it is empty
+/// Reads a file of annotations, at most 64 MiB. YOLO's names are read from "classes.txt" beside it unless the
+/// context has some.
+/// @param path      of the file, in UTF-8
+/// @param format    a name of GetFormats; empty: that of the content
+/// @param context   what the format needs to know
+/// @param document  receives the annotations; is left alone after a failure
+/// @return how it went; the remarks tell what was left out
 VANTOR_EXPORT SReport Load(const std::string& path, const std::string& format, SContext context,
                            SDocument& document);
+/// Writes a file of annotations in one step, so that after a failure the old one is whole. It refuses to
+/// replace a file of our own format that is damaged or from a later version, and in our own format any file
+/// that is not of that. YOLO's names are appended to "classes.txt" beside the file; those that stand there
+/// keep their place.
+/// @param document  see Write
+/// @param path      of the file, in UTF-8
+/// @param format    a name of GetFormats
+/// @param context   what the format needs to know
+/// @return how it went; the remarks tell everything that the file does not say
 VANTOR_EXPORT SReport Save(const SDocument& document, const std::string& path, const std::string& format,
                            SContext context);
-/// @}
 
 /// The file beside an image that keeps its annotations: "photo.jpg" gives "photo.jpg.vantor.json".
 VANTOR_EXPORT std::string SidecarOf(const std::string& imagePath);

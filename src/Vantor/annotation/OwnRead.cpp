@@ -18,7 +18,14 @@ namespace Vantor::Annotations
 
 namespace
 {
-constexpr std::size_t kMaxMembers = 1000; // of one object
+constexpr std::size_t kMaxUnknown = 1000; // members of one object
+constexpr std::size_t kMaxMembers = 1100; // with the known ones
+/// The names of all members that this version writes anywhere.
+constexpr std::string_view kKnown = " format version readable_by generator saved source bytes sha256 pages "
+                                    "page image width height dpi turned "
+                                    "calibration unit x y objects id kind name named show_name locked "
+                                    "visible box corner centre radius points "
+                                    "numbers text style pen pen_width fill extra ";
 
 /// The members of a JSON object while they are read: each once, each of its type. Absent ones leave their
 /// variables alone.
@@ -68,9 +75,11 @@ Members::Members(JsonView object)
 {
     if (!object.IsObject())
         m_strBad = "{}";
+    std::size_t nUnknown = 0;
     for (JsonItems items(object); items.Next() && m_strBad.empty();) {
         m_members.push_back({items.Name(), items.Raw(), items.Value()});
-        if (m_members.size() > kMaxMembers)
+        nUnknown += kKnown.find(' ' + m_members.back().name + ' ') == std::string_view::npos;
+        if (nUnknown > kMaxUnknown || m_members.size() > kMaxMembers)
             Refuse(m_members.back().name);
     }
     std::vector<std::string_view> names;
@@ -146,29 +155,6 @@ std::string Members::Unknown() const
             unknown.append(unknown.empty() ? "" : ",").append(member.raw);
     }
     return unknown.empty() ? unknown : '{' + unknown + '}';
-}
-
-/// Appends the numbers of an array of so many.
-bool AppendNumbers(JsonView array, std::size_t nCount, std::vector<double>& numbers)
-{
-    std::size_t nFound = 0;
-    for (JsonItems items(array); items.Next(); ++nFound) {
-        const std::optional<double> number = items.Value().Number();
-        if (!number || nFound == nCount)
-            return false;
-        numbers.push_back(*number);
-    }
-    return array.IsArray() && nFound == nCount;
-}
-
-std::optional<std::vector<double>> ReadPoints(JsonView array)
-{
-    std::vector<double> numbers;
-    for (JsonItems items(array); items.Next();) {
-        if (!AppendNumbers(items.Value(), 2, numbers))
-            return std::nullopt;
-    }
-    return array.IsArray() ? std::optional(std::move(numbers)) : std::nullopt;
 }
 
 std::optional<std::vector<double>> ReadNumbers(JsonView array)

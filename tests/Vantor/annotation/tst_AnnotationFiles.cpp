@@ -82,6 +82,7 @@ private Q_SLOTS:
     void aFullDiskKeepsTheOldFile();
     void aReadOnlyFolderIsTold();
     void afterAKillTheFileIsOldOrNew();
+    void namesOfClassesStandInAFileBesideTheOther();
     void anIdentityIsNameSizeAndDigest();
 };
 
@@ -107,7 +108,10 @@ void tst_AnnotationFiles::theTableTellsEveryFormat()
             QCOMPARE(Read(bytes, format.name, context, read).failure, std::string());
             QCOMPARE(read.pages.size(), std::size_t(1));
             QCOMPARE(read.pages[0].objects.size(), std::size_t(1));
-            QVERIFY(SameBits(read.pages[0].objects[0].numbers, {10, 20, 30, 40}));
+            const Numbers& numbers = read.pages[0].objects[0].numbers;
+            QCOMPARE(numbers.size(), std::size_t(4));
+            for (std::size_t i = 0; i < 4; ++i) // some round
+                QVERIFY(std::abs(numbers[i] - 10.0 * (1.0 + static_cast<double>(i))) < 1e-6);
         }
     }
 }
@@ -279,6 +283,35 @@ void tst_AnnotationFiles::afterAKillTheFileIsOldOrNew()
         const Numbers& numbers = read.pages[0].objects[0].numbers;
         QVERIFY(numbers == Numbers(5000, 0.125) || numbers == Numbers(5000, 0.25));
     }
+}
+
+void tst_AnnotationFiles::namesOfClassesStandInAFileBesideTheOther()
+{
+    const QTemporaryDir folder;
+    const std::string path = PathIn(folder, "photo.txt");
+    const std::string classes = PathIn(folder, "classes.txt");
+    SContext context;
+    context.width = 400;
+    context.height = 300;
+    const auto save = [&](const char* pName) {
+        return Save(MakeDocument({Make("rectangle", {10, 20, 30, 40}, pName)}), path, "YOLO", context)
+            .failure;
+    };
+    QCOMPARE(save("cell"), std::string());
+    QCOMPARE(ContentOf(classes), QByteArray("cell\n"));
+    QCOMPARE(save("spot"), std::string()); // those that are there keep their numbers
+    QCOMPARE(ContentOf(classes), QByteArray("cell\nspot\n"));
+    QVERIFY(ContentOf(path).startsWith("1 "));
+    SDocument read;
+    QCOMPARE(Load(path, "", context, read).failure, std::string());
+    QCOMPARE(read.pages[0].objects[0].name, std::string("spot"));
+    const QByteArray before = ContentOf(path);
+    QVERIFY(QFile::remove(QString::fromStdString(classes)) &&
+            QDir(folder.path()).mkdir(QStringLiteral("classes.txt")));
+    QVERIFY(!save("dot").empty()); // the names cannot be kept, so the numbers are not written
+    QCOMPARE(ContentOf(path), before);
+    QCOMPARE(Load(path, "", context, read).failure, std::string());
+    QCOMPARE(read.pages[0].objects[0].name, std::string("class_1"));
 }
 
 void tst_AnnotationFiles::anIdentityIsNameSizeAndDigest()

@@ -394,6 +394,10 @@ void tst_OwnFormat::hostileFilesAreRefused()
     for (int i = 0; i < 1000; ++i)
         members += ",\"" + std::to_string(i) + "\":1";
     QCOMPARE(failureOf(FileOf("{" + members + "}")), std::string());
+    QVERIFY(document.pages[0].objects[0].raw.empty());
+    QCOMPARE(failureOf(Written(document)), std::string()); // with a name, which it had not
+    QVERIFY(document.pages[0].objects[0].raw.empty());
+    QCOMPARE(failureOf(FileOf("{" + members + ",\"more\":1}")), std::string());
     QVERIFY(!document.pages[0].objects[0].raw.empty());
 }
 
