@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 """Formats without a program of their own here, read by a few lines that know nothing of the library."""
+import json
 import math
 import xml.etree.ElementTree as ElementTree
 
@@ -74,3 +75,27 @@ def test_yolo(folder):
                  (x + w / 2) * shapes.WIDTH, (y + h / 2) * shapes.HEIGHT)
         assert names[int(row[0])] == shape["name"]
         assert max(abs(a - b) for a, b in zip(found, bounds(shape))) < 1e-6, (found, shape)
+
+
+def test_coco(folder):
+    ours = regions(10)
+    shapes.save(folder / "ours.vantor.json", ours)
+    convert(folder / "ours.vantor.json", folder / "ours.json", "COCO")
+    with open(folder / "ours.json", encoding="utf-8") as file:
+        coco = json.load(file)
+    image, = coco["images"]
+    assert (image["file_name"], image["width"], image["height"]) == ("photo.png", shapes.WIDTH, shapes.HEIGHT)
+    names = {category["id"]: category["name"] for category in coco["categories"]}
+    ids = [annotation["id"] for annotation in coco["annotations"]]
+    assert len(ids) == len(ours) > 20 and len(set(ids)) == len(ids) and min(ids) >= 1
+    for shape, annotation in zip(reversed(ours), coco["annotations"]):
+        left, top, right, bottom = bounds(shape)
+        assert names[annotation["category_id"]] == shape["name"] and annotation["image_id"] == image["id"]
+        assert annotation["iscrowd"] == 0 and annotation["bbox"] == [left, top, right - left, bottom - top]
+        ring, = annotation["segmentation"]
+        corners = list(zip(ring[::2], ring[1::2]))
+        assert len(ring) >= 6 and bounds({"points": corners}) == (left, top, right, bottom)
+        if shape["kind"] == "polygon":
+            assert [list(corner) for corner in corners] == shape["points"]
+        area = abs(sum(a * d - b * c for (a, b), (c, d) in zip(corners, corners[1:] + corners[:1]))) / 2
+        assert abs(annotation["area"] - area) <= 0.05 * (2 * (right - left) + 2 * (bottom - top)), (shape, annotation)

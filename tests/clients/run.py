@@ -12,7 +12,7 @@ import time
 import traceback
 
 HERE = pathlib.Path(__file__).resolve().parent
-MODULES = ("imagej", "svg", "readers")
+MODULES = ("imagej", "svg", "readers", "labelme_files")
 
 
 def main(arguments):
