@@ -10,6 +10,9 @@ const std::vector<SFormat>& Formats()
     // clang-format off
     static const std::vector<SFormat> formats{
         {kOwnFormat, "vantor.json", IsOwn, ReadOwn, WriteOwn, true},
+        {"LabelMe", "json", IsLabelMe, ReadLabelMe, WriteLabelMe, false},
+        {"COCO", "json", IsCoco, ReadCoco, WriteCoco, true},
+        {"GeoJSON", "geojson", IsGeoJson, ReadGeoJson, WriteGeoJson, false},
         {"ImageJ ROI", "roi", IsRoi, ReadRoi, WriteRoi, false},
         {"ImageJ ROI set", "zip", IsRoiSet, ReadRoiSet, WriteRoiSet, false},
         {"SVG", "svg", IsSvg, ReadSvg, WriteSvg, false},

@@ -60,7 +60,7 @@ void CForeignReading::GoToPage(int nPage, const SContext& context)
 void CForeignReading::Take(SObject object)
 {
     ++m_nFound;
-    m_bFull = m_bFull || m_nObjects >= kMaxObjects || m_nNumbers + object.numbers.size() > kMaxNumbers;
+    m_bFull = m_bFull || m_nFound > kMaxObjects || m_nNumbers + object.numbers.size() > kMaxNumbers;
     if (m_bFull)
         return;
     if (!IsUseful(object)) {
@@ -68,10 +68,9 @@ void CForeignReading::Take(SObject object)
                              "It is left out: its numbers or texts are not those of its kind."});
         return;
     }
-    ++m_nObjects;
     m_nNumbers += object.numbers.size();
     QUuid id = QUuid::fromString(QString::fromStdString(object.id));
-    if (id.isNull())
+    if (id.isNull() || !m_ids.insert(id.toString(QUuid::WithoutBraces).toStdString()).second)
         id = QUuid::createUuid();
     object.id = id.toString(QUuid::WithoutBraces).toStdString();
     object.named = object.named || !object.name.empty();
@@ -81,6 +80,7 @@ void CForeignReading::Take(SObject object)
 void CForeignReading::Skip(const std::string& name, const std::string& why)
 {
     ++m_nFound;
+    m_bFull = m_bFull || m_nFound > kMaxObjects;
     m_remarks.push_back({NameOr(name), why});
 }
 

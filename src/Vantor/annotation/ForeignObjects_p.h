@@ -8,13 +8,15 @@
 #include <QString>
 
 #include <cstddef>
+#include <string>
+#include <unordered_set>
 
 /// What the readers and writers of other programs' files share.
 namespace Vantor::Annotations
 {
 
-/// Takes what a reader finds, within the bounds that hold for any file: a million annotations, ten million
-/// numbers of points, 64 KiB a text, |coordinate| <= kMaxCoordinate.
+/// Takes what a reader finds, within the bounds that hold for any file: kMaxObjects, kMaxNumbers, kMaxText,
+/// |coordinate| <= kMaxCoordinate.
 class CForeignReading
 {
 public:
@@ -45,7 +47,7 @@ private:
     Remarks& m_remarks;
     std::size_t m_nPage = 0; ///< index of the present page
     std::size_t m_nFound = 0;
-    std::size_t m_nObjects = 0;
+    std::unordered_set<std::string> m_ids;
     std::size_t m_nNumbers = 0;
     bool m_bFull = false;
 };

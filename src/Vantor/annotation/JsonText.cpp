@@ -234,6 +234,28 @@ std::string JsonItems::Name() const
     return Decode(m_name).value_or(std::string());
 }
 
+bool AppendNumbers(JsonView array, std::size_t nCount, std::vector<double>& numbers)
+{
+    std::size_t nFound = 0;
+    for (JsonItems items(array); items.Next(); ++nFound) {
+        const std::optional<double> number = items.Value().Number();
+        if (!number || nFound == nCount)
+            return false;
+        numbers.push_back(*number);
+    }
+    return array.IsArray() && nFound == nCount;
+}
+
+std::optional<std::vector<double>> ReadPoints(JsonView array)
+{
+    std::vector<double> numbers;
+    for (JsonItems items(array); items.Next();) {
+        if (!AppendNumbers(items.Value(), 2, numbers))
+            return std::nullopt;
+    }
+    return array.IsArray() ? std::optional(std::move(numbers)) : std::nullopt;
+}
+
 std::string_view TrimJson(std::string_view text)
 {
     constexpr std::string_view kMark = "\xef\xbb\xbf";

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// JSON as text: what is read stays where it is, and what is not understood can be written back letter for
 /// letter. Every number keeps its bits, the sign of zero and integers beyond 2^53 included.
@@ -66,6 +67,11 @@ private:
     std::string_view m_raw;
     JsonView m_value;
 };
+
+/// Appends the numbers of an array of so many numbers; false for anything else.
+bool AppendNumbers(JsonView array, std::size_t nCount, std::vector<double>& numbers);
+/// The numbers of an array of points, each of two; nothing for anything else.
+std::optional<std::vector<double>> ReadPoints(JsonView array);
 
 /// Whether the text is one JSON value of at most so many levels (a number has none), in UTF-8.
 /// @return a failure names the place: "It is damaged at byte 17."

@@ -148,29 +148,6 @@ std::string Members::Unknown() const
     return unknown.empty() ? unknown : '{' + unknown + '}';
 }
 
-/// Appends the numbers of an array of so many.
-bool AppendNumbers(JsonView array, std::size_t nCount, std::vector<double>& numbers)
-{
-    std::size_t nFound = 0;
-    for (JsonItems items(array); items.Next(); ++nFound) {
-        const std::optional<double> number = items.Value().Number();
-        if (!number || nFound == nCount)
-            return false;
-        numbers.push_back(*number);
-    }
-    return array.IsArray() && nFound == nCount;
-}
-
-std::optional<std::vector<double>> ReadPoints(JsonView array)
-{
-    std::vector<double> numbers;
-    for (JsonItems items(array); items.Next();) {
-        if (!AppendNumbers(items.Value(), 2, numbers))
-            return std::nullopt;
-    }
-    return array.IsArray() ? std::optional(std::move(numbers)) : std::nullopt;
-}
-
 std::optional<std::vector<double>> ReadNumbers(JsonView array)
 {
     std::vector<double> numbers;
