@@ -19,7 +19,7 @@ import json, sys
 from labelme.label_file import LabelFile
 shapes = json.loads(sys.argv[2])
 LabelFile().save(filename=sys.argv[1], shapes=shapes, imagePath="photo.png", imageHeight=300, imageWidth=400,
-                 imageData=None, otherData={"kept": 1}, flags={})
+                 imageData=None, flags={})
 """
 TYPES = {"rectangle": "rectangle", "ellipse": "polygon", "circle": "circle", "polygon": "polygon", "ruler": "line",
          "line": "line", "arrow": "line", "point": "point"}
