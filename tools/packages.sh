@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# packages.sh build|run|test|coverage|package|bench ... : installs the Debian packages of the named groups that are missing.
+# packages.sh build|run|test|coverage|package|clients|bench ... : installs the Debian packages of the named groups that are missing.
 set -euo pipefail
 
 build="build-essential python3 cmake ninja-build pkg-config qtbase5-dev qttools5-dev libpoppler-qt5-dev libpng-dev zlib1g-dev libjpeg62-turbo-dev libtiff-dev libgif-dev libhwy-dev libtesseract-dev libleptonica-dev libopencv-imgproc-dev"
@@ -8,6 +8,7 @@ run="libqt5widgets5 libqt5sql5-sqlite libgl1-mesa-dri fonts-liberation fonts-dej
 test="doxygen dbus-daemon valgrind xclip xdotool imagemagick mariadb-server libqt5sql5-mysql clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev"
 coverage="gcovr"
 package="qttools5-dev dpkg-dev debhelper chrpath lintian desktop-file-utils shared-mime-info mandoc"
+clients="imagej openjdk-17-jdk-headless librsvg2-bin labelme imagemagick"
 bench="libbenchmark-dev libspdlog-dev libturbojpeg0-dev"
 
 wanted=""

@@ -372,7 +372,7 @@ bool IsRoi(const std::string& bytes, const std::string&)
 CResult ReadRoi(const std::string& bytes, const SContext& context, SDocument& document, Remarks& remarks)
 {
     SRegion region;
-    const CResult result = DecodeRegion(bytes, region);
+    CResult result = DecodeRegion(bytes, region);
     if (!result.IsSuccess())
         return result;
     CForeignReading reading(document, remarks);

@@ -382,6 +382,8 @@ CResult WriteSvg(const SDocument& document, SContext& context, std::string& byte
     xml.writeAttribute(QStringLiteral("id"), QStringLiteral("annotations"));
     xml.writeAttribute(QStringLiteral("fill"), QStringLiteral("none"));
     xml.writeAttribute(QStringLiteral("stroke-width"), QStringLiteral("1"));
+    // No spikes at sharp corners, as on the screen.
+    xml.writeAttribute(QStringLiteral("stroke-linejoin"), QStringLiteral("bevel"));
     xml.writeAttribute(QStringLiteral("font-family"), QStringLiteral("Arial, sans-serif"));
     for (auto object = page.objects.rbegin(); object != page.objects.rend(); ++object) {
         if (!CanBeWritten(*object, kKinds, remarks))

@@ -26,6 +26,7 @@ constexpr std::uint16_t kIsEncrypted = 0x0001;
 constexpr std::uint16_t kStored = 0;
 constexpr std::uint16_t kDeflated = 8;
 constexpr std::uint16_t kFirstDay = 0x0021; // 1980-01-01: archives of the same content are the same
+constexpr const char* kDamaged = "It is left out: it is damaged.";
 constexpr std::size_t kMaxTotal = std::size_t(64) << 20;
 
 void Put(std::string& bytes, std::uint32_t nValue, int nBytes)
@@ -116,21 +117,20 @@ std::string Unpack(const std::string& bytes, const SEntry& entry, std::string& c
         return "It is left out: it is encrypted.";
     if (entry.nMethod != kStored && entry.nMethod != kDeflated)
         return "It is left out: its compression is unknown.";
-    const std::string damaged = "It is left out: it is damaged.";
     const std::size_t nEntry = entry.nOffset;
     if (nEntry + kEntrySize > bytes.size() || Get(bytes, nEntry, 4) != kEntryMark)
-        return damaged;
+        return kDamaged;
     const std::size_t nData = nEntry + kEntrySize + Get(bytes, nEntry + 26, 2) + Get(bytes, nEntry + 28, 2);
     if (nData > bytes.size() || entry.nPacked > bytes.size() - nData)
-        return damaged;
+        return kDamaged;
     if (entry.nMethod == kStored) {
         content = bytes.substr(nData, entry.nPacked);
     } else {
         content.assign(entry.nSize, '\0');
         if (!Inflate(bytes.data() + nData, entry.nPacked, content))
-            return damaged;
+            return kDamaged;
     }
-    return content.size() == entry.nSize && ChecksumOf(content) == entry.nChecksum ? std::string() : damaged;
+    return content.size() == entry.nSize && ChecksumOf(content) == entry.nChecksum ? "" : kDamaged;
 }
 } // namespace
 
