@@ -272,7 +272,7 @@ void CImageView2DCtrl::ChangeImage(ImagePtr pImage, int nIndex)
     if (!m_pModel)
         return;
     m_pModel->SetImage(std::move(pImage), nIndex);
-    m_pStore->Clear(EAnnotationsGone_Filtered);
+    m_pStore->ClearImage(nIndex);
 }
 
 void CImageView2DCtrl::SetCurrentImage(ImagePtr pImage)
