@@ -79,9 +79,9 @@ void CAnnotationStore::SPrivate::WriteJournal(const CAnnotationStore& store,
     SJournalStep step;
     step.nPage = JournalPage();
     step.bSaved = !store.HasUnsaved();
-    step.bAll = sChanges.bAll;
+    step.bAll = sChanges.bAll || pJournal->IsBehind();
     step.vctDeleted = sChanges.vctDeleted;
-    if (sChanges.bAll) {
+    if (step.bAll) {
         step.document = JournalDocument(store);
     } else {
         SPage page;

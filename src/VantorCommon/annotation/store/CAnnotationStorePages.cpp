@@ -42,10 +42,9 @@ void CAnnotationStore::SPrivate::UsePages(bool bUse)
         return;
     bPages = bUse;
     nShown = -1;
-    pages = {};
+    pages.Restart(*pImages);
     if (!bPages)
         return;
-    pages.Restart(*pImages);
     const int nIndex = pImages->GetCurrentIndex();
     if (nIndex >= 0 && nIndex < pImages->GetImageCount())
         nShown = pages.All()[static_cast<std::size_t>(nIndex)].nId;

@@ -4,6 +4,7 @@
 // SCenterOptions::bAnnotationJournal and AnnotationRecovery.
 #include "StoreBench.h"
 
+#include <tests/support/LogRecorder.h>
 #include <tests/support/TestMain.h>
 
 #include <QDir>
@@ -358,9 +359,17 @@ private Q_SLOTS:
     {
         SetContent(m_pHome->filePath(QStringLiteral("vantor")), "a file in the way");
         StoreBench bench(true);
+        LogRecorder log;
         bench.store().Paste({Point(1)}, {});
         bench.store().Paste({Point(1)}, {});
         QCOMPARE(bench.geometry.Size(), 2);
+        QCOMPARE(log.Take().filter(QStringLiteral("journal")).size(), 1);
+        // What was missed is made good as soon as that is possible.
+        QVERIFY(QFile::remove(m_pHome->filePath(QStringLiteral("vantor"))));
+        bench.store().Paste({Point(1)}, {});
+        SDocument back;
+        QVERIFY(AnnotationRecovery::Read(OnlyFile(), back).failure.empty());
+        QVERIFY(SameDocument(back, bench.store().TakeDocument()));
     }
 
     /// VANTOR_KILLS: how many.

@@ -207,7 +207,10 @@ private Q_SLOTS:
         QCOMPARE(lstGone, (QList<QPair<int, int>>{{int(EAnnotationsGone_Loaded), 2}}));
         QVERIFY(!Store(f).HasUnsaved());
         QCOMPARE(f.geometry.Size(), 0);
-        f.PressUndo(); // its page is gone
+        f.PressUndo(); // its page is gone, as is the other
+        f.PressUndo();
+        f.PressRedo();
+        f.PressRedo();
         QCOMPARE(f.geometry.Size(), 0);
         QVERIFY(!Store(f).HasUnsaved());
     }
