@@ -51,7 +51,7 @@ void CImageView2DCtrlImages::Replace(ImagePtr pImage, int nIndex)
     if (!m_context.pModel)
         return;
     m_context.pModel->SetImage(std::move(pImage), nIndex);
-    m_context.pCtrl->GetAnnotationStore()->Clear(EAnnotationsGone_Filtered);
+    m_context.pCtrl->GetAnnotationStore()->ClearImage(nIndex);
 }
 
 void CImageView2DCtrlImages::ReplaceCurrent(ImagePtr pImage, EAnnotationsGone eReason)

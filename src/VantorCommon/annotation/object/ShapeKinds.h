@@ -22,10 +22,10 @@ struct SShapeData {
 /// places (bSwap), then their signs, then they move.
 struct SPlaneMap {
     bool bSwap = false;    ///< x and y change places
-    double dblSignX = 1.0; ///< 1 or -1, so the next
-    double dblSignY = 1.0;
-    double dblMoveX = 0.0; ///< image pixels, so the next
-    double dblMoveY = 0.0;
+    double dblSignX = 1.0; ///< 1 or -1
+    double dblSignY = 1.0; ///< 1 or -1
+    double dblMoveX = 0.0; ///< image pixels
+    double dblMoveY = 0.0; ///< image pixels
 
     /// x and y of a place.
     void MovePlace(double& x, double& y) const
@@ -43,7 +43,9 @@ struct SPlaneMap {
     }
     /// Nothing is turned or flipped.
     bool IsShift() const { return !bSwap && dblSignX > 0.0 && dblSignY > 0.0; }
+    /// Everything stays where it is.
     bool IsIdentity() const { return IsShift() && dblMoveX == 0.0 && dblMoveY == 0.0; }
+    /// The way back.
     SPlaneMap Inverse() const
     {
         const double dblX = -dblSignX * dblMoveX;

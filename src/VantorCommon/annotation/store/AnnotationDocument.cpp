@@ -181,6 +181,13 @@ AnnotationDocument::ObjectList AnnotationDocument::Unpack(SPage& page)
         object = std::move(mark);
         vctObjects.push_back(pObject);
     }
+    // Places count for nothing when there is nothing to place.
+    const bool bMarksOnly = std::all_of(page.objects.begin(), page.objects.end(), &IsMark);
+    const auto isNeedless = [bMarksOnly](const SObject& object) {
+        return bMarksOnly && object.unknown.empty();
+    };
+    page.objects.erase(std::remove_if(page.objects.begin(), page.objects.end(), isNeedless),
+                       page.objects.end());
     return vctObjects;
 }
 

@@ -96,6 +96,7 @@ void CAnnotationJournal::Discard()
     m_nSteps = 0;
     m_nSize = 0;
     m_bSaved = true;
+    m_bBehind = false;
     ++m_nGeneration;
     m_sync.stop();
 }
@@ -126,6 +127,7 @@ bool CAnnotationJournal::Open()
 
 void CAnnotationJournal::Fail(const char* szWhat)
 {
+    m_bBehind = true;
     if (!std::exchange(m_bFailed, true))
         CLogger::Write(WARNING, "Cannot %s the journal of annotations: %s", szWhat, std::strerror(errno));
 }
@@ -137,6 +139,7 @@ void CAnnotationJournal::Write(const SJournalStep& step)
     if (m_nFile < 0 && !Open())
         return Fail("make");
     m_bSaved = step.bSaved;
+    m_bBehind = m_bBehind && !step.bAll;
     Append(JournalText::StepLine(++m_nSteps, step));
 }
 

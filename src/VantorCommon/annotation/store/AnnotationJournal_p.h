@@ -67,6 +67,8 @@ public:
     /// From here on: the document is saved, and steps start from it. What was written before is dropped.
     void Begin(std::shared_ptr<const Vantor::Annotations::SDocument> pDocument, const QString& strImage);
     void Write(const SJournalStep& step);
+    /// Whether the file lacks a step, so that the next one has to tell the whole document.
+    bool IsBehind() const { return m_bBehind; }
     /// Drops what was written.
     void Discard();
 
@@ -90,6 +92,7 @@ private:
     qint64 m_nBase = 0;    ///< size of the first line
     int m_nGeneration = 0; ///< grows with every file
     bool m_bSaved = true;
-    bool m_bFailed = false;
+    bool m_bBehind = false;
+    bool m_bFailed = false;     ///< a failure was told
     bool m_bCheckpoint = false; ///< one is being made
 };

@@ -5,12 +5,14 @@
 #include <VantorCommon/annotation/command/CCommand.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/store/AnnotationJournal_p.h>
+#include <VantorCommon/annotation/store/AnnotationPages_p.h>
 #include <VantorCommon/annotation/store/AnnotationTracker_p.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 
 #include <QPointer>
 #include <QThreadPool>
+#include <map>
 #include <vector>
 
 /// What a store consists of.
@@ -39,8 +41,10 @@ struct CAnnotationStore::SPrivate {
     int nPage = 0;    ///< to which the annotations of the view belong: where the first of them was made
     int nObjects = 0; ///< when they changed last
 
-    SVersion sNow;
-    SVersion sSaved;
+    /// By FileKey: of the whole list there is only one, whose key is empty.
+    using Versions = std::map<QString, SVersion>;
+    Versions now;
+    Versions saved;
     bool bToldUnsaved = false;
     int nRunning = 0; ///< steps that are being made, one within the other
     EAnnotationsGone eReason = EAnnotationsGone_Cleared;
@@ -53,13 +57,34 @@ struct CAnnotationStore::SPrivate {
 
     SPrivate(CAnnotationStore& store, CImageView2DCtrl& owner, Execute run);
 
+    bool bPages = false; ///< each image of the list has its own set
+    CAnnotationPages pages;
+    int nShown = -1; ///< identifier of the page whose set the geometry model has
+    int nGone = 0;   ///< annotations of pages that have left the list, not told yet
+    /// With pages: what files say beside them, by SAnnotatedPage::strFile.
+    std::map<QString, Vantor::Annotations::SDocument> rest;
+
+    void UsePages(bool bUse);
+    void FollowList(CAnnotationStore& store);
+    void ForgetFiles();
+    bool ShowPage(int nId);
+    QString FileKey();
+    Vantor::Annotations::SDocument WholeSet();
+    Vantor::Annotations::SPage Packed(const SAnnotatedPage& page) const;
+    void ApplySet(CAnnotationStore& store, const Vantor::Annotations::SDocument& document);
+    void ApplyPages(CAnnotationStore& store, const Vantor::Annotations::SDocument& document);
+    Vantor::Annotations::SDocument JournalDocument(const CAnnotationStore& store);
+    int JournalPage() const;
+    void MeasureJournalPage(Vantor::Annotations::SPage& page) const;
+    void RewriteJournal(CAnnotationStore& store);
+    void SetSaved(CAnnotationStore& store, const QString& strFile, const SVersion& sVersion);
+    void TellGone(CAnnotationStore& store, EAnnotationsGone eWhy, int nCount);
     Vantor::Annotations::SPage& FilePage();
     void Clear(CAnnotationStore& store, int nCount);
     void ChangeOutside(CAnnotationStore& store);
-    void EndStep(CAnnotationStore& store, const CCommand& step, bool bDone);
+    void EndStep(CAnnotationStore& store, const CWatched& step, bool bDone);
     void TellUnsaved(CAnnotationStore& store);
     QString ImagePath() const;
-    void MeasurePage(Vantor::Annotations::SPage& page) const;
     Vantor::Annotations::SObject ObjectOf(const CImageView2DDrawableObject& object);
     void UseJournal(const CAnnotationStore& store, bool bUse);
     void BeginJournal(const CAnnotationStore& store);

@@ -62,9 +62,12 @@ class CAnnotationStore::CWatched : public CCommand
 {
 public:
     CWatched(CAnnotationStore& store, std::unique_ptr<CCommand> pStep)
-        : m_store(store), m_pStep(std::move(pStep))
+        : m_store(store), m_pStep(std::move(pStep)), m_nPage(store.m_p->nShown),
+          m_strFile(store.m_p->FileKey())
     {
     }
+
+    const QString& GetFile() const { return m_strFile; }
 
     void exec() override { Run(&CCommand::exec, true); }
     void undo() override { Run(&CCommand::undo, false); }
@@ -73,6 +76,8 @@ public:
 private:
     void Run(void (CCommand::*pDo)(), bool bDone)
     {
+        if (!m_store.m_p->ShowPage(m_nPage))
+            return;
         ++m_store.m_p->nRunning;
         (m_pStep.get()->*pDo)();
         --m_store.m_p->nRunning;
@@ -81,6 +86,8 @@ private:
 
     CAnnotationStore& m_store;
     std::unique_ptr<CCommand> m_pStep;
+    int m_nPage; ///< on which it is made, -1 for the only set
+    QString m_strFile;
 };
 
 CAnnotationStore::SPrivate::SPrivate(CAnnotationStore& store, CImageView2DCtrl& owner, Execute run)
@@ -91,6 +98,12 @@ CAnnotationStore::SPrivate::SPrivate(CAnnotationStore& store, CImageView2DCtrl& 
           [this, &store] { ChangeOutside(store); })
 {
     files.setMaxThreadCount(1);
+    if (!pImages)
+        return;
+    const auto follow = [this, &store] { FollowList(store); };
+    QObject::connect(pImages, &CImageView2DModel::signal_ChangeImageList, &store, follow);
+    QObject::connect(pImages, &CImageView2DModel::signal_ChangeCurrentIndex, &store, follow);
+    QObject::connect(pImages, &CImageView2DModel::signal_ChangeCurrentImage, &store, follow);
 }
 
 CAnnotationStore::CAnnotationStore(CImageView2DCtrl& ctrl, Execute execute)
@@ -106,6 +119,7 @@ CAnnotationStore::~CAnnotationStore()
 void CAnnotationStore::SetOptions(const SCenterOptions& sOptions)
 {
     m_p->sOptions = sOptions;
+    m_p->UsePages(sOptions.bAnnotationsPerImage);
     m_p->UseJournal(*this, sOptions.bAnnotationJournal);
 }
 
@@ -123,6 +137,8 @@ void CAnnotationStore::Clear(EAnnotationsGone eReason)
 {
     if (!m_p->pGeometry)
         return;
+    if (m_p->bPages && eReason == EAnnotationsGone_Closed) // the next image shows its own by now
+        return m_p->TellGone(*this, eReason, 0);
     m_p->eReason = eReason;
     m_p->pGeometry->ClearObject();
     m_p->eReason = EAnnotationsGone_Cleared;
@@ -130,22 +146,30 @@ void CAnnotationStore::Clear(EAnnotationsGone eReason)
 
 void CAnnotationStore::SPrivate::Clear(CAnnotationStore& store, int nCount)
 {
-    const EAnnotationsGone eWhy = eReason;
-    const bool bNewImage = eWhy == EAnnotationsGone_Loaded || eWhy == EAnnotationsGone_Closed;
-    if (bNewImage) {
+    nObjects = 0;
+    if (eReason == EAnnotationsGone_Loaded || eReason == EAnnotationsGone_Closed) {
         file = {};
         nPage = 0;
-        sNow.vctSteps.clear();
-        sSaved = sNow;
+        rest.clear();
+        now.clear();
+        saved.clear();
         tracker.Take();
+        if (std::exchange(bPages, false))
+            UsePages(true);
         BeginJournal(store);
     } else if (nRunning == 0 && nCount > 0) {
-        ++sNow.nOutside;
+        ++now[FileKey()].nOutside;
         WriteJournal(store, tracker.Take());
     }
+    TellGone(store, eReason, nCount);
+}
+
+void CAnnotationStore::SPrivate::TellGone(CAnnotationStore& store, EAnnotationsGone eWhy, int nCount)
+{
     TellUnsaved(store);
-    if (nCount > 0)
-        Q_EMIT store.signal_AnnotationsGone(eWhy, nCount);
+    const int nAll = nCount + std::exchange(nGone, 0);
+    if (nAll > 0)
+        Q_EMIT store.signal_AnnotationsGone(eWhy, nAll);
 }
 
 /// Objects come and go within steps, as a rule.
@@ -155,20 +179,21 @@ void CAnnotationStore::SPrivate::ChangeOutside(CAnnotationStore& store)
         nPage = std::max(0, pImages->GetCurrentIndex());
     if (nRunning > 0)
         return;
-    ++sNow.nOutside;
+    ++now[FileKey()].nOutside;
     WriteJournalSoon(store);
     TellUnsaved(store);
 }
 
-void CAnnotationStore::SPrivate::EndStep(CAnnotationStore& store, const CCommand& step, bool bDone)
+void CAnnotationStore::SPrivate::EndStep(CAnnotationStore& store, const CWatched& step, bool bDone)
 {
     const SAnnotationChanges sChanges = tracker.Take();
-    auto& vctSteps = sNow.vctSteps;
+    SVersion& version = now[bPages ? step.GetFile() : QString()];
+    auto& vctSteps = version.vctSteps;
     const auto it = std::find(vctSteps.rbegin(), vctSteps.rend(), &step);
     if (!bDone && it != vctSteps.rend())
         vctSteps.erase(std::next(it).base());
     else if (!bDone && sChanges.Any())
-        ++sNow.nOutside;
+        ++version.nOutside;
     else if (bDone && sChanges.Any())
         vctSteps.push_back(&step);
     if (!bLoading)
@@ -186,73 +211,31 @@ void CAnnotationStore::SPrivate::TellUnsaved(CAnnotationStore& store)
 
 bool CAnnotationStore::HasUnsaved() const
 {
-    return !(m_p->sNow == m_p->sSaved);
+    const auto differs = [](const SPrivate::Versions& a, const SPrivate::Versions& b) {
+        return std::any_of(a.begin(), a.end(), [&b](const auto& entry) {
+            const auto it = b.find(entry.first);
+            return !(entry.second == (it != b.end() ? it->second : SPrivate::SVersion()));
+        });
+    };
+    return differs(m_p->now, m_p->saved) || differs(m_p->saved, m_p->now);
 }
 
 void CAnnotationStore::SetSaved()
 {
-    m_p->sSaved = m_p->sNow;
+    m_p->saved = m_p->now;
     m_p->BeginJournal(*this);
     m_p->TellUnsaved(*this);
 }
 
-SPage& CAnnotationStore::SPrivate::FilePage()
+void CAnnotationStore::SPrivate::SetSaved(CAnnotationStore& store, const QString& strFile,
+                                          const SVersion& sVersion)
 {
-    for (SPage& page : file.pages)
-        if (page.page == nPage)
-            return page;
-    SPage page;
-    page.page = nPage;
-    file.pages.push_back(page);
-    return file.pages.back();
-}
-
-void CAnnotationStore::SPrivate::MeasurePage(SPage& page) const
-{
-    const auto pImage = pImages ? pImages->GetImage(page.page) : nullptr;
-    if (!pImage)
-        return;
-    page.width = pImage->GetWidth();
-    page.height = pImage->GetHeight();
-}
-
-SDocument CAnnotationStore::TakeDocument() const
-{
-    m_p->MeasurePage(m_p->FilePage());
-    SDocument document = m_p->file;
-    document.generator = "Vantor";
-    for (SPage& page : document.pages)
-        if (page.page == m_p->nPage && m_p->pGeometry)
-            page = AnnotationDocument::Pack(page, m_p->pGeometry->GetObjects());
-    return document;
-}
-
-void CAnnotationStore::Apply(const SDocument& document)
-{
-    if (!m_p->pGeometry || !m_p->pImages)
-        return;
-    struct SSet {
-        SDocument file;
-        int nPage = 0;
-        ObjectList vctObjects;
-    };
-    const auto pAfter =
-        std::make_shared<SSet>(SSet{document, std::max(0, m_p->pImages->GetCurrentIndex()), ObjectList()});
-    for (SPage& page : pAfter->file.pages)
-        if (page.page == pAfter->nPage)
-            pAfter->vctObjects = AnnotationDocument::Unpack(page);
-    const auto pBefore = std::make_shared<SSet>();
-    const auto show = [this](const SSet& set) {
-        m_p->file = set.file;
-        m_p->nPage = set.nPage;
-        m_p->tracker.Replace(set.vctObjects);
-    };
-    RunCall(
-        [=] {
-            *pBefore = SSet{m_p->file, m_p->nPage, m_p->pGeometry->GetObjects()};
-            show(*pAfter);
-        },
-        [=] { show(*pBefore); });
+    saved[strFile] = sVersion;
+    if (!store.HasUnsaved())
+        BeginJournal(store);
+    else
+        RewriteJournal(store);
+    TellUnsaved(store);
 }
 
 QString CAnnotationStore::SPrivate::ImagePath() const
@@ -280,16 +263,14 @@ void CAnnotationStore::Save(const QString& strPath, const QString& strFormat)
 {
     const SContext context = ContextOf(m_p->ctrl.GetCurrentImgage().get());
     const bool bOwn = strFormat == QLatin1String(Vantor::Annotations::kOwnFormat);
-    m_p->files.start([=, document = TakeDocument(), strImage = m_p->ImagePath(), sVersion = m_p->sNow] {
+    m_p->files.start([=, document = TakeDocument(), strImage = m_p->ImagePath(), strFile = m_p->FileKey(),
+                      sVersion = m_p->now[m_p->FileKey()]] {
         const SReport report = WriteFile(document, strImage, strPath, strFormat, context);
         QMetaObject::invokeMethod(
             this,
             [=] {
                 if (bOwn && report.failure.empty()) {
-                    m_p->sSaved = sVersion;
-                    if (!HasUnsaved())
-                        m_p->BeginJournal(*this);
-                    m_p->TellUnsaved(*this);
+                    m_p->SetSaved(*this, strFile, sVersion);
                 }
                 Q_EMIT signal_Saved(strPath, report);
             },
@@ -313,7 +294,7 @@ void CAnnotationStore::Load(const QString& strPath)
                     m_p->bLoading = true;
                     Apply(*pDocument);
                     m_p->bLoading = false;
-                    SetSaved();
+                    m_p->SetSaved(*this, m_p->FileKey(), m_p->now[m_p->FileKey()]);
                 }
                 Q_EMIT signal_Loaded(strPath, told);
             },

@@ -103,6 +103,8 @@ public:
     /// For the controller: a step that the store hears of, and the end of all annotations for a reason.
     std::unique_ptr<CCommand> Watch(std::unique_ptr<CCommand> pCommand);
     void Clear(EAnnotationsGone eReason);
+    /// The same for the image at an index of the list, which has been replaced.
+    void ClearImage(int nIndex);
     /// Whether annotations are taken along when their image changes.
     bool IsCarrying() const;
     /// @}

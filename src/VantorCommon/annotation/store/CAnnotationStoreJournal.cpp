@@ -56,7 +56,7 @@ void CAnnotationStore::SPrivate::UseJournal(const CAnnotationStore& store, bool 
 void CAnnotationStore::SPrivate::BeginJournal(const CAnnotationStore& store)
 {
     if (pJournal)
-        pJournal->Begin(std::make_shared<const SDocument>(store.TakeDocument()), ImagePath());
+        pJournal->Begin(std::make_shared<const SDocument>(JournalDocument(store)), ImagePath());
 }
 
 SObject CAnnotationStore::SPrivate::ObjectOf(const CImageView2DDrawableObject& object)
@@ -77,15 +77,15 @@ void CAnnotationStore::SPrivate::WriteJournal(const CAnnotationStore& store,
     if (!pJournal || !pGeometry || !sChanges.Any())
         return;
     SJournalStep step;
-    step.nPage = nPage;
+    step.nPage = JournalPage();
     step.bSaved = !store.HasUnsaved();
-    step.bAll = sChanges.bAll;
+    step.bAll = sChanges.bAll || pJournal->IsBehind();
     step.vctDeleted = sChanges.vctDeleted;
-    if (sChanges.bAll) {
-        step.document = store.TakeDocument();
+    if (step.bAll) {
+        step.document = JournalDocument(store);
     } else {
         SPage page;
-        page.page = nPage;
+        page.page = step.nPage;
         const auto vctBelow = IdsBelow(*pGeometry, sChanges.vctAdded);
         for (std::size_t i = 0; i < vctBelow.size(); ++i) {
             page.objects.push_back(ObjectOf(*sChanges.vctAdded[i]));
@@ -96,7 +96,7 @@ void CAnnotationStore::SPrivate::WriteJournal(const CAnnotationStore& store,
             step.vctAbove.emplace_back();
         }
         if (!page.objects.empty()) {
-            MeasurePage(page);
+            MeasureJournalPage(page);
             step.document.emplace();
             step.document->pages.push_back(std::move(page));
         }
@@ -105,6 +105,16 @@ void CAnnotationStore::SPrivate::WriteJournal(const CAnnotationStore& store,
         for (const auto& pObject : pGeometry->GetObjects())
             step.vctOrder.push_back(pObject->GetId().toStdString());
     pJournal->Write(step);
+}
+
+/// The pages have become others, or a part of them is saved.
+void CAnnotationStore::SPrivate::RewriteJournal(CAnnotationStore& store)
+{
+    if (!store.HasUnsaved())
+        return BeginJournal(store);
+    SAnnotationChanges sChanges;
+    sChanges.bAll = true;
+    WriteJournal(store, sChanges);
 }
 
 /// What changes without a step is written when the present event has been dealt with.

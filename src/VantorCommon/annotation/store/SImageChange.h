@@ -17,9 +17,9 @@ struct SImageChange {
         EKind_Cropped      ///< a part of it was cut out
     };
 
-    EKind eKind = EKind_Other;
-    int nLeft = 0; ///< the first column and row of the part that was cut out, in pixels
-    int nTop = 0;
+    EKind eKind = EKind_Other; ///< what was done
+    int nLeft = 0;             ///< the first column of the part that was cut out, in pixels
+    int nTop = 0;              ///< its first row
 
     /// Where things on the image are afterwards.
     /// @param nWidth   of the image before, in pixels
@@ -46,5 +46,6 @@ struct SImageChange {
         }
     }
 
+    /// Whether it is one of the three turns.
     bool IsTurn() const { return eKind >= EKind_TurnedRight && eKind <= EKind_TurnedRound; }
 };

@@ -26,6 +26,9 @@ struct SCenterOptions {
     /// Annotations that have a pen or a brush are painted by them, and the property panel has their colour,
     /// width and fill. Off: every annotation is green or, selected, red.
     bool bOwnColors = false;
+    /// Each image or page of a viewer's list has its own annotations: paging, adding and closing images keep
+    /// them with it, and undoing a step of another page shows that page first. Off: a viewer has one set.
+    bool bAnnotationsPerImage = false;
     /// Annotations stay when their image is turned by a quarter, flipped or cut, at their places on the new
     /// image, and when it is changed into one of equal size; undo brings both back exactly. Off: they go.
     bool bCarryAnnotations = false;

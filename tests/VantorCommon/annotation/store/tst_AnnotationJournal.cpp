@@ -4,6 +4,7 @@
 // SCenterOptions::bAnnotationJournal and AnnotationRecovery.
 #include "StoreBench.h"
 
+#include <tests/support/LogRecorder.h>
 #include <tests/support/TestMain.h>
 
 #include <QDir>
@@ -335,13 +336,40 @@ private Q_SLOTS:
         QVERIFY(SameDocument(back, bench.store().TakeDocument()));
     }
 
+    void aStepAmongTenThousandCostsLittleMore()
+    {
+        double dblTimes[2] = {};
+        for (int nJournal : {0, 1}) {
+            StoreBench bench(nJournal == 1);
+            bench.store().Apply(StoreBench::Many(10000));
+            bench.store().SetSaved();
+            bench.store().Paste({Point(1)}, {}); // makes the file
+            const auto pObject = bench.geometry.GetAt(5000);
+            constexpr int kSteps = 200;
+            const std::clock_t begin = std::clock();
+            for (int i = 0; i < kSteps; ++i)
+                bench.store().SetShape(pObject, {{i + 0.5, 1.25, 3, 4}, {}});
+            dblTimes[nJournal] = 1000.0 * double(std::clock() - begin) / CLOCKS_PER_SEC / kSteps;
+        }
+        qInfo("a step takes %.3f ms without and %.3f ms with the journal", dblTimes[0], dblTimes[1]);
+        QVERIFY(dblTimes[1] - dblTimes[0] < 2.0); // without optimisation
+    }
+
     void aFolderThatCannotBeWrittenIsToldOnceAndStopsNothing()
     {
         SetContent(m_pHome->filePath(QStringLiteral("vantor")), "a file in the way");
         StoreBench bench(true);
+        LogRecorder log;
         bench.store().Paste({Point(1)}, {});
         bench.store().Paste({Point(1)}, {});
         QCOMPARE(bench.geometry.Size(), 2);
+        QCOMPARE(log.Take().filter(QStringLiteral("journal")).size(), 1);
+        // What was missed is made good as soon as that is possible.
+        QVERIFY(QFile::remove(m_pHome->filePath(QStringLiteral("vantor"))));
+        bench.store().Paste({Point(1)}, {});
+        SDocument back;
+        QVERIFY(AnnotationRecovery::Read(OnlyFile(), back).failure.empty());
+        QVERIFY(SameDocument(back, bench.store().TakeDocument()));
     }
 
     /// VANTOR_KILLS: how many.
