@@ -227,7 +227,9 @@ JournalText::SContent JournalText::Replay(const std::string& bytes)
     std::size_t nAt = 0;
     while (nAt < bytes.size()) {
         const std::size_t nEnd = bytes.find('\n', nAt);
-        const auto line = nEnd == std::string::npos ? std::nullopt : ParseLine(bytes.substr(nAt, nEnd - nAt));
+        if (nEnd == std::string::npos) // a step that was never finished
+            return content;
+        const auto line = ParseLine(bytes.substr(nAt, nEnd - nAt));
         const bool bHeader = nAt == 0;
         const bool bGood =
             line && (bHeader ? line->document && line->head[QLatin1String("version")].toInt() == kVersion

@@ -280,8 +280,10 @@ private Q_SLOTS:
                 const SReport report = AnnotationRecovery::Read(strPath, back);
                 QVERIFY(report.failure.empty());
                 QCOMPARE(back.pages.at(0).objects.size(), std::size_t(3));
-                QCOMPARE(report.remarks.size(), std::size_t(1));
-                QVERIFY(report.remarks[0].text.find("step 3;") != std::string::npos);
+                // A line without an end is no damage: its step was never finished.
+                QCOMPARE(report.remarks.size(), std::size_t(wrong == damaged ? 1 : 0));
+                if (wrong == damaged)
+                    QVERIFY(report.remarks[0].text.find("step 3;") != std::string::npos);
             }
         }
         for (const QByteArray& wrong : {QByteArray(), QByteArray("x\n"), bytes.left(20)}) {
