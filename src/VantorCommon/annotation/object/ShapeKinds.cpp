@@ -13,6 +13,7 @@
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableRuler.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableText.h>
+#include <VantorCommon/annotation/object/ShapeMoves_p.h>
 #include <VantorCommon/log/CLogger.h>
 
 #include <algorithm>
@@ -126,52 +127,6 @@ template <class Box> std::shared_ptr<Box> BoxOf(const Numbers& n)
     return pBox;
 }
 
-/// As SShapeKind::move: what is nothing but pairs of coordinates.
-void MovePairs(SShapeData& data, const SPlaneMap& map)
-{
-    for (std::size_t i = 0; i + 1 < data.vctNumbers.size(); i += 2)
-        map.MovePlace(data.vctNumbers[i], data.vctNumbers[i + 1]);
-}
-
-/// A place and a size, and perhaps a second place.
-void MoveBox(SShapeData& data, const SPlaneMap& map)
-{
-    if (data.vctNumbers.size() < 4)
-        return;
-    Numbers& n = data.vctNumbers;
-    const Point corner = n.size() == 6 ? Point(n[4], n[5]) : Point(n[0] + n[2], n[1] + n[3]);
-    double dblX = corner.x();
-    double dblY = corner.y();
-    map.MovePlace(dblX, dblY);
-    map.MovePlace(n[0], n[1]);
-    map.MoveSize(n[2], n[3]);
-    n.resize(4);
-    if (dblX != n[0] + n[2] || dblY != n[1] + n[3])
-        n.insert(n.end(), {dblX, dblY});
-}
-
-/// A place and a length that stays.
-void MoveFirst(SShapeData& data, const SPlaneMap& map)
-{
-    if (data.vctNumbers.size() > 1)
-        map.MovePlace(data.vctNumbers[0], data.vctNumbers[1]);
-}
-
-/// Letters stay upright, so the middle of a text goes where it belongs.
-void MoveText(SShapeData& data, const SPlaneMap& map)
-{
-    const SShapeKind* pKind = ShapeKinds::OfKey(QStringLiteral("text"));
-    const ObjectPtr pText = map.IsShift() ? nullptr : pKind->read(data);
-    if (!pText)
-        return MoveFirst(data, map);
-    const QRectF box = pText->GetBoundary();
-    double dblX = box.center().x();
-    double dblY = box.center().y();
-    map.MovePlace(dblX, dblY);
-    data.vctNumbers[0] = dblX - box.width() / 2.0;
-    data.vctNumbers[1] = dblY - box.height() / 2.0;
-}
-
 Numbers NumbersOfCircle(const CCircle& circle)
 {
     return {circle.center().x(), circle.center().y(), circle.radius()};
@@ -232,28 +187,6 @@ std::shared_ptr<CGeometry> MemberOf(double dblGeometry, const Numbers& n)
     return nullptr;
 }
 
-/// Each member as its own kind is.
-void MoveArray(SShapeData& data, const SPlaneMap& map)
-{
-    Numbers& n = data.vctNumbers;
-    Numbers vctMoved;
-    for (std::size_t nAt = 0; nAt + 2 <= n.size();) {
-        const double dblGeometry = n[nAt];
-        const std::size_t nEnd = nAt + 2 + static_cast<std::size_t>(n[nAt + 1]);
-        SShapeData member;
-        for (nAt += 2; nAt < std::min(nEnd, n.size()); ++nAt)
-            member.vctNumbers.push_back(n[nAt]);
-        for (const SShapeKind& kind : ShapeKinds::All())
-            if (kind.nGeometry == dblGeometry && kind.move && dblGeometry != EGeometryType_GeometryArray) {
-                kind.move(member, map);
-                break;
-            }
-        vctMoved.insert(vctMoved.end(), {dblGeometry, double(member.vctNumbers.size())});
-        vctMoved.insert(vctMoved.end(), member.vctNumbers.begin(), member.vctNumbers.end());
-    }
-    n = std::move(vctMoved);
-}
-
 std::shared_ptr<CGeometryArray> ArrayOf(const Numbers& n)
 {
     auto pArray = std::make_shared<CGeometryArray>();
@@ -298,7 +231,7 @@ SShapeKind KindOf(const QString& strName, EGeometryType eGeometry, Numbers (*num
         const auto pGeometry = AllFinite(data.vctNumbers) ? shapeOf(data.vctNumbers) : nullptr;
         return pGeometry ? ShapeKinds::Wrap(pGeometry) : nullptr;
     };
-    kind.move = &MovePairs;
+    kind.move = &ShapeMoves::MovePairs;
     return kind;
 }
 
@@ -317,7 +250,7 @@ SShapeKind BoxKind(const QString& strName, EGeometryType eGeometry, int nMode, c
     SShapeKind kind =
         Drawn(KindOf<Box>(strName, eGeometry, &NumbersOfBox<Box>, &BoxOf<Box>), nMode, szMenu, szButton);
     kind.fromDrag = &DragBox<Box>;
-    kind.move = &MoveBox;
+    kind.move = &ShapeMoves::MoveBox;
     return kind;
 }
 
@@ -327,7 +260,7 @@ SShapeKind CircleKind()
         Drawn(KindOf<CCircle>(QStringLiteral("Circle"), EGeometryType_Circle, &NumbersOfCircle, &CircleOf),
               EImageView2DMode_Drawing_Circle, "&Circle", "Circle");
     kind.fromDrag = &DragCircle;
-    kind.move = &MoveFirst;
+    kind.move = &ShapeMoves::MoveFirst;
     return kind;
 }
 
@@ -384,7 +317,7 @@ SShapeKind TextKind()
     kind.bRegion = false;
     kind.bOptional = true;
     kind.fromDrag = &StartText;
-    kind.move = &MoveText;
+    kind.move = &ShapeMoves::MoveText;
     kind.write = [](const Object& object) {
         const auto* pText = dynamic_cast<const CImageView2DDrawableText*>(&object);
         if (!pText)
@@ -409,7 +342,7 @@ SShapeKind ArrayKind()
 {
     SShapeKind kind = KindOf<CGeometryArray>(QStringLiteral("GeometryArray"), EGeometryType_GeometryArray,
                                              &NumbersOfArray, &ArrayOf);
-    kind.move = &MoveArray;
+    kind.move = &ShapeMoves::MoveArray;
     return kind;
 }
 
