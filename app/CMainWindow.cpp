@@ -12,6 +12,9 @@
 #include "Viewers.h"
 
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+#include <VantorCommon/annotation/object/ShapeKinds.h>
+#include <VantorCommon/annotation/store/CAnnotationTableCtrl.h>
+#include <VantorCommon/annotation/view/CAnnotationTableView.h>
 #include <VantorCommon/log/CLogModel.h>
 #include <VantorCommon/log/CLogView.h>
 #include <VantorCommon/settings/CSettingCtrl.h>
@@ -80,6 +83,7 @@ SCenterOptions HostOptions()
     sOptions.bProposeSaveName = true;
     sOptions.bMoreShapes = true;
     sOptions.bOwnColors = true;
+    sOptions.bEditKeys = true;
     return sOptions;
 }
 
@@ -144,6 +148,9 @@ CMainWindow::CMainWindow()
     // Also when the active viewer is hidden now: keyboard, border and docks go to one that is shown.
     connect(m_pModel.get(), &CCenterModel::signal_ChangedSize, m_pViewers.get(), &CViewers::FocusActive);
     RestoreState();
+    connect(m_pModel.get(), &CCenterModel::signal_ChangedSize, this, &CMainWindow::ShowAnnotations);
+    connect(m_pViewers.get(), &CViewers::signal_ChangeActive, this, &CMainWindow::ShowAnnotations);
+    ShowAnnotations();
     m_pActions->Update();
     m_pViewers->FocusActive();
     QTimer::singleShot(0, this, &CMainWindow::CheckFolders);
@@ -178,6 +185,27 @@ void CMainWindow::CreateDocks()
     resizeDocks({pTools, pProperties}, {kToolDockWidth, bSmall ? kToolDockWidth : kPropertyDockWidth},
                 Qt::Horizontal);
     pLog->hide();
+    CreateAnnotationsDock();
+}
+
+/// At the bottom, where there is room for all columns; hidden at first as the log is.
+void CMainWindow::CreateAnnotationsDock()
+{
+    m_pAnnotations = new CAnnotationTableView(this);
+    m_pAnnotations->GetModel()->SetTexts(
+        {tr("Name"), tr("Kind"), tr("Position"), tr("Size"), tr("Locked"), tr("Visible")},
+        [](const SShapeKind& kind) {
+            return QCoreApplication::translate("ShapeKinds", kind.strName.toUtf8().constData());
+        });
+    m_pAnnotationsCtrl = new CAnnotationTableCtrl(m_pAnnotations, this);
+    QDockWidget* pDock = AddDock("Annotations", tr("Annotations"), m_pAnnotations, Qt::BottomDockWidgetArea);
+    resizeDocks({pDock}, {kLogDockHeight}, Qt::Vertical);
+    pDock->hide();
+}
+
+void CMainWindow::ShowAnnotations()
+{
+    m_pAnnotationsCtrl->SetTarget(m_pViewers->Active().Ctrl2D(), m_pViewers->Active().View2D());
 }
 
 void CMainWindow::ConnectMessages()

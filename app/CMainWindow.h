@@ -10,6 +10,8 @@
 #include <vector>
 
 class CActionTable;
+class CAnnotationTableCtrl;
+class CAnnotationTableView;
 class CCenterCtrl;
 class CCenterModel;
 class CCenterView;
@@ -59,6 +61,8 @@ private:
     void CreateDocks();
     QDockWidget* AddDock(const char* pName, const QString& strTitle, QWidget* pWidget,
                          Qt::DockWidgetArea eArea);
+    void CreateAnnotationsDock();
+    void ShowAnnotations();
     void CreateMenus();
     void CreateFileMenu();
     void CreateEditMenu();
@@ -84,6 +88,17 @@ private:
     bool OpenIn(std::size_t nViewer, const QString& strFile);
     void OpenInActive(const QString& strFile);
     void CloseImage();
+    /// @{
+    /// The image of the active viewer with its annotations: asks for a file and writes it, or copies it.
+    void AskForPicture();
+    void ExportPicture(const QString& strPath);
+    void CopyPicture();
+    /// @}
+    /// @{
+    /// In the active viewer.
+    void SelectAllAnnotations();
+    void DuplicateAnnotations();
+    /// @}
     /// Changes the image of the active viewer, or tells why not.
     void ChangeImage(const ImageEdits::Edit& edit);
     /// @{
@@ -108,6 +123,8 @@ private:
     std::unique_ptr<CCenterModel> m_pModel;
     CCenterView* m_pView = nullptr;
     CMessageBar* m_pMessages = nullptr;
+    CAnnotationTableView* m_pAnnotations = nullptr;
+    CAnnotationTableCtrl* m_pAnnotationsCtrl = nullptr;
     std::unique_ptr<CCenterCtrl> m_pCtrl;
     std::unique_ptr<CViewers> m_pViewers;
     CActionTable* m_pActions = nullptr;

@@ -120,6 +120,8 @@ void CMainWindow::CreateFileMenu()
     m_vctToolBar.push_back(m_pActions->Add(
         pFile, {tr("&Save As..."), LibraryIcon("save_file"), Keys(QKeySequence::SaveAs, "Ctrl+Shift+S")},
         [ctrl] { ctrl()->slot_SaveImage(); }, hasImage));
+    m_pActions->Add(
+        pFile, {tr("Export &Picture..."), QIcon(), {}}, [this] { AskForPicture(); }, hasImage);
     pFile->addSeparator();
     m_pActions->Add(
         pFile, {tr("&Close Image"), LibraryIcon("close"), Keys(QKeySequence::Close)},
@@ -155,12 +157,21 @@ void CMainWindow::CreateEditMenu()
     m_vctToolBar.push_back(m_pActions->Add(
         pEdit, {tr("&Copy"), LibraryIcon("copy"), Keys(QKeySequence::Copy)}, [ctrl] { ctrl()->slot_Copy(); },
         hasImage));
+    m_pActions->Add(
+        pEdit, {tr("Copy &with Annotations"), QIcon(), {}}, [this] { CopyPicture(); }, hasImage);
     m_vctToolBar.push_back(m_pActions->Add(
         pEdit, {tr("&Paste"), LibraryIcon("paste"), Keys(QKeySequence::Paste)},
         [ctrl] { ctrl()->slot_Paste(); }, [this] { return m_bPasteUseful; }));
     m_pActions->Add(
-        pEdit, {tr("&Delete"), HostIcon("delete"), Keys(QKeySequence::Delete)},
-        [ctrl] { ctrl()->DeleteSelectedObjects(); }, [this] { return HasSelection(m_pViewers->Active()); });
+        pEdit, {tr("&Delete"), HostIcon("delete"), Key("Del")}, [ctrl] { ctrl()->DeleteSelectedObjects(); },
+        [this] { return HasSelection(m_pViewers->Active()); });
+    m_pActions->Add(
+        pEdit, {tr("Select &All"), QIcon(), Keys(QKeySequence::SelectAll)},
+        [this] { SelectAllAnnotations(); },
+        [this] { return !m_pViewers->Active().pCtrl->Get2DDrawableObjects().empty(); });
+    m_pActions->Add(
+        pEdit, {tr("Dupl&icate"), QIcon(), Key("Ctrl+D")}, [this] { DuplicateAnnotations(); },
+        [this] { return HasSelection(m_pViewers->Active()); });
     pEdit->addSeparator();
     CreateImageEntries(pEdit);
 }
@@ -246,6 +257,7 @@ void CMainWindow::CreateViewMenu()
     QMenu* pDocks = pView->addMenu(HostIcon("dock"), tr("&Docks"));
     const std::pair<QString, QString> docks[] = {{QStringLiteral("Tools"), tr("&Tools")},
                                                  {QStringLiteral("Properties"), tr("&Properties")},
+                                                 {QStringLiteral("Annotations"), tr("&Annotations")},
                                                  {QStringLiteral("Log"), tr("&Log")}};
     for (const auto& [strName, strText] : docks) {
         auto* pDock = findChild<QDockWidget*>(strName);

@@ -68,7 +68,10 @@ void CViewers::FocusActive()
 
 void CViewers::FollowFocus(QWidget* pNow)
 {
+    const std::size_t nBefore = m_nActive;
     for (std::size_t i = 0; i < m_vctViewers.size(); ++i)
         if (m_vctViewers[i].pView == pNow || m_vctViewers[i].pView->isAncestorOf(pNow))
             m_nActive = i;
+    if (m_nActive != nBefore)
+        Q_EMIT signal_ChangeActive();
 }

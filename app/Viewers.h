@@ -37,6 +37,10 @@ public:
     /// Gives the keyboard to the visible view of the active viewer, whose undo needs it.
     void FocusActive();
 
+Q_SIGNALS:
+    /// The user has gone into another viewer.
+    void signal_ChangeActive();
+
 private:
     void FollowFocus(QWidget* pNow);
 

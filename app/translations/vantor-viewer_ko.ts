@@ -300,6 +300,70 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>&amp;Invert...</source>
         <translation>색 반전(&amp;I)...</translation>
     </message>
+    <message>
+        <source>Name</source>
+        <translation>이름</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>종류</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>위치</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>크기</translation>
+    </message>
+    <message>
+        <source>Locked</source>
+        <translation>잠김</translation>
+    </message>
+    <message>
+        <source>Visible</source>
+        <translation>표시</translation>
+    </message>
+    <message>
+        <source>Annotations</source>
+        <translation>주석</translation>
+    </message>
+    <message>
+        <source>&amp;Annotations</source>
+        <translation>주석(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Export &amp;Picture...</source>
+        <translation>그림 내보내기(&amp;P)...</translation>
+    </message>
+    <message>
+        <source>Copy &amp;with Annotations</source>
+        <translation>주석과 함께 복사(&amp;W)</translation>
+    </message>
+    <message>
+        <source>Select &amp;All</source>
+        <translation>모두 선택(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Dupl&amp;icate</source>
+        <translation>복제(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Export Picture</source>
+        <translation>그림 내보내기</translation>
+    </message>
+    <message>
+        <source>Exported %1</source>
+        <translation>내보냄: %1</translation>
+    </message>
+    <message>
+        <source>The picture cannot be exported. %1</source>
+        <translation>그림을 내보낼 수 없습니다. %1</translation>
+    </message>
+    <message>
+        <source>The picture cannot be copied: there is not enough memory.</source>
+        <translation>그림을 복사할 수 없습니다. 메모리가 부족합니다.</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -820,6 +884,46 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>&amp;Text</source>
         <translation>텍스트(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Rectangle</source>
+        <translation>사각형</translation>
+    </message>
+    <message>
+        <source>Circle</source>
+        <translation>원</translation>
+    </message>
+    <message>
+        <source>Ellipse</source>
+        <translation>타원</translation>
+    </message>
+    <message>
+        <source>Polygon</source>
+        <translation>다각형</translation>
+    </message>
+    <message>
+        <source>Arrow</source>
+        <translation>화살표</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>텍스트</translation>
+    </message>
+    <message>
+        <source>Ruler</source>
+        <translation>자</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>선</translation>
+    </message>
+    <message>
+        <source>Point</source>
+        <translation>점</translation>
+    </message>
+    <message>
+        <source>GeometryArray</source>
+        <translation>도형 묶음</translation>
     </message>
 </context>
 </TS>

@@ -300,6 +300,70 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>&amp;Invert...</source>
         <translation>Đảo mà&amp;u...</translation>
     </message>
+    <message>
+        <source>Name</source>
+        <translation>Tên</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Loại</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>Vị trí</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Kích thước</translation>
+    </message>
+    <message>
+        <source>Locked</source>
+        <translation>Khóa</translation>
+    </message>
+    <message>
+        <source>Visible</source>
+        <translation>Hiện</translation>
+    </message>
+    <message>
+        <source>Annotations</source>
+        <translation>Chú thích</translation>
+    </message>
+    <message>
+        <source>&amp;Annotations</source>
+        <translation>Chú &amp;thích</translation>
+    </message>
+    <message>
+        <source>Export &amp;Picture...</source>
+        <translation>&amp;Xuất hình ảnh...</translation>
+    </message>
+    <message>
+        <source>Copy &amp;with Annotations</source>
+        <translation>Sao chép &amp;kèm chú thích</translation>
+    </message>
+    <message>
+        <source>Select &amp;All</source>
+        <translation>Chọn tất cả (&amp;A)</translation>
+    </message>
+    <message>
+        <source>Dupl&amp;icate</source>
+        <translation>Nhân đô&amp;i</translation>
+    </message>
+    <message>
+        <source>Export Picture</source>
+        <translation>Xuất hình ảnh</translation>
+    </message>
+    <message>
+        <source>Exported %1</source>
+        <translation>Đã xuất %1</translation>
+    </message>
+    <message>
+        <source>The picture cannot be exported. %1</source>
+        <translation>Không thể xuất hình ảnh. %1</translation>
+    </message>
+    <message>
+        <source>The picture cannot be copied: there is not enough memory.</source>
+        <translation>Không thể sao chép hình ảnh: không đủ bộ nhớ.</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -820,6 +884,46 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>&amp;Text</source>
         <translation>&amp;Văn bản</translation>
+    </message>
+    <message>
+        <source>Rectangle</source>
+        <translation>Hình chữ nhật</translation>
+    </message>
+    <message>
+        <source>Circle</source>
+        <translation>Hình tròn</translation>
+    </message>
+    <message>
+        <source>Ellipse</source>
+        <translation>Hình elip</translation>
+    </message>
+    <message>
+        <source>Polygon</source>
+        <translation>Đa giác</translation>
+    </message>
+    <message>
+        <source>Arrow</source>
+        <translation>Mũi tên</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Văn bản</translation>
+    </message>
+    <message>
+        <source>Ruler</source>
+        <translation>Thước đo</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Đường thẳng</translation>
+    </message>
+    <message>
+        <source>Point</source>
+        <translation>Điểm</translation>
+    </message>
+    <message>
+        <source>GeometryArray</source>
+        <translation>Nhóm hình</translation>
     </message>
 </context>
 </TS>

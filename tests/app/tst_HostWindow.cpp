@@ -69,7 +69,7 @@ private Q_SLOTS:
         QVERIFY(host.window.minimumSizeHint().width() < 600 && host.window.minimumSizeHint().height() < 400);
     }
 
-    void atFirstTheLogIsHiddenAndThereIsNoEmptyDock()
+    void atFirstAnnotationsAndLogAreHiddenAndThereIsNoEmptyDock()
     {
         Host host;
         QVERIFY(host.Show());
@@ -77,8 +77,8 @@ private Q_SLOTS:
         for (const QDockWidget* pDock : host.window.findChildren<QDockWidget*>())
             lstDocks << pDock->objectName() + (pDock->isHidden() ? QStringLiteral(" hidden") : QString());
         lstDocks.sort();
-        QCOMPARE(lstDocks, QStringList({QStringLiteral("Log hidden"), QStringLiteral("Properties"),
-                                        QStringLiteral("Tools")}));
+        QCOMPARE(lstDocks, QStringList({QStringLiteral("Annotations hidden"), QStringLiteral("Log hidden"),
+                                        QStringLiteral("Properties"), QStringLiteral("Tools")}));
     }
 
     void inASmallWindowOfFourViewersThePicturesHaveHalfOfTheRoom()

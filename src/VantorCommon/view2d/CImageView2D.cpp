@@ -51,6 +51,17 @@ int ClampCoordinate(double dblValue)
     return std::clamp(TruncateToInt(dblValue), -kMax, kMax);
 }
 
+/// How many pixels the pan must change so that a stretch, in widget pixels, comes to lie within 0 .. dblRoom;
+/// one that is longer comes to the middle. The view shows whole pixels of the pan.
+double PanInto(double dblBegin, double dblEnd, double dblRoom, double dblZoom)
+{
+    if (dblEnd - dblBegin > dblRoom)
+        return std::trunc((dblRoom - dblBegin - dblEnd) * 0.5 / dblZoom);
+    if (dblBegin < 0.0)
+        return std::ceil(-dblBegin / dblZoom);
+    return std::floor(std::min(0.0, dblRoom - dblEnd) / dblZoom);
+}
+
 QPoint RoundedPosition(const QPointF& pos)
 {
     return QPoint(RoundToInt(pos.x()), RoundToInt(pos.y()));
@@ -187,6 +198,17 @@ void CImageView2D::ZoomFit()
 {
     *m_pZoom = SZoomState();
     Repaint();
+}
+
+void CImageView2D::BringIntoView(const QRectF& part)
+{
+    // Twice: where the pan changes its sign, the first time may be a pixel short.
+    for (int i = 0; i < 2; ++i) {
+        const QRectF box = MapToWidget(part.normalized());
+        m_pZoom->dblPanX += PanInto(box.left(), box.right(), width(), m_pZoom->dblZoom);
+        m_pZoom->dblPanY += PanInto(box.top(), box.bottom(), height(), m_pZoom->dblZoom);
+        Repaint();
+    }
 }
 
 void CImageView2D::slot_ZoomFit()

@@ -59,6 +59,8 @@ public:
     void Repaint();
     /// The whole image, centred.
     void ZoomFit();
+    /// Pans by as little as shows a part of the image; in the middle, when it is larger than the view.
+    void BringIntoView(const QRectF& part);
     /// Ends the drag in progress without its End signal; until the next press the mouse merely hovers.
     /// @return whether there was one
     bool CancelDrag();

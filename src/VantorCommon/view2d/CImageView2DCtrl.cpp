@@ -19,7 +19,7 @@
 CImageView2DCtrl::SParts::SParts(const SImageView2DCtrlContext& given,
                                  const CImageView2DCtrlPanels::SDocks& sDocks)
     : context(given),
-      gestures(context, [this](std::unique_ptr<CCommand> pCommand) { Execute(std::move(pCommand)); }),
+      gestures(context, [this](std::unique_ptr<CCommand> pCommand) { return Execute(std::move(pCommand)); }),
       images(context), files(context, images), clipboard(context), panels(context, sDocks, gestures.Select()),
       capture(context)
 {
@@ -27,12 +27,13 @@ CImageView2DCtrl::SParts::SParts(const SImageView2DCtrlContext& given,
 
 /// Push first, then execute: the order of every editing step. A step that comes in the middle of a drag must
 /// not find the drag's unfinished shapes.
-void CImageView2DCtrl::SParts::Execute(std::unique_ptr<CCommand> pCommand)
+CCommand* CImageView2DCtrl::SParts::Execute(std::unique_ptr<CCommand> pCommand)
 {
     gestures.Interrupt();
     CCommand* pStep = pStore->Watch(std::move(pCommand)).release();
     commands.PushUndo(pStep);
     pStep->exec();
+    return pStep;
 }
 
 CImageView2DCtrl::CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeometryModel* pGeometryModel,

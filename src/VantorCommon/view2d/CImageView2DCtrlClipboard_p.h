@@ -4,11 +4,13 @@
 
 #include <VantorCommon/view2d/CImageView2DCtrlContext_p.h>
 
+#include <QByteArray>
 #include <QList>
 
 class QUrl;
 
-/// Copies the current image of a 2D controller to the clipboard and pastes what is there into its list.
+/// Copies the current image of a 2D controller to the clipboard, with SCenterOptions::bEditKeys the selected
+/// annotations beside it, and pastes what is there.
 class CImageView2DCtrlClipboard
 {
 public:
@@ -16,10 +18,12 @@ public:
 
     /// Nothing without an image.
     void Copy() const;
-    /// Appends the image files of a list of URLs, or a picture.
+    /// Adds annotations, or appends the image files of a list of URLs, or a picture.
     void Paste();
 
 private:
+    QByteArray SelectedAnnotations() const;
+    void PasteAnnotations(const QByteArray& bytes);
     void PasteUrls(const QList<QUrl>& lstUrls);
 
     const SImageView2DCtrlContext& m_context;

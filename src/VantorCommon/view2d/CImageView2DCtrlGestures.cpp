@@ -10,6 +10,8 @@
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 
 namespace
@@ -18,7 +20,8 @@ constexpr double kHandleReach = 10.0; // widget pixels
 } // namespace
 
 CImageView2DCtrlGestures::CImageView2DCtrlGestures(
-    const SImageView2DCtrlContext& context, const std::function<void(std::unique_ptr<CCommand>)>& execute)
+    const SImageView2DCtrlContext& context,
+    const std::function<CCommand*(std::unique_ptr<CCommand>)>& execute)
     : m_context(context), m_edit{context.pCtrl,
                                  context.pView,
                                  context.pGeometryModel,
@@ -27,7 +30,7 @@ CImageView2DCtrlGestures::CImageView2DCtrlGestures(
                                  [this](std::shared_ptr<CImageView2DDrawableText> pText) {
                                      m_text.Begin(pText);
                                  }},
-      m_draw(m_edit), m_select(m_edit), m_text(m_edit)
+      m_draw(m_edit), m_select(m_edit), m_text(m_edit), m_keys(m_edit, m_draw)
 {
 }
 
@@ -43,6 +46,8 @@ bool CImageView2DCtrlGestures::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
     // Null for the last events of a view, which come when only the QWidget in it is left.
     auto* pView = qobject_cast<CImageView2D*>(pWatched);
+    if (pView && m_context.sOptions.bEditKeys && IsForKeys(*pEvent))
+        return true;
     if (pView && pEvent->type() == QEvent::MouseButtonDblClick &&
         EditTextAt(*static_cast<QMouseEvent*>(pEvent)))
         return true;
@@ -52,6 +57,30 @@ bool CImageView2DCtrlGestures::eventFilter(QObject* pWatched, QEvent* pEvent)
     if (bEnded)
         Interrupt();
     return QObject::eventFilter(pWatched, pEvent);
+}
+
+/// A key, or the double click that does what Enter does. A polygon's second click of two was there already.
+bool CImageView2DCtrlGestures::IsForKeys(QEvent& event)
+{
+    if (event.type() == QEvent::KeyPress)
+        return m_keys.Press(static_cast<QKeyEvent&>(event));
+    if (event.type() == QEvent::MouseButtonPress)
+        m_keys.EndBurst();
+    if (event.type() != QEvent::MouseButtonDblClick || !m_draw.IsClicking() ||
+        static_cast<QMouseEvent&>(event).button() != Qt::LeftButton)
+        return false;
+    m_draw.CloseClicks();
+    return true;
+}
+
+/// With Shift, as the kind says.
+QPointF CImageView2DCtrlGestures::Constrained(const SShapeKind& kind, const QPointF& start,
+                                              const QPointF& point) const
+{
+    const bool bShift = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
+    if (!bShift || !m_context.sOptions.bEditKeys || !kind.constrain)
+        return point;
+    return kind.constrain(kind.fromClicks && m_draw.IsClicking() ? m_draw.LastCorner() : start, point);
 }
 
 bool CImageView2DCtrlGestures::EditTextAt(const QMouseEvent& event)
@@ -66,6 +95,7 @@ void CImageView2DCtrlGestures::Interrupt()
         m_context.pView->CancelDrag();
     m_select.Abandon();
     m_draw.AbandonDrag();
+    m_keys.EndBurst();
 }
 
 int CImageView2DCtrlGestures::Mode() const
@@ -96,13 +126,19 @@ void CImageView2DCtrlGestures::StartShape(int nMode, const QPointF& point)
 void CImageView2DCtrlGestures::DoShape(int nMode, const QPointF& start, const QPointF& current)
 {
     if (const SShapeKind* pKind = ShapeKinds::OfMode(nMode))
-        m_draw.Doing(*pKind, start, current);
+        m_draw.Doing(*pKind, start, Constrained(*pKind, start, current));
 }
 
 void CImageView2DCtrlGestures::EndShape(int nMode, const QPointF& start, const QPointF& end)
 {
     if (const SShapeKind* pKind = ShapeKinds::OfMode(nMode))
-        m_draw.End(*pKind, start, end);
+        m_draw.End(*pKind, start, Constrained(*pKind, start, end));
+}
+
+void CImageView2DCtrlGestures::WaitForClick(const QPointF& point)
+{
+    const SShapeKind* pKind = ShapeKinds::OfMode(Mode());
+    m_draw.Waiting(pKind ? Constrained(*pKind, m_draw.LastCorner(), point) : point);
 }
 
 void CImageView2DCtrlGestures::StartSelecting(const QPointF& point)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <VantorCommon/annotation/edit/DrawHandler_p.h>
+#include <VantorCommon/annotation/edit/KeyHandler_p.h>
 #include <VantorCommon/annotation/edit/SelectHandler_p.h>
 #include <VantorCommon/annotation/edit/TextHandler_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrlContext_p.h>
@@ -17,9 +18,9 @@ class QMouseEvent;
 class CImageView2DCtrlGestures : public QObject
 {
 public:
-    /// @param execute  records a step and carries it out
+    /// @param execute  records a step, carries it out and returns what was recorded
     CImageView2DCtrlGestures(const SImageView2DCtrlContext& context,
-                             const std::function<void(std::unique_ptr<CCommand>)>& execute);
+                             const std::function<CCommand*(std::unique_ptr<CCommand>)>& execute);
 
     /// Begins to watch the view and the mode.
     void Watch();
@@ -36,7 +37,7 @@ public:
     void StartShape(int nMode, const QPointF& point);
     void DoShape(int nMode, const QPointF& start, const QPointF& current);
     void EndShape(int nMode, const QPointF& start, const QPointF& end);
-    void WaitForClick(const QPointF& point) { m_draw.Waiting(point); }
+    void WaitForClick(const QPointF& point);
     /// @}
     /// The press of the selecting mode; Select() has what follows it.
     void StartSelecting(const QPointF& point);
@@ -47,15 +48,19 @@ public:
     void PressKey(int nKey);
 
 protected:
-    /// Watches the view for what ends a gesture without a release, and for a double click on a text.
+    /// Watches the view for what ends a gesture without a release, and for a double click on a text,
+    /// and for what SCenterOptions::bEditKeys brings.
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
 private:
     bool EditTextAt(const QMouseEvent& event);
+    bool IsForKeys(QEvent& event);
+    QPointF Constrained(const SShapeKind& kind, const QPointF& start, const QPointF& point) const;
 
     const SImageView2DCtrlContext& m_context;
     SEditContext m_edit;
     CDrawHandler m_draw;
     CSelectHandler m_select;
     CTextHandler m_text;
+    CKeyHandler m_keys;
 };

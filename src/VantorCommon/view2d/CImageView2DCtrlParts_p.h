@@ -19,8 +19,8 @@ struct CImageView2DCtrl::SParts {
 
     /// Connects the signals of the view, which must be there, with the controller's slots.
     void ConnectView();
-    /// Records a step and carries it out.
-    void Execute(std::unique_ptr<CCommand> pCommand);
+    /// Records a step and carries it out. @return the recorded step, which the history keeps
+    CCommand* Execute(std::unique_ptr<CCommand> pCommand);
 
     SImageView2DCtrlContext context;
     CCommandContainer commands;

@@ -212,6 +212,11 @@ void CImageView2DDrawableWidget::slot_ChangeViewMode()
 void CImageView2DDrawableWidget::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
+    PaintAll(painter);
+}
+
+void CImageView2DDrawableWidget::PaintAll(QPainter& painter)
+{
     Paint(painter);
     if (!HasMapping())
         return;

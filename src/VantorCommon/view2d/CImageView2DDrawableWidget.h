@@ -70,6 +70,8 @@ public Q_SLOTS:
 protected:
     /// Paint, then the objects in the order of the list; no objects without a mapping.
     void paintEvent(QPaintEvent* pEvent) override;
+    /// The same with any painter, which is untransformed and left with viewport and window.
+    void PaintAll(QPainter& painter);
 
     // The painter of all four maps the window to the viewport; nothing is painted without one.
 

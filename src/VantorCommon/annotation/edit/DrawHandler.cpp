@@ -10,6 +10,7 @@
 #include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
+#include <algorithm>
 #include <utility>
 
 using Vantor::Geometry::CLine;
@@ -19,6 +20,8 @@ namespace
 {
 /// Fewer edges than this do not close.
 constexpr std::size_t kMinOpenEdges = 3;
+/// Fewer corners than this are not closed by hand.
+constexpr int kMinCorners = 3;
 
 CLine CoreLine(const QPointF& start, const QPointF& end)
 {
@@ -96,8 +99,44 @@ void CDrawHandler::AbandonClicks()
 
 void CDrawHandler::Waiting(const QPointF& point)
 {
-    if (m_context.IsComplete() && m_pClicked)
-        m_context.pModel->AddObjectDrawingWaiting(MakeEdge(m_ptLast, point));
+    if (!m_context.IsComplete() || !m_pClicked)
+        return;
+    m_ptMouse = point;
+    m_context.pModel->AddObjectDrawingWaiting(MakeEdge(m_ptLast, point));
+}
+
+void CDrawHandler::CloseClicks()
+{
+    if (!m_context.IsComplete() || !m_pClicked)
+        return;
+    const std::vector<QLineF> vctEdges = Edges();
+    // A click that began the drawing has left an edge without a length.
+    const auto nLong = std::count_if(vctEdges.begin(), vctEdges.end(),
+                                     [](const QLineF& edge) { return edge.p1() != edge.p2(); });
+    if (nLong + 1 < kMinCorners)
+        return;
+    AddEdge(vctEdges.front().p1());
+    Close();
+}
+
+void CDrawHandler::TakeBackClick()
+{
+    if (!m_context.IsComplete() || !m_pClicked)
+        return;
+    std::vector<QLineF> vctEdges = Edges();
+    bool bCorner = false; // one beside the first
+    if (!vctEdges.empty())
+        m_ptLast = vctEdges.back().p1();
+    while (!vctEdges.empty() && vctEdges.back().p1() == m_ptLast) {
+        bCorner = bCorner || vctEdges.back().p2() != m_ptLast;
+        vctEdges.pop_back();
+    }
+    if (!bCorner && vctEdges.empty())
+        return AbandonClicks();
+    m_context.ClearDrawing();
+    for (const QLineF& edge : vctEdges)
+        m_context.pModel->AddObjectDrawing(MakeEdge(edge.p1(), edge.p2()));
+    Waiting(m_ptMouse);
 }
 
 void CDrawHandler::EndEdge(const QPointF& end)
@@ -118,6 +157,7 @@ void CDrawHandler::AddEdge(const QPointF& end)
 {
     m_context.pModel->AddObjectDrawing(MakeEdge(m_ptLast, end));
     m_ptLast = end;
+    m_ptMouse = end;
 }
 
 /// The edges that clicks have drawn so far, in their order.

@@ -36,6 +36,15 @@ public:
     /// Drops clicks in progress, if there are any.
     void AbandonClicks();
 
+    /// Whether there are clicks in progress.
+    bool IsClicking() const { return m_pClicked != nullptr; }
+    /// The corner from which the next edge begins.
+    const QPointF& LastCorner() const { return m_ptLast; }
+    /// Ends clicks in progress with an edge back to the first corner; nothing before the third corner.
+    void CloseClicks();
+    /// Takes the last corner back; with the first one the clicks are given up.
+    void TakeBackClick();
+
 private:
     void EndEdge(const QPointF& end);
     void AddEdge(const QPointF& end);
@@ -48,4 +57,5 @@ private:
     bool m_bPreview = false;                ///< a drag has put its shape into the drawing list
     const SShapeKind* m_pClicked = nullptr; ///< the kind that clicks are drawing; null: none
     QPointF m_ptLast;
+    QPointF m_ptMouse; ///< where clicks in progress have seen it last
 };

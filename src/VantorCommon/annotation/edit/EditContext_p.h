@@ -19,8 +19,8 @@ struct SEditContext {
     QPointer<CImageView2D> pView;
     QPointer<CImageView2DGeometryModel> pModel;
     QPointer<CImageView2DToolModel> pToolModel;
-    /// Records a step and carries it out.
-    std::function<void(std::unique_ptr<CCommand>)> execute;
+    /// Records a step and carries it out. @return the recorded step, which the history keeps
+    std::function<CCommand*(std::unique_ptr<CCommand>)> execute;
     /// Lets the user write a new text, and adds it as a step.
     std::function<void(std::shared_ptr<CImageView2DDrawableText>)> write;
 

@@ -52,6 +52,28 @@ ObjectPtr DragCircle(const QPointF& start, const QPointF& end)
     return ShapeKinds::Wrap(std::make_shared<CEllipse>(start.x() - r, start.y() - r, 2 * r, 2 * r));
 }
 
+/// As wide as high.
+QPointF SquareCorner(const QPointF& start, const QPointF& current)
+{
+    const QPointF d = current - start;
+    const double dblSide = std::max(std::abs(d.x()), std::abs(d.y()));
+    return start + QPointF(std::copysign(dblSide, d.x()), std::copysign(dblSide, d.y()));
+}
+
+/// The nearest point in one of eight directions.
+QPointF StepOf45Degrees(const QPointF& start, const QPointF& current)
+{
+    constexpr double kDirections[8][2] = {{1, 0},  {1, 1},   {0, 1},  {-1, 1},
+                                          {-1, 0}, {-1, -1}, {0, -1}, {1, -1}};
+    constexpr double kStep = 0.785398163397448309616; // pi / 4
+    const QPointF d = current - start;
+    const int nStep = static_cast<int>(std::lround(std::atan2(d.y(), d.x()) / kStep));
+    const double* pDirection = kDirections[(nStep + 8) % 8];
+    const QPointF direction(pDirection[0], pDirection[1]);
+    return start +
+           direction * (QPointF::dotProduct(d, direction) / QPointF::dotProduct(direction, direction));
+}
+
 ObjectPtr MakeRuler(std::shared_ptr<CLine> pLine)
 {
     auto pRuler = std::make_shared<CImageView2DDrawableRuler>();
@@ -251,6 +273,7 @@ SShapeKind BoxKind(const QString& strName, EGeometryType eGeometry, int nMode, c
         Drawn(KindOf<Box>(strName, eGeometry, &NumbersOfBox<Box>, &BoxOf<Box>), nMode, szMenu, szButton);
     kind.fromDrag = &DragBox<Box>;
     kind.move = &ShapeMoves::MoveBox;
+    kind.constrain = &SquareCorner;
     return kind;
 }
 
@@ -270,6 +293,7 @@ SShapeKind PolygonKind()
         KindOf<CPolygon>(QStringLiteral("Polygon"), EGeometryType_Polygon, &NumbersOfPolygon, &PolygonOf),
         EImageView2DMode_Drawing_Polygon, "&Polygon", "Polygon");
     kind.fromClicks = &ClickPolygon;
+    kind.constrain = &StepOf45Degrees;
     return kind;
 }
 
@@ -287,6 +311,7 @@ SShapeKind RulerKind()
     kind.eObject = EImageView2DDrawbleObjectType_Ruler;
     kind.bRegion = false;
     kind.fromDrag = &DragRuler;
+    kind.constrain = &StepOf45Degrees;
     kind.read = [](const SShapeData& data) -> ObjectPtr {
         const auto pLine = AllFinite(data.vctNumbers) ? LineOf<CLine>(data.vctNumbers) : nullptr;
         return pLine ? MakeRuler(pLine) : nullptr;
@@ -303,6 +328,7 @@ SShapeKind ArrowKind()
     kind.bRegion = false;
     kind.bOptional = true;
     kind.fromDrag = &DragArrow;
+    kind.constrain = &StepOf45Degrees;
     return kind;
 }
 

@@ -81,6 +81,9 @@ struct SShapeKind {
     /// Makes the object of a drag from its press point and the present one, in image coordinates. Kinds that
     /// are drawn have this or the next function. A null object: nothing comes of it.
     std::function<ObjectPtr(const QPointF& start, const QPointF& end)> fromDrag;
+    /// Where a drag, or an edge by clicks, from the first point ends instead of at the second while Shift is
+    /// held; null: Shift means nothing. See SCenterOptions::bEditKeys.
+    std::function<QPointF(const QPointF& start, const QPointF& current)> constrain;
     /// Makes the object of the edges that clicks have drawn, the last of which ends where the first begins.
     std::function<ObjectPtr(const std::vector<QLineF>& vctEdges)> fromClicks;
 

@@ -93,6 +93,12 @@ public:
     void SetLocked(const ObjectList& vctObjects, bool bLocked);
     void SetVisible(const ObjectList& vctObjects, bool bVisible);
     /// @}
+    /// What is selected, the topmost first.
+    ObjectList GetSelected() const;
+    /// Selects all that are visible, which is no step.
+    void SelectAll();
+    /// By how much copies beside their originals are moved to the right and down, in image pixels.
+    static constexpr double kCopyOffset = 10.0;
     /// Adds copies, moved by an offset in image pixels, and selects them alone.
     /// @return the copies, the topmost first
     ObjectList Duplicate(const ObjectList& vctObjects, const QPointF& offset);

@@ -158,6 +158,23 @@ void CAnnotationStore::SetVisible(const ObjectList& vctObjects, bool bVisible)
               });
 }
 
+ObjectList CAnnotationStore::GetSelected() const
+{
+    ObjectList vctSelected;
+    if (m_p->pGeometry)
+        for (const ObjectPtr& pObject : m_p->pGeometry->GetObjects())
+            if (pObject->GetSelected())
+                vctSelected.push_back(pObject);
+    return vctSelected;
+}
+
+void CAnnotationStore::SelectAll()
+{
+    if (m_p->pGeometry)
+        for (const ObjectPtr& pObject : m_p->pGeometry->GetObjects())
+            pObject->SetSelected(pObject->IsVisible());
+}
+
 ObjectList CAnnotationStore::Duplicate(const ObjectList& vctObjects, const QPointF& offset)
 {
     std::vector<Vantor::Annotations::SObject> vctFile;

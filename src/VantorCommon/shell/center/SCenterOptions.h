@@ -35,4 +35,11 @@ struct SCenterOptions {
     /// Every step on annotations that are not saved goes into a file in the user's folder of states, which
     /// outlives the program however it ends; AnnotationRecovery finds it. Off: nothing is written.
     bool bAnnotationJournal = false;
+    /// Keys edit the annotations of the 2D view that has the focus. Arrow keys move what is selected by a
+    /// pixel of the image, with Shift by ten, those that follow each other within a second as one step;
+    /// Ctrl+A selects everything, Ctrl+D duplicates; copying takes the selected annotations along, pasting
+    /// prefers them to the picture. Shift draws squares, circles and lines at steps of 45 degrees. Enter or a
+    /// double click closes a polygon, Backspace takes its last corner back, Escape gives it up. Off: none of
+    /// this; Backspace then deletes what is selected, and Escape leaves the corners until the next press.
+    bool bEditKeys = false;
 };

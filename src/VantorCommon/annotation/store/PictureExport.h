@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/Export.h>
+
+#include <QString>
+#include <QStringList>
+
+class CImageView2DCtrl;
+
+/// The current image of a 2D view with its annotations, for programs that know no annotations. GUI thread
+/// only.
+namespace PictureExport
+{
+/// A format: its name, such as "PNG", and the suffixes of file names, the usual one first.
+struct SFormat {
+    QString strName;
+    QStringList lstSuffixes;
+};
+
+/// PNG, JPEG, TIFF, PDF and, where files of annotations have it, SVG.
+VANTORCOMMON_EXPORT QList<SFormat> GetFormats();
+/// Writes the picture, see BurnIn, in the format that the suffix tells, in one step: after a failure a file
+/// that stood there is whole. SVG keeps the annotations as shapes over the image.
+/// @param bOwnColors  see SCenterOptions::bOwnColors
+/// @return why it failed, one sentence in English; empty for a success
+VANTORCOMMON_EXPORT QString Save(const CImageView2DCtrl& ctrl, const QString& strPath, bool bOwnColors);
+/// Puts the picture on the clipboard. @return false, and nothing done, without an image or memory
+VANTORCOMMON_EXPORT bool Copy(const CImageView2DCtrl& ctrl, bool bOwnColors);
+} // namespace PictureExport
