@@ -257,8 +257,8 @@ void CMainWindow::CreateViewMenu()
     QMenu* pDocks = pView->addMenu(HostIcon("dock"), tr("&Docks"));
     const std::pair<QString, QString> docks[] = {{QStringLiteral("Tools"), tr("&Tools")},
                                                  {QStringLiteral("Properties"), tr("&Properties")},
-                                                 {QStringLiteral("Annotations"), tr("&Annotations")},
-                                                 {QStringLiteral("Log"), tr("&Log")}};
+                                                 {QStringLiteral("Log"), tr("&Log")},
+                                                 {QStringLiteral("Annotations"), tr("&Annotations")}};
     for (const auto& [strName, strText] : docks) {
         auto* pDock = findChild<QDockWidget*>(strName);
         m_pActions->Add(

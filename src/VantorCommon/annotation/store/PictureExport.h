@@ -13,16 +13,18 @@ class CImageView2DCtrl;
 /// only.
 namespace PictureExport
 {
-/// A format: its name, such as "PNG", and the suffixes of file names, the usual one first.
+/// A format of pictures.
 struct SFormat {
-    QString strName;
-    QStringList lstSuffixes;
+    QString strName;         ///< as people write it, such as "PNG"
+    QStringList lstSuffixes; ///< of file names: lower case, without a dot, the usual one first
 };
 
 /// PNG, JPEG, TIFF, PDF and, where files of annotations have it, SVG.
 VANTORCOMMON_EXPORT QList<SFormat> GetFormats();
 /// Writes the picture, see BurnIn, in the format that the suffix tells, in one step: after a failure a file
 /// that stood there is whole. SVG keeps the annotations as shapes over the image.
+/// @param ctrl        its current image and annotations
+/// @param strPath     of the file
 /// @param bOwnColors  see SCenterOptions::bOwnColors
 /// @return why it failed, one sentence in English; empty for a success
 VANTORCOMMON_EXPORT QString Save(const CImageView2DCtrl& ctrl, const QString& strPath, bool bOwnColors);

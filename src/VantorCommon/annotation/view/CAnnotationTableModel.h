@@ -50,11 +50,14 @@ public:
     /// The annotation of a row; null beyond the last one.
     ObjectPtr GetObject(int nRow) const;
 
+    /// @{
+    /// What views ask for; see EColumn. Names can be edited, locks and visibility checked.
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int nRole) const override;
     QVariant headerData(int nSection, Qt::Orientation eOrientation, int nRole) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
+    /// @}
     /// Emits one of the signals below. @return whether it has emitted one
     bool setData(const QModelIndex& index, const QVariant& value, int nRole) override;
 

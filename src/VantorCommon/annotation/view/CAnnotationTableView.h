@@ -31,6 +31,7 @@ Q_SIGNALS:
 protected:
     /// Keeps the keys of the table from shortcuts of the window.
     bool event(QEvent* pEvent) override;
+    /// Delete and Backspace delete; the keys that go to another row show its annotation.
     void keyPressEvent(QKeyEvent* pEvent) override;
     /// F2 renames whatever column it is in.
     bool edit(const QModelIndex& index, EditTrigger eTrigger, QEvent* pEvent) override;
