@@ -5,8 +5,10 @@
 #include "CActionTable.h"
 #include "CMessageBar.h"
 #include "CRecentFiles.h"
+#include "CRecoveryBar.h"
 #include "CShortcutsDlg.h"
 #include "CTheme.h"
+#include "CUnsavedWork.h"
 #include "HostSettings.h"
 #include "LibraryTexts.h"
 #include "Viewers.h"
@@ -31,6 +33,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDateTime>
 #include <QDockWidget>
 #include <QFileInfo>
@@ -80,6 +83,7 @@ SCenterOptions HostOptions()
     sOptions.bProposeSaveName = true;
     sOptions.bMoreShapes = true;
     sOptions.bOwnColors = true;
+    sOptions.bAnnotationJournal = true;
     return sOptions;
 }
 
@@ -109,7 +113,7 @@ CMainWindow::CMainWindow()
 {
     // OpenGL comes with the first 3D view: half the time and the memory of a start would go into it.
     QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
-    setWindowTitle(QStringLiteral("Vantor"));
+    setWindowTitle(QStringLiteral("Vantor[*]"));
     resize(FirstSize(*this));
     setAcceptDrops(true);
     // First, for the others read them.
@@ -124,9 +128,11 @@ CMainWindow::CMainWindow()
     auto* pLayout = new QVBoxLayout(pCentral);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->setSpacing(0);
+    m_pRecovery = new CRecoveryBar(pCentral);
     m_pMessages = new CMessageBar(pCentral);
     m_pModel = std::make_unique<CCenterModel>();
     m_pView = new CCenterView(m_pModel.get(), pCentral);
+    pLayout->addWidget(m_pRecovery);
     pLayout->addWidget(m_pMessages);
     pLayout->addWidget(m_pView, 1);
     setCentralWidget(pCentral);
@@ -136,6 +142,7 @@ CMainWindow::CMainWindow()
     CMVCManager::PushMVC(nullptr, this, nullptr);
 
     m_pViewers = std::make_unique<CViewers>(m_pView);
+    CreateUnsavedWork();
     m_pActions = new CActionTable(this);
     CreateMenus();
     CreateToolBar();
@@ -147,6 +154,7 @@ CMainWindow::CMainWindow()
     m_pActions->Update();
     m_pViewers->FocusActive();
     QTimer::singleShot(0, this, &CMainWindow::CheckFolders);
+    QTimer::singleShot(0, this, &CMainWindow::OfferRecovery);
 }
 
 CMainWindow::~CMainWindow() = default;
@@ -250,11 +258,14 @@ void CMainWindow::StoreState()
     StoreBytes(HostSettings::kGeometry, saveGeometry());
     StoreBytes(HostSettings::kState, saveState(kStateVersion));
     CSettingManager::Set(HostSettings::kLayout, Layout());
+    StoreSession();
     CSettingManager::Set(HostSettings::kDesktopScheme, static_cast<int>(m_pTheme->GetDesktop()));
 }
 
 void CMainWindow::closeEvent(QCloseEvent* pEvent)
 {
+    if (!m_pWork->AskForAll())
+        return pEvent->ignore();
     StoreState();
     QMainWindow::closeEvent(pEvent);
 }
@@ -275,11 +286,6 @@ bool CMainWindow::ChangeLayout(const QString& strLayout)
     else
         return false;
     return true;
-}
-
-void CMainWindow::CloseImage()
-{
-    m_pCtrl->CloseCurrentImage(m_pViewers->Active().pCtrl->GetViewID());
 }
 
 void CMainWindow::Undo()

@@ -4,6 +4,8 @@
 
 #include "ImageEdits.h"
 
+#include <VantorCommon/annotation/store/AnnotationRecovery.h>
+
 #include <QMainWindow>
 #include <QString>
 #include <memory>
@@ -18,10 +20,12 @@ class CImageView3DEarth;
 class CMessageBar;
 class CPropertyDockView;
 class CRecentFiles;
+class CRecoveryBar;
 class CSettingCtrl;
 class CSettingDlg;
 class CTheme;
 class CToolBoxDockView;
+class CUnsavedWork;
 class CViewers;
 class QAction;
 class QDockWidget;
@@ -49,6 +53,8 @@ public:
     /// @param strLayout  "1x1", "2x1" or "2x2"
     /// @return false for anything else, which changes nothing
     bool ChangeLayout(const QString& strLayout);
+    /// Opens what was open when the last window was closed, if that is wished.
+    void ReopenSession();
 
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
@@ -61,6 +67,8 @@ private:
                          Qt::DockWidgetArea eArea);
     void CreateMenus();
     void CreateFileMenu();
+    void CreateSaveEntry(QMenu* pMenu);
+    void CreateAnnotationEntries(QMenu* pMenu);
     void CreateEditMenu();
     void CreateImageEntries(QMenu* pMenu);
     void CreateViewMenu();
@@ -69,6 +77,7 @@ private:
     void CreateToolsMenu();
     void CreateDrawingMenu(QMenu* pParent);
     void CreateSettingsMenu();
+    void CreateWorkSettings(QMenu* pMenu);
     void CreateHelpMenu();
     void CreateToolBar();
     void ConnectMessages();
@@ -77,13 +86,31 @@ private:
     void TellNotes(const QString& strPath, const CImageView2DCtrl& ctrl);
     void ShowWork(const QString& strTool);
     void EndWork();
+    void CreateUnsavedWork();
+    void ShowUnsaved();
     void CheckFolders();
     void RestoreState();
     void StoreState();
     QString Layout() const;
     bool OpenIn(std::size_t nViewer, const QString& strFile);
     void OpenInActive(const QString& strFile);
-    void CloseImage();
+    /// @{
+    /// Of the active viewer.
+    QString ActiveFile() const;
+    void OpenAnnotations();
+    void SaveAnnotationsAs();
+    void ImportAnnotations();
+    void ExportAnnotations();
+    /// @}
+    bool ReadAnnotations(const QString& strPath, const QString& strFormat,
+                         Vantor::Annotations::SDocument& document);
+    void OfferRecovery();
+    void RestoreWork(const std::vector<AnnotationRecovery::SFound>& vctFound);
+    bool RestoreOne(const AnnotationRecovery::SFound& found);
+    bool RestoreOver(const QString& strImage, const Vantor::Annotations::SDocument& document);
+    bool RestoreApart(const AnnotationRecovery::SFound& found,
+                      const Vantor::Annotations::SDocument& document);
+    void StoreSession();
     /// Changes the image of the active viewer, or tells why not.
     void ChangeImage(const ImageEdits::Edit& edit);
     /// @{
@@ -107,9 +134,11 @@ private:
     CPropertyDockView* m_pProperties = nullptr;
     std::unique_ptr<CCenterModel> m_pModel;
     CCenterView* m_pView = nullptr;
+    CRecoveryBar* m_pRecovery = nullptr;
     CMessageBar* m_pMessages = nullptr;
     std::unique_ptr<CCenterCtrl> m_pCtrl;
     std::unique_ptr<CViewers> m_pViewers;
+    std::unique_ptr<CUnsavedWork> m_pWork;
     CActionTable* m_pActions = nullptr;
     std::vector<QAction*> m_vctToolBar; ///< those of the menus that the tool bar shows, too
     CRecentFiles* m_pRecent = nullptr;
