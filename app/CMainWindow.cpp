@@ -5,8 +5,10 @@
 #include "CActionTable.h"
 #include "CMessageBar.h"
 #include "CRecentFiles.h"
+#include "CRecoveryBar.h"
 #include "CShortcutsDlg.h"
 #include "CTheme.h"
+#include "CUnsavedWork.h"
 #include "HostSettings.h"
 #include "LibraryTexts.h"
 #include "Viewers.h"
@@ -34,6 +36,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDateTime>
 #include <QDockWidget>
 #include <QFileInfo>
@@ -84,6 +87,7 @@ SCenterOptions HostOptions()
     sOptions.bMoreShapes = true;
     sOptions.bOwnColors = true;
     sOptions.bEditKeys = true;
+    sOptions.bAnnotationJournal = true;
     return sOptions;
 }
 
@@ -113,7 +117,7 @@ CMainWindow::CMainWindow()
 {
     // OpenGL comes with the first 3D view: half the time and the memory of a start would go into it.
     QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
-    setWindowTitle(QStringLiteral("Vantor"));
+    setWindowTitle(QStringLiteral("Vantor[*]"));
     resize(FirstSize(*this));
     setAcceptDrops(true);
     // First, for the others read them.
@@ -128,9 +132,11 @@ CMainWindow::CMainWindow()
     auto* pLayout = new QVBoxLayout(pCentral);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->setSpacing(0);
+    m_pRecovery = new CRecoveryBar(pCentral);
     m_pMessages = new CMessageBar(pCentral);
     m_pModel = std::make_unique<CCenterModel>();
     m_pView = new CCenterView(m_pModel.get(), pCentral);
+    pLayout->addWidget(m_pRecovery);
     pLayout->addWidget(m_pMessages);
     pLayout->addWidget(m_pView, 1);
     setCentralWidget(pCentral);
@@ -140,6 +146,7 @@ CMainWindow::CMainWindow()
     CMVCManager::PushMVC(nullptr, this, nullptr);
 
     m_pViewers = std::make_unique<CViewers>(m_pView);
+    CreateUnsavedWork();
     m_pActions = new CActionTable(this);
     CreateMenus();
     CreateToolBar();
@@ -154,6 +161,7 @@ CMainWindow::CMainWindow()
     m_pActions->Update();
     m_pViewers->FocusActive();
     QTimer::singleShot(0, this, &CMainWindow::CheckFolders);
+    QTimer::singleShot(0, this, &CMainWindow::OfferRecovery);
 }
 
 CMainWindow::~CMainWindow() = default;
@@ -278,11 +286,14 @@ void CMainWindow::StoreState()
     StoreBytes(HostSettings::kGeometry, saveGeometry());
     StoreBytes(HostSettings::kState, saveState(kStateVersion));
     CSettingManager::Set(HostSettings::kLayout, Layout());
+    StoreSession();
     CSettingManager::Set(HostSettings::kDesktopScheme, static_cast<int>(m_pTheme->GetDesktop()));
 }
 
 void CMainWindow::closeEvent(QCloseEvent* pEvent)
 {
+    if (!m_pWork->AskForAll())
+        return pEvent->ignore();
     StoreState();
     QMainWindow::closeEvent(pEvent);
 }
@@ -303,11 +314,6 @@ bool CMainWindow::ChangeLayout(const QString& strLayout)
     else
         return false;
     return true;
-}
-
-void CMainWindow::CloseImage()
-{
-    m_pCtrl->CloseCurrentImage(m_pViewers->Active().pCtrl->GetViewID());
 }
 
 void CMainWindow::Undo()

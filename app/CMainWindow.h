@@ -4,6 +4,8 @@
 
 #include "ImageEdits.h"
 
+#include <VantorCommon/annotation/store/AnnotationRecovery.h>
+
 #include <QMainWindow>
 #include <QString>
 #include <memory>
@@ -20,10 +22,12 @@ class CImageView3DEarth;
 class CMessageBar;
 class CPropertyDockView;
 class CRecentFiles;
+class CRecoveryBar;
 class CSettingCtrl;
 class CSettingDlg;
 class CTheme;
 class CToolBoxDockView;
+class CUnsavedWork;
 class CViewers;
 class QAction;
 class QDockWidget;
@@ -51,6 +55,8 @@ public:
     /// @param strLayout  "1x1", "2x1" or "2x2"
     /// @return false for anything else, which changes nothing
     bool ChangeLayout(const QString& strLayout);
+    /// Opens what was open when the last window was closed, if that is wished.
+    void ReopenSession();
 
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
@@ -65,6 +71,8 @@ private:
     void ShowAnnotations();
     void CreateMenus();
     void CreateFileMenu();
+    void CreateSaveEntry(QMenu* pMenu);
+    void CreateAnnotationEntries(QMenu* pMenu);
     void CreateEditMenu();
     void CreateImageEntries(QMenu* pMenu);
     void CreateViewMenu();
@@ -73,6 +81,7 @@ private:
     void CreateToolsMenu();
     void CreateDrawingMenu(QMenu* pParent);
     void CreateSettingsMenu();
+    void CreateWorkSettings(QMenu* pMenu);
     void CreateHelpMenu();
     void CreateToolBar();
     void ConnectMessages();
@@ -81,13 +90,14 @@ private:
     void TellNotes(const QString& strPath, const CImageView2DCtrl& ctrl);
     void ShowWork(const QString& strTool);
     void EndWork();
+    void CreateUnsavedWork();
+    void ShowUnsaved();
     void CheckFolders();
     void RestoreState();
     void StoreState();
     QString Layout() const;
     bool OpenIn(std::size_t nViewer, const QString& strFile);
     void OpenInActive(const QString& strFile);
-    void CloseImage();
     /// @{
     /// The image of the active viewer with its annotations: asks for a file and writes it, or copies it.
     void AskForPicture();
@@ -99,6 +109,23 @@ private:
     void SelectAllAnnotations();
     void DuplicateAnnotations();
     /// @}
+    /// @{
+    /// Of the active viewer.
+    QString ActiveFile() const;
+    void OpenAnnotations();
+    void SaveAnnotationsAs();
+    void ImportAnnotations();
+    void ExportAnnotations();
+    /// @}
+    bool ReadAnnotations(const QString& strPath, const QString& strFormat,
+                         Vantor::Annotations::SDocument& document);
+    void OfferRecovery();
+    void RestoreWork(const std::vector<AnnotationRecovery::SFound>& vctFound);
+    bool RestoreOne(const AnnotationRecovery::SFound& found);
+    bool RestoreOver(const QString& strImage, const Vantor::Annotations::SDocument& document);
+    bool RestoreApart(const AnnotationRecovery::SFound& found,
+                      const Vantor::Annotations::SDocument& document);
+    void StoreSession();
     /// Changes the image of the active viewer, or tells why not.
     void ChangeImage(const ImageEdits::Edit& edit);
     /// @{
@@ -122,11 +149,13 @@ private:
     CPropertyDockView* m_pProperties = nullptr;
     std::unique_ptr<CCenterModel> m_pModel;
     CCenterView* m_pView = nullptr;
+    CRecoveryBar* m_pRecovery = nullptr;
     CMessageBar* m_pMessages = nullptr;
     CAnnotationTableView* m_pAnnotations = nullptr;
     CAnnotationTableCtrl* m_pAnnotationsCtrl = nullptr;
     std::unique_ptr<CCenterCtrl> m_pCtrl;
     std::unique_ptr<CViewers> m_pViewers;
+    std::unique_ptr<CUnsavedWork> m_pWork;
     CActionTable* m_pActions = nullptr;
     std::vector<QAction*> m_vctToolBar; ///< those of the menus that the tool bar shows, too
     CRecentFiles* m_pRecent = nullptr;

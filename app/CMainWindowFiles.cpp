@@ -7,6 +7,7 @@
 #include "CActionTable.h"
 #include "CMessageBar.h"
 #include "CRecentFiles.h"
+#include "CUnsavedWork.h"
 #include "LibraryTexts.h"
 #include "Viewers.h"
 
@@ -77,7 +78,9 @@ bool CMainWindow::OpenIn(std::size_t nViewer, const QString& strFile)
 
 void CMainWindow::OpenInActive(const QString& strFile)
 {
-    m_pViewers->Active().pCtrl->LoadFile(strFile);
+    const SViewer viewer = m_pViewers->Active();
+    if (m_pWork->AskForViewer(viewer))
+        viewer.pCtrl->LoadFile(strFile);
 }
 
 void CMainWindow::ConnectFiles(const SViewer& viewer)

@@ -7,6 +7,7 @@
 #include "CMessageBar.h"
 #include "CRecentFiles.h"
 #include "CTheme.h"
+#include "CUnsavedWork.h"
 #include "HostSettings.h"
 #include "ImageEdits.h"
 #include "LibraryTexts.h"
@@ -110,25 +111,28 @@ void CMainWindow::CreateFileMenu()
     QMenu* pFile = menuBar()->addMenu(tr("&File"));
     m_vctToolBar.push_back(
         m_pActions->Add(pFile, {tr("&Open..."), LibraryIcon("open-folder"), Keys(QKeySequence::Open)},
-                        [ctrl] { ctrl()->slot_LoadFile(); }));
+                        [this] { m_pWork->Open(m_pViewers->Active()); }));
     m_pActions->Add(pFile, {tr("&Add Images..."), HostIcon("image-add"), Key("Ctrl+Shift+O")},
                     [ctrl] { ctrl()->slot_AddImage(); });
     QMenu* pRecent = pFile->addMenu(HostIcon("recent"), tr("Open &Recent"));
     m_pRecent = new CRecentFiles(pRecent, [this](const QString& strFile) { OpenInActive(strFile); });
     connect(pFile, &QMenu::aboutToShow, this,
             [this, pRecent] { pRecent->setEnabled(!m_pRecent->Files().isEmpty()); });
+    CreateSaveEntry(pFile);
     m_vctToolBar.push_back(m_pActions->Add(
         pFile, {tr("&Save As..."), LibraryIcon("save_file"), Keys(QKeySequence::SaveAs, "Ctrl+Shift+S")},
         [ctrl] { ctrl()->slot_SaveImage(); }, hasImage));
     m_pActions->Add(
         pFile, {tr("Export &Picture..."), QIcon(), {}}, [this] { AskForPicture(); }, hasImage);
     pFile->addSeparator();
+    CreateAnnotationEntries(pFile);
+    pFile->addSeparator();
     m_pActions->Add(
         pFile, {tr("&Close Image"), LibraryIcon("close"), Keys(QKeySequence::Close)},
-        [this] { CloseImage(); }, hasImage);
+        [this] { m_pWork->CloseCurrent(m_pViewers->Active()); }, hasImage);
     m_pActions->Add(
         pFile, {tr("Close A&ll Images"), LibraryIcon("clear"), Key("Ctrl+Shift+W")},
-        [ctrl] { ctrl()->slot_ClearImage(); }, hasImage);
+        [this] { m_pWork->CloseAll(m_pViewers->Active()); }, hasImage);
     pFile->addSeparator();
     m_pActions->Add(pFile, {tr("&Quit"), HostIcon("quit"), Keys(QKeySequence::Quit, "Ctrl+Q")},
                     [this] { close(); });
@@ -334,6 +338,7 @@ void CMainWindow::CreateSettingsMenu()
     m_pActions->Add(pSettings,
                     {tr("&Preferences..."), HostIcon("settings"), Keys(QKeySequence::Preferences, "Ctrl+,")},
                     [this] { ShowSettings(); });
+    CreateWorkSettings(pSettings);
 }
 
 void CMainWindow::CreateHelpMenu()

@@ -14,4 +14,7 @@ const auto kRecentFiles = QStringLiteral("HOST_RECENT_FILES");
 const auto kScheme = QStringLiteral("HOST_SCHEME");                ///< a CTheme::EScheme
 const auto kDesktopScheme = QStringLiteral("HOST_DESKTOP_SCHEME"); ///< what the desktop preferred last
 const auto kLastStart = QStringLiteral("HOST_LAST_START");         ///< ISO date and time
+const auto kAutoSave = QStringLiteral("HOST_AUTO_SAVE");           ///< of annotations, 1: on
+const auto kReopen = QStringLiteral("HOST_REOPEN");                ///< what was open, at the start; 1: on
+const auto kSession = QStringLiteral("HOST_SESSION");              ///< what was open, see Session
 } // namespace HostSettings

@@ -139,6 +139,8 @@ int Show(const SCommandLine& line)
     CMainWindow window;
     UseFolder(CSettingManager::kLogFolder, line.strLogDir);
     window.show();
+    if (line.lstFiles.isEmpty() && line.strScreenshot.isEmpty())
+        window.ReopenSession();
     const bool bNothingOpened = OpenFiles(window, line) == 0 && !line.lstFiles.isEmpty();
     if (!line.strScreenshot.isEmpty()) {
         // Nobody would see what the window tells.

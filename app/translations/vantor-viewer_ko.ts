@@ -3,6 +3,68 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ko" sourcelanguage="en">
 <context>
+    <name>AnnotationDialogs</name>
+    <message>
+        <source>All files</source>
+        <translation>모든 파일</translation>
+    </message>
+    <message>
+        <source>Open Annotations</source>
+        <translation>주석 열기</translation>
+    </message>
+    <message>
+        <source>Annotations</source>
+        <translation>주석</translation>
+    </message>
+    <message>
+        <source>Import Annotations</source>
+        <translation>주석 가져오기</translation>
+    </message>
+    <message>
+        <source>Save Annotations As</source>
+        <translation>다른 이름으로 주석 저장</translation>
+    </message>
+    <message>
+        <source>Export Annotations</source>
+        <translation>주석 내보내기</translation>
+    </message>
+    <message>
+        <source>A file in the format %1 will not say everything.</source>
+        <translation>%1 형식의 파일에는 모든 내용이 담기지 않습니다.</translation>
+    </message>
+    <message>
+        <source>&amp;Export</source>
+        <translation>내보내기(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>취소(&amp;C)</translation>
+    </message>
+</context>
+<context>
+    <name>CAnnotationFiles</name>
+    <message>
+        <source>Cannot read the annotations in %1. %2 The file stays as it is.</source>
+        <translation>%1의 주석을 읽을 수 없습니다. %2 파일은 그대로 둡니다.</translation>
+    </message>
+    <message>
+        <source>The annotations cannot be saved beside their image, for it has no file.</source>
+        <translation>이미지에 파일이 없어 그 옆에 주석을 저장할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>%1 holds other annotations, which are not shown. It stays as it is.</source>
+        <translation>%1에는 표시되지 않은 다른 주석이 있습니다. 그대로 둡니다.</translation>
+    </message>
+    <message>
+        <source>The folder of %1 cannot be written. Its annotations are saved in %2.</source>
+        <translation>%1의 폴더에 쓸 수 없습니다. 주석을 %2에 저장했습니다.</translation>
+    </message>
+    <message>
+        <source>Cannot save the annotations in %1. %2</source>
+        <translation>%1에 주석을 저장할 수 없습니다. %2</translation>
+    </message>
+</context>
+<context>
     <name>CMainWindow</name>
     <message>
         <source>Tools</source>
@@ -364,6 +426,58 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>The picture cannot be copied: there is not enough memory.</source>
         <translation>그림을 복사할 수 없습니다. 메모리가 부족합니다.</translation>
     </message>
+    <message>
+        <source>Sa&amp;ve</source>
+        <translation>저장(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Open A&amp;nnotations...</source>
+        <translation>주석 열기(&amp;N)...</translation>
+    </message>
+    <message>
+        <source>Save Anno&amp;tations As...</source>
+        <translation>다른 이름으로 주석 저장(&amp;T)...</translation>
+    </message>
+    <message>
+        <source>&amp;Import Annotations...</source>
+        <translation>주석 가져오기(&amp;I)...</translation>
+    </message>
+    <message>
+        <source>&amp;Export Annotations...</source>
+        <translation>주석 내보내기(&amp;E)...</translation>
+    </message>
+    <message>
+        <source>&amp;Save Annotations by Themselves</source>
+        <translation>주석 자동 저장(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Reopen at the Start What Was Open</source>
+        <translation>시작할 때 열려 있던 것 다시 열기(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Cannot read the annotations in %1. %2</source>
+        <translation>%1의 주석을 읽을 수 없습니다. %2</translation>
+    </message>
+    <message>
+        <source>%1 has no annotations of this image.</source>
+        <translation>%1에는 이 이미지의 주석이 없습니다.</translation>
+    </message>
+    <message>
+        <source>The annotations in %1 were made for an image of %2 x %3 pixels.</source>
+        <translation>%1의 주석은 %2 x %3픽셀 이미지용입니다.</translation>
+    </message>
+    <message>
+        <source>Cannot save the annotations in %1. %2</source>
+        <translation>%1에 주석을 저장할 수 없습니다. %2</translation>
+    </message>
+    <message>
+        <source>Close an image to make room for %1.</source>
+        <translation>%1을(를) 열 자리를 만들려면 이미지를 하나 닫으십시오.</translation>
+    </message>
+    <message>
+        <source>The image of some annotations is gone. They are in %1.</source>
+        <translation>일부 주석의 이미지가 없어졌습니다. 주석은 %1에 있습니다.</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -391,6 +505,55 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>&amp;Clear the List</source>
         <translation>목록 지우기(&amp;C)</translation>
+    </message>
+</context>
+<context>
+    <name>CRecoveryBar</name>
+    <message>
+        <source>an image without a file</source>
+        <translation>파일이 없는 이미지</translation>
+    </message>
+    <message>
+        <source>Unsaved annotations</source>
+        <translation>저장하지 않은 주석</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>정보</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>복원</translation>
+    </message>
+    <message>
+        <source>Open the images and show their annotations again</source>
+        <translation>이미지를 열고 주석을 다시 표시합니다</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>버리기</translation>
+    </message>
+    <message>
+        <source>Give these annotations up</source>
+        <translation>이 주석들을 버립니다</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>나중에</translation>
+    </message>
+    <message>
+        <source>Ask again at the next start</source>
+        <translation>다음에 시작할 때 다시 묻습니다</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>외 %n개</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The program ended before the annotations of these images were saved: %1.</source>
+        <translation>다음 이미지의 주석을 저장하기 전에 프로그램이 끝났습니다: %1.</translation>
     </message>
 </context>
 <context>
@@ -474,6 +637,51 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>Turn the 3D view</source>
         <translation>3D 보기 회전</translation>
+    </message>
+</context>
+<context>
+    <name>CUnsavedWork</name>
+    <message>
+        <source>annotations of an image without a file</source>
+        <translation>파일이 없는 이미지의 주석</translation>
+    </message>
+    <message>
+        <source>%1: annotations</source>
+        <translation>%1: 주석</translation>
+    </message>
+    <message>
+        <source>a captured or pasted image</source>
+        <translation>캡처하거나 붙여 넣은 이미지</translation>
+    </message>
+    <message>
+        <source>%1: the image was changed</source>
+        <translation>%1: 이미지가 바뀜</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>외 %n개</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Unsaved Work</source>
+        <translation>저장하지 않은 작업</translation>
+    </message>
+    <message>
+        <source>Save what would be lost?</source>
+        <translation>사라질 내용을 저장하시겠습니까?</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>저장(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>버리기(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>취소(&amp;C)</translation>
     </message>
 </context>
 <context>
@@ -733,6 +941,54 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>The image cannot be written as a %1 file.</source>
         <translation>이미지를 %1 파일로 저장할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>It is not a file of annotations.</source>
+        <translation>주석 파일이 아닙니다.</translation>
+    </message>
+    <message>
+        <source>It is not a file of annotations of this format.</source>
+        <translation>이 형식의 주석 파일이 아닙니다.</translation>
+    </message>
+    <message>
+        <source>It is of a later version, which this one cannot read.</source>
+        <translation>더 새로운 버전의 파일이라 이 버전에서 읽을 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>It was saved by a later version; this one only shows it.</source>
+        <translation>더 새로운 버전에서 저장했습니다. 이 버전은 보여 주기만 합니다.</translation>
+    </message>
+    <message>
+        <source>The annotations are of a later version, which this one cannot save.</source>
+        <translation>주석이 더 새로운 버전의 것이라 이 버전에서 저장할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is there already and is not overwritten. %2</source>
+        <translation>"%1"이(가) 이미 있으며 덮어쓰지 않습니다. %2</translation>
+    </message>
+    <message>
+        <source>It is damaged at byte %1.</source>
+        <translation>%1번째 바이트에서 손상되었습니다.</translation>
+    </message>
+    <message>
+        <source>It is nested too deeply.</source>
+        <translation>너무 깊이 중첩되어 있습니다.</translation>
+    </message>
+    <message>
+        <source>The file is larger than 64 MiB.</source>
+        <translation>파일이 64MiB보다 큽니다.</translation>
+    </message>
+    <message>
+        <source>The file cannot be read.</source>
+        <translation>파일을 읽을 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>The annotations take more than 64 MiB.</source>
+        <translation>주석이 64MiB를 넘습니다.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory.</source>
+        <translation>메모리가 부족합니다.</translation>
     </message>
 </context>
 <context>

@@ -3,6 +3,68 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="vi" sourcelanguage="en">
 <context>
+    <name>AnnotationDialogs</name>
+    <message>
+        <source>All files</source>
+        <translation>Tất cả các tệp</translation>
+    </message>
+    <message>
+        <source>Open Annotations</source>
+        <translation>Mở chú thích</translation>
+    </message>
+    <message>
+        <source>Annotations</source>
+        <translation>Chú thích</translation>
+    </message>
+    <message>
+        <source>Import Annotations</source>
+        <translation>Nhập chú thích</translation>
+    </message>
+    <message>
+        <source>Save Annotations As</source>
+        <translation>Lưu riêng chú thích</translation>
+    </message>
+    <message>
+        <source>Export Annotations</source>
+        <translation>Xuất chú thích</translation>
+    </message>
+    <message>
+        <source>A file in the format %1 will not say everything.</source>
+        <translation>Tệp ở định dạng %1 sẽ không chứa hết mọi thứ.</translation>
+    </message>
+    <message>
+        <source>&amp;Export</source>
+        <translation>&amp;Xuất</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Hủy</translation>
+    </message>
+</context>
+<context>
+    <name>CAnnotationFiles</name>
+    <message>
+        <source>Cannot read the annotations in %1. %2 The file stays as it is.</source>
+        <translation>Không đọc được chú thích trong %1. %2 Tệp được giữ nguyên.</translation>
+    </message>
+    <message>
+        <source>The annotations cannot be saved beside their image, for it has no file.</source>
+        <translation>Không thể lưu chú thích bên cạnh ảnh vì ảnh không có tệp.</translation>
+    </message>
+    <message>
+        <source>%1 holds other annotations, which are not shown. It stays as it is.</source>
+        <translation>%1 có những chú thích khác không được hiển thị. Tệp được giữ nguyên.</translation>
+    </message>
+    <message>
+        <source>The folder of %1 cannot be written. Its annotations are saved in %2.</source>
+        <translation>Không ghi được vào thư mục của %1. Chú thích của nó được lưu trong %2.</translation>
+    </message>
+    <message>
+        <source>Cannot save the annotations in %1. %2</source>
+        <translation>Không lưu được chú thích vào %1. %2</translation>
+    </message>
+</context>
+<context>
     <name>CMainWindow</name>
     <message>
         <source>Tools</source>
@@ -364,6 +426,58 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>The picture cannot be copied: there is not enough memory.</source>
         <translation>Không thể sao chép hình ảnh: không đủ bộ nhớ.</translation>
     </message>
+    <message>
+        <source>Sa&amp;ve</source>
+        <translation>Lư&amp;u</translation>
+    </message>
+    <message>
+        <source>Open A&amp;nnotations...</source>
+        <translation>Mở c&amp;hú thích...</translation>
+    </message>
+    <message>
+        <source>Save Anno&amp;tations As...</source>
+        <translation>Lưu &amp;riêng chú thích...</translation>
+    </message>
+    <message>
+        <source>&amp;Import Annotations...</source>
+        <translation>Nhậ&amp;p chú thích...</translation>
+    </message>
+    <message>
+        <source>&amp;Export Annotations...</source>
+        <translation>&amp;Xuất chú thích...</translation>
+    </message>
+    <message>
+        <source>&amp;Save Annotations by Themselves</source>
+        <translation>Tự động &amp;lưu chú thích</translation>
+    </message>
+    <message>
+        <source>&amp;Reopen at the Start What Was Open</source>
+        <translation>Khi khởi động &amp;mở lại những gì đã mở</translation>
+    </message>
+    <message>
+        <source>Cannot read the annotations in %1. %2</source>
+        <translation>Không đọc được chú thích trong %1. %2</translation>
+    </message>
+    <message>
+        <source>%1 has no annotations of this image.</source>
+        <translation>%1 không có chú thích của ảnh này.</translation>
+    </message>
+    <message>
+        <source>The annotations in %1 were made for an image of %2 x %3 pixels.</source>
+        <translation>Chú thích trong %1 được tạo cho ảnh %2 x %3 điểm ảnh.</translation>
+    </message>
+    <message>
+        <source>Cannot save the annotations in %1. %2</source>
+        <translation>Không lưu được chú thích vào %1. %2</translation>
+    </message>
+    <message>
+        <source>Close an image to make room for %1.</source>
+        <translation>Hãy đóng một ảnh để có chỗ cho %1.</translation>
+    </message>
+    <message>
+        <source>The image of some annotations is gone. They are in %1.</source>
+        <translation>Ảnh của một số chú thích không còn. Chúng nằm trong %1.</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -391,6 +505,55 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>&amp;Clear the List</source>
         <translation>&amp;Xóa danh sách</translation>
+    </message>
+</context>
+<context>
+    <name>CRecoveryBar</name>
+    <message>
+        <source>an image without a file</source>
+        <translation>một ảnh không có tệp</translation>
+    </message>
+    <message>
+        <source>Unsaved annotations</source>
+        <translation>Chú thích chưa lưu</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Thông tin</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Khôi phục</translation>
+    </message>
+    <message>
+        <source>Open the images and show their annotations again</source>
+        <translation>Mở các ảnh và hiển thị lại chú thích của chúng</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Bỏ</translation>
+    </message>
+    <message>
+        <source>Give these annotations up</source>
+        <translation>Bỏ những chú thích này</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Để sau</translation>
+    </message>
+    <message>
+        <source>Ask again at the next start</source>
+        <translation>Hỏi lại vào lần khởi động sau</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>và %n mục nữa</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The program ended before the annotations of these images were saved: %1.</source>
+        <translation>Chương trình đã kết thúc trước khi chú thích của các ảnh này được lưu: %1.</translation>
     </message>
 </context>
 <context>
@@ -474,6 +637,51 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>Turn the 3D view</source>
         <translation>Xoay khung xem 3D</translation>
+    </message>
+</context>
+<context>
+    <name>CUnsavedWork</name>
+    <message>
+        <source>annotations of an image without a file</source>
+        <translation>chú thích của một ảnh không có tệp</translation>
+    </message>
+    <message>
+        <source>%1: annotations</source>
+        <translation>%1: chú thích</translation>
+    </message>
+    <message>
+        <source>a captured or pasted image</source>
+        <translation>một ảnh đã chụp hoặc đã dán</translation>
+    </message>
+    <message>
+        <source>%1: the image was changed</source>
+        <translation>%1: ảnh đã được thay đổi</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>và %n mục nữa</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Unsaved Work</source>
+        <translation>Công việc chưa lưu</translation>
+    </message>
+    <message>
+        <source>Save what would be lost?</source>
+        <translation>Lưu những gì sẽ bị mất?</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Lưu</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;Bỏ</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Hủy</translation>
     </message>
 </context>
 <context>
@@ -733,6 +941,54 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>The image cannot be written as a %1 file.</source>
         <translation>Không thể ghi ảnh thành tệp %1.</translation>
+    </message>
+    <message>
+        <source>It is not a file of annotations.</source>
+        <translation>Đây không phải tệp chú thích.</translation>
+    </message>
+    <message>
+        <source>It is not a file of annotations of this format.</source>
+        <translation>Đây không phải tệp chú thích của định dạng này.</translation>
+    </message>
+    <message>
+        <source>It is of a later version, which this one cannot read.</source>
+        <translation>Tệp thuộc phiên bản mới hơn mà phiên bản này không đọc được.</translation>
+    </message>
+    <message>
+        <source>It was saved by a later version; this one only shows it.</source>
+        <translation>Tệp được lưu bởi phiên bản mới hơn; phiên bản này chỉ hiển thị.</translation>
+    </message>
+    <message>
+        <source>The annotations are of a later version, which this one cannot save.</source>
+        <translation>Chú thích thuộc phiên bản mới hơn mà phiên bản này không lưu được.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is there already and is not overwritten. %2</source>
+        <translation>"%1" đã có sẵn và không bị ghi đè. %2</translation>
+    </message>
+    <message>
+        <source>It is damaged at byte %1.</source>
+        <translation>Tệp bị hỏng tại byte %1.</translation>
+    </message>
+    <message>
+        <source>It is nested too deeply.</source>
+        <translation>Tệp lồng nhau quá sâu.</translation>
+    </message>
+    <message>
+        <source>The file is larger than 64 MiB.</source>
+        <translation>Tệp lớn hơn 64 MiB.</translation>
+    </message>
+    <message>
+        <source>The file cannot be read.</source>
+        <translation>Không đọc được tệp.</translation>
+    </message>
+    <message>
+        <source>The annotations take more than 64 MiB.</source>
+        <translation>Chú thích chiếm hơn 64 MiB.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory.</source>
+        <translation>Không đủ bộ nhớ.</translation>
     </message>
 </context>
 <context>

@@ -6,12 +6,14 @@
 #include "HostSettings.h"
 #include "tests/support/TestImages.h"
 
+#include <VantorCommon/annotation/store/AnnotationRecovery.h>
 #include <VantorCommon/settings/CSettingCtrl.h>
 #include <VantorCommon/settings/CSettingManager.h>
 #include <VantorCommon/shell/viewer/CImageViewer.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 
 #include <QAction>
+#include <QDir>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -126,8 +128,10 @@ public:
     static void ForgetSettings()
     {
         for (const QString& strKey : {HostSettings::kGeometry, HostSettings::kState, HostSettings::kLayout,
-                                      HostSettings::kRecentFiles, HostSettings::kScheme})
+                                      HostSettings::kRecentFiles, HostSettings::kScheme,
+                                      HostSettings::kAutoSave, HostSettings::kReopen, HostSettings::kSession})
             StoreSetting(strKey, QString());
+        QDir(AnnotationRecovery::GetFolder()).removeRecursively(); // what they have left unsaved
     }
 
     CMainWindow window;

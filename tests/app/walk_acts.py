@@ -152,7 +152,7 @@ def four_viewers(viewer):
     viewer.open(viewer.card_path)
     wait_for("the picture in the viewer that was clicked", lambda: grab(target).box_of(EDGE))
     check(grab().box_of(EDGE).x < target.x - 100, "the picture in the first viewer is gone")
-    key("ctrl+shift+w")
+    viewer.drop("ctrl+shift+w")
     wait_for("an empty viewer", lambda: grab(target).box_of(EDGE) is None)
     viewer.log_after(lambda: key("ctrl+1"), r"ChangeSize\(1, 1\)")
 
@@ -192,7 +192,7 @@ def bad_files(viewer):
     viewer.log_after(lambda: viewer.open(os.path.join(viewer.data, "broken/bmp_badbitcount.bmp")), "Cannot load image")
     viewer.checked_change("the message", before, viewer.box)
     check(viewer.card_box(), "the picture is gone")
-    viewer.log_after(lambda: key("alt+f", "r", "1"), "Cannot load image .*lost.bmp")
+    viewer.log_after(lambda: viewer.drop("alt+f", "r", "1"), "Cannot load image .*lost.bmp")
     check(viewer.card_box(), "the picture is gone")
     viewer.close_messages()
     viewer.wait_until_looks_like("closing the message", before, viewer.box)

@@ -25,7 +25,7 @@ def data_files(folder):
 def open_in_passing(viewer, path):
     """Good or bad: the viewer has it or says why not. A document that wants a password gets none."""
     start = len(viewer.log())
-    key("ctrl+o")
+    viewer.drop("ctrl+o")
     viewer.answer_file_dialog("Load File", path)
 
     def settled():

@@ -177,8 +177,8 @@ def wheel(x, y, notches):
 
 
 def windows(title):
-    """The identifiers of the visible windows with exactly this title."""
-    return xdotool("search", "--onlyvisible", "--name", f"^{re.escape(title)}$")
+    """The identifiers of the visible windows with exactly this title, or this and the mark of unsaved work."""
+    return xdotool("search", "--onlyvisible", "--name", f"^{re.escape(title)}[*]?$")
 
 
 def place(window):

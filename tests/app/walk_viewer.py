@@ -89,7 +89,7 @@ class Viewer:
 
     def measure(self):
         """Empties the viewer, closes its messages and sees where its view is."""
-        self.log_after(lambda: key("ctrl+shift+w"), "Clear")
+        self.log_after(lambda: self.drop("ctrl+shift+w"), "Clear")
         self.rest()
         wait_for("an empty view", lambda: self.find_view() and not grab().box_of(EDGE))
         self.close_messages()
@@ -109,7 +109,7 @@ class Viewer:
                 raise Failure(f"the program ended with {self.process.returncode}: {file.read()[-3000:]}")
 
     def quit(self):
-        key("ctrl+q")
+        self.drop("ctrl+q")
         self.check_end(0)
 
     def kill(self):
@@ -197,8 +197,22 @@ class Viewer:
                 return wait_for(f"the end of the dialog '{title}'", lambda: not is_shown(found), 3)
         raise Failure(f"the dialog '{title}' does not take {path}")
 
+    def drop(self, *keys):
+        """Presses keys that drop what a viewer has. Where the title tells of unsaved work there may be a question,
+        and that is given up."""
+        unsaved = xdotool("search", "--onlyvisible", "--name", r"^Vantor[*]$")
+        key(*keys)
+        if not unsaved:
+            return
+        with contextlib.suppress(Failure):
+            wait_for("a question", lambda: windows("Unsaved Work"), 3)
+        if windows("Unsaved Work"):
+            self.dialog("Unsaved Work")
+            key("alt+d")
+            self.no_dialog("Unsaved Work")
+
     def open(self, path):
-        key("ctrl+o")
+        self.drop("ctrl+o")
         self.answer_file_dialog("Load File", path)
         wait_for("the keyboard in the main window", lambda: xdotool("getactivewindow") == [self.window])
 
@@ -238,7 +252,7 @@ class Viewer:
 
     def open_card(self):
         """Into the emptied viewer."""
-        key("ctrl+shift+w")
+        self.drop("ctrl+shift+w")
         wait_for("an empty view", lambda: not grab(self.box).box_of(EDGE))
         self.open(self.card_path)
         self.rest()

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <Vantor/annotation/Annotations.h>
+
+#include <QString>
+#include <vector>
+
+class QWidget;
+
+/// The dialogs that ask for files of annotations. They block while they are open.
+namespace AnnotationDialogs
+{
+/// A file to be written; its path is empty when somebody has cancelled.
+struct STarget {
+    QString strPath;
+    QString strFormat; ///< a name of Vantor::Annotations::GetFormats
+};
+
+/// A file in our own format. @return empty when cancelled
+QString ChooseToOpen(QWidget* pParent, const QString& strFolder);
+/// A file in any format. @return empty when cancelled
+QString ChooseToImport(QWidget* pParent, const QString& strFolder);
+/// A name in our own format; a suffix is appended to one without it.
+/// @param strProposal  a path
+STarget ChooseToSave(QWidget* pParent, const QString& strProposal);
+/// A name in any format.
+/// @param strProposal  a path without suffix
+STarget ChooseToExport(QWidget* pParent, const QString& strProposal);
+
+/// Shows what a file would not say, if there is anything. @return whether to write it
+bool ConfirmLoss(QWidget* pParent, const QString& strFormat,
+                 const std::vector<Vantor::Annotations::SRemark>& vctRemarks);
+} // namespace AnnotationDialogs

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include "CImageOrigins.h"
+
+#include <Vantor/image/CImage.h>
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStringList>
+
+using Vantor::Algorithms::CImage;
+
+namespace
+{
+/// The file that an image was loaded from; empty for a capture and what was pasted as a picture.
+QString LoadedFrom(const CImage& image)
+{
+    const QString strName = QString::fromStdWString(image.GetName());
+    if (strName.isEmpty())
+        return {};
+    return QDir::cleanPath(QDir(QString::fromStdWString(image.GetFolder())).absoluteFilePath(strName));
+}
+} // namespace
+
+CImageOrigins::CImageOrigins(CImageView2DCtrl* pCtrl) : m_pCtrl(pCtrl), m_pModel(pCtrl->GetImageModel())
+{
+    connect(m_pModel, &CImageView2DModel::signal_ChangeImageList, this, &CImageOrigins::LearnList);
+    connect(m_pModel, &CImageView2DModel::signal_ChangeCurrentImage, this, &CImageOrigins::signal_Changed);
+    // The first image of the file is current by now, the others follow it.
+    connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, this, [this] {
+        Learn(m_pModel->GetCurrentIndex());
+        Q_EMIT signal_Changed();
+    });
+    connect(pCtrl, &CImageView2DCtrl::signal_FileSaved, this, &CImageOrigins::LearnSaved);
+}
+
+/// Images from some index on that come from a file just now.
+void CImageOrigins::Learn(int nFirst)
+{
+    for (int i = nFirst; i < m_pModel->GetImageCount(); ++i) {
+        const auto pImage = m_pModel->GetImage(i);
+        const QString strFile = pImage ? LoadedFrom(*pImage) : QString();
+        if (strFile.isEmpty())
+            continue;
+        m_clean.insert(pImage->GetUID());
+        if (!pImage->GetNotes().empty())
+            m_partly.insert(strFile);
+    }
+}
+
+/// What is appended comes from its file when it has one: a file that is pasted is announced by nothing else.
+void CImageOrigins::LearnList()
+{
+    Learn(m_nCount);
+    m_nCount = m_pModel->GetImageCount();
+    Q_EMIT signal_Changed();
+}
+
+void CImageOrigins::LearnSaved(const QString& strPath)
+{
+    const auto pImage = m_pModel->GetCurrentImage();
+    if (!pImage)
+        return;
+    const QString strFile = QFileInfo(strPath).absoluteFilePath();
+    m_clean.insert(pImage->GetUID());
+    m_saved.insert(pImage->GetUID(), strFile);
+    m_partly.remove(strFile);
+    Q_EMIT signal_Changed();
+}
+
+bool CImageOrigins::IsUnsaved(int nIndex) const
+{
+    const auto pImage = m_pModel->GetImage(nIndex);
+    return pImage && !m_clean.contains(pImage->GetUID());
+}
+
+bool CImageOrigins::AnyUnsaved() const
+{
+    for (int i = 0; i < m_pModel->GetImageCount(); ++i)
+        if (IsUnsaved(i))
+            return true;
+    return false;
+}
+
+QString CImageOrigins::FileOf(int nIndex) const
+{
+    const auto pImage = m_pModel->GetImage(nIndex);
+    return pImage ? m_saved.value(pImage->GetUID(), LoadedFrom(*pImage)) : QString();
+}
+
+/// Whether writing an image there keeps everything that the file has: a document has more, and so may a file
+/// with several pages or frames, or one that was read in part.
+bool CImageOrigins::IsWholeIn(const QString& strPath) const
+{
+    static const QStringList lstSuffixes{QStringLiteral("bmp"), QStringLiteral("jpg"), QStringLiteral("jpeg"),
+                                         QStringLiteral("png"), QStringLiteral("gif"), QStringLiteral("tif"),
+                                         QStringLiteral("tiff")};
+    return lstSuffixes.contains(QFileInfo(strPath).suffix().toLower()) && !m_partly.contains(strPath);
+}
+
+bool CImageOrigins::Save(int nIndex)
+{
+    if (nIndex != m_pModel->GetCurrentIndex())
+        m_pModel->SetCurrentIndex(nIndex);
+    const QString strFile = FileOf(nIndex);
+    if (IsWholeIn(strFile))
+        m_pCtrl->SaveFile(strFile);
+    else
+        m_pCtrl->slot_SaveImage();
+    return !IsUnsaved(nIndex);
+}

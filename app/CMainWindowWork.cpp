@@ -1,0 +1,287 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// How CMainWindow keeps what a person does: saving, files of annotations, recovery, the session.
+#include "AnnotationDialogs.h"
+#include "CActionTable.h"
+#include "CAnnotationFiles.h"
+#include "CImageOrigins.h"
+#include "CMainWindow.h"
+#include "CMessageBar.h"
+#include "CRecoveryBar.h"
+#include "CThumbnailMarks.h"
+#include "CUnsavedWork.h"
+#include "HostSettings.h"
+#include "LibraryTexts.h"
+#include "Session.h"
+#include "Viewers.h"
+
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
+#include <VantorCommon/settings/CSettingManager.h>
+#include <VantorCommon/shell/viewer/CImageViewer.h>
+#include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QListView>
+#include <QStatusBar>
+
+using Vantor::Annotations::SDocument;
+using Vantor::Annotations::SPage;
+using Vantor::Annotations::SReport;
+
+namespace
+{
+constexpr int kMessageMs = 5000;
+
+QString FailureOf(const SReport& report)
+{
+    return LibraryTexts::Sentence(QString::fromStdString(report.failure));
+}
+
+/// The annotations of an image without a file, as a file that can be opened over any image.
+QString KeepApart(const SDocument& document, const QString& strName)
+{
+    QDir().mkpath(CAnnotationFiles::DataFolder());
+    const QString strPath =
+        CAnnotationFiles::Beside(CAnnotationFiles::DataFolder() + QLatin1Char('/') + strName);
+    const SReport report =
+        Vantor::Annotations::Save(document, strPath.toStdString(), Vantor::Annotations::kOwnFormat, {});
+    return report.failure.empty() ? strPath : QString();
+}
+} // namespace
+
+void CMainWindow::CreateUnsavedWork()
+{
+    m_pWork = std::make_unique<CUnsavedWork>(*m_pViewers, this);
+    connect(m_pWork.get(), &CUnsavedWork::signal_Changed, this, &CMainWindow::ShowUnsaved);
+    for (const SViewer& viewer : m_pViewers->All()) {
+        auto* pList = viewer.pView->findChild<QListView*>();
+        pList->setItemDelegate(new CThumbnailMarks(
+            [this, viewer](int nRow) { return m_pWork->IsUnsaved(viewer, nRow); }, pList));
+        const CAnnotationFiles* pFiles = m_pWork->Annotations(viewer);
+        connect(pFiles, &CAnnotationFiles::signal_Told, m_pMessages, &CMessageBar::Tell);
+        connect(pFiles, &CAnnotationFiles::signal_Saved, this, [this](const QString& strPath) {
+            m_pMessages->ForgetOld();
+            statusBar()->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(strPath)), kMessageMs);
+        });
+    }
+    connect(m_pRecovery, &CRecoveryBar::signal_Restore, this, &CMainWindow::RestoreWork);
+}
+
+void CMainWindow::ShowUnsaved()
+{
+    setWindowModified(m_pWork->Any());
+    for (const SViewer& viewer : m_pViewers->All())
+        viewer.pView->findChild<QListView*>()->viewport()->update();
+}
+
+/// Of the file menu.
+void CMainWindow::CreateSaveEntry(QMenu* pMenu)
+{
+    const auto isUnsaved = [this] {
+        const SViewer& viewer = m_pViewers->Active();
+        const int nCurrent = viewer.Ctrl2D()->GetImageModel()->GetCurrentIndex();
+        return m_pWork->Annotations(viewer)->Store()->HasUnsaved() ||
+               m_pWork->Images(viewer)->IsUnsaved(nCurrent);
+    };
+    m_pActions->Add(
+        pMenu, {tr("Sa&ve"), QIcon(), {QKeySequence(QKeySequence::Save)}},
+        [this] { m_pWork->Save(m_pViewers->Active()); }, isUnsaved);
+}
+
+void CMainWindow::CreateAnnotationEntries(QMenu* pMenu)
+{
+    const auto add = [&](const QString& strText, void (CMainWindow::*pDo)()) {
+        m_pActions->Add(
+            pMenu, {strText, QIcon(), {}}, [this, pDo] { (this->*pDo)(); },
+            [this] { return m_pViewers->Active().HasImage(); });
+    };
+    add(tr("Open A&nnotations..."), &CMainWindow::OpenAnnotations);
+    add(tr("Save Anno&tations As..."), &CMainWindow::SaveAnnotationsAs);
+    add(tr("&Import Annotations..."), &CMainWindow::ImportAnnotations);
+    add(tr("&Export Annotations..."), &CMainWindow::ExportAnnotations);
+}
+
+/// Of the settings menu: each a setting that is off at first.
+void CMainWindow::CreateWorkSettings(QMenu* pMenu)
+{
+    const auto add = [&](const QString& strText, const QString& strKey) {
+        const auto isOn = [strKey] { return CSettingManager::GetInt(strKey, 0) != 0; };
+        m_pActions->Add(
+            pMenu, {strText, QIcon(), {}}, [strKey, isOn] { CSettingManager::Set(strKey, isOn() ? 0 : 1); },
+            {}, isOn);
+    };
+    add(tr("&Save Annotations by Themselves"), HostSettings::kAutoSave);
+    add(tr("&Reopen at the Start What Was Open"), HostSettings::kReopen);
+}
+
+QString CMainWindow::ActiveFile() const
+{
+    return m_pWork->Annotations(m_pViewers->Active())->ImageFile();
+}
+
+/// @return whether it could be read; else that is told
+bool CMainWindow::ReadAnnotations(const QString& strPath, const QString& strFormat, SDocument& document)
+{
+    const SReport report =
+        Vantor::Annotations::Load(strPath.toStdString(), strFormat.toStdString(),
+                                  m_pWork->Annotations(m_pViewers->Active())->Context(), document);
+    if (!report.failure.empty())
+        m_pMessages->Tell(tr("Cannot read the annotations in %1. %2").arg(strPath, FailureOf(report)));
+    for (const auto& remark : report.remarks)
+        m_pMessages->Tell(QStringLiteral("%1: %2").arg(
+            QFileInfo(strPath).fileName(), LibraryTexts::Sentence(QString::fromStdString(remark.text))));
+    return report.failure.empty();
+}
+
+void CMainWindow::OpenAnnotations()
+{
+    const SViewer viewer = m_pViewers->Active();
+    const QString strPath = AnnotationDialogs::ChooseToOpen(this, QFileInfo(ActiveFile()).path());
+    SDocument document;
+    if (!strPath.isEmpty() &&
+        ReadAnnotations(strPath, QLatin1String(Vantor::Annotations::kOwnFormat), document))
+        viewer.Ctrl2D()->GetAnnotationStore()->Apply(document);
+}
+
+void CMainWindow::ImportAnnotations()
+{
+    const SViewer viewer = m_pViewers->Active();
+    const QString strPath = AnnotationDialogs::ChooseToImport(this, QFileInfo(ActiveFile()).path());
+    SDocument document;
+    if (strPath.isEmpty() || !ReadAnnotations(strPath, QString(), document))
+        return;
+    const SPage* pPage = m_pWork->Annotations(viewer)->PageOf(document);
+    if (!pPage)
+        return m_pMessages->Tell(tr("%1 has no annotations of this image.").arg(strPath));
+    const auto context = m_pWork->Annotations(viewer)->Context();
+    if (pPage->width > 0 && (pPage->width != context.width || pPage->height != context.height))
+        m_pMessages->Tell(tr("The annotations in %1 were made for an image of %2 x %3 pixels.")
+                              .arg(strPath, QString::number(pPage->width), QString::number(pPage->height)));
+    viewer.Ctrl2D()->GetAnnotationStore()->Paste(pPage->objects, QPointF());
+}
+
+void CMainWindow::SaveAnnotationsAs()
+{
+    const SViewer viewer = m_pViewers->Active();
+    const QString strFile = ActiveFile();
+    const auto target = AnnotationDialogs::ChooseToSave(
+        this, strFile.isEmpty() ? QString() : CAnnotationFiles::Beside(strFile));
+    if (!target.strPath.isEmpty())
+        m_pWork->Annotations(viewer)->SaveAs(target.strPath, target.strFormat);
+}
+
+void CMainWindow::ExportAnnotations()
+{
+    const SViewer viewer = m_pViewers->Active();
+    CAnnotationFiles* pFiles = m_pWork->Annotations(viewer);
+    const QFileInfo image(ActiveFile());
+    const auto target =
+        AnnotationDialogs::ChooseToExport(this, image.path() + QLatin1Char('/') + image.completeBaseName());
+    if (target.strPath.isEmpty())
+        return;
+    auto context = pFiles->Context();
+    std::string bytes;
+    const SReport report = Vantor::Annotations::Write(pFiles->Store()->TakeDocument(),
+                                                      target.strFormat.toStdString(), context, bytes);
+    if (!report.failure.empty())
+        m_pMessages->Tell(tr("Cannot save the annotations in %1. %2").arg(target.strPath, FailureOf(report)));
+    else if (AnnotationDialogs::ConfirmLoss(this, target.strFormat, report.remarks))
+        pFiles->SaveAs(target.strPath, target.strFormat);
+}
+
+void CMainWindow::OfferRecovery()
+{
+    m_pRecovery->Offer(AnnotationRecovery::Find());
+}
+
+/// Each image gets an empty viewer, for a viewer has one set of annotations. What finds none stays offered.
+void CMainWindow::RestoreWork(const std::vector<AnnotationRecovery::SFound>& vctFound)
+{
+    std::vector<AnnotationRecovery::SFound> vctLeft;
+    for (const auto& found : vctFound)
+        if (!RestoreOne(found))
+            vctLeft.push_back(found);
+    m_pRecovery->Offer(vctLeft);
+    m_pActions->Update();
+}
+
+/// @return false when it cannot be restored now
+bool CMainWindow::RestoreOne(const AnnotationRecovery::SFound& found)
+{
+    SDocument document;
+    const SReport report = AnnotationRecovery::Read(found.strJournal, document);
+    if (!report.failure.empty()) {
+        m_pMessages->Tell(
+            tr("Cannot read the annotations in %1. %2").arg(found.strJournal, FailureOf(report)));
+        return false;
+    }
+    const bool bRestored = QFileInfo::exists(found.strImage) ? RestoreOver(found.strImage, document)
+                                                             : RestoreApart(found, document);
+    if (!bRestored)
+        return false;
+    for (const auto& remark : report.remarks)
+        m_pMessages->Tell(LibraryTexts::Sentence(QString::fromStdString(remark.text)));
+    AnnotationRecovery::Discard(found.strJournal);
+    return true;
+}
+
+bool CMainWindow::RestoreOver(const QString& strImage, const SDocument& document)
+{
+    const auto& vctViewers = m_pViewers->All();
+    std::size_t nViewer = 0;
+    while (nViewer < vctViewers.size() && vctViewers[nViewer].HasImage())
+        ++nViewer;
+    if (nViewer == vctViewers.size()) {
+        m_pMessages->Tell(tr("Close an image to make room for %1.").arg(QFileInfo(strImage).fileName()));
+        return false;
+    }
+    if (vctViewers[nViewer].pView->isHidden())
+        ChangeLayout(nViewer == 1 ? QStringLiteral("2x1") : QStringLiteral("2x2"));
+    m_pWork->Annotations(vctViewers[nViewer])->Expect(strImage, document);
+    return OpenIn(nViewer, strImage);
+}
+
+bool CMainWindow::RestoreApart(const AnnotationRecovery::SFound& found, const SDocument& document)
+{
+    const QString strPath = KeepApart(document, QFileInfo(found.strJournal).completeBaseName());
+    if (strPath.isEmpty())
+        return false;
+    m_pMessages->Tell(tr("The image of some annotations is gone. They are in %1.").arg(strPath));
+    return true;
+}
+
+void CMainWindow::StoreSession()
+{
+    std::vector<Session::SOpen> vctOpen;
+    for (const SViewer& viewer : m_pViewers->All()) {
+        const CImageView2DModel* pModel = viewer.Ctrl2D()->GetImageModel();
+        Session::SOpen open;
+        open.nCurrent = pModel->GetCurrentIndex();
+        for (int i = 0; i < pModel->GetImageCount(); ++i) {
+            const QString strFile = m_pWork->Images(viewer)->FileOf(i);
+            // The pages of a document are one file.
+            if (!strFile.isEmpty() && (open.lstFiles.isEmpty() || open.lstFiles.last() != strFile))
+                open.lstFiles.append(strFile);
+        }
+        vctOpen.push_back(open);
+    }
+    CSettingManager::Set(HostSettings::kSession, Session::ToText(vctOpen));
+}
+
+void CMainWindow::ReopenSession()
+{
+    if (CSettingManager::GetInt(HostSettings::kReopen, 0) == 0)
+        return;
+    const auto vctOpen = Session::FromText(CSettingManager::GetString(HostSettings::kSession, QString()));
+    const std::size_t nViewers = std::min(vctOpen.size(), m_pViewers->All().size());
+    for (std::size_t i = 0; i < nViewers; ++i) {
+        for (const QString& strFile : vctOpen[i].lstFiles)
+            OpenIn(i, strFile);
+        m_pViewers->All()[i].Ctrl2D()->GetImageModel()->SetCurrentIndex(vctOpen[i].nCurrent);
+    }
+    m_pActions->Update();
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QStyledItemDelegate>
+#include <functional>
+
+/// Paints the thumbnails of a viewer, with a dot in the corner of those that have something to be saved.
+class CThumbnailMarks : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    /// @param isMarked  told the row
+    CThumbnailMarks(std::function<bool(int)> isMarked, QObject* pParent);
+
+    void paint(QPainter* pPainter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+
+private:
+    std::function<bool(int)> m_isMarked;
+};

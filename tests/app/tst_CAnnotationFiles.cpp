@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// Where the host keeps annotations, and what it says when it cannot.
+#include "CAnnotationFiles.h"
+#include "WorkSupport.h"
+#include "tests/support/TestMain.h"
+
+namespace
+{
+const QByteArray kDamaged = "{ \"format\": \"vantor-annotations\", \"vers";
+const QByteArray kLater = R"({"format":"vantor-annotations","version":9,"readable_by":9,"pages":[]})";
+
+/// A picture with one rectangle in the file beside it.
+QString Annotated(const Pictures& pictures, const QString& strName)
+{
+    const QString strPicture = pictures.Add(strName);
+    Host host;
+    if (!host.Show({strPicture}))
+        return {};
+    host.DrawRectangle(0);
+    host.Entry("File", "Save")->trigger();
+    return QTest::qWaitFor([&] { return !StoreOf(host, 0)->HasUnsaved(); }) ? strPicture : QString();
+}
+} // namespace
+
+class tst_CAnnotationFiles : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { Host::ForgetSettings(); }
+
+    void whatIsSavedBesideAnImageIsShownWhenItIsOpenedAndIsClean()
+    {
+        const Pictures pictures;
+        const QString strPicture = Annotated(pictures, QStringLiteral("a.png"));
+        QVERIFY(QFile::exists(Pictures::Beside(strPicture)));
+        Host host;
+        QVERIFY(host.Show({strPicture}));
+        QTRY_COMPARE(host.Annotations(0), 1);
+        QVERIFY(!StoreOf(host, 0)->HasUnsaved());
+        QVERIFY(!host.window.isWindowModified());
+        host.Entry("Edit", "Undo")->trigger(); // one step
+        QCOMPARE(host.Annotations(0), 0);
+        QCOMPARE(host.Message(), QString());
+    }
+
+    void saveIsOfferedOnlyWhileThereIsSomethingToSave()
+    {
+        const Pictures pictures;
+        Host host;
+        QVERIFY(host.Show({pictures.Add(QStringLiteral("a.png"))}));
+        QVERIFY(!host.IsEnabled("File", "Save"));
+        host.DrawRectangle(0);
+        QVERIFY(host.IsEnabled("File", "Save"));
+        host.View(0)->setFocus();
+        host.Key(Qt::Key_S, Qt::ControlModifier);
+        QTRY_VERIFY(!StoreOf(host, 0)->HasUnsaved());
+        QVERIFY(!host.IsEnabled("File", "Save"));
+    }
+
+    void aFileThatCannotBeReadIsNamedAndNeverOverwritten_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("damaged") << kDamaged;
+        QTest::newRow("later version") << kLater;
+    }
+    void aFileThatCannotBeReadIsNamedAndNeverOverwritten()
+    {
+        QFETCH(QByteArray, bytes);
+        const Pictures pictures;
+        const QString strPicture = pictures.Add(QStringLiteral("a.png"));
+        QVERIFY(Pictures::Write(Pictures::Beside(strPicture), bytes));
+        Host host;
+        QVERIFY(host.Show({strPicture}));
+        QTRY_VERIFY2(host.Message().contains(QStringLiteral("a.png.vantor.json")),
+                     qPrintable(host.Message()));
+        host.DrawRectangle(0);
+        QVERIFY(StoreOf(host, 0)->HasUnsaved());
+        host.View(0)->setFocus();
+        host.Key(Qt::Key_S, Qt::ControlModifier);
+        QTRY_VERIFY2(host.Message().contains(QStringLiteral("Cannot save the annotations in")),
+                     qPrintable(host.Message()));
+        QCOMPARE(Pictures::Bytes(Pictures::Beside(strPicture)), bytes);
+        QVERIFY(!QFile::exists(CAnnotationFiles::InDataFolder(strPicture)));
+        QVERIFY(StoreOf(host, 0)->HasUnsaved());
+    }
+
+    /// A name too long for the suffix stands for every place that cannot be written, also for root.
+    void whatCannotStandBesideTheImageGoesIntoTheFolderOfDataAndIsFoundThere()
+    {
+        const Pictures pictures;
+        const QString strPicture = pictures.Add(QString(245, QLatin1Char('a')) + QStringLiteral(".png"));
+        QVERIFY(!strPicture.isEmpty());
+        {
+            Host host;
+            QVERIFY(host.Show({strPicture}));
+            host.DrawRectangle(0);
+            host.Entry("File", "Save")->trigger();
+            QTRY_VERIFY(!StoreOf(host, 0)->HasUnsaved());
+            QVERIFY2(host.Message().contains(CAnnotationFiles::DataFolder()), qPrintable(host.Message()));
+        }
+        QVERIFY(QFile::exists(CAnnotationFiles::InDataFolder(strPicture)));
+        Host host;
+        QVERIFY(host.Show({strPicture}));
+        QTRY_COMPARE(host.Annotations(0), 1);
+    }
+
+    void theNewerOfTwoFilesIsShown()
+    {
+        const Pictures pictures;
+        const QString strPicture = Annotated(pictures, QStringLiteral("a.png"));
+        const QString strElsewhere = CAnnotationFiles::InDataFolder(strPicture);
+        QVERIFY(QDir().mkpath(CAnnotationFiles::DataFolder()));
+        QVERIFY(Pictures::Write(strElsewhere, R"({"format":"vantor-annotations","version":1,"pages":[]})"));
+        QFile file(strElsewhere);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addDays(1), QFileDevice::FileModificationTime));
+        file.close();
+        Host host;
+        QString strLoaded;
+        connect(StoreOf(host, 0), &CAnnotationStore::signal_Loaded,
+                [&](const QString& strPath) { strLoaded = strPath; });
+        QVERIFY(host.Show({strPicture}));
+        QTRY_COMPARE(strLoaded, strElsewhere);
+        QVERIFY(QFile::remove(strElsewhere));
+    }
+
+    void aChangedImageIsSavedWithItsAnnotations()
+    {
+        const Pictures pictures;
+        const QString strPicture = pictures.Add(QStringLiteral("a.png"));
+        const QSize before = QImage(strPicture).size();
+        Host host;
+        QVERIFY(host.Show({strPicture}));
+        host.Entry("Edit", "Rotate Left")->trigger();
+        QVERIFY(host.window.isWindowModified());
+        host.DrawRectangle(0);
+        host.Entry("File", "Save")->trigger();
+        QTRY_VERIFY(!host.window.isWindowModified());
+        QCOMPARE(QImage(strPicture).size(), before.transposed());
+        QVERIFY(QFile::exists(Pictures::Beside(strPicture)));
+    }
+
+    void annotationsAreSavedBesideTheImageOnWhichTheyWereBegun()
+    {
+        const Pictures pictures;
+        const QString strFirst = pictures.Add(QStringLiteral("a.png"));
+        const QString strSecond = pictures.Add(QStringLiteral("b.png"));
+        Host host;
+        QVERIFY(host.Show());
+        host.window.OpenFiles({strFirst, strSecond}, QStringLiteral("1x1"));
+        host.DrawRectangle(0);
+        CtrlOf(host, 0)->slot_Next();
+        host.Entry("File", "Save")->trigger();
+        QTRY_VERIFY(!StoreOf(host, 0)->HasUnsaved());
+        QVERIFY(QFile::exists(Pictures::Beside(strFirst)));
+        QVERIFY(!QFile::exists(Pictures::Beside(strSecond)));
+    }
+
+    void nothingIsWrittenBesideAnImageThatNeverHadAnnotations()
+    {
+        const Pictures pictures;
+        const QString strPicture = pictures.Add(QStringLiteral("a.png"));
+        Host host;
+        QVERIFY(host.Show({strPicture}));
+        host.DrawRectangle(0);
+        CtrlOf(host, 0)->DeleteSelectedObjects();
+        QVERIFY(StoreOf(host, 0)->HasUnsaved());
+        host.Entry("File", "Save")->trigger();
+        QTRY_VERIFY(!StoreOf(host, 0)->HasUnsaved());
+        QVERIFY(!QFile::exists(Pictures::Beside(strPicture)));
+    }
+
+    void theySaveThemselvesOnlyWhenThatIsWished_data()
+    {
+        QTest::addColumn<bool>("bWished");
+        QTest::newRow("no") << false;
+        QTest::newRow("yes") << true;
+    }
+    void theySaveThemselvesOnlyWhenThatIsWished()
+    {
+        QFETCH(bool, bWished);
+        const Pictures pictures;
+        const QString strPicture = pictures.Add(QStringLiteral("a.png"));
+        Host host;
+        QVERIFY(host.Show({strPicture}));
+        QAction* pEntry = host.Entry("Settings", "Save Annotations by Themselves");
+        QVERIFY(pEntry && !pEntry->isChecked());
+        if (bWished)
+            pEntry->trigger();
+        host.DrawRectangle(0);
+        // What is off is seen by waiting for as long as it would take.
+        const bool bSaved = QTest::qWaitFor([&] { return !StoreOf(host, 0)->HasUnsaved(); }, 3500);
+        QCOMPARE(bSaved, bWished);
+        QCOMPARE(QFile::exists(Pictures::Beside(strPicture)), bWished);
+    }
+};
+
+VANTOR_TEST_MAIN(tst_CAnnotationFiles)
+#include "tst_CAnnotationFiles.moc"

@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// After a crash: what was not saved is offered. A window that is destroyed without being closed stands for
+// it.
+#include "CAnnotationFiles.h"
+#include "CRecoveryBar.h"
+#include "WorkSupport.h"
+#include "tests/support/TestMain.h"
+
+#include <QPushButton>
+
+namespace
+{
+/// Leaves a rectangle unsaved on each picture.
+bool Crash(const QStringList& lstPictures)
+{
+    Host host;
+    if (!host.Show(lstPictures))
+        return false;
+    for (int i = 0; i < lstPictures.size(); ++i) {
+        host.View(i)->setFocus();
+        host.DrawRectangle(i);
+    }
+    return static_cast<int>(host.Annotations(0)) == 1;
+}
+
+CRecoveryBar* BarOf(const Host& host)
+{
+    return host.window.findChild<CRecoveryBar*>();
+}
+
+QString TextOf(const Host& host)
+{
+    QString strText;
+    for (const QLabel* pLabel : BarOf(host)->findChildren<QLabel*>())
+        strText += pLabel->text();
+    return strText;
+}
+
+void Press(const Host& host, const char* pText)
+{
+    for (QPushButton* pButton : BarOf(host)->findChildren<QPushButton*>())
+        if (pButton->text() == QLatin1String(pText))
+            return pButton->click();
+    QFAIL("no such button");
+}
+} // namespace
+
+class tst_CRecoveryBar : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { Host::ForgetSettings(); }
+
+    void thereIsNoBarAfterAnOrdinaryEnd()
+    {
+        Host host;
+        QVERIFY(host.Show());
+        QCoreApplication::processEvents();
+        QVERIFY(!BarOf(host)->isVisible());
+    }
+
+    void restoreOpensTheImagesWithTheirAnnotationsUnsaved()
+    {
+        const Pictures pictures;
+        const QStringList lstPictures{pictures.Add(QStringLiteral("a.png")),
+                                      pictures.Add(QStringLiteral("b.png"))};
+        QVERIFY(Crash(lstPictures));
+        Host host;
+        QVERIFY(host.Show());
+        QTRY_VERIFY(BarOf(host)->isVisible());
+        QVERIFY2(TextOf(host).contains(QStringLiteral("a.png")) &&
+                     TextOf(host).contains(QStringLiteral("b.png")),
+                 qPrintable(TextOf(host)));
+        Press(host, "Restore");
+        QVERIFY(!BarOf(host)->isVisible());
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(host.Annotations(i), 1);
+            QVERIFY(StoreOf(host, i)->HasUnsaved());
+        }
+        QCOMPARE(host.ShownViewers(), 2);
+        QVERIFY(host.window.isWindowModified());
+    }
+
+    void whatIsRestoredStandsAboveWhatIsStoredBesideTheImage()
+    {
+        const Pictures pictures;
+        const QString strPicture = pictures.Add(QStringLiteral("a.png"));
+        QVERIFY(Pictures::Write(Pictures::Beside(strPicture),
+                                R"({"format":"vantor-annotations","version":1,"pages":[]})"));
+        QVERIFY(Crash({strPicture}));
+        Host host;
+        QVERIFY(host.Show());
+        QTRY_VERIFY(BarOf(host)->isVisible());
+        bool bLoaded = false;
+        connect(StoreOf(host, 0), &CAnnotationStore::signal_Loaded, [&] { bLoaded = true; });
+        Press(host, "Restore");
+        QVERIFY(!QTest::qWaitFor([&] { return bLoaded; }, 300));
+        QCOMPARE(host.Annotations(0), 1);
+    }
+
+    void laterKeepsThemAndDiscardDoesNot()
+    {
+        const Pictures pictures;
+        QVERIFY(Crash({pictures.Add(QStringLiteral("a.png"))}));
+        {
+            Host host;
+            QVERIFY(host.Show());
+            QTRY_VERIFY(BarOf(host)->isVisible());
+            Press(host, "Later");
+            QVERIFY(!BarOf(host)->isVisible());
+        }
+        QCOMPARE(AnnotationRecovery::Find().size(), std::size_t(1));
+        Host host;
+        QVERIFY(host.Show());
+        QTRY_VERIFY(BarOf(host)->isVisible());
+        Press(host, "Discard");
+        QVERIFY(!BarOf(host)->isVisible());
+        QVERIFY(AnnotationRecovery::Find().empty());
+    }
+
+    void whatHasNoEmptyViewerStaysOffered()
+    {
+        const Pictures pictures;
+        QVERIFY(Crash({pictures.Add(QStringLiteral("a.png"))}));
+        Host host;
+        QVERIFY(host.Show({kPhoto, kPhoto, kPhoto, kPhoto}));
+        QTRY_VERIFY(BarOf(host)->isVisible());
+        Press(host, "Restore");
+        QVERIFY(BarOf(host)->isVisible());
+        QVERIFY(!host.Message().isEmpty());
+        QCOMPARE(AnnotationRecovery::Find().size(), std::size_t(1));
+    }
+
+    void annotationsOfAnImageThatIsGoneAreKeptInAFile()
+    {
+        const Pictures pictures;
+        const QString strPicture = pictures.Add(QStringLiteral("a.png"));
+        QVERIFY(Crash({strPicture}));
+        QVERIFY(QFile::remove(strPicture));
+        Host host;
+        QVERIFY(host.Show());
+        QTRY_VERIFY(BarOf(host)->isVisible());
+        Press(host, "Restore");
+        QVERIFY2(host.Message().contains(CAnnotationFiles::DataFolder()), qPrintable(host.Message()));
+        const QStringList lstFiles = QDir(CAnnotationFiles::DataFolder()).entryList(QDir::Files);
+        QCOMPARE(lstFiles.size(), 1);
+        Vantor::Annotations::SDocument document;
+        const auto report = Vantor::Annotations::Load(
+            (CAnnotationFiles::DataFolder() + QLatin1Char('/') + lstFiles[0]).toStdString(), {}, {},
+            document);
+        QCOMPARE(report.failure, std::string());
+        QCOMPARE(document.pages.at(0).objects.size(), std::size_t(1));
+        QVERIFY(AnnotationRecovery::Find().empty());
+    }
+};
+
+VANTOR_TEST_MAIN(tst_CRecoveryBar)
+#include "tst_CRecoveryBar.moc"
