@@ -44,7 +44,7 @@ public:
                 lstCorners << QPointF(vertex.x(), vertex.y());
         return lstCorners;
     }
-    /// The press, the move and the release have Shift.
+    /// The press and the release have Shift.
     void ShiftDrag(const QPointF& start, const QPointF& end)
     {
         Move(start);
