@@ -73,6 +73,7 @@ CAnnotationFiles::CAnnotationFiles(CImageView2DCtrl* pCtrl, const CImageOrigins*
     m_autoSave.setInterval(kAutoSaveMs);
     connect(&m_autoSave, &QTimer::timeout, this, &CAnnotationFiles::AutoSave);
     connect(m_pStore, &CAnnotationStore::signal_StepFinished, this, &CAnnotationFiles::StartAutoSave);
+    connect(pOrigins, &CImageOrigins::signal_Changed, this, &CAnnotationFiles::StartAutoSave);
     connect(m_pStore, &CAnnotationStore::signal_Saved, this, &CAnnotationFiles::AfterSaving);
     connect(m_pStore, &CAnnotationStore::signal_Loaded, this, &CAnnotationFiles::AfterLoading);
     connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, this, &CAnnotationFiles::AfterOpening);
@@ -240,9 +241,10 @@ void CAnnotationFiles::StartAutoSave()
         m_autoSave.start();
 }
 
+/// Those of an image that is not saved wait for it: beside the image as it was they may be at wrong places.
 void CAnnotationFiles::AutoSave()
 {
-    if (m_pStore->HasUnsaved() && !ImageFile().isEmpty())
+    if (m_pStore->HasUnsaved() && !ImageFile().isEmpty() && !m_pOrigins->IsUnsaved(ImageIndex()))
         Save();
 }
 

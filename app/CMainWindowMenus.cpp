@@ -17,6 +17,7 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/object/ShapeKinds.h>
+#include <VantorCommon/annotation/store/SImageChange.h>
 #include <VantorCommon/settings/CSettingManager.h>
 #include <VantorCommon/shell/center/CCenterCtrl.h>
 #include <VantorCommon/shell/viewer/CImageViewer.h>
@@ -197,15 +198,22 @@ void CMainWindow::CreateImageEntries(QMenu* pMenu)
         m_pActions->Add(
             pMenu, {strText, QIcon(), {}}, [this, edit] { ChangeImage(edit); }, isUseful);
     };
-    add(tr("Flip &Horizontally"), hasImage, [](CImage& image) { return image.FlipHorizontally(); });
-    add(tr("Flip &Vertically"), hasImage, [](CImage& image) { return image.FlipVertically(); });
+    add(tr("Flip &Horizontally"), hasImage, [](CImage& image, SImageChange& sChange) {
+        sChange = {SImageChange::EKind_FlippedX};
+        return image.FlipHorizontally();
+    });
+    add(tr("Flip &Vertically"), hasImage, [](CImage& image, SImageChange& sChange) {
+        sChange = {SImageChange::EKind_FlippedY};
+        return image.FlipVertically();
+    });
     add(
         tr("Cr&op to the Shape"), [box] { return !box().isEmpty(); },
-        [box](CImage& image) {
+        [box](CImage& image, SImageChange& sChange) {
             const QRect rect = box();
+            sChange = {SImageChange::EKind_Cropped, rect.x(), rect.y()};
             return image.Crop(rect.x(), rect.y(), rect.width(), rect.height());
         });
-    add(tr("Grey&scale"), hasImage, [](CImage& image) { return image.ToGrey(); });
+    add(tr("Grey&scale"), hasImage, [](CImage& image, SImageChange&) { return image.ToGrey(); });
 }
 
 void CMainWindow::ChangeImage(const ImageEdits::Edit& edit)

@@ -6,6 +6,7 @@
 
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
+#include <VantorCommon/annotation/store/SImageChange.h>
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 
 using Vantor::Algorithms::CImage;
@@ -14,9 +15,10 @@ QString ImageEdits::Apply(const SViewer& viewer, const Edit& edit)
 {
     const auto pCurrent = viewer.pCtrl->GetImage();
     const auto pCopy = std::make_shared<CImage>();
-    if (pCopy->CopyFrom(pCurrent.get()) != 0 || edit(*pCopy) != 0)
+    SImageChange sChange;
+    if (pCopy->CopyFrom(pCurrent.get()) != 0 || edit(*pCopy, sChange) != 0)
         return QString::fromStdString(pCopy->GetFailureReason());
-    viewer.pCtrl->ChangeCurrentImage(pCopy);
+    viewer.pCtrl->ChangeCurrentImage(pCopy, sChange);
     return {};
 }
 

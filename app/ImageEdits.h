@@ -6,6 +6,7 @@
 #include <QString>
 #include <functional>
 
+struct SImageChange;
 struct SViewer;
 
 namespace Vantor::Algorithms
@@ -16,11 +17,11 @@ class CImage;
 /// Changes of a viewer's current image as a whole.
 namespace ImageEdits
 {
-/// Changes a copy of the current image in place.
+/// Changes a copy of the current image in place, and says how that moves what is on it.
 /// @return 0, or non-zero with the image's reason
-using Edit = std::function<int(Vantor::Algorithms::CImage& image)>;
+using Edit = std::function<int(Vantor::Algorithms::CImage& image, SImageChange& sChange)>;
 
-/// Puts a changed copy in the place of the current image, an undoable step.
+/// Puts a changed copy in the place of the current image, with its annotations: an undoable step.
 /// @return empty; else the reason why nothing was changed, in English
 QString Apply(const SViewer& viewer, const Edit& edit);
 /// The pixels of the current image that the box of the first selected shape touches; empty without one.

@@ -143,6 +143,23 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(Pictures::Beside(strPicture)));
     }
 
+    void aTurnedImageIsSavedWithTheAnnotationsThatItHad()
+    {
+        const Pictures pictures;
+        const QString strPicture = Annotated(pictures, QStringLiteral("a.png"));
+        {
+            Host host;
+            QVERIFY(host.Show({strPicture}));
+            QTRY_COMPARE(host.Annotations(0), 1);
+            host.Entry("Edit", "Rotate Left")->trigger();
+            host.Entry("File", "Save")->trigger();
+            QTRY_VERIFY(!host.window.isWindowModified());
+        }
+        Host host;
+        QVERIFY(host.Show({strPicture}));
+        QTRY_COMPARE(host.Annotations(0), 1);
+    }
+
     void annotationsAreSavedBesideTheImageOnWhichTheyWereBegun()
     {
         const Pictures pictures;
@@ -195,6 +212,23 @@ private Q_SLOTS:
         const bool bSaved = QTest::qWaitFor([&] { return !StoreOf(host, 0)->HasUnsaved(); }, 3500);
         QCOMPARE(bSaved, bWished);
         QCOMPARE(QFile::exists(Pictures::Beside(strPicture)), bWished);
+    }
+
+    void thoseOfAnImageThatIsNotSavedWaitForIt()
+    {
+        const Pictures pictures;
+        const QString strPicture = Annotated(pictures, QStringLiteral("a.png"));
+        const QByteArray before = Pictures::Bytes(Pictures::Beside(strPicture));
+        Host host;
+        QVERIFY(host.Show({strPicture}));
+        QTRY_COMPARE(host.Annotations(0), 1);
+        host.Entry("Settings", "Save Annotations by Themselves")->trigger();
+        host.Entry("Edit", "Rotate Left")->trigger();
+        QVERIFY(!QTest::qWaitFor([&] { return !StoreOf(host, 0)->HasUnsaved(); }, 3500));
+        QCOMPARE(Pictures::Bytes(Pictures::Beside(strPicture)), before);
+        CtrlOf(host, 0)->SaveFile(strPicture);
+        QTRY_VERIFY(!StoreOf(host, 0)->HasUnsaved());
+        QVERIFY(Pictures::Bytes(Pictures::Beside(strPicture)) != before);
     }
 };
 

@@ -2,7 +2,7 @@
 // Copyright (c) The Vantor authors
 //
 // The dock of annotations, exported and copied pictures, and the keys of annotations in the viewer.
-#include "HostSupport.h"
+#include "WorkSupport.h"
 #include "tests/support/TestMain.h"
 
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
@@ -12,9 +12,7 @@
 
 #include <QClipboard>
 #include <QDockWidget>
-#include <QFileDialog>
 #include <QLineEdit>
-#include <QTemporaryDir>
 
 namespace
 {
@@ -44,7 +42,22 @@ public:
                           Table()->viewport()->mapTo(&window, rect.center()));
     }
     M* Rows() const { return Table()->GetModel(); }
+    QRectF Box() const { return Viewer(0)->Get2DDrawableObjects().at(0)->GetBoundary(); }
 };
+
+/// Where a box lies after an entry of the menu has changed an image of this size.
+QRectF Carried(const QString& strEntry, const QRectF& box, const QSizeF& size)
+{
+    if (strEntry == QStringLiteral("Rotate Right"))
+        return {size.height() - box.bottom(), box.left(), box.height(), box.width()};
+    if (strEntry == QStringLiteral("Rotate Left"))
+        return {box.top(), size.width() - box.right(), box.height(), box.width()};
+    if (strEntry == QStringLiteral("Flip Horizontally"))
+        return {size.width() - box.right(), box.top(), box.width(), box.height()};
+    if (strEntry == QStringLiteral("Flip Vertically"))
+        return {box.left(), size.height() - box.bottom(), box.width(), box.height()};
+    return box;
+}
 } // namespace
 
 class tst_HostAnnotations : public QObject
@@ -119,6 +132,36 @@ private Q_SLOTS:
         host.Key(Qt::Key_Delete);
         QCOMPARE(host.Annotations(0), 0);
         QVERIFY(!host.IsEnabled("Edit", "Select All"));
+    }
+
+    void annotationsGoAlongWithTheirImageAndUndoBringsBothBack_data()
+    {
+        QTest::addColumn<QString>("entry");
+        for (const char* pEntry :
+             {"Rotate Left", "Rotate Right", "Flip Horizontally", "Flip Vertically", "Greyscale"})
+            QTest::newRow(pEntry) << QString::fromLatin1(pEntry);
+    }
+    void annotationsGoAlongWithTheirImageAndUndoBringsBothBack()
+    {
+        QFETCH(QString, entry);
+        CAnnotationsHost host;
+        QVERIFY(host.Show({kPhoto}));
+        host.Entry({QStringLiteral("Tools"), QStringLiteral("Draw"), QStringLiteral("Rectangle")})->trigger();
+        host.Drag(0, host.View(0)->rect().center() - QPoint(50, 35),
+                  host.View(0)->rect().center() + QPoint(20, 10));
+        const QRectF before = host.Box();
+        const auto pBefore = CtrlOf(host, 0)->GetCurrentImgage();
+        const QRectF after = Carried(entry, before, QImage(kPhoto).size());
+        QCOMPARE(after == before, entry == QStringLiteral("Greyscale"));
+        host.Entry({QStringLiteral("Edit"), entry})->trigger();
+        QVERIFY(CtrlOf(host, 0)->GetCurrentImgage() != pBefore);
+        QCOMPARE(host.Annotations(0), 1);
+        QCOMPARE(host.Box(), after);
+        host.Entry("Edit", "Undo")->trigger();
+        QCOMPARE(CtrlOf(host, 0)->GetCurrentImgage(), pBefore);
+        QCOMPARE(host.Box(), before);
+        host.Entry("Edit", "Redo")->trigger();
+        QCOMPARE(host.Box(), after);
     }
 
     void aPictureIsExportedWithItsAnnotations_data()

@@ -131,11 +131,13 @@ private Q_SLOTS:
         QCOMPARE(QSize(pAfter->GetWidth(), pAfter->GetHeight()), kept.size());
         for (const QPoint& p : {QPoint(0, 0), QPoint(3, 2), QPoint(kept.width() - 1, kept.height() - 1)})
             QVERIFY(IsPixel(*pAfter, p.x(), p.y(), *pBefore, kept.x() + p.x(), kept.y() + p.y()));
-        QCOMPARE(host.Annotations(0), 0);
-        QVERIFY(!host.IsEnabled("Edit", "Crop to the Shape"));
+        QCOMPARE(host.Annotations(0), 1);
+        const auto pShape = host.Viewer(0)->Get2DDrawableObjects().at(0);
+        QCOMPARE(pShape->GetBoundary(), box.translated(-kept.topLeft()));
         host.Entry("Edit", "Undo")->trigger();
         QCOMPARE(ImageOf(host, 0), pBefore);
         QCOMPARE(host.Annotations(0), 1);
+        QCOMPARE(pShape->GetBoundary(), box);
     }
 
     void aCropNeedsAShapeThatIsSelectedAndLiesInTheImage()
