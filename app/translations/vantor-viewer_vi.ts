@@ -444,7 +444,7 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
     <message>
         <source>&amp;Export Annotations...</source>
-        <translation>&amp;Xuất chú thích...</translation>
+        <translation>X&amp;uất chú thích...</translation>
     </message>
     <message>
         <source>&amp;Save Annotations by Themselves</source>

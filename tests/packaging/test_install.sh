@@ -15,7 +15,7 @@ fail() {
 
 # The names that programs are linked with, and what the libraries offer: classes of theirs, no one else's.
 own='^(VTT for |(non-)?virtual thunk to |vtable for |typeinfo (name )?for |guard variable for )*'
-own+='(Vantor::|[CIS][A-Z][A-Za-z0-9_]*(::|$)|ShapeKinds::|ProcessOperations::|__Internal|ImageView2DMode::|Image2DProcess[A-Za-z]*Type::)'
+own+='(Vantor::|[CIS][A-Z][A-Za-z0-9_]*(::|$)|ShapeKinds::|ProcessOperations::|AnnotationRecovery::|BurnIn::|PictureExport::|__Internal|ImageView2DMode::|Image2DProcess[A-Za-z]*Type::)'
 own+='|^(__bss_start|_edata|_end)$'
 for library in Vantor VantorCommon; do
     file=$prefix/$libdir/lib$library.so
