@@ -396,7 +396,7 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
     <message>
         <source>Export &amp;Picture...</source>
-        <translation>&amp;Xuất hình ảnh...</translation>
+        <translation>Xuất &amp;bức ảnh...</translation>
     </message>
     <message>
         <source>Copy &amp;with Annotations</source>
@@ -444,7 +444,7 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
     <message>
         <source>&amp;Export Annotations...</source>
-        <translation>X&amp;uất chú thích...</translation>
+        <translation>&amp;Xuất chú thích...</translation>
     </message>
     <message>
         <source>&amp;Save Annotations by Themselves</source>
