@@ -53,7 +53,7 @@ CResult ReadFile(const std::string& path, std::string& bytes)
 CResult WriteFile(const std::string& path, const std::string& bytes)
 {
     AtomicFile file;
-    const CResult result = file.Open(path);
+    CResult result = file.Open(path);
     if (!result.IsSuccess())
         return result;
     file.Device().write(bytes.data(), static_cast<qint64>(bytes.size()));

@@ -250,7 +250,7 @@ void CocoReader::NameImages()
 
 CResult CocoReader::Read(JsonView root, const SContext& context)
 {
-    const CResult result = ReadImages(root["images"], context);
+    CResult result = ReadImages(root["images"], context);
     if (!result.IsSuccess())
         return result;
     ReadCategories(root["categories"]);
@@ -276,7 +276,7 @@ bool IsCoco(const std::string& bytes, const std::string& /*fileName*/)
 CResult ReadCoco(const std::string& bytes, const SContext& context, SDocument& document, Remarks& remarks)
 {
     JsonView root;
-    const CResult result = OpenJson(bytes, root);
+    CResult result = OpenJson(bytes, root);
     if (!result.IsSuccess())
         return result;
     if (!root["images"].IsArray() || !root["annotations"].IsArray())

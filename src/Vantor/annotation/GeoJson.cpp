@@ -243,7 +243,7 @@ bool IsGeoJson(const std::string& bytes, const std::string& /*fileName*/)
 CResult ReadGeoJson(const std::string& bytes, const SContext& context, SDocument& document, Remarks& remarks)
 {
     JsonView root;
-    const CResult result = OpenJson(bytes, root);
+    CResult result = OpenJson(bytes, root);
     if (!result.IsSuccess())
         return result;
     const JsonView features = FeaturesOf(root);

@@ -141,7 +141,7 @@ bool IsLabelMe(const std::string& bytes, const std::string& /*fileName*/)
 CResult ReadLabelMe(const std::string& bytes, const SContext& context, SDocument& document, Remarks& remarks)
 {
     JsonView root;
-    const CResult result = OpenJson(bytes, root);
+    CResult result = OpenJson(bytes, root);
     if (!result.IsSuccess())
         return result;
     if (!root["shapes"].IsArray())

@@ -81,7 +81,7 @@ CResult Check(const SDocument& document)
         nObjects += page.objects.size();
         for (const SObject& object : page.objects)
             nNumbers += object.numbers.size();
-        const CResult result = CheckPage(page);
+        CResult result = CheckPage(page);
         if (!result.IsSuccess())
             return result;
     }
@@ -284,7 +284,7 @@ CResult WriteOwn(const SDocument& document, SContext& /*context*/, std::string& 
 {
     if (document.IsReadOnly())
         return CResult::Failure("The annotations are of a later version, which this one cannot save.");
-    const CResult result = Check(document);
+    CResult result = Check(document);
     if (!result.IsSuccess())
         return result;
     OwnWriter(bytes).Document(document);

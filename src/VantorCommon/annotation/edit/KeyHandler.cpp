@@ -104,6 +104,7 @@ void CKeyHandler::BeginBurst(std::vector<ObjectPtr> vctMoved, const QPointF& by)
         std::shared_ptr<Vantor::Geometry::CGeometry> pBefore;
     };
     std::vector<SMoved> vctBefore;
+    vctBefore.reserve(vctMoved.size());
     for (const ObjectPtr& pObject : vctMoved)
         vctBefore.push_back({pObject, pObject->GetBoundary().topLeft(), pObject->CloneShape()});
     const auto pBy = std::make_shared<QPointF>(by);

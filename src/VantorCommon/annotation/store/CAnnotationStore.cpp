@@ -244,7 +244,7 @@ QString CAnnotationStore::SPrivate::ImagePath() const
     if (!pImage || pImage->GetName().empty())
         return {};
     const QString strFolder = QString::fromStdWString(pImage->GetFolder());
-    const QString strName = QString::fromStdWString(pImage->GetName());
+    QString strName = QString::fromStdWString(pImage->GetName());
     if (strFolder.isEmpty())
         return strName;
     return strFolder.endsWith(QLatin1Char('/')) ? strFolder + strName
