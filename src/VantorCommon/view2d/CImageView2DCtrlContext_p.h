@@ -12,7 +12,8 @@ class CImageView2DGeometryModel;
 class CImageView2DModel;
 class CImageView2DToolModel;
 
-/// The objects on which the parts of one 2D controller work. Models and view may be null or destroyed first.
+/// The objects on which the parts of one 2D controller work. The controller owns the parts; models and view
+/// may be null or destroyed first.
 struct SImageView2DCtrlContext {
     CImageView2DCtrl* pCtrl = nullptr;
     QPointer<CImageView2DModel> pModel;

@@ -63,7 +63,8 @@ public:
     /// The options as set last; all off at first.
     const SCenterOptions& GetOptions() const { return m_sOptions; }
 
-    /// Sets the model's grid: 1 x 1, 1 x 2 or 2 x 2. Deliberate: rows come first here, columns in the model.
+    /// Sets the model's grid, of which the view lays out 1 x 1, 1 x 2 and 2 x 2 as expected. Deliberate: rows
+    /// come first here, columns in the model.
     void ChangeLayout(int nRow, int nColumn);
     /// The only viewer shown, or the one that the user picks; empty when cancelled. Deliberate: the dialog
     /// offers one name for each cell of the grid, even without such a viewer; then the result is empty.
