@@ -22,7 +22,7 @@ class Texts
     Q_DECLARE_TR_FUNCTIONS(AnnotationDialogs)
 };
 
-constexpr int kMaxListed = 10; // remarks; all are in the details
+constexpr int kMaxListed = 10; // remarks; the details list all
 
 QString PatternOf(const SFormatInfo& format)
 {
@@ -58,7 +58,7 @@ QString ChooseExisting(QWidget* pParent, const QString& strTitle, const QString&
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
-/// Asks for a name; the suffix of the chosen filter's format is completed before the question whether to
+/// Asks for a name; completes it with the suffix of the chosen filter's format before asking whether to
 /// replace a file.
 AnnotationDialogs::STarget Choose(QWidget* pParent, const QString& strTitle, const QString& strProposal,
                                   const std::vector<SFormatInfo>& vctFormats)

@@ -12,24 +12,24 @@ class QWidget;
 /// The dialogs that ask for files of annotations. They block while they are open.
 namespace AnnotationDialogs
 {
-/// A file to be written; its path is empty when somebody has cancelled.
+/// A file to write; its path is empty when the user has cancelled.
 struct STarget {
     QString strPath;
     QString strFormat; ///< a name of Vantor::Annotations::GetFormats
 };
 
-/// A file in our own format. @return empty when cancelled
+/// Asks for a file in the library's own format. @return empty when cancelled
 QString ChooseToOpen(QWidget* pParent, const QString& strFolder);
-/// A file in any format. @return empty when cancelled
+/// Asks for a file in any format. @return empty when cancelled
 QString ChooseToImport(QWidget* pParent, const QString& strFolder);
-/// A name in our own format; a suffix is appended to one without it.
+/// Asks for a name in the library's own format and completes its suffix.
 /// @param strProposal  a path
 STarget ChooseToSave(QWidget* pParent, const QString& strProposal);
-/// A name in any format.
+/// Asks for a name in any format.
 /// @param strProposal  a path without suffix
 STarget ChooseToExport(QWidget* pParent, const QString& strProposal);
 
-/// Shows what a file would not say, if there is anything. @return whether to write it
+/// Shows what a file would lose, if it would lose anything. @return whether to write it
 bool ConfirmLoss(QWidget* pParent, const QString& strFormat,
                  const std::vector<Vantor::Annotations::SRemark>& vctRemarks);
 } // namespace AnnotationDialogs

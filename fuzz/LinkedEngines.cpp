@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// In place of EngineModule.cpp: the PDF engine is linked in, where the fuzzer sees what it reaches.
+// Replaces EngineModule.cpp: the PDF engine is linked in, so that the fuzzer sees which code it reaches.
 #include <Vantor/EngineModule_p.h>
 #include <Vantor/pdf/PdfEngine_p.h>
 

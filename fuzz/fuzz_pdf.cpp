@@ -21,7 +21,7 @@ constexpr std::size_t kDecodeLimit = std::size_t(32) << 20;
 constexpr int kMaxPages = 3;
 } // namespace
 
-/// fontconfig keeps offsets instead of pointers: what it still holds at the end looks lost.
+/// fontconfig keeps offsets instead of pointers, so its remaining memory looks leaked at the end.
 extern "C" const char* __lsan_default_suppressions()
 {
     return "leak:libfontconfig\n";

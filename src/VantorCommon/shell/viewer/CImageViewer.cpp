@@ -135,7 +135,7 @@ QWidget* CImageViewer::CreateBottomLine()
     pLayout->setAlignment(Qt::AlignLeft);
     m_pTitle = new QLabel(TitleOf(m_nViewID, nullptr), pLine);
     m_pTitle->setStyleSheet(QStringLiteral("QLabel{color: green;}"));
-    // The dark green of the title would be lost on a dark window.
+    // The dark green of the title would be illegible on a dark window.
     QPalette ground = m_pTitle->palette();
     ground.setColor(QPalette::Window, QColor(kTitleGround));
     m_pTitle->setPalette(ground);
@@ -214,11 +214,11 @@ void CImageViewer::ShowView(bool b2D)
 {
     QWidget* pShown = b2D ? m_pView2D : m_pView3D;
     QWidget* pHidden = b2D ? m_pView3D : m_pView2D;
-    // The frame holds the keyboard meanwhile: it must not go to another viewer.
+    // The frame has the keyboard meanwhile, so that no other viewer gets it.
     const bool bFocus = pHidden && pHidden->hasFocus();
     if (bFocus)
         setFocus(Qt::OtherFocusReason);
-    // First one goes: side by side for a moment, both would be resized to half their width.
+    // Hide one first: side by side for a moment, both would be resized to half their width.
     if (pHidden)
         pHidden->setVisible(false);
     if (pShown)
@@ -228,7 +228,7 @@ void CImageViewer::ShowView(bool b2D)
     CheckView(b2D);
 }
 
-/// By hand: a button group would uncheck the other one by nextCheckState, which does nothing here.
+/// Not by a button group, which would uncheck the other button by nextCheckState, which does nothing here.
 void CImageViewer::CheckView(bool b2D)
 {
     ShowState(m_pButton2D, b2D);
@@ -239,7 +239,7 @@ void CImageViewer::AfterPress(QPushButton* pButton)
 {
     // The visible view keeps the keyboard: undo acts only where the focus is.
     FocusVisibleView();
-    // A dialog that the press opened has swallowed the release.
+    // A dialog that the press opened has consumed the release.
     if (QGuiApplication::mouseButtons() == Qt::NoButton)
         pButton->setDown(false);
 }
@@ -325,7 +325,7 @@ void CImageViewer::slot_ChangeDrawableObjectProperty(unsigned int nUID)
 void CImageViewer::ShowFocus(bool bFocus)
 {
     const QString strBorder = bFocus ? QStringLiteral("rgb(0, 100, 200)") : QStringLiteral("none");
-    // A form gives the viewer a name of its own.
+    // By its name, because a form gives the viewer a name of its own.
     const QString strStyle = QStringLiteral("#%1 { border: 0.5px solid %2; }").arg(objectName(), strBorder);
     if (strStyle != styleSheet())
         setStyleSheet(strStyle);

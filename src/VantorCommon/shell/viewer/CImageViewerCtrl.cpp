@@ -55,7 +55,7 @@ CImageViewerCtrl::~CImageViewerCtrl()
 {
     if (m_pViewer)
         return;
-    // Without a viewer nobody else owns them.
+    // Without a viewer, no other object owns them.
     delete m_pView2D;
     delete m_pStatusBarView;
     delete m_pView3D;
