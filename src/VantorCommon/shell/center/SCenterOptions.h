@@ -20,7 +20,8 @@ struct SCenterOptions {
     /// process, one filter for all, and the suffix "bmp".
     bool bProposeSaveName = false;
     /// The tool panels also have the buttons of the optional kinds of ShapeKinds: arrows, texts, and the
-    /// kinds that a host registers as optional. Off: only those of the six modes.
+    /// kinds that a host registers as optional; all buttons have pictures beside their texts. Off: only the
+    /// buttons of the six modes, with texts.
     bool bMoreShapes = false;
     /// Annotations with a pen or a brush of their own are painted with them, and the property panel has their
     /// colour, width and fill. Off: every annotation is green or, if selected, red.
