@@ -42,4 +42,7 @@ struct SCenterOptions {
     /// double click closes a polygon, Backspace takes its last corner back, Escape gives it up. Off: none of
     /// this; Backspace then deletes what is selected, and Escape leaves the corners until the next press.
     bool bEditKeys = false;
+    /// The button of a viewer that drops all its images has a picture of its own and stands last in the row.
+    /// Off: it has the picture of "Delete" and stands beside the ruler.
+    bool bClearApart = false;
 };
