@@ -3,7 +3,9 @@
 #pragma once
 
 #include <Vantor/annotation/Annotations.h>
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
 
+#include <QSize>
 #include <QString>
 #include <vector>
 
@@ -28,6 +30,13 @@ STarget ChooseToSave(QWidget* pParent, const QString& strProposal);
 /// Asks for a name in any format.
 /// @param strProposal  a path without suffix
 STarget ChooseToExport(QWidget* pParent, const QString& strProposal);
+
+/// What to do with a file of annotations that somebody else has changed.
+enum EChanged : int { EChanged_Overwrite, EChanged_SaveAs, EChanged_Cancel };
+EChanged AskChanged(QWidget* pParent, const QString& strPath);
+
+/// What to do with annotations of an image of another size.
+EOtherSize AskSize(QWidget* pParent, const Vantor::Annotations::SPage& page, const QSize& size);
 
 /// Shows what a file would lose, if it would lose anything. @return whether to write it
 bool ConfirmLoss(QWidget* pParent, const QString& strFormat,

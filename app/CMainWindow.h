@@ -12,6 +12,7 @@
 #include <vector>
 
 class CActionTable;
+class CAnnotationStore;
 class CAnnotationTableCtrl;
 class CAnnotationTableView;
 class CCenterCtrl;
@@ -90,6 +91,7 @@ private:
     void ShowWork(const QString& strTool);
     void EndWork();
     void CreateUnsavedWork();
+    void TellWhatHappensTo(const CAnnotationStore& store);
     void ShowUnsaved();
     void CheckFolders();
     void RestoreState();
@@ -118,6 +120,7 @@ private:
     /// @}
     bool ReadAnnotations(const QString& strPath, const QString& strFormat,
                          Vantor::Annotations::SDocument& document);
+    bool FitToImage(Vantor::Annotations::SPage& page);
     void OfferRecovery();
     void RestoreWork(const std::vector<AnnotationRecovery::SFound>& vctFound);
     bool RestoreOne(const AnnotationRecovery::SFound& found);

@@ -17,6 +17,7 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/object/ShapeKinds.h>
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/annotation/store/SImageChange.h>
 #include <VantorCommon/settings/CSettingManager.h>
 #include <VantorCommon/shell/center/CCenterCtrl.h>
@@ -132,7 +133,7 @@ void CMainWindow::CreateFileMenu()
         pFile, {tr("&Close Image"), LibraryIcon("close"), Keys(QKeySequence::Close)},
         [this] { m_pWork->CloseCurrent(m_pViewers->Active()); }, hasImage);
     m_pActions->Add(
-        pFile, {tr("Close A&ll Images"), LibraryIcon("clear"), Key("Ctrl+Shift+W")},
+        pFile, {tr("Close A&ll Images"), LibraryIcon("clear-images"), Key("Ctrl+Shift+W")},
         [this] { m_pWork->CloseAll(m_pViewers->Active()); }, hasImage);
     pFile->addSeparator();
     m_pActions->Add(pFile, {tr("&Quit"), HostIcon("quit"), Keys(QKeySequence::Quit, "Ctrl+Q")},
@@ -177,6 +178,12 @@ void CMainWindow::CreateEditMenu()
     m_pActions->Add(
         pEdit, {tr("Dupl&icate"), QIcon(), Key("Ctrl+D")}, [this] { DuplicateAnnotations(); },
         [this] { return HasSelection(m_pViewers->Active()); });
+    m_pActions->Add(
+        pEdit, {tr("R&estore Cleared Annotations"), QIcon(), {}},
+        [this] { m_pViewers->Active().Ctrl2D()->GetAnnotationStore()->RestoreCleared(); },
+        [this, hasImage] {
+            return hasImage() && m_pViewers->Active().Ctrl2D()->GetAnnotationStore()->CountCleared() > 0;
+        });
     pEdit->addSeparator();
     CreateImageEntries(pEdit);
 }

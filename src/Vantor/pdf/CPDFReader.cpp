@@ -144,6 +144,7 @@ try {
         image->Create(size.nWidth, size.nHeight, kChannels, 8, EImageType::Interleaved, kRowAlignment) != 0)
         return kFailed;
     m_pDocument->pPdf->TakeDrawing(image->GetRows());
+    image->SetPageResolution(dResolutionX);
     return 0;
 } catch (const std::exception&) {
     return kFailed;

@@ -42,4 +42,7 @@ struct SCenterOptions {
     /// closes a polygon, Backspace removes its last corner, Escape cancels it. Off: none of this; Backspace
     /// then deletes the selection, and Escape leaves the corners until the next press.
     bool bEditKeys = false;
+    /// The button of a viewer that drops all its images has a picture of its own and stands last in the row.
+    /// Off: it has the picture of "Delete" and stands beside the ruler.
+    bool bClearApart = false;
 };

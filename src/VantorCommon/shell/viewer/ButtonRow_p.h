@@ -19,6 +19,9 @@ public:
     /// icon, and presses it.
     void Add(QPushButton* pButton);
 
+    /// Gives a button of the row another place, counted from 0.
+    void Move(QPushButton* pButton, int nPlace);
+
     /// The size with room for all buttons.
     QSize sizeHint() const override;
     /// The size with room for one button and the menu of the others.
@@ -28,6 +31,7 @@ protected:
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:
+    void PlaceAll();
     void Place(QWidget* pWidget, int nPlace);
     void FillMenu();
 

@@ -31,6 +31,8 @@ namespace
 {
 constexpr int kIconSize = 20;
 constexpr int kButtonSize = 28;
+constexpr int kClearPlace = 11; // in the row, beside the ruler
+constexpr int kLastPlace = 14;
 constexpr QRgb kTitleGround = 0xFFF0F0F0; // light
 
 QString TitleOf(int nViewID, const CImage* pImage)
@@ -95,7 +97,7 @@ void CImageViewer::AddButton(CButtonRow* pRow, QPushButton* pButton, const char*
 
 QWidget* CImageViewer::CreateButtons()
 {
-    auto* pRow = new CButtonRow(this);
+    auto* pRow = m_pButtons = new CButtonRow(this);
     const auto add = [&](QPushButton* pButton, const char* pIcon, const QString& strName, auto pTarget) {
         AddButton(pRow, pButton, pIcon, strName);
         connect(pButton, &QPushButton::pressed, this, pTarget);
@@ -103,7 +105,7 @@ QWidget* CImageViewer::CreateButtons()
         return pButton;
     };
     const auto plain = [&](const char* pIcon, const QString& strName, auto pTarget) {
-        add(new QPushButton(pRow), pIcon, strName, pTarget);
+        return add(new QPushButton(pRow), pIcon, strName, pTarget);
     };
     const auto state = [&](const char* pIcon, const QString& strName, auto pTarget) {
         return add(new CModelStateButton(pRow), pIcon, strName, pTarget);
@@ -119,11 +121,17 @@ QWidget* CImageViewer::CreateButtons()
     plain("next.png", QStringLiteral("Next image"), &CImageViewer::signal_Next);
     plain("capture.png", QStringLiteral("Capture the screen"), &CImageViewer::signal_OpenSnipTool);
     plain("ruler.png", QStringLiteral("Ruler"), &CImageViewer::signal_Ruler);
-    plain("clear.png", QStringLiteral("Clear the images"), &CImageViewer::signal_ClearImage);
+    m_pButtonClear = plain("clear.png", QStringLiteral("Clear the images"), &CImageViewer::signal_ClearImage);
     plain("add.png", QStringLiteral("Add images"), &CImageViewer::signal_AddImage);
     plain("open-folder.png", QStringLiteral("Open a file"), &CImageViewer::signal_OpenFile);
     plain("save_file.png", QStringLiteral("Save the image"), &CImageViewer::signal_SaveFile);
     return pRow;
+}
+
+void CImageViewer::SetClearApart(bool bApart)
+{
+    m_pButtonClear->setIcon(SharedIcon(bApart ? "clear-images.png" : "clear.png"));
+    m_pButtons->Move(m_pButtonClear, bApart ? kLastPlace : kClearPlace);
 }
 
 QWidget* CImageViewer::CreateBottomLine()

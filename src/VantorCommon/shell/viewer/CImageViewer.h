@@ -68,6 +68,9 @@ public:
     /// The annotations, newest first; empty without a 2D view.
     std::vector<std::shared_ptr<CImageView2DDrawableObject>> Get2DDrawableObjects() const;
 
+    /// See SCenterOptions::bClearApart.
+    void SetClearApart(bool bApart);
+
     /// Fills the thumbnail list again. An image that cannot be shown gets no row.
     void UpdateSideView();
     /// Rescales every thumbnail to the width of the list.
@@ -181,6 +184,8 @@ private:
     QListView* m_pSideList = nullptr;
     QPointer<CImageView2DModel> m_pImageModel;
     QPointer<CImageView2DToolModel> m_pToolModel;
+    CButtonRow* m_pButtons = nullptr;
+    QPushButton* m_pButtonClear = nullptr;
     QPushButton* m_pButton2D = nullptr;
     QPushButton* m_pButton3D = nullptr;
     QPushButton* m_pButtonSelect = nullptr;

@@ -182,6 +182,8 @@ CImageView2D* CImageViewerCtrl::Get2DView() const
 void CImageViewerCtrl::SetOptions(const SCenterOptions& sOptions)
 {
     m_pCtrl2D->SetOptions(sOptions);
+    if (m_pViewer)
+        m_pViewer->SetClearApart(sOptions.bClearApart);
 }
 
 void CImageViewerCtrl::LoadFile(const QString& strPath)
