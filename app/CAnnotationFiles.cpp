@@ -2,7 +2,6 @@
 // Copyright (c) The Vantor authors
 #include "CAnnotationFiles.h"
 
-#include "CImageOrigins.h"
 #include "HostSettings.h"
 #include "LibraryTexts.h"
 
@@ -66,38 +65,53 @@ bool HasObjects(const SDocument& document)
 }
 } // namespace
 
-CAnnotationFiles::CAnnotationFiles(CImageView2DCtrl* pCtrl, const CImageOrigins* pOrigins)
-    : m_pCtrl(pCtrl), m_pOrigins(pOrigins), m_pStore(pCtrl->GetAnnotationStore())
+CAnnotationFiles::CAnnotationFiles(CImageView2DCtrl* pCtrl)
+    : m_pCtrl(pCtrl), m_pStore(pCtrl->GetAnnotationStore())
 {
     m_autoSave.setSingleShot(true);
     m_autoSave.setInterval(kAutoSaveMs);
     connect(&m_autoSave, &QTimer::timeout, this, &CAnnotationFiles::AutoSave);
+    m_look.setSingleShot(true);
+    connect(&m_look, &QTimer::timeout, this, &CAnnotationFiles::LookForStored);
     connect(m_pStore, &CAnnotationStore::signal_StepFinished, this, &CAnnotationFiles::StartAutoSave);
-    connect(pOrigins, &CImageOrigins::signal_Changed, this, &CAnnotationFiles::StartAutoSave);
+    connect(pCtrl, &CImageView2DCtrl::signal_FileSaved, this, &CAnnotationFiles::StartAutoSave);
     connect(m_pStore, &CAnnotationStore::signal_Saved, this, &CAnnotationFiles::AfterSaving);
     connect(m_pStore, &CAnnotationStore::signal_Loaded, this, &CAnnotationFiles::AfterLoading);
-    connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, this, &CAnnotationFiles::AfterOpening);
-    connect(pCtrl->GetImageModel(), &CImageView2DModel::signal_ChangeCurrentImage, this,
-            &CAnnotationFiles::ShowStored);
-    using G = CImageView2DGeometryModel;
-    const G* pGeometry = pCtrl->GetGeometryModel();
-    connect(pGeometry, &G::signal_AddDrawableObject, this, [this] {
-        if (std::exchange(m_bEmpty, false))
-            m_nHome = std::max(0, m_pCtrl->GetImageModel()->GetCurrentIndex());
-    });
-    connect(pGeometry, &G::signal_ClearObject, this, [this] { m_bEmpty = true; });
-    connect(pGeometry, &G::signal_DeleteDrawableObject, this,
-            [this, pGeometry] { m_bEmpty = pGeometry->Size() == 0; });
+    connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, this, &CAnnotationFiles::LookForStored);
+    // What is pasted as a file is announced by nothing else; the list may be in the middle of a change.
+    connect(pCtrl->GetImageModel(), &CImageView2DModel::signal_ChangeImageList, this,
+            [this] { m_look.start(0); });
 }
 
-int CAnnotationFiles::ImageIndex() const
+int CAnnotationFiles::ImageOf(const QString& strFile) const
 {
-    return m_bEmpty ? m_pCtrl->GetImageModel()->GetCurrentIndex() : m_nHome;
+    const int nCount = strFile.isEmpty() ? 0 : m_pCtrl->GetImageModel()->GetImageCount();
+    for (int i = 0; i < nCount; ++i)
+        if (m_pStore->GetImageFile(i) == strFile)
+            return i;
+    return -1;
 }
 
-QString CAnnotationFiles::ImageFile() const
+std::vector<int> CAnnotationFiles::Unsaved() const
 {
-    return m_pOrigins->FileOf(ImageIndex());
+    std::vector<int> vctImages;
+    for (int i = 0; i < m_pCtrl->GetImageModel()->GetImageCount(); ++i) {
+        const QString strFile = m_pStore->GetImageFile(i);
+        if (m_pStore->HasUnsaved(i) && (strFile.isEmpty() || ImageOf(strFile) == i))
+            vctImages.push_back(i);
+    }
+    return vctImages;
+}
+
+bool CAnnotationFiles::IsLastWithUnsaved(int nImage) const
+{
+    if (!m_pStore->HasUnsaved(nImage))
+        return false;
+    const QString strFile = m_pStore->GetImageFile(nImage);
+    for (int i = 0; i < m_pCtrl->GetImageModel()->GetImageCount(); ++i)
+        if (i != nImage && !strFile.isEmpty() && m_pStore->GetImageFile(i) == strFile)
+            return false;
+    return true;
 }
 
 QString CAnnotationFiles::DataFolder()
@@ -122,45 +136,56 @@ void CAnnotationFiles::Expect(const QString& strImage, const SDocument& document
     m_expected.insert(QFileInfo(strImage).absoluteFilePath(), document);
 }
 
-/// The first image of the file is current by now.
-void CAnnotationFiles::AfterOpening()
+/// A file is looked for when the first of its pages comes.
+void CAnnotationFiles::LookForStored()
 {
-    const QString strImage = m_pOrigins->FileOf(m_pCtrl->GetImageModel()->GetCurrentIndex());
-    if (strImage.isEmpty())
-        return;
-    m_pending.insert(strImage);
-    ShowStored();
+    m_look.stop();
+    const QSet<int> known = std::exchange(m_known, {});
+    QSet<QString> fresh;
+    QSet<QString> old;
+    const int nCount = m_pCtrl->GetImageModel()->GetImageCount();
+    for (int i = 0; i < nCount; ++i) {
+        const int nId = m_pStore->GetPageId(i);
+        (known.contains(nId) ? old : fresh).insert(m_pStore->GetImageFile(i));
+        m_known.insert(nId);
+    }
+    fresh.remove(QString());
+    m_hidden &= old;
+    for (int i = 0; i < nCount; ++i)
+        if (const QString strFile = m_pStore->GetImageFile(i);
+            fresh.remove(strFile) && !old.contains(strFile))
+            ShowStored(i);
 }
 
-/// Shows what is stored for the current image, once, and not in place of other annotations.
-void CAnnotationFiles::ShowStored()
+void CAnnotationFiles::ShowStored(int nImage)
 {
-    const QString strImage = m_pOrigins->FileOf(m_pCtrl->GetImageModel()->GetCurrentIndex());
-    if (!m_pending.contains(strImage) || m_pCtrl->GetGeometryModel()->Size() > 0)
-        return;
-    if (m_expected.contains(strImage)) {
-        m_pending.remove(strImage);
-        m_pStore->Apply(m_expected.take(strImage));
-        return;
-    }
+    const QString strImage = m_pStore->GetImageFile(nImage);
     const QString strFile = StoredFile(strImage);
-    if (strFile.isEmpty()) {
-        m_pending.remove(strImage);
-    } else if (!m_loading.contains(strFile)) {
-        m_loading.insert(strFile, strImage);
-        m_pStore->Load(strFile);
+    if (m_expected.contains(strImage)) {
+        // What the file says beside its pages stays.
+        SDocument document;
+        Vantor::Annotations::Load(strFile.toStdString(), Vantor::Annotations::kOwnFormat, {}, document);
+        document.pages = m_expected.take(strImage).pages;
+        m_pStore->Apply(document, nImage);
+    } else if (!strFile.isEmpty()) {
+        m_hidden.insert(strImage);
+        SLoading& loading = m_loading[strFile];
+        loading.strImage = strImage;
+        ++loading.nLoads;
+        m_pStore->Load(strFile, nImage);
     }
 }
 
 void CAnnotationFiles::AfterLoading(const QString& strPath, const SReport& report)
 {
-    const QString strImage = m_loading.take(strPath);
-    if (strImage.isEmpty())
+    if (!m_loading.contains(strPath) || --m_loading[strPath].nLoads > 0)
         return;
-    // Another image is shown by now: they come when this one is shown again.
-    if (strImage != m_pOrigins->FileOf(m_pCtrl->GetImageModel()->GetCurrentIndex()))
+    const QString strImage = m_loading.take(strPath).strImage;
+    if (ImageOf(strImage) < 0) // closed by now
         return;
-    m_pending.remove(strImage);
+    // What cannot be read cannot be overwritten, either.
+    if (report.failure.empty() || !IsSoundOrMissing(strPath))
+        m_hidden.remove(strImage);
     if (report.failure.empty())
         TellRemarks(strPath, report);
     else
@@ -175,30 +200,30 @@ void CAnnotationFiles::TellRemarks(const QString& strPath, const SReport& report
             QFileInfo(strPath).fileName(), LibraryTexts::Sentence(QString::fromStdString(remark.text))));
 }
 
-void CAnnotationFiles::Write(const QString& strPath, const QString& strImage, const QString& strFormat)
+void CAnnotationFiles::Write(const QString& strPath, int nImage, const QString& strFormat)
 {
-    m_writing.insert(strPath, strImage);
-    m_pStore->Save(strPath, strFormat);
+    m_writing.insert(strPath, m_pStore->GetImageFile(nImage));
+    m_pStore->Save(strPath, strFormat, nImage);
 }
 
 void CAnnotationFiles::SaveAs(const QString& strPath, const QString& strFormat)
 {
-    Write(strPath, QString(), strFormat);
+    m_writing.insert(strPath, QString());
+    m_pStore->Save(strPath, strFormat);
 }
 
-void CAnnotationFiles::Save()
+void CAnnotationFiles::Save(int nImage)
 {
-    m_autoSave.stop();
-    const QString strImage = ImageFile();
+    const QString strImage = m_pStore->GetImageFile(nImage);
     if (strImage.isEmpty()) {
         Q_EMIT signal_Told(tr("The annotations cannot be saved beside their image, for it has no file."));
-    } else if (m_pending.contains(strImage) && !StoredFile(strImage).isEmpty()) {
+    } else if (m_hidden.contains(strImage)) {
         Q_EMIT signal_Told(tr("%1 holds other annotations, which are not shown. It stays as it is.")
                                .arg(StoredFile(strImage)));
-    } else if (StoredFile(strImage).isEmpty() && !HasObjects(m_pStore->TakeDocument())) {
-        m_pStore->SetSaved(); // there is nothing to write
+    } else if (StoredFile(strImage).isEmpty() && !HasObjects(m_pStore->TakeDocument(nImage))) {
+        m_pStore->SetSaved(nImage); // there is nothing to write
     } else {
-        Write(Beside(strImage), strImage, OwnFormat());
+        Write(Beside(strImage), nImage, OwnFormat());
     }
 }
 
@@ -213,9 +238,9 @@ void CAnnotationFiles::AfterSaving(const QString& strPath, const SReport& report
             Q_EMIT signal_Told(tr("The folder of %1 cannot be written. Its annotations are saved in %2.")
                                    .arg(QFileInfo(strImage).fileName(), strPath));
         Q_EMIT signal_Saved(strPath);
-    } else if (!strImage.isEmpty() && strPath != strElsewhere && IsSoundOrMissing(strPath)) {
+    } else if (ImageOf(strImage) >= 0 && strPath != strElsewhere && IsSoundOrMissing(strPath)) {
         QDir().mkpath(DataFolder());
-        Write(strElsewhere, strImage, OwnFormat());
+        Write(strElsewhere, ImageOf(strImage), OwnFormat());
     } else {
         Q_EMIT signal_Told(tr("Cannot save the annotations in %1. %2")
                                .arg(strPath, LibraryTexts::Sentence(QString::fromStdString(report.failure))));
@@ -224,15 +249,15 @@ void CAnnotationFiles::AfterSaving(const QString& strPath, const SReport& report
         Q_EMIT signal_Idle();
 }
 
-bool CAnnotationFiles::SaveNow()
+bool CAnnotationFiles::SaveNow(int nImage)
 {
-    Save();
+    Save(nImage);
     if (!m_writing.isEmpty()) {
         QEventLoop loop;
         connect(this, &CAnnotationFiles::signal_Idle, &loop, &QEventLoop::quit);
         loop.exec(QEventLoop::ExcludeUserInputEvents);
     }
-    return !m_pStore->HasUnsaved();
+    return !m_pStore->HasUnsaved(nImage);
 }
 
 void CAnnotationFiles::StartAutoSave()
@@ -241,34 +266,26 @@ void CAnnotationFiles::StartAutoSave()
         m_autoSave.start();
 }
 
-/// Those of an image that is not saved wait for it: beside the image as it was they may be at wrong places.
 void CAnnotationFiles::AutoSave()
 {
-    if (m_pStore->HasUnsaved() && !ImageFile().isEmpty() && !m_pOrigins->IsUnsaved(ImageIndex()))
-        Save();
-}
-
-Vantor::Annotations::SContext CAnnotationFiles::Context() const
-{
-    Vantor::Annotations::SContext context;
-    if (const auto pImage = m_pCtrl->GetCurrentImgage()) {
-        context.imageName = QString::fromStdWString(pImage->GetName()).toStdString();
-        context.width = pImage->GetWidth();
-        context.height = pImage->GetHeight();
-    }
-    return context;
+    for (const int nImage : Unsaved())
+        if (!m_pStore->GetImageFile(nImage).isEmpty())
+            Save(nImage);
 }
 
 const SPage* CAnnotationFiles::PageOf(const SDocument& document) const
 {
     const auto& vctPages = document.pages;
-    const std::string strName = Context().imageName;
-    const int nIndex = std::max(0, m_pCtrl->GetImageModel()->GetCurrentIndex());
+    const auto context = m_pStore->GetContext();
+    const SDocument own = m_pStore->TakeDocument();
+    const auto nInOwn = static_cast<std::size_t>(context.page);
+    const int nPage = nInOwn < own.pages.size() ? own.pages[nInOwn].page : 0;
+    const std::string& strName = context.imageName;
     auto it = std::find_if(vctPages.begin(), vctPages.end(),
                            [&](const SPage& page) { return !page.image.empty() && page.image == strName; });
     if (it == vctPages.end())
         it = std::find_if(vctPages.begin(), vctPages.end(),
-                          [&](const SPage& page) { return page.page == nIndex; });
+                          [&](const SPage& page) { return page.page == nPage; });
     if (it == vctPages.end() && vctPages.size() == 1)
         it = vctPages.begin();
     return it == vctPages.end() ? nullptr : &*it;

@@ -87,6 +87,7 @@ SCenterOptions HostOptions()
     sOptions.bMoreShapes = true;
     sOptions.bOwnColors = true;
     sOptions.bEditKeys = true;
+    sOptions.bAnnotationsPerImage = true;
     sOptions.bCarryAnnotations = true;
     sOptions.bAnnotationJournal = true;
     return sOptions;

@@ -92,6 +92,8 @@ const char* const kSentences[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "The file cannot be read."),
     QT_TRANSLATE_NOOP("LibraryTexts", "The annotations take more than 64 MiB."),
     QT_TRANSLATE_NOOP("LibraryTexts", "There is not enough memory."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "They were made for an image of %1 x %2 pixels."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The annotations were changed meanwhile."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of at least %1 frames."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of %1 frames."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of more than %1 pages."),

@@ -1,5 +1,4 @@
 <?xml version="1.0" encoding="utf-8"?>
-<!-- SPDX-License-Identifier: MIT -->
 <!DOCTYPE TS>
 <TS version="2.1" language="ko" sourcelanguage="en">
 <context>
@@ -964,7 +963,7 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     </message>
     <message>
         <source>&quot;%1&quot; is there already and is not overwritten. %2</source>
-        <translation>"%1"이(가) 이미 있으며 덮어쓰지 않습니다. %2</translation>
+        <translation>&quot;%1&quot;이(가) 이미 있으며 덮어쓰지 않습니다. %2</translation>
     </message>
     <message>
         <source>It is damaged at byte %1.</source>
@@ -989,6 +988,14 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>There is not enough memory.</source>
         <translation>메모리가 부족합니다.</translation>
+    </message>
+    <message>
+        <source>They were made for an image of %1 x %2 pixels.</source>
+        <translation>%1 x %2픽셀 이미지용 주석입니다.</translation>
+    </message>
+    <message>
+        <source>The annotations were changed meanwhile.</source>
+        <translation>그동안 주석이 변경되었습니다.</translation>
     </message>
 </context>
 <context>

@@ -1,5 +1,4 @@
 <?xml version="1.0" encoding="utf-8"?>
-<!-- SPDX-License-Identifier: MIT -->
 <!DOCTYPE TS>
 <TS version="2.1" language="vi" sourcelanguage="en">
 <context>
@@ -964,7 +963,7 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
     <message>
         <source>&quot;%1&quot; is there already and is not overwritten. %2</source>
-        <translation>"%1" đã có sẵn và không bị ghi đè. %2</translation>
+        <translation>&quot;%1&quot; đã có sẵn và không bị ghi đè. %2</translation>
     </message>
     <message>
         <source>It is damaged at byte %1.</source>
@@ -989,6 +988,14 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>There is not enough memory.</source>
         <translation>Không đủ bộ nhớ.</translation>
+    </message>
+    <message>
+        <source>They were made for an image of %1 x %2 pixels.</source>
+        <translation>Các chú thích này dành cho ảnh %1 x %2 điểm ảnh.</translation>
+    </message>
+    <message>
+        <source>The annotations were changed meanwhile.</source>
+        <translation>Trong lúc đó chú thích đã thay đổi.</translation>
     </message>
 </context>
 <context>
