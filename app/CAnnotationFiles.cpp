@@ -3,7 +3,6 @@
 #include "CAnnotationFiles.h"
 
 #include "AnnotationDialogs.h"
-#include "CImageOrigins.h"
 #include "HostSettings.h"
 #include "LibraryTexts.h"
 
@@ -68,39 +67,54 @@ bool HasObjects(const SDocument& document)
 }
 } // namespace
 
-CAnnotationFiles::CAnnotationFiles(CImageView2DCtrl* pCtrl, const CImageOrigins* pOrigins)
-    : m_pCtrl(pCtrl), m_pOrigins(pOrigins), m_pStore(pCtrl->GetAnnotationStore())
+CAnnotationFiles::CAnnotationFiles(CImageView2DCtrl* pCtrl)
+    : m_pCtrl(pCtrl), m_pStore(pCtrl->GetAnnotationStore())
 {
     m_autoSave.setSingleShot(true);
     m_autoSave.setInterval(kAutoSaveMs);
     connect(&m_autoSave, &QTimer::timeout, this, &CAnnotationFiles::AutoSave);
+    m_look.setSingleShot(true);
+    connect(&m_look, &QTimer::timeout, this, &CAnnotationFiles::LookForStored);
     connect(m_pStore, &CAnnotationStore::signal_StepFinished, this, &CAnnotationFiles::StartAutoSave);
-    connect(pOrigins, &CImageOrigins::signal_Changed, this, &CAnnotationFiles::StartAutoSave);
     m_pStore->SetAskSize([this](const SPage& page, const QSize& size) { return AskSize(page, size); });
+    connect(pCtrl, &CImageView2DCtrl::signal_FileSaved, this, &CAnnotationFiles::StartAutoSave);
     connect(m_pStore, &CAnnotationStore::signal_Saved, this, &CAnnotationFiles::AfterSaving);
     connect(m_pStore, &CAnnotationStore::signal_Loaded, this, &CAnnotationFiles::AfterLoading);
-    connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, this, &CAnnotationFiles::AfterOpening);
-    connect(pCtrl->GetImageModel(), &CImageView2DModel::signal_ChangeCurrentImage, this,
-            &CAnnotationFiles::ShowStored);
-    using G = CImageView2DGeometryModel;
-    const G* pGeometry = pCtrl->GetGeometryModel();
-    connect(pGeometry, &G::signal_AddDrawableObject, this, [this] {
-        if (std::exchange(m_bEmpty, false))
-            m_nHome = std::max(0, m_pCtrl->GetImageModel()->GetCurrentIndex());
-    });
-    connect(pGeometry, &G::signal_ClearObject, this, [this] { m_bEmpty = true; });
-    connect(pGeometry, &G::signal_DeleteDrawableObject, this,
-            [this, pGeometry] { m_bEmpty = pGeometry->Size() == 0; });
+    connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, this, &CAnnotationFiles::LookForStored);
+    // What is pasted as a file is announced by nothing else; the list may be in the middle of a change.
+    connect(pCtrl->GetImageModel(), &CImageView2DModel::signal_ChangeImageList, this,
+            [this] { m_look.start(0); });
 }
 
-int CAnnotationFiles::ImageIndex() const
+int CAnnotationFiles::ImageOf(const QString& strFile) const
 {
-    return m_bEmpty ? m_pCtrl->GetImageModel()->GetCurrentIndex() : m_nHome;
+    const int nCount = strFile.isEmpty() ? 0 : m_pCtrl->GetImageModel()->GetImageCount();
+    for (int i = 0; i < nCount; ++i)
+        if (m_pStore->GetImageFile(i) == strFile)
+            return i;
+    return -1;
 }
 
-QString CAnnotationFiles::ImageFile() const
+std::vector<int> CAnnotationFiles::Unsaved() const
 {
-    return m_pOrigins->FileOf(ImageIndex());
+    std::vector<int> vctImages;
+    for (int i = 0; i < m_pCtrl->GetImageModel()->GetImageCount(); ++i) {
+        const QString strFile = m_pStore->GetImageFile(i);
+        if (m_pStore->HasUnsaved(i) && (strFile.isEmpty() || ImageOf(strFile) == i))
+            vctImages.push_back(i);
+    }
+    return vctImages;
+}
+
+bool CAnnotationFiles::IsLastWithUnsaved(int nImage) const
+{
+    if (!m_pStore->HasUnsaved(nImage))
+        return false;
+    const QString strFile = m_pStore->GetImageFile(nImage);
+    for (int i = 0; i < m_pCtrl->GetImageModel()->GetImageCount(); ++i)
+        if (i != nImage && !strFile.isEmpty() && m_pStore->GetImageFile(i) == strFile)
+            return false;
+    return true;
 }
 
 QString CAnnotationFiles::DataFolder()
@@ -125,62 +139,69 @@ void CAnnotationFiles::Expect(const QString& strImage, const SDocument& document
     m_expected.insert(QFileInfo(strImage).absoluteFilePath(), document);
 }
 
-/// The first image of the file is current by now.
-void CAnnotationFiles::AfterOpening()
+/// A file is looked for when the first of its pages comes.
+void CAnnotationFiles::LookForStored()
 {
-    const QString strImage = m_pOrigins->FileOf(m_pCtrl->GetImageModel()->GetCurrentIndex());
-    if (strImage.isEmpty())
-        return;
-    m_pending.insert(strImage);
-    m_refused.remove(strImage);
-    ShowStored();
+    m_look.stop();
+    const QSet<int> known = std::exchange(m_known, {});
+    QSet<QString> fresh;
+    QSet<QString> old;
+    const int nCount = m_pCtrl->GetImageModel()->GetImageCount();
+    for (int i = 0; i < nCount; ++i) {
+        const int nId = m_pStore->GetPageId(i);
+        (known.contains(nId) ? old : fresh).insert(m_pStore->GetImageFile(i));
+        m_known.insert(nId);
+    }
+    fresh.remove(QString());
+    m_hidden &= old;
+    for (int i = 0; i < nCount; ++i)
+        if (const QString strFile = m_pStore->GetImageFile(i);
+            fresh.remove(strFile) && !old.contains(strFile))
+            ShowStored(i);
 }
 
-/// Shows what is stored for the current image, once, and not in place of other annotations.
-void CAnnotationFiles::ShowStored()
+void CAnnotationFiles::ShowStored(int nImage)
 {
-    const QString strImage = m_pOrigins->FileOf(m_pCtrl->GetImageModel()->GetCurrentIndex());
-    if (!m_pending.contains(strImage) || m_refused.contains(strImage) ||
-        m_pCtrl->GetGeometryModel()->Size() > 0)
-        return;
-    if (m_expected.contains(strImage)) {
-        m_pending.remove(strImage);
-        m_pStore->Apply(m_expected.take(strImage));
-        // Who restores what was not saved knows that the file is older.
-        const QString strOld = StoredFile(strImage);
-        m_pStore->SetKnownFile(strOld, Vantor::Annotations::IdentityOf(strOld.toStdString()).sha256);
-        return;
-    }
+    const QString strImage = m_pStore->GetImageFile(nImage);
     const QString strFile = StoredFile(strImage);
-    if (strFile.isEmpty()) {
-        m_pending.remove(strImage);
-    } else if (!m_loading.contains(strFile)) {
-        m_loading.insert(strFile, strImage);
-        m_pStore->Load(strFile);
+    if (m_expected.contains(strImage)) {
+        // What the file says beside its pages stays.
+        SDocument document;
+        Vantor::Annotations::Load(strFile.toStdString(), Vantor::Annotations::kOwnFormat, {}, document);
+        document.pages = m_expected.take(strImage).pages;
+        m_pStore->Apply(document, nImage);
+        // Who restores what was not saved knows that the file is older.
+        m_pStore->SetKnownFile(strFile, Vantor::Annotations::IdentityOf(strFile.toStdString()).sha256);
+    } else if (!strFile.isEmpty()) {
+        m_hidden.insert(strImage);
+        SLoading& loading = m_loading[strFile];
+        loading.strImage = strImage;
+        ++loading.nLoads;
+        m_pStore->Load(strFile, nImage);
     }
 }
 
+/// The store asks while it loads, and tells the end of it next.
 EOtherSize CAnnotationFiles::AskSize(const SPage& page, const QSize& size)
 {
-    const QString strImage = m_pOrigins->FileOf(m_pCtrl->GetImageModel()->GetCurrentIndex());
     const QPointer<CAnnotationFiles> self(this);
     const EOtherSize eSize = AnnotationDialogs::AskSize(QApplication::activeWindow(), page, size);
-    if (self && eSize == EOtherSize_Leave)
-        m_refused.insert(strImage);
+    if (self)
+        m_bRefused = eSize == EOtherSize_Leave;
     return eSize;
 }
 
 void CAnnotationFiles::AfterLoading(const QString& strPath, const SReport& report)
 {
-    const QString strImage = m_loading.take(strPath);
-    if (strImage.isEmpty())
+    const bool bRefused = std::exchange(m_bRefused, false);
+    if (!m_loading.contains(strPath) || --m_loading[strPath].nLoads > 0)
         return;
-    // Another image is shown by now: they come when this one is shown again.
-    if (strImage != m_pOrigins->FileOf(m_pCtrl->GetImageModel()->GetCurrentIndex()))
+    const QString strImage = m_loading.take(strPath).strImage;
+    if (bRefused || ImageOf(strImage) < 0) // it stays hidden, or is closed by now
         return;
-    if (m_refused.contains(strImage))
-        return;
-    m_pending.remove(strImage);
+    // What cannot be read cannot be overwritten, either.
+    if (report.failure.empty() || !IsSoundOrMissing(strPath))
+        m_hidden.remove(strImage);
     if (report.failure.empty())
         TellRemarks(strPath, report);
     else
@@ -195,47 +216,45 @@ void CAnnotationFiles::TellRemarks(const QString& strPath, const SReport& report
             QFileInfo(strPath).fileName(), LibraryTexts::Sentence(QString::fromStdString(remark.text))));
 }
 
-void CAnnotationFiles::Write(const QString& strPath, const QString& strImage, const QString& strFormat,
-                             EAnnotationsReplace eReplace)
+void CAnnotationFiles::Write(const QString& strPath, int nImage, EAnnotationsReplace eReplace, bool bAsked)
 {
-    m_writing.insert(strPath, strImage);
-    m_pStore->Save(strPath, strFormat, eReplace);
+    m_writing.insert(strPath, SWriting{m_pStore->GetImageFile(nImage), bAsked});
+    m_pStore->Save(strPath, OwnFormat(), nImage, eReplace);
 }
 
 void CAnnotationFiles::SaveAs(const QString& strPath, const QString& strFormat)
 {
-    Write(strPath, QString(), strFormat, EAnnotationsReplace_Any);
+    m_writing.insert(strPath, SWriting());
+    m_pStore->Save(strPath, strFormat);
 }
 
-void CAnnotationFiles::Save()
+void CAnnotationFiles::Save(int nImage)
 {
-    m_bAsked = true;
-    SaveBeside();
+    SaveBeside(nImage, true);
 }
 
-void CAnnotationFiles::SaveBeside()
+void CAnnotationFiles::SaveBeside(int nImage, bool bAsked)
 {
-    m_autoSave.stop();
-    const QString strImage = ImageFile();
+    const QString strImage = m_pStore->GetImageFile(nImage);
     if (strImage.isEmpty()) {
         Q_EMIT signal_Told(tr("The annotations cannot be saved beside their image, for it has no file."));
-    } else if (m_pending.contains(strImage) && !StoredFile(strImage).isEmpty()) {
+    } else if (m_hidden.contains(strImage)) {
         Q_EMIT signal_Told(tr("%1 holds other annotations, which are not shown. It stays as it is.")
                                .arg(StoredFile(strImage)));
-    } else if (StoredFile(strImage).isEmpty() && !HasObjects(m_pStore->TakeDocument())) {
-        m_pStore->SetSaved(); // there is nothing to write
+    } else if (StoredFile(strImage).isEmpty() && !HasObjects(m_pStore->TakeDocument(nImage))) {
+        m_pStore->SetSaved(nImage); // there is nothing to write
     } else {
         // An older file beside the image was passed over for the newer one on purpose.
         const bool bElsewhere = StoredFile(strImage) == InDataFolder(strImage);
-        Write(Beside(strImage), strImage, OwnFormat(),
-              bElsewhere ? EAnnotationsReplace_Any : EAnnotationsReplace_Known);
+        Write(Beside(strImage), nImage, bElsewhere ? EAnnotationsReplace_Any : EAnnotationsReplace_Known,
+              bAsked);
     }
 }
 
 /// Another window or program has written the file since it was read here.
-void CAnnotationFiles::MeetConflict(const QString& strPath, const QString& strImage)
+void CAnnotationFiles::MeetConflict(const QString& strPath, const SWriting& writing)
 {
-    if (!m_bAsked) {
+    if (!writing.bAsked) {
         if (!m_conflicts.contains(strPath))
             Q_EMIT signal_Told(tr("%1 was changed by another window or program. The annotations do not save "
                                   "themselves any more.")
@@ -244,12 +263,16 @@ void CAnnotationFiles::MeetConflict(const QString& strPath, const QString& strIm
         return;
     }
     QWidget* pWindow = QApplication::activeWindow();
+    const QPointer<CAnnotationFiles> self(this);
     const auto eChanged = AnnotationDialogs::AskChanged(pWindow, strPath);
+    const int nImage = self ? ImageOf(writing.strImage) : -1;
+    if (nImage < 0) // closed by now
+        return;
     if (eChanged == AnnotationDialogs::EChanged_Overwrite) {
-        Write(strPath, strImage, OwnFormat(), EAnnotationsReplace_Any);
+        Write(strPath, nImage, EAnnotationsReplace_Any, true);
     } else if (eChanged == AnnotationDialogs::EChanged_SaveAs) {
         const auto target = AnnotationDialogs::ChooseToSave(pWindow, strPath);
-        if (!target.strPath.isEmpty())
+        if (self && !target.strPath.isEmpty())
             SaveAs(target.strPath, target.strFormat);
     }
 }
@@ -258,7 +281,8 @@ void CAnnotationFiles::AfterSaving(const QString& strPath, const SReport& report
 {
     if (!m_writing.contains(strPath))
         return;
-    const QString strImage = m_writing.take(strPath);
+    const SWriting writing = m_writing.take(strPath);
+    const QString& strImage = writing.strImage;
     const QString strElsewhere = InDataFolder(strImage);
     if (report.failure.empty()) {
         if (strPath == strElsewhere)
@@ -267,10 +291,13 @@ void CAnnotationFiles::AfterSaving(const QString& strPath, const SReport& report
         m_conflicts.remove(strPath);
         Q_EMIT signal_Saved(strPath);
     } else if (report.conflict) {
-        MeetConflict(strPath, strImage);
-    } else if (!strImage.isEmpty() && strPath != strElsewhere && IsSoundOrMissing(strPath)) {
+        const QPointer<CAnnotationFiles> self(this);
+        MeetConflict(strPath, writing);
+        if (!self)
+            return;
+    } else if (ImageOf(strImage) >= 0 && strPath != strElsewhere && IsSoundOrMissing(strPath)) {
         QDir().mkpath(DataFolder());
-        Write(strElsewhere, strImage, OwnFormat(), EAnnotationsReplace_Known);
+        Write(strElsewhere, ImageOf(strImage), EAnnotationsReplace_Known, writing.bAsked);
     } else {
         Q_EMIT signal_Told(tr("Cannot save the annotations in %1. %2")
                                .arg(strPath, LibraryTexts::Sentence(QString::fromStdString(report.failure))));
@@ -279,15 +306,15 @@ void CAnnotationFiles::AfterSaving(const QString& strPath, const SReport& report
         Q_EMIT signal_Idle();
 }
 
-bool CAnnotationFiles::SaveNow()
+bool CAnnotationFiles::SaveNow(int nImage)
 {
-    Save();
+    Save(nImage);
     if (!m_writing.isEmpty()) {
         QEventLoop loop;
         connect(this, &CAnnotationFiles::signal_Idle, &loop, &QEventLoop::quit);
         loop.exec(QEventLoop::ExcludeUserInputEvents);
     }
-    return !m_pStore->HasUnsaved();
+    return !m_pStore->HasUnsaved(nImage);
 }
 
 void CAnnotationFiles::StartAutoSave()
@@ -296,36 +323,26 @@ void CAnnotationFiles::StartAutoSave()
         m_autoSave.start();
 }
 
-/// Those of an image that is not saved wait for it: beside the image as it was they may be at wrong places.
 void CAnnotationFiles::AutoSave()
 {
-    if (!m_pStore->HasUnsaved() || ImageFile().isEmpty() || m_pOrigins->IsUnsaved(ImageIndex()))
-        return;
-    m_bAsked = false;
-    SaveBeside();
-}
-
-Vantor::Annotations::SContext CAnnotationFiles::Context() const
-{
-    Vantor::Annotations::SContext context;
-    if (const auto pImage = m_pCtrl->GetCurrentImgage()) {
-        context.imageName = QString::fromStdWString(pImage->GetName()).toStdString();
-        context.width = pImage->GetWidth();
-        context.height = pImage->GetHeight();
-    }
-    return context;
+    for (const int nImage : Unsaved())
+        if (!m_pStore->GetImageFile(nImage).isEmpty())
+            SaveBeside(nImage, false);
 }
 
 const SPage* CAnnotationFiles::PageOf(const SDocument& document) const
 {
     const auto& vctPages = document.pages;
-    const std::string strName = Context().imageName;
-    const int nIndex = std::max(0, m_pCtrl->GetImageModel()->GetCurrentIndex());
+    const auto context = m_pStore->GetContext();
+    const SDocument own = m_pStore->TakeDocument();
+    const auto nInOwn = static_cast<std::size_t>(context.page);
+    const int nPage = nInOwn < own.pages.size() ? own.pages[nInOwn].page : 0;
+    const std::string& strName = context.imageName;
     auto it = std::find_if(vctPages.begin(), vctPages.end(),
                            [&](const SPage& page) { return !page.image.empty() && page.image == strName; });
     if (it == vctPages.end())
         it = std::find_if(vctPages.begin(), vctPages.end(),
-                          [&](const SPage& page) { return page.page == nIndex; });
+                          [&](const SPage& page) { return page.page == nPage; });
     if (it == vctPages.end() && vctPages.size() == 1)
         it = vctPages.begin();
     return it == vctPages.end() ? nullptr : &*it;

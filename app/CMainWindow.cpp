@@ -88,6 +88,7 @@ SCenterOptions HostOptions()
     sOptions.bOwnColors = true;
     sOptions.bEditKeys = true;
     sOptions.bClearApart = true;
+    sOptions.bAnnotationsPerImage = true;
     sOptions.bCarryAnnotations = true;
     sOptions.bAnnotationJournal = true;
     return sOptions;

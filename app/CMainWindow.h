@@ -123,10 +123,10 @@ private:
     bool FitToImage(Vantor::Annotations::SPage& page);
     void OfferRecovery();
     void RestoreWork(const std::vector<AnnotationRecovery::SFound>& vctFound);
-    bool RestoreOne(const AnnotationRecovery::SFound& found);
-    bool RestoreOver(const QString& strImage, const Vantor::Annotations::SDocument& document);
-    bool RestoreApart(const AnnotationRecovery::SFound& found,
-                      const Vantor::Annotations::SDocument& document);
+    bool RestoreOne(const QString& strJournal);
+    int EmptyViewer();
+    bool RestoreOver(const std::vector<AnnotationRecovery::SImage>& vctImages);
+    bool RestoreApart(const std::vector<AnnotationRecovery::SImage>& vctImages, const QString& strName);
     void StoreSession();
     /// Changes the image of the active viewer, or reports why not.
     void ChangeImage(const ImageEdits::Edit& edit);

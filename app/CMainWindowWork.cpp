@@ -27,6 +27,7 @@
 #include <QFileInfo>
 #include <QListView>
 #include <QStatusBar>
+#include <algorithm>
 
 using Vantor::Annotations::SDocument;
 using Vantor::Annotations::SPage;
@@ -102,7 +103,7 @@ void CMainWindow::CreateSaveEntry(QMenu* pMenu)
     const auto isUnsaved = [this] {
         const SViewer& viewer = m_pViewers->Active();
         const int nCurrent = viewer.Ctrl2D()->GetImageModel()->GetCurrentIndex();
-        return m_pWork->Annotations(viewer)->Store()->HasUnsaved() ||
+        return m_pWork->Annotations(viewer)->Store()->HasUnsaved(nCurrent) ||
                m_pWork->Images(viewer)->IsUnsaved(nCurrent);
     };
     m_pActions->Add(
@@ -138,15 +139,15 @@ void CMainWindow::CreateWorkSettings(QMenu* pMenu)
 
 QString CMainWindow::ActiveFile() const
 {
-    return m_pWork->Annotations(m_pViewers->Active())->ImageFile();
+    return m_pViewers->Active().Ctrl2D()->GetAnnotationStore()->GetImageFile();
 }
 
 /// @return whether it could be read; else that is told
 bool CMainWindow::ReadAnnotations(const QString& strPath, const QString& strFormat, SDocument& document)
 {
-    const SReport report =
-        Vantor::Annotations::Load(strPath.toStdString(), strFormat.toStdString(),
-                                  m_pWork->Annotations(m_pViewers->Active())->Context(), document);
+    const SReport report = Vantor::Annotations::Load(
+        strPath.toStdString(), strFormat.toStdString(),
+        m_pViewers->Active().Ctrl2D()->GetAnnotationStore()->GetContext(), document);
     if (!report.failure.empty())
         m_pMessages->Tell(tr("Cannot read the annotations in %1. %2").arg(strPath, FailureOf(report)));
     for (const auto& remark : report.remarks)
@@ -190,7 +191,7 @@ void CMainWindow::ImportAnnotations()
 /// Asks when a page was made for an image of another size. @return whether to show it
 bool CMainWindow::FitToImage(SPage& page)
 {
-    const auto context = m_pWork->Annotations(m_pViewers->Active())->Context();
+    const auto context = m_pViewers->Active().Ctrl2D()->GetAnnotationStore()->GetContext();
     const QSize size(context.width, context.height);
     if (page.width <= 0 || page.height <= 0 || QSize(page.width, page.height) == size)
         return true;
@@ -223,7 +224,7 @@ void CMainWindow::ExportAnnotations()
         AnnotationDialogs::ChooseToExport(this, image.path() + QLatin1Char('/') + image.completeBaseName());
     if (target.strPath.isEmpty())
         return;
-    auto context = pFiles->Context();
+    auto context = pFiles->Store()->GetContext();
     std::string bytes;
     const SReport report = Vantor::Annotations::Write(pFiles->Store()->TakeDocument(),
                                                       target.strFormat.toStdString(), context, bytes);
@@ -238,59 +239,84 @@ void CMainWindow::OfferRecovery()
     m_pRecovery->Offer(AnnotationRecovery::Find());
 }
 
-/// Each image gets an empty viewer, for a viewer has one set of annotations. What finds none stays offered.
+/// What one viewer had comes into an empty one. What finds none stays offered.
 void CMainWindow::RestoreWork(const std::vector<AnnotationRecovery::SFound>& vctFound)
 {
     std::vector<AnnotationRecovery::SFound> vctLeft;
     for (const auto& found : vctFound)
-        if (!RestoreOne(found))
+        if (!RestoreOne(found.strJournal))
             vctLeft.push_back(found);
     m_pRecovery->Offer(vctLeft);
     m_pActions->Update();
 }
 
 /// @return false when it cannot be restored now
-bool CMainWindow::RestoreOne(const AnnotationRecovery::SFound& found)
+bool CMainWindow::RestoreOne(const QString& strJournal)
 {
-    SDocument document;
-    const SReport report = AnnotationRecovery::Read(found.strJournal, document);
+    std::vector<AnnotationRecovery::SImage> vctImages;
+    const SReport report = AnnotationRecovery::Read(strJournal, vctImages);
     if (!report.failure.empty()) {
-        m_pMessages->Tell(
-            tr("Cannot read the annotations in %1. %2").arg(found.strJournal, FailureOf(report)));
+        m_pMessages->Tell(tr("Cannot read the annotations in %1. %2").arg(strJournal, FailureOf(report)));
         return false;
     }
-    const bool bRestored = QFileInfo::exists(found.strImage) ? RestoreOver(found.strImage, document)
-                                                             : RestoreApart(found, document);
-    if (!bRestored)
+    const auto itGone = std::stable_partition(vctImages.begin(), vctImages.end(), [](const auto& image) {
+        return QFileInfo::exists(image.strImage);
+    });
+    const std::vector<AnnotationRecovery::SImage> vctGone(itGone, vctImages.end());
+    vctImages.erase(itGone, vctImages.end());
+    if (!RestoreOver(vctImages) || !RestoreApart(vctGone, QFileInfo(strJournal).completeBaseName()))
         return false;
     for (const auto& remark : report.remarks)
         m_pMessages->Tell(LibraryTexts::Sentence(QString::fromStdString(remark.text)));
-    AnnotationRecovery::Discard(found.strJournal);
+    AnnotationRecovery::Discard(strJournal);
     return true;
 }
 
-bool CMainWindow::RestoreOver(const QString& strImage, const SDocument& document)
+/// @return the index of a viewer without an image, which is shown then; -1 when there is none
+int CMainWindow::EmptyViewer()
 {
     const auto& vctViewers = m_pViewers->All();
-    std::size_t nViewer = 0;
-    while (nViewer < vctViewers.size() && vctViewers[nViewer].HasImage())
-        ++nViewer;
-    if (nViewer == vctViewers.size()) {
-        m_pMessages->Tell(tr("Close an image to make room for %1.").arg(QFileInfo(strImage).fileName()));
-        return false;
+    for (std::size_t i = 0; i < vctViewers.size(); ++i) {
+        if (vctViewers[i].HasImage())
+            continue;
+        if (vctViewers[i].pView->isHidden())
+            ChangeLayout(i == 1 ? QStringLiteral("2x1") : QStringLiteral("2x2"));
+        return static_cast<int>(i);
     }
-    if (vctViewers[nViewer].pView->isHidden())
-        ChangeLayout(nViewer == 1 ? QStringLiteral("2x1") : QStringLiteral("2x2"));
-    m_pWork->Annotations(vctViewers[nViewer])->Expect(strImage, document);
-    return OpenIn(nViewer, strImage);
+    return -1;
 }
 
-bool CMainWindow::RestoreApart(const AnnotationRecovery::SFound& found, const SDocument& document)
+/// @return whether all images could be opened
+bool CMainWindow::RestoreOver(const std::vector<AnnotationRecovery::SImage>& vctImages)
 {
-    const QString strPath = KeepApart(document, QFileInfo(found.strJournal).completeBaseName());
-    if (strPath.isEmpty())
+    if (vctImages.empty())
+        return true;
+    const int nViewer = EmptyViewer();
+    if (nViewer < 0) {
+        m_pMessages->Tell(
+            tr("Close an image to make room for %1.").arg(QFileInfo(vctImages[0].strImage).fileName()));
         return false;
-    m_pMessages->Tell(tr("The image of some annotations is gone. They are in %1.").arg(strPath));
+    }
+    bool bAll = true;
+    for (const auto& image : vctImages) {
+        m_pWork->Annotations(m_pViewers->All()[static_cast<std::size_t>(nViewer)])
+            ->Expect(image.strImage, image.document);
+        bAll = OpenIn(static_cast<std::size_t>(nViewer), image.strImage) && bAll;
+    }
+    return bAll;
+}
+
+/// The annotations of images that are gone or never had a file become files of the folder of data.
+bool CMainWindow::RestoreApart(const std::vector<AnnotationRecovery::SImage>& vctImages,
+                               const QString& strName)
+{
+    for (std::size_t i = 0; i < vctImages.size(); ++i) {
+        const QString strPath =
+            KeepApart(vctImages[i].document, i == 0 ? strName : strName + QString::number(i + 1));
+        if (strPath.isEmpty())
+            return false;
+        m_pMessages->Tell(tr("The image of some annotations is gone. They are in %1.").arg(strPath));
+    }
     return true;
 }
 

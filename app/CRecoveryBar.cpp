@@ -16,10 +16,9 @@ constexpr int kIconSize = 24;
 constexpr int kMargin = 6;
 constexpr int kMaxNamed = 3; // images
 
-QString NameOf(const AnnotationRecovery::SFound& found)
+QString NameOf(const QString& strImage)
 {
-    return found.strImage.isEmpty() ? CRecoveryBar::tr("an image without a file")
-                                    : QFileInfo(found.strImage).fileName();
+    return strImage.isEmpty() ? CRecoveryBar::tr("an image without a file") : QFileInfo(strImage).fileName();
 }
 } // namespace
 
@@ -60,7 +59,8 @@ void CRecoveryBar::Offer(const FoundList& vctFound)
         return;
     QStringList lstNames;
     for (const auto& found : vctFound)
-        lstNames.append(NameOf(found));
+        for (const QString& strImage : found.lstImages)
+            lstNames.append(NameOf(strImage));
     const int nMore = lstNames.size() - kMaxNamed;
     if (nMore > 0)
         lstNames = lstNames.mid(0, kMaxNamed) << tr("and %n more", nullptr, nMore);

@@ -18,12 +18,11 @@
 
 namespace
 {
-constexpr int kAnnotations = -1;
 constexpr int kMaxListed = 10; // lines of a question
 } // namespace
 
 struct CUnsavedWork::SWork {
-    explicit SWork(const SViewer& of) : viewer(of), images(of.Ctrl2D()), annotations(of.Ctrl2D(), &images) {}
+    explicit SWork(const SViewer& of) : viewer(of), images(of.Ctrl2D()), annotations(of.Ctrl2D()) {}
 
     SViewer viewer;
     CImageOrigins images;
@@ -83,40 +82,56 @@ bool CUnsavedWork::Any() const
 bool CUnsavedWork::IsUnsaved(const SViewer& viewer, int nImage) const
 {
     const SWork& work = WorkOf(viewer);
-    const bool bAnnotated = work.annotations.Store()->HasUnsaved() && work.annotations.ImageIndex() == nImage;
-    return bAnnotated || work.images.IsUnsaved(nImage);
+    return work.annotations.Store()->IsUnsaved(nImage) || work.images.IsUnsaved(nImage);
 }
 
-void CUnsavedWork::Collect(SWork& work, bool bAllImages, ItemList& vctItems) const
+CUnsavedWork::ScopeList CUnsavedWork::ImagesIn(const ScopeList& vctScopes) const
 {
-    const CImageView2DModel* pModel = work.viewer.Ctrl2D()->GetImageModel();
-    // Images first: what is saved gives its annotations a place.
-    for (int i = 0; i < pModel->GetImageCount(); ++i)
-        if ((bAllImages || i == pModel->GetCurrentIndex()) && work.images.IsUnsaved(i))
-            vctItems.push_back({&work, i});
-    if (work.annotations.Store()->HasUnsaved())
-        vctItems.push_back({&work, kAnnotations});
+    ScopeList vctItems;
+    for (const SScope& scope : vctScopes)
+        for (int i = 0; i < scope.pWork->viewer.Ctrl2D()->GetImageModel()->GetImageCount(); ++i)
+            if ((scope.nImage == kAll || scope.nImage == i) && scope.pWork->images.IsUnsaved(i))
+                vctItems.push_back({scope.pWork, i});
+    return vctItems;
 }
 
-QString CUnsavedWork::TextOf(const SItem& item) const
+CUnsavedWork::ScopeList CUnsavedWork::AnnotationsIn(const ScopeList& vctScopes) const
 {
-    const bool bAnnotations = item.nImage == kAnnotations;
-    const int nImage = bAnnotations ? item.pWork->annotations.ImageIndex() : item.nImage;
-    const QString strFile = QFileInfo(item.pWork->images.FileOf(nImage)).fileName();
+    ScopeList vctItems;
+    for (const SScope& scope : vctScopes) {
+        const CAnnotationFiles& files = scope.pWork->annotations;
+        if (scope.nImage == kAll)
+            for (const int nImage : files.Unsaved())
+                vctItems.push_back({scope.pWork, nImage});
+        else if (files.IsLastWithUnsaved(scope.nImage))
+            vctItems.push_back(scope);
+    }
+    return vctItems;
+}
+
+QString CUnsavedWork::TextOf(const SScope& item, bool bAnnotations) const
+{
+    const QString strFile = bAnnotations ? item.pWork->annotations.Store()->GetImageFile(item.nImage)
+                                         : item.pWork->images.FileOf(item.nImage);
+    const QString strName = QFileInfo(strFile).fileName();
     if (bAnnotations)
-        return strFile.isEmpty() ? tr("annotations of an image without a file")
-                                 : tr("%1: annotations").arg(strFile);
-    return strFile.isEmpty() ? tr("a captured or pasted image")
-                             : tr("%1: the image was changed").arg(strFile);
+        return strName.isEmpty() ? tr("annotations of an image without a file")
+                                 : tr("%1: annotations").arg(strName);
+    return strName.isEmpty() ? tr("a captured or pasted image")
+                             : tr("%1: the image was changed").arg(strName);
 }
 
-bool CUnsavedWork::Ask(const ItemList& vctItems)
+bool CUnsavedWork::Ask(const ScopeList& vctScopes)
 {
-    if (vctItems.empty())
-        return true;
     QStringList lstTexts;
-    for (const SItem& item : vctItems)
-        lstTexts.append(TextOf(item));
+    for (const SScope& scope : vctScopes) {
+        for (const SScope& item : ImagesIn({scope}))
+            lstTexts.append(TextOf(item, false));
+        for (const SScope& item : AnnotationsIn({scope}))
+            lstTexts.append(TextOf(item, true));
+    }
+    if (lstTexts.isEmpty())
+        return true;
     const int nMore = lstTexts.size() - kMaxListed;
     if (nMore > 0)
         lstTexts = lstTexts.mid(0, kMaxListed) << tr("and %n more", nullptr, nMore);
@@ -129,48 +144,49 @@ bool CUnsavedWork::Ask(const ItemList& vctItems)
     QPushButton* pCancel = box.addButton(tr("&Cancel"), QMessageBox::RejectRole);
     box.setEscapeButton(pCancel);
     box.exec();
-    return box.clickedButton() == pDiscard || (box.clickedButton() == pSave && SaveItems(vctItems));
+    return box.clickedButton() == pDiscard || (box.clickedButton() == pSave && SaveAll(vctScopes));
 }
 
+/// The images first: one that is saved under another name gives its annotations another place.
 /// @return whether all of it is saved; the first that is not ends it
-bool CUnsavedWork::SaveItems(const ItemList& vctItems)
+bool CUnsavedWork::SaveAll(const ScopeList& vctScopes)
 {
-    return std::all_of(vctItems.begin(), vctItems.end(), [](const SItem& item) {
-        return item.nImage == kAnnotations ? item.pWork->annotations.SaveNow()
-                                           : item.pWork->images.Save(item.nImage);
-    });
+    const auto saveEach = [](const ScopeList& vctItems, const auto& save) {
+        return std::all_of(vctItems.begin(), vctItems.end(), save);
+    };
+    return saveEach(ImagesIn(vctScopes),
+                    [](const SScope& item) { return item.pWork->images.Save(item.nImage); }) &&
+           saveEach(AnnotationsIn(vctScopes),
+                    [](const SScope& item) { return item.pWork->annotations.SaveNow(item.nImage); });
 }
 
+/// Annotations have their places on the picture in the file, whether the image is saved or not.
 void CUnsavedWork::Save(const SViewer& viewer)
 {
     SWork& work = WorkOf(viewer);
     const int nCurrent = viewer.Ctrl2D()->GetImageModel()->GetCurrentIndex();
-    if (work.images.IsUnsaved(nCurrent) && !work.images.Save(nCurrent))
-        return;
-    if (work.annotations.Store()->HasUnsaved())
-        work.annotations.Save();
+    const bool bSaved = !work.images.IsUnsaved(nCurrent) || work.images.Save(nCurrent);
+    const CAnnotationStore* pStore = work.annotations.Store();
+    if (pStore->HasUnsaved(nCurrent) && (bSaved || !pStore->GetImageFile(nCurrent).isEmpty()))
+        work.annotations.Save(nCurrent);
 }
 
 bool CUnsavedWork::AskForCurrent(const SViewer& viewer)
 {
-    ItemList vctItems;
-    Collect(WorkOf(viewer), false, vctItems);
-    return Ask(vctItems);
+    return Ask({{&WorkOf(viewer), viewer.Ctrl2D()->GetImageModel()->GetCurrentIndex()}});
 }
 
 bool CUnsavedWork::AskForViewer(const SViewer& viewer)
 {
-    ItemList vctItems;
-    Collect(WorkOf(viewer), true, vctItems);
-    return Ask(vctItems);
+    return Ask({{&WorkOf(viewer), kAll}});
 }
 
 bool CUnsavedWork::AskForAll()
 {
-    ItemList vctItems;
+    ScopeList vctScopes;
     for (const auto& pWork : m_vctWork)
-        Collect(*pWork, true, vctItems);
-    if (!Ask(vctItems))
+        vctScopes.push_back({pWork.get(), kAll});
+    if (!Ask(vctScopes))
         return false;
     for (const auto& pWork : m_vctWork)
         if (pWork->annotations.Store()->HasUnsaved())
@@ -190,11 +206,8 @@ void CUnsavedWork::CloseCurrent(const SViewer& viewer)
         viewer.Ctrl2D()->slot_CloseImage();
 }
 
-/// The annotations go, too: without an image nobody would look for them.
 void CUnsavedWork::CloseAll(const SViewer& viewer)
 {
-    if (!AskForViewer(viewer))
-        return;
-    viewer.Ctrl2D()->slot_ClearImage();
-    WorkOf(viewer).annotations.Store()->Clear(EAnnotationsGone_Closed);
+    if (AskForViewer(viewer))
+        viewer.Ctrl2D()->slot_ClearImage();
 }

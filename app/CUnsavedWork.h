@@ -32,14 +32,14 @@ public:
     /// Whether a row of the thumbnails has something to be saved.
     bool IsUnsaved(const SViewer& viewer, int nImage) const;
 
-    /// Saves the annotations of a viewer and its current image, as far as they are unsaved.
+    /// Saves the current image of a viewer and the annotations of its file, as far as they are unsaved.
     void Save(const SViewer& viewer);
 
     /// @{
     /// Asks whether to save what a doing would drop, once for all of it; nothing when there is nothing.
     /// @return whether the doing may go on
-    bool AskForCurrent(const SViewer& viewer); ///< the current image and the annotations
-    bool AskForViewer(const SViewer& viewer);  ///< all images and the annotations
+    bool AskForCurrent(const SViewer& viewer); ///< the current image and its annotations
+    bool AskForViewer(const SViewer& viewer);  ///< all images and their annotations
     bool AskForAll();                          ///< all viewers; what is given up is not offered again
     /// @}
 
@@ -56,19 +56,21 @@ Q_SIGNALS:
 
 private:
     struct SWork;
-    /// What a question is about; an image of -1 stands for the annotations.
-    struct SItem {
+    static constexpr int kAll = -1; ///< in place of an image: all of a viewer
+    /// What a question is about.
+    struct SScope {
         SWork* pWork;
         int nImage;
     };
-    using ItemList = std::vector<SItem>;
+    using ScopeList = std::vector<SScope>;
 
     SWork& WorkOf(const SViewer& viewer) const;
     void Guard(const SViewer& viewer);
-    void Collect(SWork& work, bool bAllImages, ItemList& vctItems) const;
-    QString TextOf(const SItem& item) const;
-    bool Ask(const ItemList& vctItems);
-    bool SaveItems(const ItemList& vctItems);
+    ScopeList ImagesIn(const ScopeList& vctScopes) const;
+    ScopeList AnnotationsIn(const ScopeList& vctScopes) const;
+    QString TextOf(const SScope& item, bool bAnnotations) const;
+    bool Ask(const ScopeList& vctScopes);
+    bool SaveAll(const ScopeList& vctScopes);
 
     QWidget* m_pWindow;
     std::vector<std::unique_ptr<SWork>> m_vctWork;

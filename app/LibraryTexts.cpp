@@ -95,6 +95,7 @@ const char* const kSentences[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "The annotations were made for another version of this picture."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It stays as it is: only the program that made it can scale it."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It stays as it is: scaled it would be too large."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The annotations were changed meanwhile."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of at least %1 frames."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of %1 frames."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of more than %1 pages."),

@@ -1,5 +1,4 @@
 <?xml version="1.0" encoding="utf-8"?>
-<!-- SPDX-License-Identifier: MIT -->
 <!DOCTYPE TS>
 <TS version="2.1" language="ko" sourcelanguage="en">
 <context>
@@ -1057,6 +1056,10 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>It stays as it is: scaled it would be too large.</source>
         <translation>그대로 둡니다. 크기를 조정하면 너무 커집니다.</translation>
+    </message>
+    <message>
+        <source>The annotations were changed meanwhile.</source>
+        <translation>그동안 주석이 변경되었습니다.</translation>
     </message>
 </context>
 <context>

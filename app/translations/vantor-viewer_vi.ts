@@ -1,5 +1,4 @@
 <?xml version="1.0" encoding="utf-8"?>
-<!-- SPDX-License-Identifier: MIT -->
 <!DOCTYPE TS>
 <TS version="2.1" language="vi" sourcelanguage="en">
 <context>
@@ -1057,6 +1056,10 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>It stays as it is: scaled it would be too large.</source>
         <translation>Giữ nguyên: nếu thu phóng thì quá lớn.</translation>
+    </message>
+    <message>
+        <source>The annotations were changed meanwhile.</source>
+        <translation>Trong lúc đó chú thích đã thay đổi.</translation>
     </message>
 </context>
 <context>

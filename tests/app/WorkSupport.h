@@ -32,6 +32,14 @@ inline CAnnotationStore* StoreOf(const Host& host, int nView)
     return CtrlOf(host, nView)->GetAnnotationStore();
 }
 
+/// How many annotations a page has, shown or not: the page of the image at an index.
+inline int CountOf(const Host& host, int nView, int nImage)
+{
+    const auto document = StoreOf(host, nView)->TakeDocument(nImage);
+    const auto nPage = static_cast<std::size_t>(StoreOf(host, nView)->GetContext(nImage).page);
+    return nPage < document.pages.size() ? static_cast<int>(document.pages[nPage].objects.size()) : -1;
+}
+
 /// A picture in a folder of its own, which keeps the annotations beside it, too.
 class Pictures
 {

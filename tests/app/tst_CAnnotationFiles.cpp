@@ -7,6 +7,9 @@
 #include "tests/support/TestMain.h"
 
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
+
+#include <cmath>
 
 namespace
 {
@@ -24,6 +27,7 @@ QString Annotated(const Pictures& pictures, const QString& strName)
     host.Entry("File", "Save")->trigger();
     return QTest::qWaitFor([&] { return !StoreOf(host, 0)->HasUnsaved(); }) ? strPicture : QString();
 }
+
 /// As another program would: two points beside the picture, for one of that side.
 void ChangeElsewhere(const QString& strPicture, int nSide = 0)
 {
@@ -45,6 +49,30 @@ int CountIn(const QString& strPath)
     Vantor::Annotations::SDocument document;
     const auto report = Vantor::Annotations::Load(strPath.toStdString(), {}, {}, document);
     return report.failure.empty() ? static_cast<int>(document.pages.at(0).objects.size()) : -1;
+}
+
+QRectF BoxOf(const Host& host)
+{
+    return host.Viewer(0)->Get2DDrawableObjects().at(0)->GetBoundary().normalized();
+}
+
+/// Up to the rounding of a turn and the way back.
+bool IsAt(const QRectF& box, const QRectF& expected)
+{
+    const auto near = [](double a, double b) { return std::abs(a - b) < 1e-6; };
+    return near(box.x(), expected.x()) && near(box.y(), expected.y()) &&
+           near(box.width(), expected.width()) && near(box.height(), expected.height());
+}
+
+/// Of the first annotation in a file, to six digits behind the point.
+QList<qint64> NumbersIn(const QString& strFile)
+{
+    Vantor::Annotations::SDocument document;
+    Vantor::Annotations::Load(strFile.toStdString(), Vantor::Annotations::kOwnFormat, {}, document);
+    QList<qint64> lstNumbers;
+    for (const double number : document.pages.at(0).objects.at(0).numbers)
+        lstNumbers << qRound64(number * 1e6);
+    return lstNumbers;
 }
 } // namespace
 
@@ -293,33 +321,125 @@ private Q_SLOTS:
     {
         const Pictures pictures;
         const QString strPicture = Annotated(pictures, QStringLiteral("a.png"));
+        QRectF turned;
         {
             Host host;
             QVERIFY(host.Show({strPicture}));
             QTRY_COMPARE(host.Annotations(0), 1);
             host.Entry("Edit", "Rotate Left")->trigger();
+            turned = BoxOf(host);
             host.Entry("File", "Save")->trigger();
             QTRY_VERIFY(!host.window.isWindowModified());
         }
         Host host;
         QVERIFY(host.Show({strPicture}));
         QTRY_COMPARE(host.Annotations(0), 1);
+        QVERIFY(IsAt(BoxOf(host), turned));
     }
 
-    void annotationsAreSavedBesideTheImageOnWhichTheyWereBegun()
+    void eachImageOfAListHasItsFileAndAllAreShownAgain()
     {
         const Pictures pictures;
-        const QString strFirst = pictures.Add(QStringLiteral("a.png"));
-        const QString strSecond = pictures.Add(QStringLiteral("b.png"));
+        const QStringList lstPictures{pictures.Add(QStringLiteral("a.png")),
+                                      pictures.Add(QStringLiteral("b.png")),
+                                      pictures.Add(QStringLiteral("c.png"))};
+        {
+            Host host;
+            QVERIFY(host.Show());
+            host.window.OpenFiles(lstPictures, QStringLiteral("1x1"));
+            host.DrawRectangle(0);
+            CtrlOf(host, 0)->slot_SelectImage(2);
+            QVERIFY(!host.IsEnabled("File", "Save"));
+            host.DrawRectangle(0);
+            host.DrawRectangle(0);
+            for (const int nImage : {2, 0}) {
+                CtrlOf(host, 0)->slot_SelectImage(nImage);
+                host.Entry("File", "Save")->trigger();
+                QTRY_VERIFY(!StoreOf(host, 0)->HasUnsaved(nImage));
+            }
+            QVERIFY(!host.window.isWindowModified());
+        }
+        QVERIFY(!QFile::exists(Pictures::Beside(lstPictures[1])));
         Host host;
         QVERIFY(host.Show());
-        host.window.OpenFiles({strFirst, strSecond}, QStringLiteral("1x1"));
+        host.window.OpenFiles(lstPictures, QStringLiteral("1x1"));
+        QTRY_COMPARE(CountOf(host, 0, 0), 1);
+        QTRY_COMPARE(CountOf(host, 0, 2), 2);
+        QCOMPARE(CountOf(host, 0, 1), 0);
+        QCOMPARE(CtrlOf(host, 0)->GetImageModel()->GetCurrentIndex(), 0);
+        QVERIFY(!host.window.isWindowModified());
+    }
+
+    void pagesOfADocumentShareOneFileAndATurnedPageKeepsItsPlaces()
+    {
+        const QTemporaryDir folder;
+        const QString strDocument = folder.filePath(QStringLiteral("a.pdf"));
+        QVERIFY(QFile::copy(kDocument, strDocument));
+        QRectF before;
+        {
+            Host host;
+            QVERIFY(host.Show({strDocument}));
+            host.DrawRectangle(0);
+            before = BoxOf(host);
+            host.Entry("Edit", "Rotate Left")->trigger();
+            QVERIFY(!IsAt(BoxOf(host), before));
+            CtrlOf(host, 0)->slot_SelectImage(3);
+            host.DrawRectangle(0);
+            host.Entry("File", "Save")->trigger();
+            QTRY_VERIFY(!StoreOf(host, 0)->HasUnsaved());
+        }
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 2);
+        Host host;
+        QVERIFY(host.Show({strDocument}));
+        QTRY_COMPARE(CountOf(host, 0, 3), 1);
+        QVERIFY(IsAt(BoxOf(host), before));
+    }
+
+    void anImageThatIsClosedAndOpenedAgainShowsItsAnnotationsAgain()
+    {
+        const Pictures pictures;
+        const QString strPicture = Annotated(pictures, QStringLiteral("a.png"));
+        Host host;
+        QVERIFY(host.Show());
+        host.window.OpenFiles({pictures.Add(QStringLiteral("b.png")), strPicture}, QStringLiteral("1x1"));
+        QTRY_COMPARE(CountOf(host, 0, 1), 1);
+        CtrlOf(host, 0)->slot_Next();
+        host.Entry("File", "Close Image")->trigger();
+        QCOMPARE(CtrlOf(host, 0)->GetImageModel()->GetImageCount(), 1);
+        host.window.OpenFiles({strPicture}, QStringLiteral("1x1"));
+        QTRY_COMPARE(CountOf(host, 0, 1), 1);
+        // The same file once more: nothing is read over what is there.
+        CtrlOf(host, 0)->slot_SelectImage(1);
+        host.DrawRectangle(0);
+        host.window.OpenFiles({strPicture}, QStringLiteral("1x1"));
+        QVERIFY(!QTest::qWaitFor([&] { return CountOf(host, 0, 1) != 2; }, 300));
+        QVERIFY(StoreOf(host, 0)->HasUnsaved(1));
+        QCOMPARE(host.Message(), QString());
+    }
+
+    void undoShowsThePageOfTheStepFirst()
+    {
+        const Pictures pictures;
+        Host host;
+        QVERIFY(host.Show());
+        host.window.OpenFiles({pictures.Add(QStringLiteral("a.png")), pictures.Add(QStringLiteral("b.png"))},
+                              QStringLiteral("1x1"));
+        const CImageView2DModel* pModel = CtrlOf(host, 0)->GetImageModel();
+        host.View(0)->setFocus();
         host.DrawRectangle(0);
         CtrlOf(host, 0)->slot_Next();
-        host.Entry("File", "Save")->trigger();
-        QTRY_VERIFY(!StoreOf(host, 0)->HasUnsaved());
-        QVERIFY(QFile::exists(Pictures::Beside(strFirst)));
-        QVERIFY(!QFile::exists(Pictures::Beside(strSecond)));
+        host.DrawRectangle(0);
+        CtrlOf(host, 0)->slot_Previous();
+        host.Key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(pModel->GetCurrentIndex(), 1);
+        QCOMPARE(host.Annotations(0), 0);
+        host.Key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(pModel->GetCurrentIndex(), 0);
+        QCOMPARE(host.Annotations(0), 0);
+        CtrlOf(host, 0)->slot_Next();
+        host.Key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(pModel->GetCurrentIndex(), 0);
+        QCOMPARE(host.Annotations(0), 1);
     }
 
     void nothingIsWrittenBesideAnImageThatNeverHadAnnotations()
@@ -360,21 +480,41 @@ private Q_SLOTS:
         QCOMPARE(QFile::exists(Pictures::Beside(strPicture)), bWished);
     }
 
-    void thoseOfAnImageThatIsNotSavedWaitForIt()
+    void eachFileSavesItself()
+    {
+        const Pictures pictures;
+        const QStringList lstPictures{pictures.Add(QStringLiteral("a.png")),
+                                      pictures.Add(QStringLiteral("b.png"))};
+        Host host;
+        QVERIFY(host.Show());
+        host.window.OpenFiles(lstPictures, QStringLiteral("1x1"));
+        host.Entry("Settings", "Save Annotations by Themselves")->trigger();
+        host.DrawRectangle(0);
+        CtrlOf(host, 0)->slot_Next();
+        host.DrawRectangle(0);
+        QTRY_VERIFY(!StoreOf(host, 0)->HasUnsaved());
+        for (const QString& strPicture : lstPictures)
+            QVERIFY(QFile::exists(Pictures::Beside(strPicture)));
+    }
+
+    /// What saves itself beside a turned image is right for the picture that is in the file, always.
+    void thoseThatSaveThemselvesHaveTheirPlacesOnThePictureInTheFile()
     {
         const Pictures pictures;
         const QString strPicture = Annotated(pictures, QStringLiteral("a.png"));
-        const QByteArray before = Pictures::Bytes(Pictures::Beside(strPicture));
+        const auto before = NumbersIn(Pictures::Beside(strPicture));
         Host host;
         QVERIFY(host.Show({strPicture}));
         QTRY_COMPARE(host.Annotations(0), 1);
         host.Entry("Settings", "Save Annotations by Themselves")->trigger();
         host.Entry("Edit", "Rotate Left")->trigger();
-        QVERIFY(!QTest::qWaitFor([&] { return !StoreOf(host, 0)->HasUnsaved(); }, 3500));
-        QCOMPARE(Pictures::Bytes(Pictures::Beside(strPicture)), before);
-        CtrlOf(host, 0)->SaveFile(strPicture);
+        QVERIFY(StoreOf(host, 0)->HasUnsaved());
         QTRY_VERIFY(!StoreOf(host, 0)->HasUnsaved());
-        QVERIFY(Pictures::Bytes(Pictures::Beside(strPicture)) != before);
+        QCOMPARE(NumbersIn(Pictures::Beside(strPicture)), before);
+        CtrlOf(host, 0)->SaveFile(strPicture);
+        QVERIFY(StoreOf(host, 0)->HasUnsaved());
+        QTRY_VERIFY(!StoreOf(host, 0)->HasUnsaved());
+        QVERIFY(NumbersIn(Pictures::Beside(strPicture)) != before);
     }
 };
 

@@ -8,6 +8,8 @@
 #include "WorkSupport.h"
 #include "tests/support/TestMain.h"
 
+#include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
+
 #include <QPushButton>
 
 namespace
@@ -82,6 +84,56 @@ private Q_SLOTS:
         }
         QCOMPARE(host.ShownViewers(), 2);
         QVERIFY(host.window.isWindowModified());
+    }
+
+    void whatSeveralImagesOfAViewerHadIsRestoredToEach()
+    {
+        const Pictures pictures;
+        const QStringList lstPictures{pictures.Add(QStringLiteral("a.png")),
+                                      pictures.Add(QStringLiteral("b.png")),
+                                      pictures.Add(QStringLiteral("c.png"))};
+        {
+            Host host;
+            QVERIFY(host.Show());
+            host.window.OpenFiles(lstPictures, QStringLiteral("1x1"));
+            host.DrawRectangle(0);
+            CtrlOf(host, 0)->slot_SelectImage(2);
+            host.DrawRectangle(0);
+            host.DrawRectangle(0);
+        }
+        Host host;
+        QVERIFY(host.Show());
+        QTRY_VERIFY(BarOf(host)->isVisible());
+        QVERIFY2(TextOf(host).contains(QStringLiteral("a.png, c.png")), qPrintable(TextOf(host)));
+        Press(host, "Restore");
+        QVERIFY(!BarOf(host)->isVisible());
+        QCOMPARE(CtrlOf(host, 0)->GetImageModel()->GetImageCount(), 2);
+        QCOMPARE(CountOf(host, 0, 0), 1);
+        QCOMPARE(CountOf(host, 0, 1), 2);
+        QVERIFY(StoreOf(host, 0)->HasUnsaved(0) && StoreOf(host, 0)->HasUnsaved(1));
+    }
+
+    void whatWasOnATurnedImageIsRestoredToItsPlacesOnTheFile()
+    {
+        const Pictures pictures;
+        const QString strPicture = pictures.Add(QStringLiteral("a.png"));
+        const auto boxOf = [](const Host& host) {
+            return host.Viewer(0)->Get2DDrawableObjects().at(0)->GetBoundary().normalized().toRect();
+        };
+        QRect before;
+        {
+            Host host;
+            QVERIFY(host.Show({strPicture}));
+            host.DrawRectangle(0);
+            before = boxOf(host);
+            host.Entry("Edit", "Rotate Left")->trigger();
+            QVERIFY(boxOf(host) != before);
+        }
+        Host host;
+        QVERIFY(host.Show());
+        QTRY_VERIFY(BarOf(host)->isVisible());
+        Press(host, "Restore");
+        QCOMPARE(boxOf(host), before);
     }
 
     void whatIsRestoredStandsAboveWhatIsStoredBesideTheImage()

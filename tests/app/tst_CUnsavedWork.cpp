@@ -132,6 +132,129 @@ private Q_SLOTS:
         QCOMPARE(QImage(lstPictures[1]).size(), size.transposed());
     }
 
+    /// Three images in one viewer; the first and the last are annotated, the last is shown.
+    static bool ShowThree(Host& host, const QStringList& lstPictures)
+    {
+        if (!host.Show())
+            return false;
+        host.window.OpenFiles(lstPictures, QStringLiteral("1x1"));
+        host.DrawRectangle(0);
+        CtrlOf(host, 0)->slot_SelectImage(2);
+        host.DrawRectangle(0);
+        return StoreOf(host, 0)->HasUnsaved(0) && StoreOf(host, 0)->HasUnsaved(2);
+    }
+    static QStringList AddThree(const Pictures& pictures)
+    {
+        return {pictures.Add(QStringLiteral("a.png")), pictures.Add(QStringLiteral("b.png")),
+                pictures.Add(QStringLiteral("c.png"))};
+    }
+
+    void quittingListsEachFileOnceAndSavesAll_data()
+    {
+        QTest::addColumn<int>("nWay");
+        QTest::newRow("quit") << int(EWay_Quit);
+        QTest::newRow("close all") << int(EWay_CloseAll);
+        QTest::newRow("open") << int(EWay_Open);
+    }
+    void quittingListsEachFileOnceAndSavesAll()
+    {
+        QFETCH(int, nWay);
+        const Pictures pictures;
+        const QStringList lstPictures = AddThree(pictures);
+        Host host;
+        QVERIFY(ShowThree(host, lstPictures));
+        Answers save(QStringLiteral("Save"));
+        Go(host, nWay);
+        QCOMPARE(save.lstAsked, QStringList{QStringLiteral(
+                                    "Save what would be lost?\na.png: annotations\nc.png: annotations")});
+        QVERIFY(QFile::exists(Pictures::Beside(lstPictures[0])));
+        QVERIFY(!QFile::exists(Pictures::Beside(lstPictures[1])));
+        QVERIFY(QFile::exists(Pictures::Beside(lstPictures[2])));
+    }
+
+    void closingAnImageAsksForItsOwnAnnotationsOnly()
+    {
+        const Pictures pictures;
+        const QStringList lstPictures = AddThree(pictures);
+        Host host;
+        QVERIFY(ShowThree(host, lstPictures));
+        CtrlOf(host, 0)->slot_SelectImage(1);
+        {
+            Answers none(QStringLiteral("Cancel"));
+            Go(host, EWay_Close);
+            QCOMPARE(none.lstAsked, QStringList());
+        }
+        QCOMPARE(CtrlOf(host, 0)->GetImageModel()->GetImageCount(), 2);
+        CtrlOf(host, 0)->slot_SelectImage(1);
+        {
+            Answers discard(QStringLiteral("Discard"));
+            Go(host, EWay_Close);
+            QCOMPARE(discard.lstAsked,
+                     QStringList{QStringLiteral("Save what would be lost?\nc.png: annotations")});
+        }
+        QCOMPARE(CtrlOf(host, 0)->GetImageModel()->GetImageCount(), 1);
+        QVERIFY(!QFile::exists(Pictures::Beside(lstPictures[2])));
+        QVERIFY(StoreOf(host, 0)->HasUnsaved(0));
+        QCOMPARE(host.Annotations(0), 1);
+    }
+
+    /// As long as another page is open, its annotations are there.
+    void closingAPageOfADocumentAsksOnlyAtTheLastOne()
+    {
+        const QTemporaryDir folder;
+        const QString strDocument = folder.filePath(QStringLiteral("a.pdf"));
+        QVERIFY(QFile::copy(kDocument, strDocument));
+        Host host;
+        QVERIFY(host.Show({strDocument}));
+        host.DrawRectangle(0);
+        Answers save(QStringLiteral("Save"));
+        while (CtrlOf(host, 0)->GetImageModel()->GetImageCount() > 1)
+            Go(host, EWay_Close);
+        QCOMPARE(save.lstAsked, QStringList());
+        QVERIFY(host.window.isWindowModified());
+        Go(host, EWay_Close);
+        QCOMPARE(save.lstAsked, QStringList{QStringLiteral("Save what would be lost?\na.pdf: annotations")});
+        QVERIFY(Pictures::Bytes(Pictures::Beside(strDocument)).contains("rectangle"));
+    }
+
+    void aPageThatIsSavedAsAnImageTakesItsAnnotationsThere()
+    {
+        const QTemporaryDir folder;
+        const QString strDocument = folder.filePath(QStringLiteral("a.pdf"));
+        QVERIFY(QFile::copy(kDocument, strDocument));
+        Host host;
+        QVERIFY(host.Show({strDocument}));
+        host.DrawRectangle(0);
+        host.Entry("Edit", "Rotate Left")->trigger();
+        ChooseFile(folder.filePath(QStringLiteral("page.png")));
+        Answers save(QStringLiteral("Save"));
+        QVERIFY(host.window.close());
+        QCOMPARE(save.lstAsked.size(), 1);
+        for (const char* pName : {"a.pdf.vantor.json", "page.png.vantor.json"})
+            QVERIFY2(Pictures::Bytes(folder.filePath(QLatin1String(pName))).contains("rectangle"), pName);
+    }
+
+    void onlyTheThumbnailsOfUnsavedImagesAreMarked()
+    {
+        const Pictures pictures;
+        Host host;
+        QVERIFY(ShowThree(host, AddThree(pictures)));
+        auto* pList = host.Viewer(0)->findChild<QListView*>();
+        const auto isMarked = [&](int nRow) {
+            const QRect rect = pList->visualRect(pList->model()->index(nRow, 0));
+            const QImage image = pList->viewport()->grab(rect).toImage();
+            int nDot = 0;
+            for (int y = 0; y < image.height() / 2; ++y)
+                for (int x = image.width() / 2; x < image.width(); ++x)
+                    nDot += image.pixelColor(x, y) == QColor(200, 60, 0) ? 1 : 0;
+            return nDot > 20;
+        };
+        QVERIFY(isMarked(0) && !isMarked(1) && isMarked(2));
+        host.Entry("File", "Save")->trigger();
+        QTRY_VERIFY(!StoreOf(host, 0)->HasUnsaved(2));
+        QVERIFY(isMarked(0) && !isMarked(1) && !isMarked(2));
+    }
+
     void whatCannotBeSavedKeepsTheWindowOpen()
     {
         const Pictures pictures;

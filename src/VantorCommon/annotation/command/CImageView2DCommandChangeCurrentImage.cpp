@@ -70,6 +70,7 @@ void CImageView2DCommandChangeCurrentImage::exec()
     if (m_bHadPage ? !SelectPageOf(*pModel, m_pOldImage) : HasPage(*pModel))
         return;
     m_bDone = true;
+    m_pCtrl->GetAnnotationStore()->FollowChange(m_pOldImage, m_pNewImage, m_sChange);
     if (Carry()) {
         pModel->SetCurrentImage(m_pNewImage);
         m_pCarried->Do(*m_pCtrl->GetGeometryModel());

@@ -53,6 +53,16 @@ struct SPlaneMap {
         return bSwap ? SPlaneMap{true, dblSignY, dblSignX, dblY, dblX}
                      : SPlaneMap{false, dblSignX, dblSignY, dblX, dblY};
     }
+    /// This map, and behind it another one.
+    SPlaneMap Then(const SPlaneMap& next) const
+    {
+        SPlaneMap both{bSwap != next.bSwap, next.bSwap ? dblSignY : dblSignX,
+                       next.bSwap ? dblSignX : dblSignY, dblMoveX, dblMoveY};
+        both.dblSignX *= next.dblSignX;
+        both.dblSignY *= next.dblSignY;
+        next.MovePlace(both.dblMoveX, both.dblMoveY);
+        return both;
+    }
 };
 
 /// One kind of annotation: everything that is to be known of it beside its geometry. Views, cursors,

@@ -197,6 +197,20 @@ int AnnotationDocument::CountKept(const SPage& page)
     return static_cast<int>(page.objects.size()) - static_cast<int>(nMarks);
 }
 
+void AnnotationDocument::Move(SPage& page, const SPlaneMap& map)
+{
+    if (map.IsIdentity())
+        return;
+    for (SObject& object : page.objects) {
+        const SShapeKind* pKind = ShapeKinds::OfKey(QString::fromStdString(object.kind));
+        if (!pKind || !pKind->move || object.kind.empty())
+            continue;
+        SShapeData data{std::move(object.numbers), QString::fromStdString(object.text)};
+        pKind->move(data, map);
+        object.numbers = std::move(data.vctNumbers);
+    }
+}
+
 SPage AnnotationDocument::Pack(const SPage& page, const ObjectList& vctObjects)
 {
     std::vector<SObject> vctWritten;

@@ -181,10 +181,10 @@ void CAnnotationJournal::StartCheckpoint()
     m_thread.start([this, pNew, strPath = m_strPath] {
         try {
             const auto content = JournalText::Replay(JournalFile::Read(strPath, pNew->nRead));
-            const std::string header =
-                content.bValid && !content.bTruncated
-                    ? JournalText::HeaderLine(content.strImage, content.document, content.nSteps)
-                    : std::string();
+            const std::string header = content.bValid && !content.bTruncated
+                                           ? JournalText::HeaderLine(content.strImage, content.document,
+                                                                     content.nSteps, content.vctUnsaved)
+                                           : std::string();
             pNew->nFile = header.empty() ? -1 : JournalFile::Create(pNew->strPath);
             pNew->nSize = static_cast<qint64>(header.size());
             if (pNew->nFile >= 0 &&

@@ -18,7 +18,10 @@
 /// What a finished step has done to a document, as one line of a journal tells it: first some objects go,
 /// then some come or change, then they are put into an order. What cannot be painted here stays where it is.
 struct SJournalStep {
-    int nPage = 0;
+    int nPage = 0;        ///< in its file
+    std::string strImage; ///< path of its file when the document is about several
+    /// The files that have something unsaved; one of an empty name for a document about one file.
+    std::vector<std::string> vctUnsaved;
     bool bSaved = false; ///< the document is now as it was saved
     bool bAll = false;   ///< document replaces everything; the members below count for nothing
     std::vector<std::string> vctDeleted; ///< ids
@@ -35,8 +38,10 @@ struct SJournalStep {
 /// CRC-32 of all that stands before it. The first line has the document to begin with.
 namespace JournalText
 {
-/// @param nSteps  unsaved ones that are in the document
-std::string HeaderLine(const QString& strImage, const Vantor::Annotations::SDocument& document, int nSteps);
+/// @param nSteps      unsaved ones that are in the document
+/// @param vctUnsaved  see SJournalStep
+std::string HeaderLine(const QString& strImage, const Vantor::Annotations::SDocument& document, int nSteps,
+                       const std::vector<std::string>& vctUnsaved = {});
 /// Empty when the document cannot be written, such as with numbers that are not finite.
 std::string StepLine(int nNumber, const SJournalStep& step);
 
@@ -46,8 +51,9 @@ struct SContent {
     QString strImage;    ///< path of the annotated image; empty when it has no file
     Vantor::Annotations::SDocument document;
     int nSteps = 0;
-    bool bSaved = true;      ///< nothing in it is unsaved
-    bool bTruncated = false; ///< lines at the end cannot be read and were left out
+    std::vector<std::string> vctUnsaved; ///< see SJournalStep
+    bool bSaved = true;                  ///< nothing in it is unsaved
+    bool bTruncated = false;             ///< lines at the end cannot be read and were left out
 };
 SContent Replay(const std::string& bytes);
 } // namespace JournalText

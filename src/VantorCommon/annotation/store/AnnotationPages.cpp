@@ -4,22 +4,63 @@
 
 #include <Vantor/image/CImage.h>
 
+#include <QDir>
+#include <QFileInfo>
 #include <algorithm>
 #include <utility>
 
 using Vantor::Algorithms::CImage;
+
+namespace
+{
+/// Whether an image may be the other one, changed: what makes images gives them no other file.
+bool MayReplace(const std::shared_ptr<CImage>& pNew, const std::shared_ptr<CImage>& pOld)
+{
+    const QString strNew = CAnnotationPages::PathOf(pNew);
+    return strNew.isEmpty() || strNew == CAnnotationPages::PathOf(pOld);
+}
+} // namespace
+
+QString CAnnotationPages::CleanPath(const QString& strPath)
+{
+    return QDir::cleanPath(QFileInfo(strPath).absoluteFilePath());
+}
+
+QString CAnnotationPages::PathOf(const std::shared_ptr<CImage>& pImage)
+{
+    if (!pImage || pImage->GetName().empty())
+        return {};
+    return CleanPath(QDir(QString::fromStdWString(pImage->GetFolder()))
+                         .filePath(QString::fromStdWString(pImage->GetName())));
+}
 
 SAnnotatedPage CAnnotationPages::MakePage(const std::shared_ptr<CImage>& pImage)
 {
     SAnnotatedPage page;
     page.nId = m_nNextId++;
     page.pImage = pImage;
-    page.strFile = QLatin1Char('#') + QString::number(page.nId);
-    if (pImage && !pImage->GetName().empty())
-        page.strFile = QString::fromStdWString(pImage->GetFolder()) + QLatin1Char('/') +
-                       QString::fromStdWString(pImage->GetName());
+    page.strFile = PathOf(pImage);
+    if (page.strFile.isEmpty())
+        page.strFile = QLatin1Char('#') + QString::number(page.nId);
     page.file.page = m_mapPages[page.strFile]++;
     return page;
+}
+
+void CAnnotationPages::Move(SAnnotatedPage& page, const QString& strPath)
+{
+    page.strFile = CleanPath(strPath);
+    page.file.page = m_mapPages[page.strFile]++;
+    ForgetCounts();
+}
+
+void CAnnotationPages::ForgetCounts()
+{
+    for (auto it = m_mapPages.begin(); it != m_mapPages.end();) {
+        const bool bThere =
+            std::any_of(m_vctPages.begin(), m_vctPages.end(),
+                        [&](const SAnnotatedPage& page) { return page.strFile == it->first; });
+        it = bThere ? std::next(it) : m_mapPages.erase(it);
+    }
 }
 
 void CAnnotationPages::Restart(const CImageView2DModel& model)
@@ -49,7 +90,8 @@ CAnnotationPages::Pages CAnnotationPages::Follow(const CImageView2DModel& model)
     const bool bReplaced = bSameCount && std::count(vctFrom.begin(), vctFrom.end(), -1) == 1;
     for (int i = 0; i < model.GetImageCount(); ++i) {
         const auto nPlace = static_cast<std::size_t>(i);
-        if (vctFrom[nPlace] < 0 && bReplaced && !vctTaken[nPlace]) {
+        if (vctFrom[nPlace] < 0 && bReplaced && !vctTaken[nPlace] &&
+            MayReplace(model.GetImage(i), vctOld[nPlace].pImage)) {
             vctFrom[nPlace] = i;
             vctTaken[nPlace] = true;
         }
@@ -62,10 +104,7 @@ CAnnotationPages::Pages CAnnotationPages::Follow(const CImageView2DModel& model)
     for (std::size_t i = 0; i < vctOld.size(); ++i)
         if (!vctTaken[i])
             vctGone.push_back(std::move(vctOld[i]));
-    for (const SAnnotatedPage& page : vctGone)
-        if (std::none_of(m_vctPages.begin(), m_vctPages.end(),
-                         [&page](const SAnnotatedPage& other) { return other.strFile == page.strFile; }))
-            m_mapPages.erase(page.strFile); // added again, it begins with its first page
+    ForgetCounts();
     return vctGone;
 }
 

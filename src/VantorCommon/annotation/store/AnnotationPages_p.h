@@ -9,17 +9,24 @@
 #include <QString>
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
+
+/// A page by its file and its identifier; of the only set of a list: empty, and -1.
+using PageKey = std::pair<QString, int>;
 
 /// The annotations of one image or page of a list.
 struct SAnnotatedPage {
     int nId = 0; ///< for life: an image that replaces another has its page
     std::shared_ptr<Vantor::Algorithms::CImage> pImage;
-    QString strFile; ///< path of the file that it was read from; something unique without one
+    QString strFile; ///< path of its file; without one something unique, which IsFile tells from a path
     /// What a file says of it beside its objects, see AnnotationDocument::Unpack; its page is that in the
     /// file.
     Vantor::Annotations::SPage file;
     CImageView2DGeometryModel::ObjectList vctObjects; ///< while another page is shown
+
+    PageKey Key() const { return {strFile, nId}; }
+    bool IsFile() const { return !strFile.startsWith(QLatin1Char('#')); }
 };
 
 /// The pages of a list of images, which follow it: for SCenterOptions::bAnnotationsPerImage. GUI thread only.
@@ -34,15 +41,24 @@ public:
     void Restart(const CImageView2DModel& model);
     Pages& All() { return m_vctPages; }
     const Pages& All() const { return m_vctPages; }
+    /// Makes it a page of another file, behind those that are there.
+    void Move(SAnnotatedPage& page, const QString& strPath);
+    /// @{
+    /// Absolute and without detours, as SAnnotatedPage has it; empty for an image without a file.
+    static QString CleanPath(const QString& strPath);
+    static QString PathOf(const std::shared_ptr<Vantor::Algorithms::CImage>& pImage);
+    /// @}
     /// The index in the list; -1 when the page is gone.
     int IndexOf(int nId) const;
     /// Null when the page is gone.
     SAnnotatedPage* Find(int nId);
+    const SAnnotatedPage* Find(int nId) const { return const_cast<CAnnotationPages*>(this)->Find(nId); }
 
 private:
+    void ForgetCounts();
     SAnnotatedPage MakePage(const std::shared_ptr<Vantor::Algorithms::CImage>& pImage);
 
     Pages m_vctPages;
-    std::map<QString, int> m_mapPages; ///< how many there have been of a file
+    std::map<QString, int> m_mapPages; ///< how many there have been of a file that is there
     int m_nNextId = 1;
 };

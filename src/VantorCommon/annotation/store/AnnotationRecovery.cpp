@@ -11,7 +11,7 @@
 #include <optional>
 #include <unistd.h>
 
-using Vantor::Annotations::SDocument;
+using Vantor::Annotations::SPage;
 using Vantor::Annotations::SReport;
 
 namespace
@@ -43,6 +43,29 @@ JournalText::SContent ReadJournal(const QString& strPath)
     return JournalText::Replay(JournalFile::Read(strPath, kMaxBytes));
 }
 
+/// A journal of sets per image names the image of each page; one that does not is about one file.
+std::vector<AnnotationRecovery::SImage> ImagesOf(const JournalText::SContent& content)
+{
+    std::vector<AnnotationRecovery::SImage> vctImages;
+    for (const std::string& image : content.vctUnsaved) {
+        if (image.empty())
+            continue;
+        AnnotationRecovery::SImage found;
+        if (image[0] != '#')
+            found.strImage = QString::fromStdString(image);
+        for (SPage page : content.document.pages) {
+            if (page.image != image)
+                continue;
+            page.image.clear();
+            found.document.pages.push_back(std::move(page));
+        }
+        vctImages.push_back(std::move(found));
+    }
+    if (vctImages.empty())
+        vctImages.push_back({content.strImage, content.document});
+    return vctImages;
+}
+
 /// Nothing when there is nothing unsaved in it.
 std::optional<AnnotationRecovery::SFound> Look(const QFileInfo& info)
 {
@@ -51,11 +74,13 @@ std::optional<AnnotationRecovery::SFound> Look(const QFileInfo& info)
         return std::nullopt;
     AnnotationRecovery::SFound found;
     found.strJournal = info.absoluteFilePath();
-    found.strImage = content.strImage;
     found.time = info.lastModified();
     found.nSteps = content.nSteps;
-    for (const auto& page : content.document.pages)
-        found.nObjects += static_cast<int>(page.objects.size());
+    for (const auto& image : ImagesOf(content)) {
+        found.lstImages.append(image.strImage);
+        for (const SPage& page : image.document.pages)
+            found.nObjects += static_cast<int>(page.objects.size());
+    }
     return found;
 }
 } // namespace
@@ -93,7 +118,7 @@ std::vector<AnnotationRecovery::SFound> AnnotationRecovery::Find()
     return vctFound;
 }
 
-SReport AnnotationRecovery::Read(const QString& strJournal, SDocument& document)
+SReport AnnotationRecovery::Read(const QString& strJournal, std::vector<SImage>& vctImages)
 {
     SReport report;
     const auto content = ReadJournal(strJournal);
@@ -101,7 +126,7 @@ SReport AnnotationRecovery::Read(const QString& strJournal, SDocument& document)
         report.failure = "The journal cannot be read.";
         return report;
     }
-    document = content.document;
+    vctImages = ImagesOf(content);
     if (content.bTruncated)
         report.remarks.push_back({{},
                                   "The journal is damaged behind step " + std::to_string(content.nSteps) +

@@ -2,17 +2,19 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
-#include <VantorCommon/annotation/command/CCommand.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/store/AnnotationJournal_p.h>
 #include <VantorCommon/annotation/store/AnnotationPages_p.h>
 #include <VantorCommon/annotation/store/AnnotationTracker_p.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
+#include <VantorCommon/annotation/store/FilePictures_p.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 
 #include <QPointer>
 #include <QThreadPool>
+#include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,7 +24,7 @@ struct CAnnotationStore::SPrivate {
     /// Says which annotations are on the screen: the steps that have changed them, and how often they were
     /// changed without a step.
     struct SVersion {
-        std::vector<const CCommand*> vctSteps;
+        std::vector<std::uint64_t> vctSteps; ///< their numbers, which no other step ever has
         int nOutside = 0;
 
         bool operator==(const SVersion& other) const
@@ -52,12 +54,12 @@ struct CAnnotationStore::SPrivate {
     int nPage = 0;    ///< to which the annotations of the view belong: where the first of them was made
     int nObjects = 0; ///< when they changed last
 
-    /// By FileKey: of the whole list there is only one, whose key is empty.
-    using Versions = std::map<QString, SVersion>;
+    using Versions = std::map<PageKey, SVersion>;
     Versions now;
     Versions saved;
-    bool bToldUnsaved = false;
-    int nRunning = 0; ///< steps that are being made, one within the other
+    std::set<PageKey> toldUnsaved;
+    std::uint64_t nSteps = 0; ///< that were ever made
+    int nRunning = 0;         ///< steps that are being made, one within the other
     EAnnotationsGone eReason = EAnnotationsGone_Cleared;
 
     std::unique_ptr<CAnnotationJournal> pJournal; ///< null without the option
@@ -80,36 +82,57 @@ struct CAnnotationStore::SPrivate {
     /// With pages: what files say beside them, by SAnnotatedPage::strFile.
     std::map<QString, Vantor::Annotations::SDocument> rest;
 
+    CFilePictures pictures;
+    int nTarget = -1; ///< identifier of the page of the next step; -1: the one that is shown
+
+    // Pages
     void UsePages(bool bUse);
     void FollowList(CAnnotationStore& store);
+    void FollowSave(CAnnotationStore& store, const QString& strPath);
+    void MovePage(SAnnotatedPage& page, const QString& strPath);
     void ForgetFiles();
     bool ShowPage(int nId);
-    QString FileKey();
+    int PageAt(int nImage) const;
+    QString FileOf(int nId) const;
+    PageKey KeyOf(int nId) const { return {FileOf(nId), bPages ? nId : -1}; }
+    QString PathOf(int nImage) const;
+
+    // Documents
     Vantor::Annotations::SDocument WholeSet();
+    Vantor::Annotations::SDocument FileDocument(const QString& strFile) const;
+    Vantor::Annotations::SDocument Document(int nId);
     Vantor::Annotations::SPage Packed(const SAnnotatedPage& page) const;
-    std::vector<std::pair<Vantor::Annotations::SPage*, ImagePtr>>
-    PagesInList(Vantor::Annotations::SDocument& document) const;
-    EOtherSize Fit(Vantor::Annotations::SDocument& document,
-                   std::vector<Vantor::Annotations::SRemark>& vctRemarks) const;
-    void ApplySet(CAnnotationStore& store, const Vantor::Annotations::SDocument& document);
-    void ApplyPages(CAnnotationStore& store, const Vantor::Annotations::SDocument& document);
-    Vantor::Annotations::SDocument JournalDocument(const CAnnotationStore& store);
-    int JournalPage() const;
-    void MeasureJournalPage(Vantor::Annotations::SPage& page) const;
-    void RewriteJournal(CAnnotationStore& store);
-    void SetSaved(CAnnotationStore& store, const QString& strFile, const SVersion& sVersion);
-    void TellGone(CAnnotationStore& store, EAnnotationsGone eWhy, int nCount);
+    Vantor::Annotations::SPage OnPicture(Vantor::Annotations::SPage page, const ImagePtr& pImage) const;
     Vantor::Annotations::SPage& FilePage();
+    std::vector<std::pair<Vantor::Annotations::SPage*, ImagePtr>>
+    PagesInList(Vantor::Annotations::SDocument& document, int nId) const;
+    EOtherSize Fit(Vantor::Annotations::SDocument& document, int nId,
+                   std::vector<Vantor::Annotations::SRemark>& vctRemarks) const;
+    void Apply(CAnnotationStore& store, const Vantor::Annotations::SDocument& document, int nId);
+    void ApplySet(CAnnotationStore& store, const Vantor::Annotations::SDocument& document);
+    void ApplyPages(CAnnotationStore& store, const Vantor::Annotations::SDocument& document, int nId);
+    Vantor::Annotations::SContext Context(int nId, const Vantor::Annotations::SDocument& document) const;
+
+    // What is unsaved
+    std::set<PageKey> Unsaved() const;
+    Versions VersionsOf(const QString& strFile) const;
+    void SetSaved(CAnnotationStore& store, const Versions& versions);
+    void TellUnsaved(CAnnotationStore& store);
+    void TellGone(CAnnotationStore& store, EAnnotationsGone eWhy, int nCount);
     void Clear(CAnnotationStore& store, const ObjectList& vctGone);
     void KeepCleared(const ObjectList& vctGone);
     ObjectList Cleared() const;
     void ChangeOutside(CAnnotationStore& store);
-    void EndStep(CAnnotationStore& store, const CWatched& step, bool bDone);
-    void TellUnsaved(CAnnotationStore& store);
-    QString ImagePath() const;
+    void EndStep(CAnnotationStore& store, int nId, std::uint64_t nStep, bool bDone);
+
+    // The journal
+    Vantor::Annotations::SDocument JournalDocument();
+    std::vector<std::string> JournalUnsaved() const;
     Vantor::Annotations::SObject ObjectOf(const CImageView2DDrawableObject& object);
-    void UseJournal(const CAnnotationStore& store, bool bUse);
-    void BeginJournal(const CAnnotationStore& store);
-    void WriteJournal(const CAnnotationStore& store, const SAnnotationChanges& sChanges);
+    void UseJournal(bool bUse);
+    void BeginJournal();
+    void AddChanges(SJournalStep& step, const SAnnotationChanges& sChanges);
+    void WriteJournal(const SAnnotationChanges& sChanges);
     void WriteJournalSoon(CAnnotationStore& store);
+    void RewriteJournal();
 };

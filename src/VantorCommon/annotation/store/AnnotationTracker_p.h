@@ -42,6 +42,8 @@ public:
                        std::function<void()> onChange);
 
     SAnnotationChanges Take();
+    /// Counts as a change of everything: for what is not in the model.
+    void ChangeAll() { m_sChanges.bAll = true; }
     int Count() const { return static_cast<int>(m_known.size()); }
     /// Replaces all objects of the model, which is told as bAll; calls neither function.
     void Replace(const ObjectList& vctObjects);

@@ -3,9 +3,10 @@
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
 
 #include <Vantor/image/CImage.h>
-#include <VantorCommon/annotation/command/CCommandCall.h>
+#include <VantorCommon/annotation/command/CCommand.h>
 #include <VantorCommon/annotation/store/AnnotationDocument_p.h>
 #include <VantorCommon/annotation/store/AnnotationStoreState_p.h>
+#include <VantorCommon/annotation/store/SImageChange.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
 #include <QDateTime>
@@ -15,7 +16,6 @@
 
 using Vantor::Annotations::SContext;
 using Vantor::Annotations::SDocument;
-using Vantor::Annotations::SPage;
 using Vantor::Annotations::SReport;
 
 namespace
@@ -51,17 +51,6 @@ SReport ReadFile(const QString& strPath, const QString& strImage, const SContext
         return SReport{kNoMemory, {}};
     }
 }
-
-SContext ContextOf(const Vantor::Algorithms::CImage* pImage)
-{
-    SContext context;
-    if (pImage) {
-        context.imageName = QString::fromStdWString(pImage->GetName()).toStdString();
-        context.width = pImage->GetWidth();
-        context.height = pImage->GetHeight();
-    }
-    return context;
-}
 } // namespace
 
 /// A step of the controller's that the store hears of.
@@ -69,32 +58,37 @@ class CAnnotationStore::CWatched : public CCommand
 {
 public:
     CWatched(CAnnotationStore& store, std::unique_ptr<CCommand> pStep)
-        : m_store(store), m_pStep(std::move(pStep)), m_nPage(store.m_p->nShown),
-          m_strFile(store.m_p->FileKey())
+        : m_store(store), m_pStep(std::move(pStep)),
+          m_nPage(store.m_p->nTarget >= 0 ? store.m_p->nTarget : store.m_p->nShown),
+          m_nNumber(++store.m_p->nSteps)
     {
     }
 
-    const QString& GetFile() const { return m_strFile; }
-
     void exec() override { Run(&CCommand::exec, true); }
-    void undo() override { Run(&CCommand::undo, false); }
-    void redo() override { Run(&CCommand::redo, true); }
+    void undo() override
+    {
+        if (m_store.m_p->ShowPage(m_nPage))
+            Run(&CCommand::undo, false);
+    }
+    void redo() override
+    {
+        if (m_store.m_p->ShowPage(m_nPage))
+            Run(&CCommand::redo, true);
+    }
 
 private:
     void Run(void (CCommand::*pDo)(), bool bDone)
     {
-        if (!m_store.m_p->ShowPage(m_nPage))
-            return;
         ++m_store.m_p->nRunning;
         (m_pStep.get()->*pDo)();
         --m_store.m_p->nRunning;
-        m_store.m_p->EndStep(m_store, *this, bDone);
+        m_store.m_p->EndStep(m_store, m_nPage, m_nNumber, bDone);
     }
 
     CAnnotationStore& m_store;
     std::unique_ptr<CCommand> m_pStep;
     int m_nPage; ///< on which it is made, -1 for the only set
-    QString m_strFile;
+    std::uint64_t m_nNumber;
 };
 
 CAnnotationStore::SPrivate::SPrivate(CAnnotationStore& store, CImageView2DCtrl& owner, Execute run)
@@ -105,6 +99,8 @@ CAnnotationStore::SPrivate::SPrivate(CAnnotationStore& store, CImageView2DCtrl& 
           [this, &store] { ChangeOutside(store); })
 {
     files.setMaxThreadCount(1);
+    QObject::connect(&owner, &CImageView2DCtrl::signal_FileSaved, &store,
+                     [this, &store](const QString& strPath) { FollowSave(store, strPath); });
     if (!pImages)
         return;
     const auto follow = [this, &store] { FollowList(store); };
@@ -127,7 +123,7 @@ void CAnnotationStore::SetOptions(const SCenterOptions& sOptions)
 {
     m_p->sOptions = sOptions;
     m_p->UsePages(sOptions.bAnnotationsPerImage);
-    m_p->UseJournal(*this, sOptions.bAnnotationJournal);
+    m_p->UseJournal(sOptions.bAnnotationJournal);
 }
 
 bool CAnnotationStore::IsCarrying() const
@@ -139,6 +135,17 @@ void CAnnotationStore::TellNotCarried()
 {
     if (const int nKept = AnnotationDocument::CountKept(m_p->FilePage()))
         Q_EMIT signal_NotCarried(nKept);
+}
+
+void CAnnotationStore::FollowChange(const ImagePtr& pBefore, const ImagePtr& pAfter,
+                                    const SImageChange& sChange)
+{
+    if (!pBefore || !pAfter)
+        return;
+    const bool bSameSize =
+        pBefore->GetWidth() == pAfter->GetWidth() && pBefore->GetHeight() == pAfter->GetHeight();
+    if (bSameSize || sChange.eKind != SImageChange::EKind_Other)
+        m_p->pictures.Follow(pBefore, pAfter, sChange.MapOf(pBefore->GetWidth(), pBefore->GetHeight()));
 }
 
 std::unique_ptr<CCommand> CAnnotationStore::Watch(std::unique_ptr<CCommand> pCommand)
@@ -163,118 +170,26 @@ void CAnnotationStore::Clear(EAnnotationsGone eReason)
     m_p->eReason = EAnnotationsGone_Cleared;
 }
 
-void CAnnotationStore::SPrivate::Clear(CAnnotationStore& store, const ObjectList& vctGone)
+QString CAnnotationStore::SPrivate::PathOf(int nImage) const
 {
-    const int nCount = static_cast<int>(vctGone.size());
-    nObjects = 0;
-    KeepCleared(vctGone);
-    if (eReason == EAnnotationsGone_Loaded || eReason == EAnnotationsGone_Closed) {
-        file = {};
-        nPage = 0;
-        rest.clear();
-        now.clear();
-        saved.clear();
-        tracker.Take();
-        if (std::exchange(bPages, false))
-            UsePages(true);
-        BeginJournal(store);
-    } else if (nRunning == 0 && nCount > 0) {
-        ++now[FileKey()].nOutside;
-        WriteJournal(store, tracker.Take());
+    if (bPages) {
+        const QString strFile = FileOf(PageAt(nImage));
+        return strFile.startsWith(QLatin1Char('#')) ? QString() : strFile;
     }
-    TellGone(store, eReason, nCount);
-}
-
-void CAnnotationStore::SPrivate::TellGone(CAnnotationStore& store, EAnnotationsGone eWhy, int nCount)
-{
-    TellUnsaved(store);
-    const int nAll = nCount + std::exchange(nGone, 0);
-    if (nAll > 0)
-        Q_EMIT store.signal_AnnotationsGone(eWhy, nAll);
-}
-
-/// Objects come and go within steps, as a rule.
-void CAnnotationStore::SPrivate::ChangeOutside(CAnnotationStore& store)
-{
-    if (std::exchange(nObjects, tracker.Count()) == 0 && pImages)
-        nPage = std::max(0, pImages->GetCurrentIndex());
-    if (nRunning > 0)
-        return;
-    ++now[FileKey()].nOutside;
-    WriteJournalSoon(store);
-    TellUnsaved(store);
-}
-
-void CAnnotationStore::SPrivate::EndStep(CAnnotationStore& store, const CWatched& step, bool bDone)
-{
-    const SAnnotationChanges sChanges = tracker.Take();
-    SVersion& version = now[bPages ? step.GetFile() : QString()];
-    auto& vctSteps = version.vctSteps;
-    const auto it = std::find(vctSteps.rbegin(), vctSteps.rend(), &step);
-    if (!bDone && it != vctSteps.rend())
-        vctSteps.erase(std::next(it).base());
-    else if (!bDone && sChanges.Any())
-        ++version.nOutside;
-    else if (bDone && sChanges.Any())
-        vctSteps.push_back(&step);
-    if (!bLoading)
-        WriteJournal(store, sChanges);
-    TellUnsaved(store);
-    Q_EMIT store.signal_StepFinished();
-}
-
-void CAnnotationStore::SPrivate::TellUnsaved(CAnnotationStore& store)
-{
-    const bool bUnsaved = store.HasUnsaved();
-    if (std::exchange(bToldUnsaved, bUnsaved) != bUnsaved)
-        Q_EMIT store.signal_ChangeUnsaved(bUnsaved);
-}
-
-bool CAnnotationStore::HasUnsaved() const
-{
-    const auto differs = [](const SPrivate::Versions& a, const SPrivate::Versions& b) {
-        return std::any_of(a.begin(), a.end(), [&b](const auto& entry) {
-            const auto it = b.find(entry.first);
-            return !(entry.second == (it != b.end() ? it->second : SPrivate::SVersion()));
-        });
-    };
-    return differs(m_p->now, m_p->saved) || differs(m_p->saved, m_p->now);
-}
-
-void CAnnotationStore::SetSaved()
-{
-    m_p->saved = m_p->now;
-    m_p->BeginJournal(*this);
-    m_p->TellUnsaved(*this);
-}
-
-void CAnnotationStore::SPrivate::SetSaved(CAnnotationStore& store, const QString& strFile,
-                                          const SVersion& sVersion)
-{
-    saved[strFile] = sVersion;
-    if (!store.HasUnsaved())
-        BeginJournal(store);
-    else
-        RewriteJournal(store);
-    TellUnsaved(store);
-}
-
-QString CAnnotationStore::SPrivate::ImagePath() const
-{
-    const auto pImage = pImages ? pImages->GetCurrentImage() : nullptr;
-    if (!pImage || pImage->GetName().empty())
+    if (!pImages)
         return {};
-    const QString strFolder = QString::fromStdWString(pImage->GetFolder());
-    QString strName = QString::fromStdWString(pImage->GetName());
-    if (strFolder.isEmpty())
-        return strName;
-    return strFolder.endsWith(QLatin1Char('/')) ? strFolder + strName
-                                                : strFolder + QLatin1Char('/') + strName;
+    return CAnnotationPages::PathOf(nImage == kShown ? pImages->GetCurrentImage()
+                                                     : pImages->GetImage(nImage));
 }
 
-QString CAnnotationStore::GetSidecarPath() const
+QString CAnnotationStore::GetImageFile(int nImage) const
 {
-    const QString strImage = m_p->ImagePath();
+    return m_p->PathOf(nImage);
+}
+
+QString CAnnotationStore::GetSidecarPath(int nImage) const
+{
+    const QString strImage = GetImageFile(nImage);
     return strImage.isEmpty()
                ? QString()
                : QString::fromStdString(Vantor::Annotations::SidecarOf(strImage.toStdString()));
@@ -285,12 +200,25 @@ void CAnnotationStore::SetKnownFile(const QString& strPath, const std::string& d
     m_p->files.start([=] { m_p->known[strPath] = digest; });
 }
 
-void CAnnotationStore::Save(const QString& strPath, const QString& strFormat, EAnnotationsReplace eReplace)
+int CAnnotationStore::GetPageId(int nImage) const
 {
-    const SContext context = ContextOf(m_p->ctrl.GetCurrentImgage().get());
+    return std::max(0, m_p->PageAt(nImage));
+}
+
+SContext CAnnotationStore::GetContext(int nImage) const
+{
+    const int nId = m_p->PageAt(nImage);
+    return m_p->Context(nId, m_p->Document(nId));
+}
+
+void CAnnotationStore::Save(const QString& strPath, const QString& strFormat, int nImage,
+                            EAnnotationsReplace eReplace)
+{
+    const int nId = m_p->PageAt(nImage);
+    const SDocument document = TakeDocument(nImage);
     const bool bOwn = strFormat == QLatin1String(Vantor::Annotations::kOwnFormat);
-    m_p->files.start([=, document = TakeDocument(), strImage = m_p->ImagePath(), strFile = m_p->FileKey(),
-                      sVersion = m_p->now[m_p->FileKey()]] {
+    m_p->files.start([=, context = m_p->Context(nId, document), strImage = GetImageFile(nImage),
+                      versions = m_p->VersionsOf(m_p->FileOf(nId))] {
         std::optional<std::string> known;
         if (eReplace == EAnnotationsReplace_Known)
             known = m_p->known[strPath];
@@ -300,9 +228,8 @@ void CAnnotationStore::Save(const QString& strPath, const QString& strFormat, EA
         QMetaObject::invokeMethod(
             this,
             [=] {
-                if (bOwn && report.failure.empty()) {
-                    m_p->SetSaved(*this, strFile, sVersion);
-                }
+                if (bOwn && report.failure.empty())
+                    m_p->SetSaved(*this, versions);
                 Q_EMIT signal_Saved(strPath, report);
             },
             Qt::QueuedConnection);
@@ -314,35 +241,46 @@ void CAnnotationStore::SetAskSize(AskSize ask)
     m_p->askSize = std::move(ask);
 }
 
-void CAnnotationStore::Load(const QString& strPath)
+void CAnnotationStore::Load(const QString& strPath, int nImage)
 {
+    const int nId = m_p->PageAt(nImage);
     const auto pImage = m_p->ctrl.GetCurrentImgage();
-    m_p->files.start([=, context = ContextOf(pImage.get()), strImage = m_p->ImagePath()] {
+    const auto whyLate = [=, versions = m_p->VersionsOf(m_p->FileOf(nId))]() -> const char* {
+        const bool bThere =
+            m_p->bPages ? m_p->pages.Find(nId) != nullptr : nId < 0 && pImage == m_p->ctrl.GetCurrentImgage();
+        if (!bThere)
+            return "Another image is shown by now.";
+        // The only set has always been replaced.
+        return m_p->bPages && versions != m_p->VersionsOf(m_p->FileOf(nId))
+                   ? "The annotations were changed meanwhile."
+                   : "";
+    };
+    m_p->files.start([=, context = GetContext(nImage), strImage = GetImageFile(nImage)] {
         const auto pDocument = std::make_shared<SDocument>();
         const SReport report = ReadFile(strPath, strImage, context, *pDocument);
         QMetaObject::invokeMethod(
-            this, [=] { ShowLoaded(strPath, pImage, report, *pDocument); }, Qt::QueuedConnection);
+            this, [=] { ShowLoaded(strPath, nId, whyLate, report, *pDocument); }, Qt::QueuedConnection);
     });
 }
 
-void CAnnotationStore::ShowLoaded(const QString& strPath,
-                                  const std::shared_ptr<Vantor::Algorithms::CImage>& pImage, SReport report,
+void CAnnotationStore::ShowLoaded(const QString& strPath, int nId,
+                                  const std::function<const char*()>& whyLate, SReport report,
                                   SDocument& document)
 {
-    const auto checkImage = [&] {
-        if (report.failure.empty() && pImage != m_p->ctrl.GetCurrentImgage())
-            report.failure = "Another image is shown by now.";
+    const auto isInTime = [&] {
+        if (report.failure.empty())
+            report.failure = whyLate();
         return report.failure.empty();
     };
     const QPointer<CAnnotationStore> self(this); // a dialog may be open for long
-    const EOtherSize eSize = checkImage() ? m_p->Fit(document, report.remarks) : EOtherSize_Leave;
+    const EOtherSize eSize = isInTime() ? m_p->Fit(document, nId, report.remarks) : EOtherSize_Leave;
     if (!self)
         return;
-    if (checkImage() && eSize != EOtherSize_Leave) {
+    if (isInTime() && eSize != EOtherSize_Leave) {
         m_p->bLoading = eSize != EOtherSize_Scale;
-        Apply(document);
+        m_p->Apply(*this, document, nId);
         if (std::exchange(m_p->bLoading, false))
-            m_p->SetSaved(*this, m_p->FileKey(), m_p->now[m_p->FileKey()]);
+            m_p->SetSaved(*this, m_p->VersionsOf(m_p->FileOf(nId)));
         SetKnownFile(strPath, report.digest);
     }
     Q_EMIT signal_Loaded(strPath, report);

@@ -18,7 +18,9 @@
 class CCommand;
 class CImageView2DCtrl;
 class CImageView2DDrawableObject;
+struct SImageChange;
 struct SShapeData;
+
 namespace Vantor::Algorithms
 {
 class CImage;
@@ -52,6 +54,11 @@ enum EOtherSize : int {
 /// Every CImageView2DCtrl owns one, see its GetAnnotationStore. All steps go into the history of the
 /// controller. Objects that are null or not in the view are skipped; a call that would change nothing makes
 /// no step. GUI thread only; reading and writing files happens on a thread of the store's own.
+///
+/// Images are indices in the list of the view. With SCenterOptions::bAnnotationsPerImage an image stands for
+/// its file, whose pages are one document; without it all images stand for the one set of the view. Files
+/// have the places on the picture that is in the image's file, even while the view shows it turned, flipped
+/// or cut.
 class VANTORCOMMON_EXPORT CAnnotationStore : public QObject
 {
     Q_OBJECT
@@ -61,9 +68,12 @@ public:
     /// Objects are shared with the models and the steps.
     using ObjectPtr = std::shared_ptr<CImageView2DDrawableObject>;
     using ObjectList = std::vector<ObjectPtr>;
+    using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
     /// @}
     /// Decides on a page, by the size of its image in pixels; may open a dialog.
     using AskSize = std::function<EOtherSize(const Vantor::Annotations::SPage& page, const QSize& size)>;
+    /// In place of an index: the image that is shown.
+    static constexpr int kShown = -1;
     /// Records a step and carries it out.
     using Execute = std::function<void(std::unique_ptr<CCommand>)>;
 
@@ -77,34 +87,50 @@ public:
 
     /// The annotations as they are now. What the last applied document had beside them, such as objects of
     /// kinds that are unknown here, stands in its place.
-    Vantor::Annotations::SDocument TakeDocument() const;
-    /// Shows the annotations of a document's page in place of those that are there, as one step. Without
-    /// SCenterOptions::bAnnotationsPerImage that is the page that is shown, and the others are kept.
-    void Apply(const Vantor::Annotations::SDocument& document);
+    Vantor::Annotations::SDocument TakeDocument(int nImage = kShown) const;
+    /// Shows the annotations of a document in place of those that are there, as one step, which shows no
+    /// other image. Without SCenterOptions::bAnnotationsPerImage only those of the page that is shown, and
+    /// the others are kept.
+    void Apply(const Vantor::Annotations::SDocument& document, int nImage = kShown);
+    /// @{
     /// Takes the annotations as they are for saved, also when somebody decides not to save them.
-    void SetSaved();
+    void SetSaved(); ///< all of them
+    void SetSaved(int nImage);
+    /// @}
+    /// @{
     /// Whether the annotations differ from what was last saved, loaded or begun with; steps that are undone
     /// count as not made.
-    bool HasUnsaved() const;
+    bool HasUnsaved() const;           ///< any of them
+    bool HasUnsaved(int nImage) const; ///< those of any page of the image's file
+    bool IsUnsaved(int nImage) const;  ///< those of this page alone
+    /// @}
 
     /// Writes the annotations; signal_Saved tells the end. The format is a name of
     /// Vantor::Annotations::GetFormats; only in our own are they saved, in others they are exported. A file
     /// that must not be replaced is a conflict, see SReport: another window or program has written it.
     void Save(const QString& strPath,
-              const QString& strFormat = QLatin1String(Vantor::Annotations::kOwnFormat),
+              const QString& strFormat = QLatin1String(Vantor::Annotations::kOwnFormat), int nImage = kShown,
               EAnnotationsReplace eReplace = EAnnotationsReplace_Any);
     /// Takes a file with this digest, see SReport, for one that this store has loaded.
     void SetKnownFile(const QString& strPath, const std::string& digest);
     /// Reads annotations of any format and applies them, which counts as saved; signal_Loaded tells the end.
-    /// They are dropped, and told as a failure, when another image is shown by then. Pages of a document that
-    /// were made at another resolution are scaled. A remark tells that the file of the image is another one
-    /// than that which was annotated.
-    void Load(const QString& strPath);
+    /// They are dropped, and told as a failure, when the image is gone by then, the annotations were changed
+    /// or, with only one set, another image is shown. Pages of a document that were made at another
+    /// resolution are scaled. A remark tells that the file of the image is another one than that which was
+    /// annotated.
+    void Load(const QString& strPath, int nImage = kShown);
     /// Load asks once for each file with a page that was made for an image of another size. Without a
     /// function the numbers are kept, and a remark tells it.
     void SetAskSize(AskSize ask);
-    /// The file beside the current image that keeps its annotations; empty for an image without a file.
-    QString GetSidecarPath() const;
+    /// The absolute path of the file that the image comes from or was saved in; empty without one.
+    QString GetImageFile(int nImage = kShown) const;
+    /// The file beside the image that keeps its annotations; empty for an image without a file.
+    QString GetSidecarPath(int nImage = kShown) const;
+    /// Says which page it is, whatever its index, and image, becomes. Pages of a list that was loaded anew
+    /// are others. 0 with only one set.
+    int GetPageId(int nImage) const;
+    /// What formats need to know of an image.
+    Vantor::Annotations::SContext GetContext(int nImage = kShown) const;
 
     /// How many annotations RestoreCleared would bring back.
     int CountCleared() const;
@@ -153,10 +179,12 @@ public:
     bool IsCarrying() const;
     /// Says what could not be taken along on the page that is shown.
     void TellNotCarried();
+    /// An image is about to become another one, by a known change.
+    void FollowChange(const ImagePtr& pBefore, const ImagePtr& pAfter, const SImageChange& sChange);
     /// @}
 
 Q_SIGNALS:
-    /// HasUnsaved has changed.
+    /// Other annotations are unsaved than before, or none; bUnsaved is HasUnsaved.
     void signal_ChangeUnsaved(bool bUnsaved);
     /// A step has been made, undone or redone.
     void signal_StepFinished();
@@ -175,7 +203,7 @@ private:
     struct SPrivate;
     class CWatched;
 
-    void ShowLoaded(const QString& strPath, const std::shared_ptr<Vantor::Algorithms::CImage>& pImage,
+    void ShowLoaded(const QString& strPath, int nId, const std::function<const char*()>& whyLate,
                     Vantor::Annotations::SReport report, Vantor::Annotations::SDocument& document);
     void RunCall(std::function<void()> funcDo, std::function<void()> funcUndo);
     void SetOrder(const ObjectList& vctOrder);

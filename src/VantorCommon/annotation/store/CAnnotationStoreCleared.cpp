@@ -15,7 +15,7 @@ void CAnnotationStore::SPrivate::KeepCleared(const ObjectList& vctGone)
     if (vctGone.empty())
         return;
     const SAnnotatedPage* pShown = bPages ? pages.Find(nShown) : nullptr;
-    cleared = {{FileKey(), pShown ? pShown->file.page : nPage, vctGone}};
+    cleared = {{FileOf(nShown), pShown ? pShown->file.page : nPage, vctGone}};
 }
 
 /// Those that are not in the view again.

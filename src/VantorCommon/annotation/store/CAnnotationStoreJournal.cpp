@@ -41,22 +41,44 @@ std::vector<std::string> IdsBelow(const CImageView2DGeometryModel& model, const 
 }
 } // namespace
 
-void CAnnotationStore::SPrivate::UseJournal(const CAnnotationStore& store, bool bUse)
+void CAnnotationStore::SPrivate::UseJournal(bool bUse)
 {
     if (bUse == bool(pJournal))
         return;
     pJournal = bUse ? std::make_unique<CAnnotationJournal>() : nullptr;
-    if (!bUse || !store.HasUnsaved())
-        return BeginJournal(store);
-    SAnnotationChanges sChanges;
-    sChanges.bAll = true;
-    WriteJournal(store, sChanges);
+    RewriteJournal();
 }
 
-void CAnnotationStore::SPrivate::BeginJournal(const CAnnotationStore& store)
+/// A journal is about the whole list: each page has the path of its file.
+SDocument CAnnotationStore::SPrivate::JournalDocument()
+{
+    if (!bPages)
+        return Document(-1);
+    SDocument document;
+    std::set<QString> written;
+    for (const SAnnotatedPage& page : pages.All()) {
+        if (!written.insert(page.strFile).second)
+            continue;
+        for (SPage& ofFile : FileDocument(page.strFile).pages) {
+            document.pages.push_back(std::move(ofFile));
+            document.pages.back().image = page.strFile.toStdString();
+        }
+    }
+    return document;
+}
+
+std::vector<std::string> CAnnotationStore::SPrivate::JournalUnsaved() const
+{
+    std::set<std::string> unsaved;
+    for (const PageKey& key : Unsaved())
+        unsaved.insert(key.first.toStdString());
+    return {unsaved.begin(), unsaved.end()};
+}
+
+void CAnnotationStore::SPrivate::BeginJournal()
 {
     if (pJournal)
-        pJournal->Begin(std::make_shared<const SDocument>(JournalDocument(store)), ImagePath());
+        pJournal->Begin(std::make_shared<const SDocument>(JournalDocument()), PathOf(kShown));
 }
 
 SObject CAnnotationStore::SPrivate::ObjectOf(const CImageView2DDrawableObject& object)
@@ -71,50 +93,59 @@ SObject CAnnotationStore::SPrivate::ObjectOf(const CImageView2DDrawableObject& o
     return written;
 }
 
-void CAnnotationStore::SPrivate::WriteJournal(const CAnnotationStore& store,
-                                              const SAnnotationChanges& sChanges)
+/// The page of the set that is shown, with what has changed on it.
+void CAnnotationStore::SPrivate::AddChanges(SJournalStep& step, const SAnnotationChanges& sChanges)
 {
-    if (!pJournal || !pGeometry || !sChanges.Any())
-        return;
-    SJournalStep step;
-    step.nPage = JournalPage();
-    step.bSaved = !store.HasUnsaved();
-    step.bAll = sChanges.bAll || pJournal->IsBehind();
+    const SAnnotatedPage* pShown = bPages ? pages.Find(nShown) : nullptr;
+    step.nPage = pShown ? pShown->file.page : nPage;
+    step.strImage = pShown ? pShown->strFile.toStdString() : std::string();
     step.vctDeleted = sChanges.vctDeleted;
-    if (step.bAll) {
-        step.document = JournalDocument(store);
-    } else {
-        SPage page;
-        page.page = step.nPage;
-        const auto vctBelow = IdsBelow(*pGeometry, sChanges.vctAdded);
-        for (std::size_t i = 0; i < vctBelow.size(); ++i) {
-            page.objects.push_back(ObjectOf(*sChanges.vctAdded[i]));
-            step.vctAbove.emplace_back(vctBelow[i]);
-        }
-        for (const auto& pObject : sChanges.vctChanged) {
-            page.objects.push_back(ObjectOf(*pObject));
-            step.vctAbove.emplace_back();
-        }
-        if (!page.objects.empty()) {
-            MeasureJournalPage(page);
-            step.document.emplace();
-            step.document->pages.push_back(std::move(page));
-        }
+    SPage page;
+    page.page = step.nPage;
+    const auto vctBelow = IdsBelow(*pGeometry, sChanges.vctAdded);
+    for (std::size_t i = 0; i < vctBelow.size(); ++i) {
+        page.objects.push_back(ObjectOf(*sChanges.vctAdded[i]));
+        step.vctAbove.emplace_back(vctBelow[i]);
+    }
+    for (const auto& pObject : sChanges.vctChanged) {
+        page.objects.push_back(ObjectOf(*pObject));
+        step.vctAbove.emplace_back();
+    }
+    if (!page.objects.empty()) {
+        step.document.emplace();
+        step.document->pages.push_back(
+            OnPicture(std::move(page), pShown ? pShown->pImage : pImages->GetImage(nPage)));
     }
     if (sChanges.bOrder)
         for (const auto& pObject : pGeometry->GetObjects())
             step.vctOrder.push_back(pObject->GetId().toStdString());
+}
+
+void CAnnotationStore::SPrivate::WriteJournal(const SAnnotationChanges& sChanges)
+{
+    if (!pJournal || !pGeometry || !pImages || !sChanges.Any())
+        return;
+    SJournalStep step;
+    step.vctUnsaved = JournalUnsaved();
+    step.bSaved = step.vctUnsaved.empty();
+    step.bAll = sChanges.bAll || pJournal->IsBehind() || (bPages && !pages.Find(nShown));
+    if (step.bAll)
+        step.document = JournalDocument();
+    else
+        AddChanges(step, sChanges);
     pJournal->Write(step);
 }
 
 /// The pages have become others, or a part of them is saved.
-void CAnnotationStore::SPrivate::RewriteJournal(CAnnotationStore& store)
+void CAnnotationStore::SPrivate::RewriteJournal()
 {
-    if (!store.HasUnsaved())
-        return BeginJournal(store);
+    if (!pJournal)
+        return;
+    if (Unsaved().empty())
+        return BeginJournal();
     SAnnotationChanges sChanges;
     sChanges.bAll = true;
-    WriteJournal(store, sChanges);
+    WriteJournal(sChanges);
 }
 
 /// What changes without a step is written when the present event has been dealt with.
@@ -122,8 +153,8 @@ void CAnnotationStore::SPrivate::WriteJournalSoon(CAnnotationStore& store)
 {
     if (!pJournal || std::exchange(bWriteSoon, true))
         return;
-    QTimer::singleShot(0, &store, [this, &store] {
+    QTimer::singleShot(0, &store, [this] {
         bWriteSoon = false;
-        WriteJournal(store, tracker.Take());
+        WriteJournal(tracker.Take());
     });
 }

@@ -8,9 +8,11 @@
 
 #include <Vantor/image/CImage.h>
 
+#include <QFileInfo>
 #include <algorithm>
 #include <utility>
 
+using Vantor::Annotations::SContext;
 using Vantor::Annotations::SDocument;
 using Vantor::Annotations::SPage;
 
@@ -27,15 +29,6 @@ void PutPage(SDocument& document, SPage page)
     vctPages.insert(it, std::move(page));
 }
 
-void Measure(SPage& page, const Vantor::Algorithms::CImage* pImage)
-{
-    if (!pImage)
-        return;
-    page.width = pImage->GetWidth();
-    page.height = pImage->GetHeight();
-    if (pImage->GetPageResolution() > 0.0)
-        page.dpi = pImage->GetPageResolution();
-}
 } // namespace
 
 void CAnnotationStore::SPrivate::UsePages(bool bUse)
@@ -50,12 +43,11 @@ void CAnnotationStore::SPrivate::UsePages(bool bUse)
     const int nIndex = pImages->GetCurrentIndex();
     if (nIndex >= 0 && nIndex < pImages->GetImageCount())
         nShown = pages.All()[static_cast<std::size_t>(nIndex)].nId;
-    now[FileKey()] = SVersion(now[QString()]);
-    saved[FileKey()] = SVersion(saved[QString()]);
     if (nShown < 0)
         return;
-    now.erase(QString());
-    saved.erase(QString());
+    const PageKey only(QString(), -1);
+    now[KeyOf(nShown)] = std::exchange(now[only], {});
+    saved[KeyOf(nShown)] = std::exchange(saved[only], {});
 }
 
 /// The list has changed, or another image of it is shown.
@@ -73,7 +65,7 @@ void CAnnotationStore::SPrivate::FollowList(CAnnotationStore& store)
         if (!page.vctObjects.empty())
             vctCleared.push_back({page.strFile, page.file.page, page.vctObjects});
         // The annotations of a page that is closed stay in its file.
-        PutPage(rest[page.strFile], AnnotationDocument::Pack(page.file, page.vctObjects));
+        PutPage(rest[page.strFile], Packed(page));
     }
     if (!vctCleared.empty())
         cleared = std::move(vctCleared);
@@ -83,13 +75,14 @@ void CAnnotationStore::SPrivate::FollowList(CAnnotationStore& store)
     const bool bNone = nIndex < 0 || nIndex >= static_cast<int>(vctPages.size());
     const int nWanted = bNone ? -1 : vctPages[static_cast<std::size_t>(nIndex)].nId;
     if (nWanted != nShown) {
-        WriteJournal(store, tracker.Take());
+        WriteJournal(tracker.Take());
         nShown = nWanted;
         tracker.Replace(bNone ? ObjectList() : std::exchange(pages.Find(nShown)->vctObjects, {}));
         tracker.Take();
     }
     if (!vctGone.empty() || vctPages.size() != nBefore)
-        RewriteJournal(store);
+        RewriteJournal();
+    TellUnsaved(store);
     if (vctPages.empty() && !bReplacing)
         TellGone(store, EAnnotationsGone_Closed, 0);
 }
@@ -101,13 +94,37 @@ void CAnnotationStore::SPrivate::ForgetFiles()
         return std::none_of(pages.All().begin(), pages.All().end(),
                             [&](const SAnnotatedPage& page) { return page.strFile == strFile; });
     };
-    const auto forget = [&isGone](auto& map) {
+    const auto forget = [&isGone](auto& map, const auto& fileOf) {
         for (auto it = map.begin(); it != map.end();)
-            it = isGone(it->first) ? map.erase(it) : std::next(it);
+            it = isGone(fileOf(it->first)) ? map.erase(it) : std::next(it);
     };
-    forget(rest);
-    forget(now);
-    forget(saved);
+    const auto fileOfKey = [](const PageKey& key) { return key.first; };
+    forget(rest, [](const QString& strFile) { return strFile; });
+    forget(now, fileOfKey);
+    forget(saved, fileOfKey);
+}
+
+/// The image that is shown stands in a file now. When that is another one, it becomes its only page; what the
+/// file before knows of it stays there.
+void CAnnotationStore::SPrivate::FollowSave(CAnnotationStore& store, const QString& strPath)
+{
+    if (!pImages)
+        return;
+    SAnnotatedPage* pShown = bPages ? pages.Find(nShown) : nullptr;
+    if (pShown && pShown->strFile != CAnnotationPages::CleanPath(strPath)) {
+        const PageKey before = pShown->Key();
+        PutPage(rest[pShown->strFile], Packed(*pShown));
+        pages.Move(*pShown, strPath);
+        now[pShown->Key()] = now[before];
+        ForgetFiles();
+    }
+    const ImagePtr pImage = pImages->GetCurrentImage();
+    // What was saved before has the places on the picture before.
+    if (!pictures.Of(pImage).map.IsIdentity() && pGeometry && pGeometry->Size() > 0)
+        ++now[KeyOf(nShown)].nOutside;
+    pictures.SetSaved(pImage);
+    RewriteJournal();
+    TellUnsaved(store);
 }
 
 void CAnnotationStore::ClearImage(int nIndex)
@@ -123,8 +140,8 @@ void CAnnotationStore::ClearImage(int nIndex)
     if (vctGone.empty())
         return;
     m_p->cleared = {{page.strFile, page.file.page, vctGone}};
-    ++m_p->now[page.strFile].nOutside;
-    m_p->RewriteJournal(*this);
+    ++m_p->now[page.Key()].nOutside;
+    m_p->RewriteJournal();
     m_p->TellGone(*this, EAnnotationsGone_Filtered, static_cast<int>(vctGone.size()));
 }
 
@@ -140,10 +157,20 @@ bool CAnnotationStore::SPrivate::ShowPage(int nId)
     return nShown == nId;
 }
 
-QString CAnnotationStore::SPrivate::FileKey()
+/// The identifier of the page of an image; -1 when there is none, and for the only set.
+int CAnnotationStore::SPrivate::PageAt(int nImage) const
 {
-    const SAnnotatedPage* pShown = bPages ? pages.Find(nShown) : nullptr;
-    return pShown ? pShown->strFile : QString();
+    if (!bPages || nImage == kShown)
+        return bPages ? nShown : -1;
+    const bool bThere = nImage >= 0 && nImage < static_cast<int>(pages.All().size());
+    return bThere ? pages.All()[static_cast<std::size_t>(nImage)].nId : -1;
+}
+
+/// Empty for the only set.
+QString CAnnotationStore::SPrivate::FileOf(int nId) const
+{
+    const SAnnotatedPage* pPage = bPages ? pages.Find(nId) : nullptr;
+    return pPage ? pPage->strFile : QString();
 }
 
 SPage& CAnnotationStore::SPrivate::FilePage()
@@ -159,62 +186,77 @@ SPage& CAnnotationStore::SPrivate::FilePage()
     return file.pages.back();
 }
 
+/// A page of an image as files have it: on the picture in the image's file.
+SPage CAnnotationStore::SPrivate::OnPicture(SPage page, const ImagePtr& pImage) const
+{
+    if (!pImage)
+        return page;
+    const CFilePictures::SPicture picture = pictures.Of(pImage);
+    AnnotationDocument::Move(page, picture.map.Inverse());
+    page.width = picture.nWidth;
+    page.height = picture.nHeight;
+    if (pImage->GetPageResolution() > 0.0)
+        page.dpi = pImage->GetPageResolution();
+    return page;
+}
+
 SDocument CAnnotationStore::SPrivate::WholeSet()
 {
-    Measure(FilePage(), pImages ? pImages->GetImage(nPage).get() : nullptr);
+    FilePage();
     SDocument document = file;
     for (SPage& page : document.pages)
         if (page.page == nPage && pGeometry)
-            page = AnnotationDocument::Pack(page, pGeometry->GetObjects());
+            page = OnPicture(AnnotationDocument::Pack(page, pGeometry->GetObjects()),
+                             pImages ? pImages->GetImage(nPage) : nullptr);
     return document;
 }
 
 SPage CAnnotationStore::SPrivate::Packed(const SAnnotatedPage& page) const
 {
-    SPage packed =
-        AnnotationDocument::Pack(page.file, page.nId == nShown ? pGeometry->GetObjects() : page.vctObjects);
-    Measure(packed, page.pImage.get());
-    return packed;
+    return OnPicture(
+        AnnotationDocument::Pack(page.file, page.nId == nShown ? pGeometry->GetObjects() : page.vctObjects),
+        page.pImage);
 }
 
-SDocument CAnnotationStore::TakeDocument() const
+SDocument CAnnotationStore::SPrivate::FileDocument(const QString& strFile) const
 {
-    SDocument document;
-    if (!m_p->bPages) {
-        document = m_p->WholeSet();
-    } else {
-        const QString strFile = m_p->FileKey();
-        document = m_p->rest[strFile];
-        for (const SAnnotatedPage& page : m_p->pages.All())
-            if (page.strFile == strFile)
-                PutPage(document, m_p->Packed(page));
-    }
+    const auto it = rest.find(strFile);
+    SDocument document = it != rest.end() ? it->second : SDocument();
+    for (const SAnnotatedPage& page : pages.All())
+        if (page.strFile == strFile)
+            PutPage(document, Packed(page));
+    return document;
+}
+
+SDocument CAnnotationStore::SPrivate::Document(int nId)
+{
+    SDocument document = bPages ? FileDocument(FileOf(nId)) : WholeSet();
     document.generator = "Vantor";
     return document;
 }
 
-/// A journal is about the whole list: its pages are those of the list, each with the path of its image.
-SDocument CAnnotationStore::SPrivate::JournalDocument(const CAnnotationStore& store)
+SDocument CAnnotationStore::TakeDocument(int nImage) const
 {
-    if (!bPages)
-        return store.TakeDocument();
-    SDocument document;
-    for (const SAnnotatedPage& page : pages.All()) {
-        document.pages.push_back(Packed(page));
-        document.pages.back().page = static_cast<int>(document.pages.size()) - 1;
-        document.pages.back().image = page.strFile.toStdString();
-    }
-    return document;
+    return m_p->Document(m_p->PageAt(nImage));
 }
 
-int CAnnotationStore::SPrivate::JournalPage() const
+SContext CAnnotationStore::SPrivate::Context(int nId, const SDocument& document) const
 {
-    return bPages ? std::max(0, pages.IndexOf(nShown)) : nPage;
-}
-
-void CAnnotationStore::SPrivate::MeasureJournalPage(SPage& page) const
-{
-    Measure(page, pImages ? pImages->GetImage(page.page).get() : nullptr);
+    SContext context;
+    const SAnnotatedPage* pPage = bPages ? pages.Find(nId) : nullptr;
+    const ImagePtr pImage = pPage ? pPage->pImage : pImages && !bPages ? pImages->GetCurrentImage() : nullptr;
+    if (!pImage)
+        return context;
+    const CFilePictures::SPicture picture = pictures.Of(pImage);
+    const QString strPath = pPage && pPage->IsFile() ? pPage->strFile : CAnnotationPages::PathOf(pImage);
+    context.imageName = QFileInfo(strPath).fileName().toStdString();
+    context.width = picture.nWidth;
+    context.height = picture.nHeight;
+    const int nInFile = pPage ? pPage->file.page : nPage;
+    for (std::size_t i = 0; i < document.pages.size(); ++i)
+        if (document.pages[i].page == nInFile)
+            context.page = static_cast<int>(i);
+    return context;
 }
 
 void CAnnotationStore::SPrivate::ApplySet(CAnnotationStore& store, const SDocument& document)
@@ -227,8 +269,10 @@ void CAnnotationStore::SPrivate::ApplySet(CAnnotationStore& store, const SDocume
     const auto pAfter =
         std::make_shared<SSet>(SSet{document, std::max(0, pImages->GetCurrentIndex()), ObjectList()});
     for (SPage& page : pAfter->file.pages)
-        if (page.page == pAfter->nPage)
+        if (page.page == pAfter->nPage) {
+            AnnotationDocument::Move(page, pictures.Of(pImages->GetImage(pAfter->nPage)).map);
             pAfter->vctObjects = AnnotationDocument::Unpack(page);
+        }
     const auto pBefore = std::make_shared<SSet>();
     const auto show = [this](const SSet& set) {
         file = set.file;
@@ -243,14 +287,14 @@ void CAnnotationStore::SPrivate::ApplySet(CAnnotationStore& store, const SDocume
         [=] { show(*pBefore); });
 }
 
-/// All pages of the file of the shown image.
-void CAnnotationStore::SPrivate::ApplyPages(CAnnotationStore& store, const SDocument& document)
+/// All pages of the file of a page.
+void CAnnotationStore::SPrivate::ApplyPages(CAnnotationStore& store, const SDocument& document, int nId)
 {
     struct SSets {
         SDocument rest;
         CAnnotationPages::Pages vctPages;
     };
-    const QString strFile = FileKey();
+    const QString strFile = FileOf(nId);
     const auto pAfter = std::make_shared<SSets>(SSets{document, {}});
     for (const SAnnotatedPage& page : pages.All()) {
         if (page.strFile != strFile)
@@ -267,6 +311,7 @@ void CAnnotationStore::SPrivate::ApplyPages(CAnnotationStore& store, const SDocu
             changed.file = std::move(*it);
             vctRest.erase(it);
         }
+        AnnotationDocument::Move(changed.file, pictures.Of(page.pImage).map);
         changed.vctObjects = AnnotationDocument::Unpack(changed.file);
     }
     const auto pBefore = std::make_shared<SSets>();
@@ -276,13 +321,16 @@ void CAnnotationStore::SPrivate::ApplyPages(CAnnotationStore& store, const SDocu
             SAnnotatedPage* pPage = pages.Find(page.nId);
             if (!pPage)
                 continue;
-            pPage->file = page.file;
+            const int nInFile = std::exchange(pPage->file, page.file).page;
+            pPage->file.page = nInFile;
             if (page.nId == nShown)
                 tracker.Replace(page.vctObjects);
             else
                 pPage->vctObjects = page.vctObjects;
         }
+        tracker.ChangeAll();
     };
+    nTarget = nId;
     store.RunCall(
         [=] {
             *pBefore = SSets{rest[strFile], {}};
@@ -295,14 +343,20 @@ void CAnnotationStore::SPrivate::ApplyPages(CAnnotationStore& store, const SDocu
             show(*pAfter);
         },
         [=] { show(*pBefore); });
+    nTarget = -1;
 }
 
-void CAnnotationStore::Apply(const SDocument& document)
+void CAnnotationStore::SPrivate::Apply(CAnnotationStore& store, const SDocument& document, int nId)
 {
-    if (!m_p->pGeometry || !m_p->pImages)
+    if (!pGeometry || !pImages)
         return;
-    if (m_p->bPages)
-        m_p->ApplyPages(*this, document);
-    else
-        m_p->ApplySet(*this, document);
+    if (!bPages)
+        ApplySet(store, document);
+    else if (pages.Find(nId))
+        ApplyPages(store, document, nId);
+}
+
+void CAnnotationStore::Apply(const SDocument& document, int nImage)
+{
+    m_p->Apply(*this, document, m_p->PageAt(nImage));
 }

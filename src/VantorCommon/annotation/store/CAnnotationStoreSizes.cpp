@@ -30,9 +30,9 @@ void Scale(SPage& page, double x, double y, Remarks& vctRemarks)
 }
 } // namespace
 
-/// The pages of a document that Apply shows, with their images.
+/// The pages of a document that Apply shows for a page, with their images.
 std::vector<std::pair<SPage*, CAnnotationStore::SPrivate::ImagePtr>>
-CAnnotationStore::SPrivate::PagesInList(SDocument& document) const
+CAnnotationStore::SPrivate::PagesInList(SDocument& document, int nId) const
 {
     std::vector<std::pair<SPage*, ImagePtr>> vctFound;
     const auto find = [&](int nInFile, const ImagePtr& pImage) {
@@ -40,33 +40,30 @@ CAnnotationStore::SPrivate::PagesInList(SDocument& document) const
             if (page.page == nInFile && pImage)
                 vctFound.emplace_back(&page, pImage);
     };
-    const SAnnotatedPage* pShown = nullptr;
-    for (const SAnnotatedPage& page : pages.All())
-        if (bPages && page.nId == nShown)
-            pShown = &page;
     if (!bPages && pImages)
         find(std::max(0, pImages->GetCurrentIndex()), pImages->GetCurrentImage());
     for (const SAnnotatedPage& page : pages.All())
-        if (pShown && page.strFile == pShown->strFile)
+        if (bPages && page.strFile == FileOf(nId))
             find(page.file.page, page.pImage);
     return vctFound;
 }
 
 /// Takes pages to the resolution of their images, and to their size if somebody wants that.
 /// @return EOtherSize_Leave: the document is not to be shown; EOtherSize_Scale: somebody has it scaled
-EOtherSize CAnnotationStore::SPrivate::Fit(SDocument& document, Remarks& vctRemarks) const
+EOtherSize CAnnotationStore::SPrivate::Fit(SDocument& document, int nId, Remarks& vctRemarks) const
 {
     const AskSize ask = askSize; // this may be gone when a dialog is closed
     EOtherSize eAnswer = EOtherSize_Keep;
     bool bAsked = false;
-    for (const auto& [pPage, pImage] : PagesInList(document)) {
+    for (const auto& [pPage, pImage] : PagesInList(document, nId)) {
         const double dblDpi = pImage->GetPageResolution();
         if (pPage->dpi > 0.0 && dblDpi > 0.0 && pPage->dpi != dblDpi) {
             Scale(*pPage, dblDpi / pPage->dpi, dblDpi / pPage->dpi, vctRemarks);
             pPage->dpi = dblDpi;
             continue;
         }
-        const QSize size(pImage->GetWidth(), pImage->GetHeight());
+        const CFilePictures::SPicture picture = pictures.Of(pImage);
+        const QSize size(picture.nWidth, picture.nHeight);
         if (pPage->width <= 0 || pPage->height <= 0 || QSize(pPage->width, pPage->height) == size)
             continue;
         if (!bAsked && !ask)

@@ -113,14 +113,17 @@ std::optional<SLine> ParseLine(const std::string& line)
     return parsed;
 }
 
-SPage& PageOf(SDocument& document, int nPage)
+/// @param image  empty when the document is about one file
+SPage& PageOf(SDocument& document, int nPage, const std::string& image)
 {
-    const auto it = std::find_if(document.pages.begin(), document.pages.end(),
-                                 [nPage](const SPage& page) { return page.page == nPage; });
+    const auto it = std::find_if(document.pages.begin(), document.pages.end(), [&](const SPage& page) {
+        return page.page == nPage && (image.empty() || page.image == image);
+    });
     if (it != document.pages.end())
         return *it;
     document.pages.emplace_back();
     document.pages.back().page = nPage;
+    document.pages.back().image = image;
     return document.pages.back();
 }
 
@@ -169,7 +172,8 @@ void ApplyStep(SDocument& document, const SLine& line)
         document = *line.document;
         return;
     }
-    SPage& page = PageOf(document, line.head[QLatin1String("page")].toInt());
+    SPage& page = PageOf(document, line.head[QLatin1String("page")].toInt(),
+                         line.head[QLatin1String("image")].toString().toStdString());
     auto& vctObjects = page.objects;
     for (const std::string& id : IdsFrom(line.head[QLatin1String("delete")])) {
         const auto it = FindId(vctObjects, id);
@@ -190,12 +194,14 @@ void ApplyStep(SDocument& document, const SLine& line)
 }
 } // namespace
 
-std::string JournalText::HeaderLine(const QString& strImage, const SDocument& document, int nSteps)
+std::string JournalText::HeaderLine(const QString& strImage, const SDocument& document, int nSteps,
+                                    const std::vector<std::string>& vctUnsaved)
 {
     return LineOf({{QStringLiteral("format"), QStringLiteral("vantor-journal")},
                    {QStringLiteral("version"), kVersion},
                    {QStringLiteral("image"), strImage},
-                   {QStringLiteral("steps"), nSteps}},
+                   {QStringLiteral("steps"), nSteps},
+                   {QStringLiteral("unsaved"), IdsOf(vctUnsaved)}},
                   &document);
 }
 
@@ -213,6 +219,9 @@ std::string JournalText::StepLine(int nNumber, const SJournalStep& step)
     QJsonArray above;
     for (const auto& id : step.vctAbove)
         above.append(id ? QJsonValue(QString::fromStdString(*id)) : QJsonValue());
+    if (!step.strImage.empty())
+        head[QLatin1String("image")] = QString::fromStdString(step.strImage);
+    list("unsaved", IdsOf(step.vctUnsaved));
     flag("saved", step.bSaved);
     flag("all", step.bAll);
     list("delete", IdsOf(step.vctDeleted));
@@ -244,10 +253,12 @@ JournalText::SContent JournalText::Replay(const std::string& bytes)
             content.strImage = line->head[QLatin1String("image")].toString();
             content.nSteps = line->head[QLatin1String("steps")].toInt();
             content.bSaved = content.nSteps == 0;
+            content.vctUnsaved = IdsFrom(line->head[QLatin1String("unsaved")]);
         } else {
             ApplyStep(content.document, *line);
             ++content.nSteps;
             content.bSaved = line->head[QLatin1String("saved")].toBool();
+            content.vctUnsaved = IdsFrom(line->head[QLatin1String("unsaved")]);
         }
         nAt = nEnd + 1;
     }

@@ -97,6 +97,16 @@ struct StoreBench {
         }
     }
 
+    /// What a journal has of the first file that is unsaved in it.
+    static Vantor::Annotations::SReport ReadJournal(const QString& strJournal, Document& document)
+    {
+        std::vector<AnnotationRecovery::SImage> vctImages;
+        const auto report = AnnotationRecovery::Read(strJournal, vctImages);
+        if (!vctImages.empty())
+            document = vctImages[0].document;
+        return report;
+    }
+
     CAnnotationStore& store() { return *ctrl.GetAnnotationStore(); }
 
     CImageView2DModel images;

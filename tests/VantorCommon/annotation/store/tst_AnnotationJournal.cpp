@@ -184,11 +184,12 @@ private Q_SLOTS:
         }
         const auto vctFound = AnnotationRecovery::Find();
         QCOMPARE(vctFound.size(), std::size_t(1));
-        QCOMPARE(vctFound[0].strImage, QStringLiteral(VANTOR_TEST_DATA "/png/bricks-color.png"));
+        QCOMPARE(vctFound[0].lstImages,
+                 QStringList{QDir::cleanPath(QStringLiteral(VANTOR_TEST_DATA "/png/bricks-color.png"))});
         QCOMPARE(vctFound[0].nSteps, 2);
         QCOMPARE(vctFound[0].nObjects, 2);
         SDocument back;
-        const SReport report = AnnotationRecovery::Read(vctFound[0].strJournal, back);
+        const SReport report = StoreBench::ReadJournal(vctFound[0].strJournal, back);
         QVERIFY(report.failure.empty() && report.remarks.empty());
         QVERIFY(SameDocument(back, document));
 
@@ -218,7 +219,7 @@ private Q_SLOTS:
         const QString strPath = Leave(unsaved);
         QCOMPARE(AnnotationRecovery::Find().size(), std::size_t(1));
         SDocument back;
-        AnnotationRecovery::Read(strPath, back);
+        StoreBench::ReadJournal(strPath, back);
         QVERIFY(back.pages.at(0).objects.empty());
         Leave(saved);
         QVERIFY(AnnotationRecovery::Find().empty());
@@ -246,7 +247,7 @@ private Q_SLOTS:
                 continue;
             ++nFiles;
             SDocument back;
-            QVERIFY(AnnotationRecovery::Read(OnlyFile(), back).failure.empty());
+            QVERIFY(StoreBench::ReadJournal(OnlyFile(), back).failure.empty());
             QVERIFY(SameDocument(Sorted(back), Sorted(bench.store().TakeDocument())));
         }
         QVERIFY(nFiles > 10);
@@ -277,7 +278,7 @@ private Q_SLOTS:
             for (const QByteArray& wrong : {damaged, bytes.left(nAt + 1)}) {
                 const QString strPath = Leave(wrong);
                 SDocument back;
-                const SReport report = AnnotationRecovery::Read(strPath, back);
+                const SReport report = StoreBench::ReadJournal(strPath, back);
                 QVERIFY(report.failure.empty());
                 QCOMPARE(back.pages.at(0).objects.size(), std::size_t(3));
                 // A line without an end is no damage: its step was never finished.
@@ -289,7 +290,7 @@ private Q_SLOTS:
         for (const QByteArray& wrong : {QByteArray(), QByteArray("x\n"), bytes.left(20)}) {
             const QString strPath = Leave(wrong);
             SDocument back;
-            QVERIFY(!AnnotationRecovery::Read(strPath, back).failure.empty());
+            QVERIFY(!StoreBench::ReadJournal(strPath, back).failure.empty());
             QVERIFY(AnnotationRecovery::Find().empty());
             QVERIFY(!QFile::exists(strPath));
         }
@@ -334,7 +335,7 @@ private Q_SLOTS:
         bench.store().Rename(bench.geometry.GetAt(0), QStringLiteral("last"));
         QTRY_COMPARE(OnlyFile(), strPath);
         SDocument back;
-        QVERIFY(AnnotationRecovery::Read(strPath, back).remarks.empty());
+        QVERIFY(StoreBench::ReadJournal(strPath, back).remarks.empty());
         QVERIFY(SameDocument(back, bench.store().TakeDocument()));
     }
 
@@ -370,7 +371,7 @@ private Q_SLOTS:
         QVERIFY(QFile::remove(m_pHome->filePath(QStringLiteral("vantor"))));
         bench.store().Paste({Point(1)}, {});
         SDocument back;
-        QVERIFY(AnnotationRecovery::Read(OnlyFile(), back).failure.empty());
+        QVERIFY(StoreBench::ReadJournal(OnlyFile(), back).failure.empty());
         QVERIFY(SameDocument(back, bench.store().TakeDocument()));
     }
 
@@ -395,7 +396,7 @@ private Q_SLOTS:
                 back.pages = expected.pages;
                 back.pages.at(0).objects.clear();
             } else {
-                const SReport report = AnnotationRecovery::Read(vctFound[0].strJournal, back);
+                const SReport report = StoreBench::ReadJournal(vctFound[0].strJournal, back);
                 QVERIFY(report.failure.empty());
                 QVERIFY2(report.remarks.empty(), "a torn line");
             }

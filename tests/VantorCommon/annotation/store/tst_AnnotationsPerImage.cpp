@@ -339,7 +339,7 @@ private Q_SLOTS:
         const auto vctFound = AnnotationRecovery::Find();
         QCOMPARE(vctFound.size(), std::size_t(1));
         SDocument back;
-        QVERIFY(AnnotationRecovery::Read(vctFound[0].strJournal, back).failure.empty());
+        QVERIFY(StoreBench::ReadJournal(vctFound[0].strJournal, back).failure.empty());
         QVERIFY(SameDocument(back, document));
         QVERIFY(back.pages.at(1).objects.size() > 3);
     }

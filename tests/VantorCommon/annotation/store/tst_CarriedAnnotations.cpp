@@ -194,10 +194,12 @@ private Q_SLOTS:
         Store(f).Paste({Object("rectangle", {10.3, 5.2, 20.1, -10.7}), Object("circle", {3.1, 4.2, 5.3})},
                        {});
         f.ctrl->RotateRight();
-        const auto vctObjects = Store(f).TakeDocument().pages.at(0).objects;
-        const auto vctBox = vctObjects.at(0).numbers;
+        const auto numbersOf = [](const ObjectPtr& pObject) {
+            return ShapeKinds::Of(*pObject)->write(*pObject).vctNumbers;
+        };
+        const auto vctBox = numbersOf(f.geometry.GetAt(0));
         QVERIFY(vctBox[0] == 40 - 5.2 && vctBox[1] == 10.3 && vctBox[2] == 10.7 && vctBox[3] == 20.1);
-        QCOMPARE(vctObjects.at(1).numbers, (std::vector<double>{40 - 4.2, 3.1, 5.3}));
+        QCOMPARE(numbersOf(f.geometry.GetAt(1)), (std::vector<double>{40 - 4.2, 3.1, 5.3}));
     }
 
     void whatCannotBePaintedStaysAsItIsAndIsTold()

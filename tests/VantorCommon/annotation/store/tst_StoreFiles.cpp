@@ -111,7 +111,7 @@ private Q_SLOTS:
         StoreBench first, second;
         const auto save = [&](StoreBench& bench, double x) {
             bench.store().Paste({StoreBench::MakeObject("point", {x, 1})}, {});
-            bench.store().Save(strPath, strOwn, EAnnotationsReplace_Known);
+            bench.store().Save(strPath, strOwn, CAnnotationStore::kShown, EAnnotationsReplace_Known);
             return Saved(bench);
         };
         QCOMPARE(save(first, 1).failure, std::string());
@@ -137,7 +137,8 @@ private Q_SLOTS:
                 [&](const QString&, const SReport& report) { nSaved += report.failure.empty() ? 1 : 0; });
         for (int i = 0; i < 3; ++i) {
             bench.store().Paste({StoreBench::MakeObject("point", {double(i), 1})}, {});
-            bench.store().Save(strPath, QLatin1String(kOwnFormat), EAnnotationsReplace_Known);
+            bench.store().Save(strPath, QLatin1String(kOwnFormat), CAnnotationStore::kShown,
+                               EAnnotationsReplace_Known);
         }
         QTRY_COMPARE(nSaved, 3);
     }
@@ -153,7 +154,8 @@ private Q_SLOTS:
         other.store().Load(strPath);
         other.ctrl.LoadFile(QStringLiteral(VANTOR_TEST_DATA "/png/bricks-color.png"));
         QVERIFY(!Loaded(other).failure.empty());
-        other.store().Save(strPath, QLatin1String(kOwnFormat), EAnnotationsReplace_Known);
+        other.store().Save(strPath, QLatin1String(kOwnFormat), CAnnotationStore::kShown,
+                           EAnnotationsReplace_Known);
         QVERIFY(Saved(other).conflict);
     }
 
