@@ -164,6 +164,38 @@ private Q_SLOTS:
         QCOMPARE(host.Box(), after);
     }
 
+    void whatWentWithTheOldImageIsToldAndComesBack()
+    {
+        Host host;
+        QVERIFY(host.Show({kPhoto}));
+        QVERIFY(!host.IsEnabled("Edit", "Restore Cleared Annotations"));
+        host.DrawRectangle(0);
+        CtrlOf(host, 0)->ChangeCurrentImage(MakeTestImage(20, 10, 3));
+        QCOMPARE(host.Annotations(0), 0);
+        QVERIFY2(host.Message().contains(QStringLiteral("Restore Cleared Annotations")),
+                 qPrintable(host.Message()));
+        host.Entry("Edit", "Restore Cleared Annotations")->trigger();
+        QCOMPARE(host.Annotations(0), 1);
+        QVERIFY(!host.IsEnabled("Edit", "Restore Cleared Annotations"));
+        Answers discard(QStringLiteral("Discard"));
+        host.Entry("File", "Close All Images")->trigger();
+        QCOMPARE(discard.lstAsked.size(), 1);
+        QCOMPARE(host.Annotations(0), 0);
+    }
+
+    void whatCouldNotGoAlongIsTold()
+    {
+        Host host;
+        QVERIFY(host.Show({kPhoto}));
+        Vantor::Annotations::SDocument document;
+        document.pages.resize(1);
+        document.pages[0].objects.resize(1);
+        document.pages[0].objects[0].raw = "{\"kind\":\"later\"}";
+        StoreOf(host, 0)->Apply(document);
+        host.Entry("Edit", "Rotate Left")->trigger();
+        QVERIFY2(host.Message().contains(QStringLiteral("did not go along")), qPrintable(host.Message()));
+    }
+
     void aPictureIsExportedWithItsAnnotations_data()
     {
         QTest::addColumn<QString>("filter");

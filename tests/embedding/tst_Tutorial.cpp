@@ -3,6 +3,7 @@
 #include "CAnnotationList.h"
 #include "CHostWindow.h"
 #include "InvertTool.h"
+#include "KeepAnnotations.h"
 #include "MeasureAction.h"
 
 #include <Vantor/geometry/CRectangle.h>
@@ -51,6 +52,7 @@ private Q_SLOTS:
         m_pWindow = std::make_unique<CHostWindow>();
         AddMeasureAction(*m_pWindow);
         m_pList = new CAnnotationList(*m_pWindow);
+        KeepAnnotations(*m_pWindow);
         AddTools(*m_pWindow);
         m_pWindow->show();
         QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
@@ -118,6 +120,21 @@ private Q_SLOTS:
         QCOMPARE(m_pList->count(), 0);
     }
 
+    void annotationsAreThereAgainWhenTheirImageIsOpened()
+    {
+        const QTemporaryDir folder;
+        const QString strImage = folder.filePath(QStringLiteral("a.png"));
+        QVERIFY(QFile::copy(s_strImage, strImage));
+        m_pWindow->Centre().OpenFile(strImage);
+        AddRectangle();
+        Trigger(QStringLiteral("&Save"));
+        QTRY_VERIFY(QFile::exists(strImage + QStringLiteral(".vantor.json")));
+        m_pWindow->Centre().OpenFile(s_strImage);
+        QCOMPARE(m_pList->count(), 0);
+        m_pWindow->Centre().OpenFile(strImage);
+        QTRY_COMPARE(m_pList->count(), 1);
+    }
+
     void theToolInvertsTheWholeImage()
     {
         const auto pBefore = Image();
@@ -166,13 +183,17 @@ private Q_SLOTS:
 private:
     std::shared_ptr<CImage> Image() { return m_pWindow->Centre().FindImage(QString()); }
     CImageView2D* View() { return m_pWindow->CentreView().findChild<CImageView2D*>(); }
-    /// Opened by the menu, as a person does.
-    CImage2DProcessBaseDlg* Dialog()
+    void Trigger(const QString& strText)
     {
         for (QAction* pTop : m_pWindow->menuBar()->actions())
             for (QAction* pEntry : pTop->menu()->actions())
-                if (pEntry->text() == QStringLiteral("Invert Light"))
+                if (pEntry->text() == strText)
                     pEntry->trigger();
+    }
+    /// Opened by the menu, as a person does.
+    CImage2DProcessBaseDlg* Dialog()
+    {
+        Trigger(QStringLiteral("Invert Light"));
         return m_pWindow->findChild<CImage2DProcessBaseDlg*>();
     }
     void RunTool()
