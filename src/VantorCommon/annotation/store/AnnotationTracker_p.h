@@ -61,6 +61,7 @@ private:
     std::function<void()> m_onChange;
     bool m_bReplacing = false;
     std::unordered_map<unsigned int, SKnown> m_known;
+    std::unordered_set<std::string> m_ids; ///< of m_known
     std::unordered_map<unsigned int, std::string> m_deleted;
     std::unordered_set<unsigned int> m_added;
     std::unordered_set<unsigned int> m_touched;

@@ -299,6 +299,21 @@ private Q_SLOTS:
         QVERIFY(nFiles > 10);
     }
 
+    void anObjectThatComesBackBesideOneOfItsIdIsTold()
+    {
+        StoreBench bench(true);
+        const auto pObject = bench.store().Paste({Point(1)}, {}).at(0);
+        const SDocument document = bench.store().TakeDocument();
+        bench.geometry.DeleteObject(pObject);
+        bench.store().Apply(document);
+        bench.geometry.RestoreObjects({pObject});
+        QCoreApplication::processEvents();
+        SDocument back;
+        QVERIFY(AnnotationRecovery::Read(OnlyFile(), back).failure.empty());
+        QCOMPARE(back.pages.at(0).objects.size(), std::size_t(2));
+        QVERIFY(SameDocument(back, bench.store().TakeDocument()));
+    }
+
     void aChangeWithoutAStepIsWrittenSoon()
     {
         StoreBench bench(true);
