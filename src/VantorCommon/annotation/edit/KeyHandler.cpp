@@ -103,18 +103,18 @@ void CKeyHandler::BeginBurst(std::vector<ObjectPtr> vctMoved, const QPointF& by)
         QPointF corner;
         std::shared_ptr<Vantor::Geometry::CGeometry> pBefore;
     };
-    std::vector<SMoved> vctBefore;
-    vctBefore.reserve(vctMoved.size());
-    for (const ObjectPtr& pObject : vctMoved)
-        vctBefore.push_back({pObject, pObject->GetBoundary().topLeft(), pObject->CloneShape()});
+    const auto pFound = std::make_shared<std::vector<SMoved>>(); // when the step was last made
     const auto pBy = std::make_shared<QPointF>(by);
     CCommand* pStep = m_context.execute(std::make_unique<CCommandCall>(
         [=] {
-            for (const SMoved& moved : vctBefore)
-                moved.pObject->MoveTopLeftTo(moved.corner + *pBy);
+            pFound->clear();
+            for (const ObjectPtr& pObject : vctMoved) {
+                pFound->push_back({pObject, pObject->GetBoundary().topLeft(), pObject->CloneShape()});
+                pObject->MoveTopLeftTo(pFound->back().corner + *pBy);
+            }
         },
         [=] {
-            for (const SMoved& moved : vctBefore)
+            for (const SMoved& moved : *pFound)
                 if (moved.pBefore)
                     moved.pObject->RestoreShape(*moved.pBefore);
                 else

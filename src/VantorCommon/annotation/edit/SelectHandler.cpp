@@ -247,12 +247,6 @@ void CSelectHandler::ChangeLooks(const std::function<void(SObjectLook&)>& change
 {
     if (!m_context.IsComplete())
         return;
-    const auto show = [](const ObjectPtr& pObject, const SObjectLook& look) {
-        return [=] {
-            pObject->SetPen(look.pen);
-            pObject->SetBrushFilled(look.brush);
-        };
-    };
     auto pSteps = std::make_unique<CCommandArray>();
     bool bAny = false;
     for (const ObjectPtr& pObject : m_context.pModel->GetObjects()) {
@@ -260,8 +254,16 @@ void CSelectHandler::ChangeLooks(const std::function<void(SObjectLook&)>& change
         change(look);
         if (!pObject->GetSelected() || look == ObjectLook::Of(*pObject))
             continue;
-        const SObjectLook before{pObject->GetPen(), pObject->GetBrushFilled()};
-        pSteps->addCommand(new CCommandCall(show(pObject, look), show(pObject, before)));
+        pSteps->addCommand(CCommandCall::Exchange(
+                               look,
+                               [pObject] {
+                                   return SObjectLook{pObject->GetPen(), pObject->GetBrushFilled()};
+                               },
+                               [pObject](const SObjectLook& to) {
+                                   pObject->SetPen(to.pen);
+                                   pObject->SetBrushFilled(to.brush);
+                               })
+                               .release());
         bAny = true;
     }
     if (bAny)

@@ -125,8 +125,9 @@ void CTextHandler::Commit(const TextPtr& pText, const QString& strText)
         if (bBlank)
             m_context.execute(std::make_unique<CImageView2DCommandDeleteGeometry>(m_context.pCtrl, pText));
         else
-            m_context.execute(std::make_unique<CCommandCall>([=] { pText->SetText(strText); },
-                                                             [=] { pText->SetText(strBefore); }));
+            m_context.execute(CCommandCall::Exchange(
+                strText, [pText] { return pText->GetText(); },
+                [pText](const QString& strTo) { pText->SetText(strTo); }));
     }
 }
 

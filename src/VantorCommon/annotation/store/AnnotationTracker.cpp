@@ -33,7 +33,11 @@ void CAnnotationTracker::Add(unsigned int nUID)
     const auto pObject = m_bReplacing ? nullptr : m_pModel->FindObject(nUID);
     if (!pObject)
         return;
+    // A step that is made again may bring an object back beside one of its id that came from a file.
+    if (m_ids.count(pObject->GetId().toStdString()) != 0)
+        pObject->SetId(QString());
     m_known[nUID] = SKnown{pObject->GetId().toStdString(), pObject->GetRevision()};
+    m_ids.insert(m_known[nUID].id);
     m_added.insert(nUID);
     m_onChange();
 }
@@ -47,6 +51,7 @@ void CAnnotationTracker::Delete(unsigned int nUID)
     if (m_added.erase(nUID) == 0 || m_deleted.count(nUID) != 0)
         m_deleted[nUID] = it->second.id;
     m_touched.erase(nUID);
+    m_ids.erase(it->second.id);
     m_known.erase(it);
     m_onChange();
 }
@@ -59,6 +64,7 @@ void CAnnotationTracker::Clear()
     for (auto& [nUID, known] : m_known)
         m_deleted[nUID] = std::move(known.id);
     m_known.clear();
+    m_ids.clear();
     m_added.clear();
     m_touched.clear();
     m_onClear(vctGone);
@@ -77,11 +83,15 @@ void CAnnotationTracker::Replace(const CImageView2DGeometryModel::ObjectList& vc
 void CAnnotationTracker::ReadAll()
 {
     m_known.clear();
+    m_ids.clear();
     m_deleted.clear();
     m_added.clear();
     m_touched.clear();
-    for (const auto& pObject : m_pModel->GetObjects())
-        m_known[pObject->GetUID()] = SKnown{pObject->GetId().toStdString(), pObject->GetRevision()};
+    for (const auto& pObject : m_pModel->GetObjects()) {
+        SKnown& known = m_known[pObject->GetUID()];
+        known = SKnown{pObject->GetId().toStdString(), pObject->GetRevision()};
+        m_ids.insert(known.id);
+    }
     m_sChanges = {};
     m_sChanges.bAll = true;
 }

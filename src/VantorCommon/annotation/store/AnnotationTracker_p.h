@@ -66,6 +66,7 @@ private:
     bool m_bReplacing = false;
     ObjectList m_vctLeaving; ///< between the two signals of a model that is emptied
     std::unordered_map<unsigned int, SKnown> m_known;
+    std::unordered_set<std::string> m_ids; ///< of m_known
     std::unordered_map<unsigned int, std::string> m_deleted;
     std::unordered_set<unsigned int> m_added;
     std::unordered_set<unsigned int> m_touched;

@@ -40,13 +40,11 @@ void CAnnotationStore::Rename(const ObjectPtr& pObject, const QString& strName)
 {
     if (Present({pObject}).empty())
         return;
-    const bool bNamed = !strName.isEmpty();
-    const bool bWasNamed = pObject->IsNamed();
-    const QString strBefore = bWasNamed ? pObject->GetName() : QString();
-    if (bNamed == bWasNamed && strName == strBefore)
+    const auto nameOf = [pObject] { return pObject->IsNamed() ? pObject->GetName() : QString(); };
+    if (strName == nameOf())
         return;
-    RunCall([=] { pObject->RestoreName(strName, bNamed); },
-            [=] { pObject->RestoreName(strBefore, bWasNamed); });
+    m_p->execute(CCommandCall::Exchange(
+        strName, nameOf, [pObject](const QString& strTo) { pObject->RestoreName(strTo, !strTo.isEmpty()); }));
 }
 
 bool CAnnotationStore::SetShape(const ObjectPtr& pObject, const SShapeData& data)
@@ -61,24 +59,23 @@ bool CAnnotationStore::SetShape(const ObjectPtr& pObject, const SShapeData& data
     const SShapeData after = AnnotationDocument::ShapeOf(*pLike);
     if (before.vctNumbers == after.vctNumbers && before.strText == after.strText)
         return true;
-    RunCall([=] { AnnotationDocument::ChangeShape(*pObject, after); },
-            [=] { AnnotationDocument::ChangeShape(*pObject, before); });
+    m_p->execute(CCommandCall::Exchange(
+        after, [pObject] { return AnnotationDocument::ShapeOf(*pObject); },
+        [pObject](const SShapeData& to) { AnnotationDocument::ChangeShape(*pObject, to); }));
     return true;
 }
 
 void CAnnotationStore::SetOrder(const ObjectList& vctOrder)
 {
-    const ObjectList vctBefore = m_p->pGeometry->GetObjects();
-    if (vctOrder == vctBefore)
-        return;
     const auto pGeometry = m_p->pGeometry;
-    const auto show = [pGeometry](const ObjectList& vctObjects) {
-        return [=] {
+    if (vctOrder == pGeometry->GetObjects())
+        return;
+    m_p->execute(CCommandCall::Exchange(
+        vctOrder, [pGeometry] { return pGeometry ? pGeometry->GetObjects() : ObjectList(); },
+        [pGeometry](const ObjectList& vctTo) {
             if (pGeometry)
-                pGeometry->SetOrder(vctObjects);
-        };
-    };
-    RunCall(show(vctOrder), show(vctBefore));
+                pGeometry->SetOrder(vctTo);
+        }));
 }
 
 void CAnnotationStore::MoveTo(const ObjectList& vctObjects, int nIndex)
@@ -133,13 +130,18 @@ void CAnnotationStore::ChangeAll(const ObjectList& vctObjects, bool bValue,
                      vctChanged.end());
     if (vctChanged.empty())
         return;
-    const auto change = [vctChanged, set](bool bTo) {
-        return [=] {
+    m_p->execute(CCommandCall::Exchange(
+        std::vector<bool>(vctChanged.size(), bValue),
+        [vctChanged, get] {
+            std::vector<bool> vctFound;
             for (const ObjectPtr& pObject : vctChanged)
-                set(*pObject, bTo);
-        };
-    };
-    RunCall(change(bValue), change(!bValue));
+                vctFound.push_back(((*pObject).*get)());
+            return vctFound;
+        },
+        [vctChanged, set](const std::vector<bool>& vctTo) {
+            for (std::size_t i = 0; i < vctChanged.size(); ++i)
+                set(*vctChanged[i], vctTo[i]);
+        }));
 }
 
 void CAnnotationStore::SetLocked(const ObjectList& vctObjects, bool bLocked)

@@ -4,6 +4,7 @@
 
 #include <QPointF>
 #include <QRectF>
+#include <QString>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -79,11 +80,42 @@ struct Shape {
 };
 
 struct Object {
-    unsigned int uid = 0;
+    unsigned int uid = 0; ///< 0: not known yet
     Shape shape;
     bool selected = false;
+    bool locked = false;
+    QString name; ///< empty: nobody gave one
 };
 using ObjectPtr = std::shared_ptr<Object>;
+using Objects = std::vector<ObjectPtr>;
+
+/// What a file says of an object.
+struct Said {
+    Shape shape;
+    QString name;
+    bool locked = false;
+
+    bool operator==(const Said& other) const
+    {
+        return shape == other.shape && name == other.name && locked == other.locked;
+    }
+};
+inline std::vector<Said> SaidOf(const Objects& objects)
+{
+    std::vector<Said> said;
+    for (const ObjectPtr& o : objects)
+        said.push_back(Said{o->shape, o->name, o->locked});
+    return said;
+}
+/// By the page in the file; pages without an object are left out.
+using Document = std::map<int, std::vector<Said>>;
+
+/// An image of the list, for life.
+struct PageId {
+    int id = 0;
+    QString file;
+    int inFile = 0; ///< index
+};
 
 struct Editor;
 
@@ -91,6 +123,7 @@ struct Step {
     virtual ~Step() = default;
     virtual void Do(Editor& editor) = 0;
     virtual void Undo(Editor& editor) = 0;
+    int madeOn = 0; ///< PageId::id
 };
 using StepPtr = std::shared_ptr<Step>;
 
@@ -100,6 +133,48 @@ struct Editor {
     int page = 0;
     double tolerance = 0;
     std::vector<StepPtr> undo, redo;
+    bool perImage = false;              ///< each page has objects of its own, and each step its page
+    std::vector<PageId> ids;            ///< beside pages
+    std::map<int, Objects> kept;        ///< of the pages that are not shown, by PageId::id
+    std::map<QString, Document> closed; ///< by file, of its pages that are not there any more
+
+    void Show(int index)
+    {
+        if (perImage && index != page) {
+            kept[ids[std::size_t(page)].id] = objects;
+            objects = kept[ids[std::size_t(index)].id];
+        }
+        page = index;
+    }
+    /// @return whether the page is there
+    bool ShowId(int id)
+    {
+        const auto it = std::find_if(ids.begin(), ids.end(), [id](const PageId& p) { return p.id == id; });
+        if (it != ids.end())
+            Show(int(it - ids.begin()));
+        return it != ids.end();
+    }
+    /// The objects of a page of the list.
+    Objects& ObjectsOf(int index) { return index == page ? objects : kept[ids[std::size_t(index)].id]; }
+    Document DocumentOf(const QString& file)
+    {
+        Document document = closed[file];
+        for (std::size_t i = 0; i < ids.size(); ++i)
+            if (ids[i].file == file)
+                document[ids[i].inFile] = SaidOf(ObjectsOf(int(i)));
+        for (auto it = document.begin(); it != document.end();)
+            it = it->second.empty() ? document.erase(it) : std::next(it);
+        return document;
+    }
+    void SetOrder(const Objects& order)
+    {
+        const auto place = [&order](const ObjectPtr& o) {
+            const auto it = std::find(order.begin(), order.end(), o);
+            return it != order.end() ? int(it - order.begin()) : -1;
+        };
+        std::stable_sort(objects.begin(), objects.end(),
+                         [&](const ObjectPtr& a, const ObjectPtr& b) { return place(a) < place(b); });
+    }
 
     bool Has(const ObjectPtr& p) const { return std::count(objects.begin(), objects.end(), p) > 0; }
     void UnselectAll()
@@ -126,12 +201,13 @@ struct Editor {
         const auto it = std::find(pages.begin(), pages.end(), image);
         if (it == pages.end())
             return false;
-        page = int(it - pages.begin());
+        Show(int(it - pages.begin()));
         return true;
     }
     void Make(const StepPtr& step)
     {
         undo.push_back(step);
+        step->madeOn = perImage ? ids[std::size_t(page)].id : 0;
         step->Do(*this);
     }
     static void Shift(std::vector<StepPtr>& from, std::vector<StepPtr>& to)
@@ -144,21 +220,24 @@ struct Editor {
         if (undo.empty())
             return;
         Shift(undo, redo);
-        redo.back()->Undo(*this);
+        if (!perImage || ShowId(redo.back()->madeOn))
+            redo.back()->Undo(*this);
     }
     void RedoLast()
     {
         if (redo.empty())
             return;
         Shift(redo, undo);
-        undo.back()->Do(*this);
+        if (!perImage || ShowId(undo.back()->madeOn))
+            undo.back()->Do(*this);
     }
 
     /// The resize flag: whether the mouse is on a handle of any object.
     bool OnHandle(const QPointF& p) const
     {
-        return std::any_of(objects.begin(), objects.end(),
-                           [&](const ObjectPtr& o) { return o->shape.FindHandle(p, tolerance) >= 0; });
+        return std::any_of(objects.begin(), objects.end(), [&](const ObjectPtr& o) {
+            return !o->locked && o->shape.FindHandle(p, tolerance) >= 0;
+        });
     }
     /// @return whether a selected object was hit
     bool Press(const QPointF& p, bool add)
@@ -203,95 +282,6 @@ struct Editor {
         }
         return margin;
     }
-};
-
-struct AddStep : Step {
-    explicit AddStep(ObjectPtr o) : object(std::move(o)) {}
-    void Do(Editor& editor) override { editor.AddAlone(object); }
-    void Undo(Editor& editor) override { editor.Remove(object); }
-    ObjectPtr object;
-};
-
-struct DeleteStep : Step {
-    void Do(Editor& editor) override
-    {
-        for (const ObjectPtr& o : objects)
-            editor.Remove(o);
-    }
-    void Undo(Editor& editor) override
-    {
-        for (auto it = objects.rbegin(); it != objects.rend(); ++it)
-            editor.AddAlone(*it);
-    }
-    std::vector<ObjectPtr> objects;
-};
-
-/// Moves and resizes. The shapes decide while they are what they were; otherwise the points do, anew.
-struct ShapeStep : Step {
-    struct Change {
-        ObjectPtr object;
-        Shape before, after;
-        QPointF offset; ///< of a move
-    };
-    void Do(Editor& editor) override
-    {
-        for (Change& c : changes) {
-            if (!(c.object->shape == c.before)) {
-                c.before = c.after = c.object->shape;
-                if (resize) {
-                    const int i = c.after.FindHandle(from, editor.tolerance);
-                    if (i >= 0)
-                        c.after.MoveHandle(i, to);
-                } else {
-                    c.after.MoveTopLeftTo(to - c.offset);
-                }
-                fresh = true;
-            }
-            c.object->shape = c.after;
-        }
-    }
-    void Undo(Editor&) override
-    {
-        for (auto it = changes.rbegin(); it != changes.rend(); ++it) {
-            consistent = consistent && it->object->shape == it->after;
-            it->object->shape = it->before;
-        }
-    }
-    std::vector<Change> changes;
-    bool resize = false;
-    QPointF from, to;
-    bool fresh = false;     ///< the shapes after it were worked out here and want to be taken over
-    bool consistent = true; ///< no undo has found a shape that the step had not left
-};
-
-struct ImageStep : Step {
-    ImageStep(unsigned int o, unsigned int n) : before(o), after(n) {}
-    void Do(Editor& editor) override
-    {
-        if (done || !editor.TurnTo(before))
-            return;
-        done = true;
-        dropped.clear();
-        for (const ObjectPtr& o : editor.objects)
-            dropped.emplace_back(o, o->selected);
-        editor.objects.clear();
-        editor.pages[std::size_t(editor.page)] = after;
-    }
-    void Undo(Editor& editor) override
-    {
-        if (!done || !editor.TurnTo(after))
-            return;
-        done = false;
-        editor.pages[std::size_t(editor.page)] = before;
-        editor.objects.clear();
-        for (const auto& [o, selected] : dropped) {
-            o->selected = selected;
-            editor.objects.push_back(o);
-        }
-    }
-    unsigned int before, after;
-    bool done = false;
-    std::vector<std::pair<ObjectPtr, bool>> dropped;
 };
 
 } // namespace Reference

@@ -3,7 +3,11 @@
 //
 // Random input on four viewers. VANTOR_MONKEY_EVENTS and VANTOR_MONKEY_SEED choose length and seed.
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+#include <VantorCommon/annotation/store/AnnotationRecovery.h>
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
+#include <VantorCommon/annotation/store/SImageChange.h>
 #include <VantorCommon/log/CLogModel.h>
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <tests/support/CenterFixture.h>
 #include <tests/support/TestMain.h>
 
@@ -29,8 +33,16 @@ constexpr int kSeed = 20261121;
 class Monkey
 {
 public:
-    explicit Monkey(unsigned int nSeed) : m_random(nSeed)
+    /// @param bStore  with all options and all that keeps annotations
+    Monkey(unsigned int nSeed, bool bStore) : m_random(nSeed), m_bStore(bStore)
     {
+        SCenterOptions sOptions;
+        sOptions.bAnnotationsPerImage = bStore;
+        sOptions.bCarryAnnotations = bStore;
+        sOptions.bAnnotationJournal = bStore;
+        sOptions.bEditKeys = bStore;
+        sOptions.bOwnColors = bStore;
+        m_f.center->SetOptions(sOptions);
         auto* pLog = CLogModel::GetInstance();
         QObject::disconnect(pLog, &CLogModel::signal_NewMessage, pLog, &CLogModel::slot_NewMessage);
         for (int i = 0; i < 4; ++i) {
@@ -59,6 +71,8 @@ public:
             m_f.Viewer(Pick(4))->slot_Press2D();
         if (Pick(12) == 0)
             Drag();
+        if (m_bStore && Pick(8) == 0)
+            UseStore();
         const int n = Pick(100);
         if (n < 40)
             Move();
@@ -92,6 +106,20 @@ public:
                 return QString::asprintf("viewer %d paints other objects than it has", i);
             if (m_f.View(i)->GetImageUID() != m_f.Ctrl(i)->GetImageID())
                 return QString::asprintf("viewer %d shows another image than the current one", i);
+            if (m_bStore && !AllIsInTheDocument(i))
+                return QString::asprintf("viewer %d: the document says something else", i);
+        }
+        return {};
+    }
+    /// Empty, or what is wrong with the files of unsaved work.
+    QString CheckJournals() const
+    {
+        const QDir folder(AnnotationRecovery::GetFolder());
+        for (const QString& strName : folder.entryList({QStringLiteral("*.jsonl")}, QDir::Files)) {
+            Vantor::Annotations::SDocument document;
+            const auto report = AnnotationRecovery::Read(folder.filePath(strName), document);
+            if (!report.failure.empty() || !report.remarks.empty())
+                return QStringLiteral("a journal cannot be read");
         }
         return {};
     }
@@ -118,6 +146,7 @@ public:
     }
 
     /// What came of it: a monkey that does nothing proves nothing.
+    int Stored() const { return m_nStored; }
     int Added() const { return m_nAdded; }
     int Changed() const { return m_nChanged; }
 
@@ -130,6 +159,69 @@ public:
     }
 
 private:
+    CImageView2DCtrl* Ctrl2D(int nView) const { return m_f.Ctrl(nView)->Get2DCtrl(); }
+    /// The objects that are shown are those of one page of the document, in their order.
+    bool AllIsInTheDocument(int nView) const
+    {
+        const auto vctObjects = m_f.View(nView)->GetGeometryModel()->GetObjects();
+        const auto document = Ctrl2D(nView)->GetAnnotationStore()->TakeDocument();
+        const auto isShown = [&](const Vantor::Annotations::SPage& page) {
+            return std::equal(page.objects.begin(), page.objects.end(), vctObjects.begin(), vctObjects.end(),
+                              [](const auto& object, const auto& pObject) {
+                                  return object.id == pObject->GetId().toStdString();
+                              });
+        };
+        return vctObjects.empty() || std::any_of(document.pages.begin(), document.pages.end(), isShown);
+    }
+    /// A step of the store, or a file.
+    void UseStore()
+    {
+        const int nView = Pick(4);
+        auto& store = *Ctrl2D(nView)->GetAnnotationStore();
+        const auto vctObjects = m_f.View(nView)->GetGeometryModel()->GetObjects();
+        const QString strFile = m_f.folder.filePath(QStringLiteral("%1.vantor.json").arg(Pick(4)));
+        CAnnotationStore::ObjectList vctSome;
+        for (int i = Pick(3); i >= 0 && !vctObjects.empty(); --i)
+            vctSome.push_back(vctObjects[std::size_t(Pick(int(vctObjects.size())))]);
+        ++m_nStored;
+        switch (Pick(13)) {
+        case 0:
+            return vctSome.empty() ? void() : store.Rename(vctSome[0], QString::number(Pick(5)));
+        case 1:
+            return store.SetLocked(vctSome, Pick(3) == 0);
+        case 2:
+            return store.SetVisible(vctSome, Pick(3) != 0);
+        case 3:
+            return store.MoveTo(vctSome, Pick(9));
+        case 4:
+            return Pick(2) == 0 ? store.Raise(vctSome) : store.Lower(vctSome);
+        case 5:
+            store.Duplicate(vctSome, QPointF(Pick(9), Pick(9)));
+            return;
+        case 6:
+            m_document = store.TakeDocument();
+            return;
+        case 7:
+            return store.Apply(m_document);
+        case 8:
+            return store.SetSaved();
+        case 9:
+            return store.Save(strFile);
+        case 10:
+            return store.Load(strFile);
+        case 11:
+            return store.SelectAll();
+        default:
+            Flip(*Ctrl2D(nView));
+        }
+    }
+    void Flip(CImageView2DCtrl& ctrl)
+    {
+        const auto pImage = std::make_shared<Vantor::Algorithms::CImage>();
+        if (ctrl.GetCurrentImgage() && pImage->CopyFrom(ctrl.GetCurrentImgage().get()) == 0 &&
+            pImage->FlipHorizontally() == 0)
+            ctrl.ChangeCurrentImage(pImage, {SImageChange::EKind_FlippedX});
+    }
     int Pick(int nCount) { return std::uniform_int_distribution<int>(0, nCount - 1)(m_random); }
 
     /// Mostly inside one of the views; short steps, so that drags happen.
@@ -191,7 +283,9 @@ private:
             {Qt::Key_Z, Qt::ControlModifier}, {Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier},
             {Qt::Key_C, Qt::ControlModifier}, {Qt::Key_V, Qt::ControlModifier},
             {Qt::Key_A, Qt::NoModifier},      {Qt::Key_Tab, Qt::NoModifier},
-            {Qt::Key_Down, Qt::NoModifier}};
+            {Qt::Key_Down, Qt::NoModifier},   {Qt::Key_Right, Qt::ShiftModifier},
+            {Qt::Key_A, Qt::ControlModifier}, {Qt::Key_D, Qt::ControlModifier},
+            {Qt::Key_Return, Qt::NoModifier}};
         const auto& [key, modifiers] = keys[Pick(int(std::size(keys)))];
         m_f.Key(key, modifiers);
     }
@@ -284,6 +378,8 @@ private:
     }
 
     std::mt19937 m_random;
+    bool m_bStore;
+    Vantor::Annotations::SDocument m_document; ///< to apply again
     CenterFixture m_f{2, 2};
     QTimer m_closer;
     QPoint m_pos{300, 300};
@@ -291,6 +387,7 @@ private:
     int m_nBreaths = 0;
     int m_nAdded = 0;
     int m_nChanged = 0;
+    int m_nStored = 0;
 };
 } // namespace
 
@@ -298,18 +395,32 @@ class tst_Monkey : public QObject
 {
     Q_OBJECT
 
+private:
+    QTemporaryDir m_state;
+
 private Q_SLOTS:
     /// The X server may complain about a window that a menu or a dialog has just taken away.
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.xcb.warning=false")); }
+    void initTestCase()
+    {
+        QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.xcb.warning=false"));
+        qputenv("XDG_STATE_HOME", m_state.path().toUtf8());
+    }
 
+    void nothingCrashesAndTheModelsStayConsistent_data()
+    {
+        QTest::addColumn<bool>("store");
+        QTest::newRow("without options") << false;
+        QTest::newRow("with the store") << true;
+    }
     void nothingCrashesAndTheModelsStayConsistent()
     {
-        const int nEvents = FromEnvironment("VANTOR_MONKEY_EVENTS", 3000);
+        QFETCH(bool, store);
+        const int nEvents = FromEnvironment("VANTOR_MONKEY_EVENTS", store ? 1500 : 3000);
         const int nSeed = FromEnvironment("VANTOR_MONKEY_SEED", kSeed);
         qInfo("seed %d, %d events", nSeed, nEvents);
         QElapsedTimer timer;
         timer.start();
-        Monkey monkey{unsigned(nSeed)};
+        Monkey monkey{unsigned(nSeed), store};
         for (int i = 0; i < nEvents; ++i) {
             monkey.Event();
             if (i % 10 == 0) {
@@ -317,11 +428,13 @@ private Q_SLOTS:
                 QVERIFY2(strWrong.isEmpty(),
                          qPrintable(QString::asprintf("seed %d, event %d: ", nSeed, i) + strWrong));
             }
-            if (i % 100 == 0)
+            if (i % 100 == 0) {
                 monkey.Breathe();
+                QCOMPARE(monkey.CheckJournals(), QString());
+            }
         }
-        qInfo("%d events in %.1f s; %d additions, %d changes", nEvents, double(timer.elapsed()) / 1000.0,
-              monkey.Added(), monkey.Changed());
+        qInfo("%d events in %.1f s; %d additions, %d changes, %d of the store", nEvents,
+              double(timer.elapsed()) / 1000.0, monkey.Added(), monkey.Changed(), monkey.Stored());
         QVERIFY(monkey.Added() > nEvents / 100);
         QVERIFY(monkey.Changed() > nEvents / 50);
         const QString strWrong = monkey.FinishByDrawing();

@@ -2,17 +2,15 @@
 // Copyright (c) The Vantor authors
 //
 // SCenterOptions::bAnnotationJournal and AnnotationRecovery.
+#include "KilledChild.h"
 #include "StoreBench.h"
 
 #include <tests/support/LogRecorder.h>
 #include <tests/support/TestMain.h>
 
 #include <QDir>
-#include <QProcess>
-#include <csignal>
 #include <ctime>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <utime.h>
 
@@ -48,30 +46,79 @@ void SetContent(const QString& strPath, const QByteArray& bytes)
     file.write(bytes);
 }
 
-/// What the child of a kill does: random steps without an end, each told when it is finished.
-int RunScript(unsigned nSeed, int nFirst)
-{
-    StoreBench bench(true);
-    if (nFirst > 0) {
-        bench.store().Apply(StoreBench::Many(nFirst));
-        bench.store().SetSaved();
+/// A viewer of three pages, each with its own annotations, that has the keyboard focus of a window.
+struct SessionBench : StoreBench {
+    explicit SessionBench(QWidget& window, bool bJournal) : StoreBench(bJournal)
+    {
+        SCenterOptions sOptions;
+        sOptions.bAnnotationJournal = bJournal;
+        sOptions.bAnnotationsPerImage = true;
+        ctrl.SetOptions(sOptions);
+        std::vector<std::shared_ptr<Vantor::Algorithms::CImage>> vctPages;
+        for (int i = 0; i < 3; ++i) {
+            vctPages.push_back(MakeTestImage(200, 150, 1));
+            vctPages.back()->SetFolder(L"/folder");
+            vctPages.back()->SetName(L"a.pdf");
+        }
+        images.SetImages(vctPages);
+        view.setParent(&window);
+        view.setGeometry(0, 0, 200, 150);
+        view.show();
+        view.setFocus();
     }
+
+    enum EDone { EDone_Paged, EDone_Undone, EDone_Redone, EDone_Drawn, EDone_Dragged, EDone_Other };
+
+    /// One step of a script that is the same for the same random numbers: what people do in a session.
+    EDone SessionStep(std::mt19937& random)
+    {
+        const auto upTo = [&random](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+        const int nWhat = upTo(20);
+        QPointF from(upTo(1200) / 7.0, upTo(900) / 7.0), to(upTo(1200) / 7.0, upTo(900) / 7.0);
+        if (nWhat < 3) {
+            ctrl.slot_SelectImage(upTo(3));
+            return EDone_Paged;
+        }
+        if (nWhat < 6)
+            return ctrl.Undo() ? EDone_Undone : EDone_Other;
+        if (nWhat < 8)
+            return ctrl.Redo() ? EDone_Redone : EDone_Other;
+        if (nWhat < 10) {
+            ctrl.slot_DrawRectangleStart(from);
+            ctrl.slot_DrawRectangleDoing(from, to);
+            ctrl.slot_DrawRectangleEnd(from, to);
+            return EDone_Drawn;
+        }
+        if (nWhat < 13) {
+            ctrl.slot_CheckResizeRotate(from);
+            ctrl.slot_SelectMovingStart(from);
+            ctrl.slot_SelectMovingDoing(from, to);
+            ctrl.slot_SelectMovingEnd(from, to);
+            return EDone_Dragged;
+        }
+        RandomStep(random);
+        return EDone_Other;
+    }
+};
+
+/// What the child of a kill does: random steps without an end, each told when it is finished.
+int RunScript(unsigned nSeed)
+{
+    QWidget window;
+    window.resize(200, 150);
+    window.show();
+    window.activateWindow();
+    SessionBench bench(window, true);
+    while (!bench.view.hasFocus())
+        QCoreApplication::processEvents();
     std::mt19937 random(nSeed);
     for (int i = 1;; ++i) {
-        bench.RandomStep(random);
-        if (::write(STDOUT_FILENO, &i, sizeof i) != sizeof i)
+        bench.SessionStep(random);
+        if (!KilledChild::Tell(i))
             return 0;
         if (i % 50 == 0)
             QCoreApplication::processEvents();
     }
-}
-
-/// The document after so many steps of the script.
-SDocument AfterSteps(StoreBench& bench, std::mt19937& random, int nSteps)
-{
-    for (int i = 0; i < nSteps; ++i)
-        bench.RandomStep(random);
-    return bench.store().TakeDocument();
 }
 } // namespace
 
@@ -253,6 +300,21 @@ private Q_SLOTS:
         QVERIFY(nFiles > 10);
     }
 
+    void anObjectThatComesBackBesideOneOfItsIdIsTold()
+    {
+        StoreBench bench(true);
+        const auto pObject = bench.store().Paste({Point(1)}, {}).at(0);
+        const SDocument document = bench.store().TakeDocument();
+        bench.geometry.DeleteObject(pObject);
+        bench.store().Apply(document);
+        bench.geometry.RestoreObjects({pObject});
+        QCoreApplication::processEvents();
+        SDocument back;
+        QVERIFY(AnnotationRecovery::Read(OnlyFile(), back).failure.empty());
+        QCOMPARE(back.pages.at(0).objects.size(), std::size_t(2));
+        QVERIFY(SameDocument(back, bench.store().TakeDocument()));
+    }
+
     void aChangeWithoutAStepIsWrittenSoon()
     {
         StoreBench bench(true);
@@ -381,20 +443,30 @@ private Q_SLOTS:
         const int nKills = qEnvironmentVariableIntValue("VANTOR_KILLS") > 0
                                ? qEnvironmentVariableIntValue("VANTOR_KILLS")
                                : 100;
+        QWidget window;
+        window.resize(200, 150);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
         std::mt19937 random(77);
         int nSteps = 0, nOpen = 0;
+        std::map<int, int> done;
         for (int i = 0; i < nKills; ++i) {
             QDir(AnnotationRecovery::GetFolder()).removeRecursively();
             const unsigned nSeed = random();
-            const int nDone = KillAfter(nSeed, static_cast<int>(random() % 60000U));
-            StoreBench bench;
+            const int nDone =
+                KilledChild::Run({kScript, QByteArray::number(nSeed)}, static_cast<int>(random() % 60000U));
+            SessionBench bench(window, false);
+            QTRY_VERIFY(bench.view.hasFocus());
             std::mt19937 script(nSeed);
-            SDocument expected = AfterSteps(bench, script, nDone);
+            for (int k = 0; k < nDone; ++k)
+                ++done[bench.SessionStep(script)];
+            const SDocument expected = bench.store().TakeDocument();
             const auto vctFound = AnnotationRecovery::Find();
             SDocument back;
-            if (vctFound.empty()) { // nothing had changed yet
-                back.pages = expected.pages;
-                back.pages.at(0).objects.clear();
+            if (vctFound.empty()) { // nothing has changed yet, or everything is undone
+                back.pages.resize(3);
+                for (int k = 0; k < 3; ++k)
+                    back.pages[static_cast<std::size_t>(k)].page = k;
             } else {
                 const SReport report = StoreBench::ReadJournal(vctFound[0].strJournal, back);
                 QVERIFY(report.failure.empty());
@@ -402,46 +474,22 @@ private Q_SLOTS:
             }
             // The step that was being made may be there or not.
             const bool bNow = SameDocument(back, expected, false);
-            const bool bNext = bNow || SameDocument(back, AfterSteps(bench, script, 1), false);
-            QVERIFY2(bNext, qPrintable(QStringLiteral("kill %1 after step %2").arg(i).arg(nDone)));
+            if (!bNow)
+                bench.SessionStep(script);
+            QVERIFY2(bNow || SameDocument(back, bench.store().TakeDocument(), false),
+                     qPrintable(QStringLiteral("kill %1 after step %2").arg(i).arg(nDone)));
             nOpen += bNow ? 0 : 1;
             nSteps += nDone;
         }
         qInfo("%d kills, %d finished steps, %d times the step behind them was there too", nKills, nSteps,
               nOpen);
+        qInfo("pages %d, undo %d, redo %d, drawn %d, dragged %d, others %d", done[SessionBench::EDone_Paged],
+              done[SessionBench::EDone_Undone], done[SessionBench::EDone_Redone],
+              done[SessionBench::EDone_Drawn], done[SessionBench::EDone_Dragged],
+              done[SessionBench::EDone_Other]);
         QVERIFY(nSteps > nKills);
-    }
-
-private:
-    /// Runs the script in a process of its own and kills it. @return its finished steps
-    static int KillAfter(unsigned nSeed, int nMicroseconds)
-    {
-        int pipeEnds[2];
-        if (::pipe(pipeEnds) != 0)
-            return 0;
-        const pid_t nChild = ::fork();
-        if (nChild == 0) {
-            ::dup2(pipeEnds[1], STDOUT_FILENO);
-            ::close(pipeEnds[0]);
-            ::close(pipeEnds[1]);
-            const QByteArray seed = QByteArray::number(nSeed);
-            ::execl("/proc/self/exe", "tst_AnnotationJournal", kScript, seed.constData(), "-platform",
-                    "offscreen", nullptr);
-            ::_exit(1);
-        }
-        ::close(pipeEnds[1]);
-        int nDone = 0, nStep = 0;
-        // Its clock begins with its first step.
-        if (::read(pipeEnds[0], &nStep, sizeof nStep) == sizeof nStep)
-            nDone = nStep;
-        ::usleep(static_cast<useconds_t>(nMicroseconds));
-        ::kill(nChild, SIGKILL);
-        int nStatus = 0;
-        ::waitpid(nChild, &nStatus, 0);
-        while (::read(pipeEnds[0], &nStep, sizeof nStep) == sizeof nStep)
-            nDone = nStep;
-        ::close(pipeEnds[0]);
-        return nDone;
+        for (int eDone = SessionBench::EDone_Paged; eDone <= SessionBench::EDone_Other; ++eDone)
+            QVERIFY(done[eDone] > 0);
     }
 };
 
@@ -449,7 +497,7 @@ int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
     if (argc > 2 && qstrcmp(argv[1], kScript) == 0)
-        return RunScript(static_cast<unsigned>(std::stoul(argv[2])), 0);
+        return RunScript(static_cast<unsigned>(std::stoul(argv[2])));
     QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.xcb.warning=false"));
     tst_AnnotationJournal test;
     return QTest::qExec(&test, argc, argv);

@@ -45,6 +45,46 @@ private Q_SLOTS:
         QCOMPARE(pObject->GetName(), QStringLiteral("door"));
     }
 
+    void aStepThatIsMadeAgainGivesBackWhatItFoundThen()
+    {
+        EditFixture f;
+        const ObjectPtr pObject = f.AddRectangle(1, 2, 3, 4);
+        const ObjectPtr pOther = f.AddRectangle(5, 6, 7, 8);
+        const auto makeAgainOnTopOf = [&](const std::function<void()>& first,
+                                          const std::function<void()>& other, const auto& value) {
+            first();
+            f.PressUndo();
+            other();
+            const auto found = value();
+            f.PressRedo();
+            const bool bMade = value() != found;
+            f.PressUndo();
+            return bMade && value() == found;
+        };
+        QVERIFY(makeAgainOnTopOf([&] { Store(f).Rename(pObject, QStringLiteral("door")); },
+                                 [&] { Store(f).Rename(pObject, QStringLiteral("wall")); },
+                                 [&] { return pObject->GetName(); }));
+        QVERIFY(makeAgainOnTopOf(
+            [&] {
+                Store(f).SetShape(pObject, {{1, 1, 1, 1}, {}});
+            },
+            [&] {
+                Store(f).SetShape(pObject, {{2, 2, 2, 2}, {}});
+            },
+            [&] { return EditFixture::BoxOf(pObject); }));
+        QVERIFY(makeAgainOnTopOf([&] { Store(f).MoveTo({pObject}, 0); },
+                                 [&] {
+                                     Store(f).Duplicate({pOther}, {1, 1});
+                                 },
+                                 [&] { return f.geometry.GetObjects(); }));
+        QVERIFY(makeAgainOnTopOf(
+            [&] {
+                Store(f).SetLocked({pObject, pOther}, true);
+            },
+            [&] { Store(f).SetLocked({pOther}, true); },
+            [&] { return std::make_pair(pObject->IsLocked(), pOther->IsLocked()); }));
+    }
+
     void numbersGiveAnotherShape()
     {
         EditFixture f;

@@ -206,7 +206,8 @@ private Q_SLOTS:
         Store(f).Load(Path("z.vantor.json"));
         const SReport report = Wait(f, &CAnnotationStore::signal_Loaded);
         QCOMPARE(report.remarks.size(), std::size_t(1));
-        QCOMPARE(report.remarks[0].text, std::string("They were made for an image of 600 x 40 pixels."));
+        QCOMPARE(report.remarks[0].text,
+                 std::string("The annotations were made for an image of 600 x 40 pixels."));
     }
 
     void aFileThatIsOpenedAgainBeginsWithItsFirstPage()

@@ -218,7 +218,9 @@ private Q_SLOTS:
         QCOMPARE(lstTold, QList<int>{2});
         const auto vctObjects = Store(f).TakeDocument().pages.at(0).objects;
         QCOMPARE(vctObjects.at(0).numbers, (std::vector<double>{1, 2}));
-        QCOMPARE(vctObjects.at(1).numbers, (std::vector<double>{36, 3}));
+        QCOMPARE(vctObjects.at(1).numbers, (std::vector<double>{3, 4})); // on the picture in the file
+        QCOMPARE(ShapeKinds::Of(*f.geometry.GetAt(0))->write(*f.geometry.GetAt(0)).vctNumbers,
+                 (std::vector<double>{36, 3}));
         QCOMPARE(vctObjects.at(2).raw, later.raw);
         f.PressUndo();
         QCOMPARE(lstTold.size(), 1);                                  // they are at their places again
