@@ -6,7 +6,6 @@
 #include <VantorCommon/shell/mvc/CBaseCtrl.h>
 
 #include <QPointer>
-#include <memory>
 
 class CImageView2DModel;
 class CImageView3D;
@@ -15,7 +14,6 @@ class CImageView3DPropertyView;
 class CPropertyDockView;
 class CStatusBarDockView;
 class CToolBoxDockView;
-class QSemaphore;
 
 /// The controller of a 3D view: loads the current image of the list into the 3D model on a thread of the
 /// global pool while the view is visible, sets the model's parameters as view and panel ask, and puts the
@@ -91,8 +89,6 @@ private:
     QPointer<CImageView3D> m_pView;
     QPointer<CPropertyDockView> m_pPropertyDockView;
     QPointer<CImageView3DPropertyView> m_pPropertyView;
-    /// Released by the build as its last deed; shared, because that deed may outlast the controller.
-    std::shared_ptr<QSemaphore> m_pEnded;
     bool m_bBuilding = false;
     bool m_bBuildAgain = false;
 };

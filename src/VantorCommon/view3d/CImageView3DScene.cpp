@@ -3,13 +3,14 @@
 // What the 3D view draws: its OpenGL objects, their upload and their painting.
 #include <VantorCommon/view3d/CImageView3D.h>
 
+#include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/view3d/CImageView3DModel.h>
 #include <VantorCommon/view3d/ImageView3DObjects_p.h>
 #include <VantorCommon/view3d/OpenGLHelpers_p.h>
 
-#include <QThreadPool>
 #include <algorithm>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -66,7 +67,7 @@ bool HasAllVertices(const std::vector<float>& vctVertices, const std::vector<uns
 /// Frees a buffer on another thread: giving its pages back takes the system as long as the upload.
 template <typename T> void FreeElsewhere(std::vector<T>&& vctBuffer)
 {
-    QThreadPool::globalInstance()->start([vctDropped = std::move(vctBuffer)] {});
+    CJobs::ReleaseElsewhere(std::make_shared<std::vector<T>>(std::move(vctBuffer)));
 }
 
 bool Compile(QOpenGLShader& shader, const QString& strFile)

@@ -8,10 +8,10 @@
 #include <VantorCommon/annotation/store/AnnotationPages_p.h>
 #include <VantorCommon/annotation/store/AnnotationTracker_p.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
+#include <VantorCommon/job/CJobQueue.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 
 #include <QPointer>
-#include <QThreadPool>
 #include <map>
 #include <vector>
 
@@ -53,7 +53,7 @@ struct CAnnotationStore::SPrivate {
     bool bWriteSoon = false;
     bool bLoading = false; ///< what is being applied stands in a file
 
-    QThreadPool files; ///< one thread, so that files are written in order
+    CJobQueue files; ///< written in order
 
     SPrivate(CAnnotationStore& store, CImageView2DCtrl& owner, Execute run);
 

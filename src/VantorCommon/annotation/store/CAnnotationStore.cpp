@@ -97,7 +97,6 @@ CAnnotationStore::SPrivate::SPrivate(CAnnotationStore& store, CImageView2DCtrl& 
           pGeometry, [this, &store](int nCount) { Clear(store, nCount); },
           [this, &store] { ChangeOutside(store); })
 {
-    files.setMaxThreadCount(1);
     if (!pImages)
         return;
     const auto follow = [this, &store] { FollowList(store); };
@@ -113,7 +112,7 @@ CAnnotationStore::CAnnotationStore(CImageView2DCtrl& ctrl, Execute execute)
 
 CAnnotationStore::~CAnnotationStore()
 {
-    m_p->files.waitForDone();
+    m_p->files.Wait();
 }
 
 void CAnnotationStore::SetOptions(const SCenterOptions& sOptions)
@@ -263,7 +262,7 @@ void CAnnotationStore::Save(const QString& strPath, const QString& strFormat)
 {
     const SContext context = ContextOf(m_p->ctrl.GetCurrentImgage().get());
     const bool bOwn = strFormat == QLatin1String(Vantor::Annotations::kOwnFormat);
-    m_p->files.start([=, document = TakeDocument(), strImage = m_p->ImagePath(), strFile = m_p->FileKey(),
+    m_p->files.Start([=, document = TakeDocument(), strImage = m_p->ImagePath(), strFile = m_p->FileKey(),
                       sVersion = m_p->now[m_p->FileKey()]] {
         const SReport report = WriteFile(document, strImage, strPath, strFormat, context);
         QMetaObject::invokeMethod(
@@ -281,7 +280,7 @@ void CAnnotationStore::Save(const QString& strPath, const QString& strFormat)
 void CAnnotationStore::Load(const QString& strPath)
 {
     const auto pImage = m_p->ctrl.GetCurrentImgage();
-    m_p->files.start([=, context = ContextOf(pImage.get())] {
+    m_p->files.Start([=, context = ContextOf(pImage.get())] {
         const auto pDocument = std::make_shared<SDocument>();
         const SReport report = ReadFile(strPath, context, *pDocument);
         QMetaObject::invokeMethod(
