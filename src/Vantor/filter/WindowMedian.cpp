@@ -64,10 +64,13 @@ CBandMedian<Count>::CBandMedian(const SFilterJob& job, const SBand& band, const 
 
 template <class Count> void CBandMedian<Count>::Run()
 {
-    for (int nBegin = m_columns.nBegin; nBegin < m_columns.nEnd && !CProgress::IsThreadCancelled();) {
+    for (int nBegin = m_columns.nBegin; nBegin < m_columns.nEnd;) {
         const int nEnd = nBegin + std::min(m_nStripe, m_columns.nEnd - nBegin);
-        for (int nChannel = 0; nChannel < Colors(); ++nChannel)
+        for (int nChannel = 0; nChannel < Colors(); ++nChannel) {
             FilterStripe({nBegin, nEnd}, static_cast<std::size_t>(nChannel));
+            if (CProgress::IsThreadCancelled())
+                return;
+        }
         nBegin = nEnd;
     }
 }
