@@ -69,14 +69,19 @@ CJobs::JobPtr CJobs::Start(QObject* pReceiver, SJob sJob, CJob::Work work)
     const auto pJob = std::make_shared<CJob>(pReceiver, std::move(sJob), std::move(work));
     connect(pReceiver, &QObject::destroyed, this, &CJobs::CancelOf, Qt::UniqueConnection);
     m_vctJobs.push_back(pJob);
+    Enqueue(pJob);
+    if (!pJob->GetTitle().isEmpty())
+        Q_EMIT signal_Changed();
+    return pJob;
+}
+
+void CJobs::Enqueue(const JobPtr& pJob)
+{
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_vctWaiting.push_back(pJob);
     }
     QThreadPool::globalInstance()->start(m_pWorker.get());
-    if (!pJob->GetTitle().isEmpty())
-        Q_EMIT signal_Changed();
-    return pJob;
 }
 
 /// The receiver is going.
@@ -230,6 +235,7 @@ std::vector<CJobs::JobPtr> CJobs::GetJobs() const
 
 void CJobs::ReleaseElsewhere(std::shared_ptr<void> pObject)
 {
-    if (pObject)
-        QThreadPool::globalInstance()->start([pReleased = std::move(pObject)] {});
+    // Going with the work, on its thread.
+    const auto work = [pReleased = std::move(pObject)](Vantor::CProgress&) { return CJob::Finish(); };
+    Enqueue(std::make_shared<CJob>(nullptr, SJob(), work));
 }

@@ -50,7 +50,7 @@ public:
     void SetMemoryQuestion(MemoryQuestion question) { m_question = std::move(question); }
 
     /// Releases an object on another thread: giving many pages back takes the system a while.
-    static void ReleaseElsewhere(std::shared_ptr<void> pObject);
+    void ReleaseElsewhere(std::shared_ptr<void> pObject);
 
 Q_SIGNALS:
     /// A job with a title has come, or has ended.
@@ -64,6 +64,7 @@ private:
 
     explicit CJobs(QObject* pParent);
     bool MayStart(QObject* pReceiver, const SJob& sJob) const;
+    void Enqueue(const JobPtr& pJob);
     void CancelOf(QObject* pReceiver);
     void CancelIf(const std::function<bool(const CJob&)>& isMeant);
     JobPtr TakeWaiting();

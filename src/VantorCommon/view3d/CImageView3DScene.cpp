@@ -67,7 +67,7 @@ bool HasAllVertices(const std::vector<float>& vctVertices, const std::vector<uns
 /// Frees a buffer on another thread: giving its pages back takes the system as long as the upload.
 template <typename T> void FreeElsewhere(std::vector<T>&& vctBuffer)
 {
-    CJobs::ReleaseElsewhere(std::make_shared<std::vector<T>>(std::move(vctBuffer)));
+    CJobs::Get().ReleaseElsewhere(std::make_shared<std::vector<T>>(std::move(vctBuffer)));
 }
 
 bool Compile(QOpenGLShader& shader, const QString& strFile)

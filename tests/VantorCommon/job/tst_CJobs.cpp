@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// Also tests CJob, CJobQueue and FreeMemory.
-#include <VantorCommon/job/CJobQueue.h>
+// Also tests CJob and FreeMemory.
 #include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/job/FreeMemory_p.h>
 
@@ -456,19 +455,16 @@ private Q_SLOTS:
         QVERIFY(nFinished < 1000);
     }
 
-    void aQueueKeepsItsOrderAndWaitsForAll()
+    void anObjectIsReleasedOnAnotherThread()
     {
-        std::vector<int> vctDone;
-        {
-            CJobQueue queue;
-            for (int i = 0; i < 100; ++i)
-                queue.Start([&vctDone, i] { vctDone.push_back(i); });
-            queue.Wait();
-            QCOMPARE(vctDone.size(), std::size_t(100));
-            queue.Start([&vctDone] { vctDone.push_back(100); });
-        }
-        QCOMPARE(vctDone.size(), std::size_t(101));
-        QVERIFY(std::is_sorted(vctDone.begin(), vctDone.end()));
+        std::atomic<QThread*> pThread{nullptr};
+        struct SLast {
+            std::atomic<QThread*>& pThread;
+            ~SLast() { pThread = QThread::currentThread(); }
+        };
+        CJobs::Get().ReleaseElsewhere(std::shared_ptr<SLast>(new SLast{pThread}));
+        QThreadPool::globalInstance()->waitForDone();
+        QVERIFY(pThread.load() && pThread.load() != thread());
     }
 };
 
