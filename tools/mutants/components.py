@@ -122,7 +122,7 @@ ROWS = [
      "const int nRows = std::min(nStripRows, nHeight - y);", "const int nRows = std::min(nStripRows - 1, nHeight - y);",
      "a row of each strip stays black", "tst_CUtilManager"),
     ("page-number", "src/VantorCommon/view2d/ImageFileLoad.cpp",
-     ".arg(i + 1)", ".arg(i)",
+     "QString::number(i + 1)", "QString::number(i)",
      "another page is named as the one that cannot be drawn", "tst_Announcements|tst_CImageView2DCtrl"),
     ("pdf-by-path", "src/VantorCommon/view2d/ImageFileLoad.cpp",
      "QStringLiteral(\".pdf|.PDF\")", "QStringLiteral(\".pdf\")",

@@ -44,6 +44,17 @@ SRequest RequestOf(const QString& strPath, EReader eReader)
         CSettingManager::GetDouble(CSettingManager::kLoaderResolutionY, kDefaultResolution);
     return request;
 }
+
+/// On any thread. The log tells a failure also when the controller has gone by then.
+/// @return why it could not be saved; empty for a success
+QString SaveAs(const CImage& image, const QString& strPath)
+{
+    if (image.Save(strPath.toStdWString()) == 0)
+        return {};
+    if (!Vantor::CProgress::IsThreadCancelled())
+        CLogger::Write(ERROR, "Cannot save image %s", qUtf8Printable(strPath));
+    return QString::fromStdString(image.GetFailureReason());
+}
 } // namespace
 
 CImageView2DCtrlFiles::CImageView2DCtrlFiles(const SImageView2DCtrlContext& context,
@@ -196,18 +207,14 @@ void CImageView2DCtrlFiles::Save(const QString& strPath)
     const ImagePtr pImage = m_images.Current();
     if (!pImage || strPath.isEmpty())
         return;
-    const auto save = [pImage, strPath] {
-        return pImage->Save(strPath.toStdWString()) == 0 ? QString()
-                                                         : QString::fromStdString(pImage->GetFailureReason());
-    };
     if (!m_context.sOptions.bBackground)
-        return TellSaved(*pImage, strPath, save());
+        return TellSaved(*pImage, strPath, SaveAs(*pImage, strPath));
     SJob sJob;
     sJob.strKind = QStringLiteral("save ") + strPath;
     sJob.strTitle = QStringLiteral("Save %1").arg(QFileInfo(strPath).fileName());
     sJob.bMustFinish = true;
     CJobs::Get().Start(m_context.pCtrl, sJob, [=](Vantor::CProgress&) -> CJob::Finish {
-        const QString strReason = save();
+        const QString strReason = SaveAs(*pImage, strPath);
         return [=] { TellSaved(*pImage, strPath, strReason); };
     });
 }
@@ -217,7 +224,6 @@ void CImageView2DCtrlFiles::TellSaved(const CImage& image, const QString& strPat
 {
     const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
     if (!strReason.isEmpty()) {
-        CLogger::Write(ERROR, "Cannot save image %s", qUtf8Printable(strPath));
         Q_EMIT pCtrl->signal_Failed(QStringLiteral("Cannot save image %1. %2").arg(strPath, strReason));
         return;
     }

@@ -96,9 +96,7 @@ void RenderPages(CPDFReader& reader, const QString& strPath, const Pages& pages,
         if (reader.RenderPage(i, pPage.get()) != 0) {
             loaded.strFailure =
                 QStringLiteral("Cannot load all of pdf file %1. Page %2 of %3 cannot be rendered.")
-                    .arg(strPath)
-                    .arg(i + 1)
-                    .arg(nPages);
+                    .arg(strPath, QString::number(i + 1), QString::number(nPages));
             break;
         }
         pPage->SetName(strName);
