@@ -24,9 +24,11 @@ public:
     bool AnyUnsaved() const;
     /// The absolute path of the file that the image comes from or was saved in; empty without one.
     QString FileOf(int nIndex) const;
-    /// Saves an image in its file or, when that would lose something or there is none, asks for a name.
-    /// @return false when it is not saved
-    bool Save(int nIndex);
+    /// Saves an image in its file or, when that would lose something or there is none, asks for a name. It is
+    /// saved when the controller says so.
+    void Save(int nIndex);
+    /// The same, and waits until it is saved. @return false when it is not
+    bool SaveNow(int nIndex);
 
 Q_SIGNALS:
     /// Another image, or one that was changed or saved.
@@ -35,7 +37,7 @@ Q_SIGNALS:
 private:
     void Learn(int nFirst);
     void LearnList();
-    void LearnSaved(const QString& strPath);
+    void LearnSaved(const QString& strPath, unsigned int nImageUID);
     bool IsWholeIn(const QString& strPath) const;
 
     CImageView2DCtrl* m_pCtrl;

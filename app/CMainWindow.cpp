@@ -3,6 +3,7 @@
 #include "CMainWindow.h"
 
 #include "CActionTable.h"
+#include "CJobBar.h"
 #include "CMessageBar.h"
 #include "CRecentFiles.h"
 #include "CRecoveryBar.h"
@@ -89,6 +90,7 @@ SCenterOptions HostOptions()
     sOptions.bEditKeys = true;
     sOptions.bCarryAnnotations = true;
     sOptions.bAnnotationJournal = true;
+    sOptions.bBackground = true;
     return sOptions;
 }
 
@@ -151,7 +153,7 @@ CMainWindow::CMainWindow()
     m_pActions = new CActionTable(this);
     CreateMenus();
     CreateToolBar();
-    statusBar();
+    statusBar()->addPermanentWidget(new CJobBar(this));
     ConnectMessages();
     // Also when the active viewer is hidden now: keyboard, border and docks go to one that is shown.
     connect(m_pModel.get(), &CCenterModel::signal_ChangedSize, m_pViewers.get(), &CViewers::FocusActive);
@@ -223,8 +225,6 @@ void CMainWindow::ConnectMessages()
         ConnectFiles(viewer);
         ConnectActions(viewer);
     }
-    connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessStarted, this, &CMainWindow::ShowWork);
-    connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessEnded, this, &CMainWindow::EndWork);
     // Queued: that it has failed is said after its end.
     connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessEnded, m_pMessages, &CMessageBar::ForgetOld,
             Qt::QueuedConnection);
@@ -244,19 +244,6 @@ void CMainWindow::ConnectActions(const SViewer& viewer)
     on(viewer.Ctrl2D()->GetImageModel(), &CImageView2DModel::signal_ChangeCurrentImage);
     on(viewer.Ctrl2D()->GetGeometryModel(), &G::signal_AddDrawableObject);
     on(viewer.Ctrl2D()->GetGeometryModel(), &G::signal_DeleteDrawableObject);
-}
-
-/// The thread is about to be busy: what is to be seen must be painted now, which the status bar does.
-void CMainWindow::ShowWork(const QString& strTool)
-{
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    statusBar()->showMessage(tr("%1 is running...").arg(strTool));
-}
-
-void CMainWindow::EndWork()
-{
-    QApplication::restoreOverrideCursor();
-    statusBar()->clearMessage();
 }
 
 /// The library goes on without these folders, silently.

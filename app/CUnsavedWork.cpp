@@ -15,6 +15,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -25,19 +26,28 @@ constexpr int kMaxListed = 10; // lines of a question
 struct CUnsavedWork::SWork {
     explicit SWork(const SViewer& of) : viewer(of), images(of.Ctrl2D()), annotations(of.Ctrl2D(), &images) {}
 
+    void SaveAnnotations()
+    {
+        if (std::exchange(bSaveAnnotations, false))
+            annotations.Save();
+    }
+
     SViewer viewer;
     CImageOrigins images;
     CAnnotationFiles annotations;
+    bool bSaveAnnotations = false; ///< when the image is saved
 };
 
 CUnsavedWork::CUnsavedWork(const CViewers& viewers, QWidget* pWindow) : m_pWindow(pWindow)
 {
     for (const SViewer& viewer : viewers.All()) {
         m_vctWork.push_back(std::make_unique<SWork>(viewer));
-        const SWork& work = *m_vctWork.back();
+        SWork& work = *m_vctWork.back();
         connect(&work.images, &CImageOrigins::signal_Changed, this, &CUnsavedWork::signal_Changed);
         connect(work.annotations.Store(), &CAnnotationStore::signal_ChangeUnsaved, this,
                 &CUnsavedWork::signal_Changed);
+        connect(viewer.Ctrl2D(), &CImageView2DCtrl::signal_FileSaved, this,
+                [&work] { work.SaveAnnotations(); });
         Guard(viewer);
     }
 }
@@ -137,7 +147,7 @@ bool CUnsavedWork::SaveItems(const ItemList& vctItems)
 {
     return std::all_of(vctItems.begin(), vctItems.end(), [](const SItem& item) {
         return item.nImage == kAnnotations ? item.pWork->annotations.SaveNow()
-                                           : item.pWork->images.Save(item.nImage);
+                                           : item.pWork->images.SaveNow(item.nImage);
     });
 }
 
@@ -145,10 +155,12 @@ void CUnsavedWork::Save(const SViewer& viewer)
 {
     SWork& work = WorkOf(viewer);
     const int nCurrent = viewer.Ctrl2D()->GetImageModel()->GetCurrentIndex();
-    if (work.images.IsUnsaved(nCurrent) && !work.images.Save(nCurrent))
-        return;
-    if (work.annotations.Store()->HasUnsaved())
-        work.annotations.Save();
+    // Where the image is saved is where its annotations go.
+    work.bSaveAnnotations = work.annotations.Store()->HasUnsaved();
+    if (work.images.IsUnsaved(nCurrent))
+        work.images.Save(nCurrent);
+    else
+        work.SaveAnnotations();
 }
 
 bool CUnsavedWork::AskForCurrent(const SViewer& viewer)

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QRect>
-#include <QString>
 #include <functional>
 
 struct SImageChange;
@@ -17,13 +16,13 @@ class CImage;
 /// Changes of a viewer's current image as a whole.
 namespace ImageEdits
 {
-/// Changes a copy of the current image in place, and says how that moves what is on it.
+/// Changes a copy of the current image in place, on any thread, and says how that moves what is on it.
 /// @return 0, or non-zero with the image's reason
 using Edit = std::function<int(Vantor::Algorithms::CImage& image, SImageChange& sChange)>;
 
-/// Puts a changed copy in the place of the current image, with its annotations: an undoable step.
-/// @return empty; else the reason why nothing was changed, in English
-QString Apply(const SViewer& viewer, const Edit& edit);
+/// Puts a changed copy in the place of the current image, with its annotations, when it is made: an undoable
+/// step. The viewer says why if it cannot.
+void Apply(const SViewer& viewer, const Edit& edit);
 /// The pixels of the current image that the box of the first selected shape touches; empty without one.
 QRect SelectedBox(const SViewer& viewer);
 } // namespace ImageEdits

@@ -65,6 +65,43 @@
     </message>
 </context>
 <context>
+    <name>CJobBar</name>
+    <message>
+        <source>Running work</source>
+        <translation>Công việc đang chạy</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>và %n mục nữa</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 is running</source>
+        <translation>%1 đang chạy</translation>
+    </message>
+    <message>
+        <source>Cancel: %1</source>
+        <translation>Hủy: %1</translation>
+    </message>
+    <message>
+        <source>Little Memory</source>
+        <translation>Thiếu bộ nhớ</translation>
+    </message>
+    <message>
+        <source>%1 may need %2 of memory; %3 are free.</source>
+        <translation>%1 có thể cần %2 bộ nhớ; còn trống %3.</translation>
+    </message>
+    <message>
+        <source>&amp;Begin</source>
+        <translation>&amp;Bắt đầu</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Hủy</translation>
+    </message>
+</context>
+<context>
     <name>CMainWindow</name>
     <message>
         <source>Tools</source>
@@ -81,10 +118,6 @@
     <message>
         <source>Saved %1</source>
         <translation>Đã lưu %1</translation>
-    </message>
-    <message>
-        <source>%1 is running...</source>
-        <translation>Đang chạy %1...</translation>
     </message>
     <message>
         <source>Settings cannot be kept in the folder %1; they last until the program ends.</source>
@@ -337,10 +370,6 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>Grey&amp;scale</source>
         <translation>Thang xá&amp;m</translation>
-    </message>
-    <message>
-        <source>Cannot change the image. %1</source>
-        <translation>Không thể thay đổi ảnh. %1</translation>
     </message>
     <message>
         <source>Gaussian &amp;Blur...</source>
@@ -964,7 +993,7 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
     <message>
         <source>&quot;%1&quot; is there already and is not overwritten. %2</source>
-        <translation>"%1" đã có sẵn và không bị ghi đè. %2</translation>
+        <translation>&quot;%1&quot; đã có sẵn và không bị ghi đè. %2</translation>
     </message>
     <message>
         <source>It is damaged at byte %1.</source>
@@ -989,6 +1018,34 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>There is not enough memory.</source>
         <translation>Không đủ bộ nhớ.</translation>
+    </message>
+    <message>
+        <source>Cannot change the image.</source>
+        <translation>Không thể thay đổi hình ảnh.</translation>
+    </message>
+    <message>
+        <source>Another image is shown by now; the result was dropped.</source>
+        <translation>Một hình ảnh khác đã được hiển thị; kết quả đã bị bỏ.</translation>
+    </message>
+    <message>
+        <source>Another image is shown by now.</source>
+        <translation>Một hình ảnh khác đã được hiển thị.</translation>
+    </message>
+    <message>
+        <source>Open %1</source>
+        <translation>Mở %1</translation>
+    </message>
+    <message>
+        <source>Save %1</source>
+        <translation>Lưu %1</translation>
+    </message>
+    <message>
+        <source>Rotate</source>
+        <translation>Xoay</translation>
+    </message>
+    <message>
+        <source>Change the image</source>
+        <translation>Thay đổi hình ảnh</translation>
     </message>
 </context>
 <context>
