@@ -3,6 +3,7 @@
 #include "CImageOrigins.h"
 
 #include <Vantor/image/CImage.h>
+#include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 
@@ -33,7 +34,7 @@ CImageOrigins::CImageOrigins(CImageView2DCtrl* pCtrl) : m_pCtrl(pCtrl), m_pModel
         Learn(m_pModel->GetCurrentIndex());
         Q_EMIT signal_Changed();
     });
-    connect(pCtrl, &CImageView2DCtrl::signal_FileSaved, this, &CImageOrigins::LearnSaved);
+    connect(pCtrl, &CImageView2DCtrl::signal_ImageSaved, this, &CImageOrigins::LearnSaved);
 }
 
 /// Learns the images from an index on, which have just come from a file.
@@ -58,14 +59,11 @@ void CImageOrigins::LearnList()
     Q_EMIT signal_Changed();
 }
 
-void CImageOrigins::LearnSaved(const QString& strPath)
+void CImageOrigins::LearnSaved(const QString& strPath, unsigned int nImageUID)
 {
-    const auto pImage = m_pModel->GetCurrentImage();
-    if (!pImage)
-        return;
     const QString strFile = QFileInfo(strPath).absoluteFilePath();
-    m_clean.insert(pImage->GetUID());
-    m_saved.insert(pImage->GetUID(), strFile);
+    m_clean.insert(nImageUID);
+    m_saved.insert(nImageUID, strFile);
     m_partly.remove(strFile);
     Q_EMIT signal_Changed();
 }
@@ -100,7 +98,7 @@ bool CImageOrigins::IsWholeIn(const QString& strPath) const
     return lstSuffixes.contains(QFileInfo(strPath).suffix().toLower()) && !m_partly.contains(strPath);
 }
 
-bool CImageOrigins::Save(int nIndex)
+void CImageOrigins::Save(int nIndex)
 {
     if (nIndex != m_pModel->GetCurrentIndex())
         m_pModel->SetCurrentIndex(nIndex);
@@ -109,5 +107,11 @@ bool CImageOrigins::Save(int nIndex)
         m_pCtrl->SaveFile(strFile);
     else
         m_pCtrl->slot_SaveImage();
+}
+
+bool CImageOrigins::SaveNow(int nIndex)
+{
+    Save(nIndex);
+    CJobs::Get().Finish(m_pCtrl);
     return !IsUnsaved(nIndex);
 }

@@ -24,9 +24,11 @@ public:
     bool AnyUnsaved() const;
     /// The absolute path of the file from which the image comes or to which it was saved; empty without one.
     QString FileOf(int nIndex) const;
-    /// Saves an image to its file or, if that would lose something or there is no file, asks for a name.
-    /// @return whether it was saved
-    bool Save(int nIndex);
+    /// Saves an image to its file or, if that would lose something or there is no file, asks for a name. The
+    /// controller says when it is saved.
+    void Save(int nIndex);
+    /// The same, and waits until it is saved. @return false when it is not
+    bool SaveNow(int nIndex);
 
 Q_SIGNALS:
     /// The current image is another one, or was changed or saved.
@@ -35,7 +37,7 @@ Q_SIGNALS:
 private:
     void Learn(int nFirst);
     void LearnList();
-    void LearnSaved(const QString& strPath);
+    void LearnSaved(const QString& strPath, unsigned int nImageUID);
     bool IsWholeIn(const QString& strPath) const;
 
     CImageView2DCtrl* m_pCtrl;

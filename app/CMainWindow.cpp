@@ -3,6 +3,7 @@
 #include "CMainWindow.h"
 
 #include "CActionTable.h"
+#include "CJobBar.h"
 #include "CMessageBar.h"
 #include "CRecentFiles.h"
 #include "CRecoveryBar.h"
@@ -91,6 +92,7 @@ SCenterOptions HostOptions()
     sOptions.bAnnotationsPerImage = true;
     sOptions.bCarryAnnotations = true;
     sOptions.bAnnotationJournal = true;
+    sOptions.bBackground = true;
     return sOptions;
 }
 
@@ -153,7 +155,7 @@ CMainWindow::CMainWindow()
     m_pActions = new CActionTable(this);
     CreateMenus();
     CreateToolBar();
-    statusBar();
+    statusBar()->addPermanentWidget(new CJobBar(this));
     ConnectMessages();
     // If the layout has hidden the active viewer, keyboard, border and docks move to a visible one.
     connect(m_pModel.get(), &CCenterModel::signal_ChangedSize, m_pViewers.get(), &CViewers::FocusActive);
@@ -225,8 +227,6 @@ void CMainWindow::ConnectMessages()
         ConnectFiles(viewer);
         ConnectActions(viewer);
     }
-    connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessStarted, this, &CMainWindow::ShowWork);
-    connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessEnded, this, &CMainWindow::EndWork);
     // Queued, because a failure is reported after the end.
     connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessEnded, m_pMessages, &CMessageBar::ForgetOld,
             Qt::QueuedConnection);
@@ -246,19 +246,6 @@ void CMainWindow::ConnectActions(const SViewer& viewer)
     on(viewer.Ctrl2D()->GetImageModel(), &CImageView2DModel::signal_ChangeCurrentImage);
     on(viewer.Ctrl2D()->GetGeometryModel(), &G::signal_AddDrawableObject);
     on(viewer.Ctrl2D()->GetGeometryModel(), &G::signal_DeleteDrawableObject);
-}
-
-/// The status bar must paint now, because the thread is about to be busy.
-void CMainWindow::ShowWork(const QString& strTool)
-{
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    statusBar()->showMessage(tr("%1 is running...").arg(strTool));
-}
-
-void CMainWindow::EndWork()
-{
-    QApplication::restoreOverrideCursor();
-    statusBar()->clearMessage();
 }
 
 /// Without these folders the library continues silently.

@@ -2,8 +2,6 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
-#include "ImageEdits.h"
-
 #include <VantorCommon/annotation/store/AnnotationRecovery.h>
 
 #include <QMainWindow>
@@ -49,8 +47,11 @@ public:
     /// failures in the window and on standard error.
     /// @param strLayout  "1x1", "2x1" or "2x2"; empty: the smallest with a viewer for each, but 1x1 for more
     ///                   than four files; without any file the layout stays
-    /// @return the number of opened files
+    /// @return the number of opened files, when all are read
     int OpenFiles(const QStringList& lstFiles, const QString& strLayout = QString());
+
+    /// The same, but returns at once; the files are shown as they have been read.
+    void StartOpening(const QStringList& lstFiles, const QString& strLayout);
 
     /// @param strLayout  "1x1", "2x1" or "2x2"
     /// @return false for anything else, which changes nothing
@@ -88,8 +89,6 @@ private:
     void ConnectFiles(const SViewer& viewer);
     void ConnectActions(const SViewer& viewer);
     void TellNotes(const QString& strPath, const CImageView2DCtrl& ctrl);
-    void ShowWork(const QString& strTool);
-    void EndWork();
     void CreateUnsavedWork();
     void TellWhatHappensTo(const CAnnotationStore& store);
     void ShowUnsaved();
@@ -99,6 +98,7 @@ private:
     QString Layout() const;
     bool OpenIn(std::size_t nViewer, const QString& strFile);
     void OpenInActive(const QString& strFile);
+    void ShowFirst(CImageView2DCtrl& ctrl);
     /// @{
     /// The image of the active viewer with its annotations: ask for a file and write it, or copy it.
     void AskForPicture();
@@ -128,8 +128,6 @@ private:
     bool RestoreOver(const std::vector<AnnotationRecovery::SImage>& vctImages);
     bool RestoreApart(const std::vector<AnnotationRecovery::SImage>& vctImages, const QString& strName);
     void StoreSession();
-    /// Changes the image of the active viewer, or reports why not.
-    void ChangeImage(const ImageEdits::Edit& edit);
     /// @{
     /// In the active viewer. The library acts where the focus is, which a menu or a dialog may have.
     void Undo();

@@ -12,6 +12,7 @@
 #include "Viewers.h"
 
 #include <Vantor/image/CImage.h>
+#include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/shell/center/CCenterModel.h>
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
@@ -65,6 +66,7 @@ int CMainWindow::OpenFiles(const QStringList& lstFiles, const QString& strLayout
     return nOpened;
 }
 
+/// Waits until the file is open.
 bool CMainWindow::OpenIn(std::size_t nViewer, const QString& strFile)
 {
     const SViewer& viewer = m_pViewers->All()[nViewer];
@@ -73,7 +75,37 @@ bool CMainWindow::OpenIn(std::size_t nViewer, const QString& strFile)
         viewer.pCtrl->AddImage(strFile);
     else
         viewer.pCtrl->LoadFile(strFile);
+    CJobs::Get().Finish(viewer.Ctrl2D());
     return viewer.pCtrl->GetImageID() != nBefore;
+}
+
+void CMainWindow::StartOpening(const QStringList& lstFiles, const QString& strLayout)
+{
+    ChangeLayout(strLayout.isEmpty() ? LayoutFor(lstFiles.size()) : strLayout);
+    const int nViewers = std::max(1, m_pModel->GetColumn() * m_pModel->GetRow());
+    for (int i = 0; i < lstFiles.size(); ++i)
+        m_pViewers->All()[static_cast<std::size_t>(i % nViewers)].pCtrl->AddImage(lstFiles[i]);
+    for (int i = 0; i < std::min(nViewers, lstFiles.size()); ++i)
+        ShowFirst(*m_pViewers->All()[static_cast<std::size_t>(i)].Ctrl2D());
+}
+
+/// Keeps a viewer at the first of the images that are being opened in it, until they are or somebody leaves
+/// that image.
+void CMainWindow::ShowFirst(CImageView2DCtrl& ctrl)
+{
+    auto* pWatch = new QObject(this);
+    CImageView2DModel* pModel = ctrl.GetImageModel();
+    const int nFirst = pModel->GetImageCount();
+    connect(&ctrl, &CImageView2DCtrl::signal_Failed, pWatch, [](const QString& strMessage) {
+        std::fprintf(stderr, "vantor-viewer: %s\n", qPrintable(strMessage));
+    });
+    connect(&ctrl, &CImageView2DCtrl::signal_FileOpened, pWatch, [=] { pModel->SetCurrentIndex(nFirst); });
+    connect(&CJobs::Get(), &CJobs::signal_Changed, pWatch, [=, pCtrl = &ctrl] {
+        const auto vctJobs = CJobs::Get().GetJobs();
+        if (std::none_of(vctJobs.begin(), vctJobs.end(),
+                         [&](const auto& pJob) { return pJob->GetReceiver() == pCtrl; }))
+            pWatch->deleteLater();
+    });
 }
 
 void CMainWindow::OpenInActive(const QString& strFile)

@@ -4,13 +4,11 @@
 // The menus and the tool bar of CMainWindow.
 #include "CActionTable.h"
 #include "CMainWindow.h"
-#include "CMessageBar.h"
 #include "CRecentFiles.h"
 #include "CTheme.h"
 #include "CUnsavedWork.h"
 #include "HostSettings.h"
 #include "ImageEdits.h"
-#include "LibraryTexts.h"
 #include "ToolFaces.h"
 #include "Viewers.h"
 
@@ -203,7 +201,8 @@ void CMainWindow::CreateImageEntries(QMenu* pMenu)
     const auto add = [this, pMenu](const QString& strText, const CActionTable::Condition& isUseful,
                                    const ImageEdits::Edit& edit) {
         m_pActions->Add(
-            pMenu, {strText, QIcon(), {}}, [this, edit] { ChangeImage(edit); }, isUseful);
+            pMenu, {strText, QIcon(), {}}, [this, edit] { ImageEdits::Apply(m_pViewers->Active(), edit); },
+            isUseful);
     };
     add(tr("Flip &Horizontally"), hasImage, [](CImage& image, SImageChange& sChange) {
         sChange = {SImageChange::EKind_FlippedX};
@@ -213,21 +212,14 @@ void CMainWindow::CreateImageEntries(QMenu* pMenu)
         sChange = {SImageChange::EKind_FlippedY};
         return image.FlipVertically();
     });
-    add(
-        tr("Cr&op to the Shape"), [box] { return !box().isEmpty(); },
-        [box](CImage& image, SImageChange& sChange) {
-            const QRect rect = box();
+    const auto crop = [this, box] {
+        ImageEdits::Apply(m_pViewers->Active(), [rect = box()](CImage& image, SImageChange& sChange) {
             sChange = {SImageChange::EKind_Cropped, rect.x(), rect.y()};
             return image.Crop(rect.x(), rect.y(), rect.width(), rect.height());
         });
+    };
+    m_pActions->Add(pMenu, {tr("Cr&op to the Shape"), QIcon(), {}}, crop, [box] { return !box().isEmpty(); });
     add(tr("Grey&scale"), hasImage, [](CImage& image, SImageChange&) { return image.ToGrey(); });
-}
-
-void CMainWindow::ChangeImage(const ImageEdits::Edit& edit)
-{
-    const QString strReason = ImageEdits::Apply(m_pViewers->Active(), edit);
-    if (!strReason.isEmpty())
-        m_pMessages->Tell(tr("Cannot change the image. %1").arg(LibraryTexts::Sentence(strReason)));
 }
 
 void CMainWindow::CreateLayoutEntries(QMenu* pMenu)

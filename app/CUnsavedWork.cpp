@@ -15,6 +15,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -24,19 +25,34 @@ constexpr int kMaxListed = 10; // lines of a question
 struct CUnsavedWork::SWork {
     explicit SWork(const SViewer& of) : viewer(of), images(of.Ctrl2D()), annotations(of.Ctrl2D()) {}
 
+    /// The annotations of an image that is saved by now.
+    void SaveAnnotations(unsigned int nImageUID)
+    {
+        if (nSaving != nImageUID)
+            return;
+        nSaving = CVObject::kNoUID;
+        const auto* pModel = viewer.Ctrl2D()->GetImageModel();
+        for (int i = 0; i < pModel->GetImageCount(); ++i)
+            if (pModel->GetImage(i)->GetUID() == nImageUID && annotations.Store()->HasUnsaved(i))
+                annotations.Save(i);
+    }
+
     SViewer viewer;
     CImageOrigins images;
     CAnnotationFiles annotations;
+    unsigned int nSaving = CVObject::kNoUID; ///< the image whose annotations are saved when it is
 };
 
 CUnsavedWork::CUnsavedWork(const CViewers& viewers, QWidget* pWindow) : m_pWindow(pWindow)
 {
     for (const SViewer& viewer : viewers.All()) {
         m_vctWork.push_back(std::make_unique<SWork>(viewer));
-        const SWork& work = *m_vctWork.back();
+        SWork& work = *m_vctWork.back();
         connect(&work.images, &CImageOrigins::signal_Changed, this, &CUnsavedWork::signal_Changed);
         connect(work.annotations.Store(), &CAnnotationStore::signal_ChangeUnsaved, this,
                 &CUnsavedWork::signal_Changed);
+        connect(viewer.Ctrl2D(), &CImageView2DCtrl::signal_ImageSaved, this,
+                [&work](const QString&, unsigned int nImageUID) { work.SaveAnnotations(nImageUID); });
         Guard(viewer);
     }
 }
@@ -155,7 +171,7 @@ bool CUnsavedWork::SaveAll(const ScopeList& vctScopes)
         return std::all_of(vctItems.begin(), vctItems.end(), save);
     };
     return saveEach(ImagesIn(vctScopes),
-                    [](const SScope& item) { return item.pWork->images.Save(item.nImage); }) &&
+                    [](const SScope& item) { return item.pWork->images.SaveNow(item.nImage); }) &&
            saveEach(AnnotationsIn(vctScopes),
                     [](const SScope& item) { return item.pWork->annotations.SaveNow(item.nImage); });
 }
@@ -165,10 +181,14 @@ void CUnsavedWork::Save(const SViewer& viewer)
 {
     SWork& work = WorkOf(viewer);
     const int nCurrent = viewer.Ctrl2D()->GetImageModel()->GetCurrentIndex();
-    const bool bSaved = !work.images.IsUnsaved(nCurrent) || work.images.Save(nCurrent);
-    const CAnnotationStore* pStore = work.annotations.Store();
-    if (pStore->HasUnsaved(nCurrent) && (bSaved || !pStore->GetImageFile(nCurrent).isEmpty()))
-        work.annotations.Save(nCurrent);
+    if (!work.images.IsUnsaved(nCurrent)) {
+        if (work.annotations.Store()->HasUnsaved(nCurrent))
+            work.annotations.Save(nCurrent);
+        return;
+    }
+    // Where the image is saved is where its annotations go.
+    work.nSaving = viewer.Ctrl2D()->GetImageModel()->GetImage(nCurrent)->GetUID();
+    work.images.Save(nCurrent);
 }
 
 bool CUnsavedWork::AskForCurrent(const SViewer& viewer)

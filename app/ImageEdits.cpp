@@ -6,20 +6,13 @@
 
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
-#include <VantorCommon/annotation/store/SImageChange.h>
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
 
-using Vantor::Algorithms::CImage;
-
-QString ImageEdits::Apply(const SViewer& viewer, const Edit& edit)
+void ImageEdits::Apply(const SViewer& viewer, const Edit& edit)
 {
-    const auto pCurrent = viewer.pCtrl->GetImage();
-    const auto pCopy = std::make_shared<CImage>();
-    SImageChange sChange;
-    if (pCopy->CopyFrom(pCurrent.get()) != 0 || edit(*pCopy, sChange) != 0)
-        return QString::fromStdString(pCopy->GetFailureReason());
-    viewer.pCtrl->ChangeCurrentImage(pCopy, sChange);
-    return {};
+    viewer.Ctrl2D()->EditImage(QStringLiteral("Change the image"), QStringLiteral("Cannot change the image."),
+                               edit);
 }
 
 QRect ImageEdits::SelectedBox(const SViewer& viewer)

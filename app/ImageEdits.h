@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QRect>
-#include <QString>
 #include <functional>
 
 struct SImageChange;
@@ -17,13 +16,14 @@ class CImage;
 /// Changes of a viewer's current image as a whole.
 namespace ImageEdits
 {
-/// Changes a copy of the current image in place, and returns in sChange how that moves its annotations.
+/// Changes a copy of the current image in place, on any thread, and returns in sChange how that moves its
+/// annotations.
 /// @return 0, or non-zero with the image's reason
 using Edit = std::function<int(Vantor::Algorithms::CImage& image, SImageChange& sChange)>;
 
-/// Replaces the current image by a changed copy, with its annotations, as an undoable step.
-/// @return empty; otherwise why nothing changed, in English
-QString Apply(const SViewer& viewer, const Edit& edit);
+/// Replaces the current image by a changed copy, with its annotations, when it is made: an undoable step. The
+/// viewer reports a failure.
+void Apply(const SViewer& viewer, const Edit& edit);
 /// The pixels of the current image that the box of the first selected shape touches; empty without one.
 QRect SelectedBox(const SViewer& viewer);
 } // namespace ImageEdits

@@ -19,6 +19,7 @@ const char* const kFailures[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot save image %1."),
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot paste %1."),
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot rotate the image."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Cannot change the image."),
 };
 
 /// Reasons and notes.
@@ -96,6 +97,12 @@ const char* const kSentences[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "It stays as it is: only the program that made it can scale it."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It stays as it is: scaled it would be too large."),
     QT_TRANSLATE_NOOP("LibraryTexts", "The annotations were changed meanwhile."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Another image is shown by now; the result was dropped."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Another image is shown by now."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Open %1"),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Save %1"),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Rotate"),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Change the image"),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of at least %1 frames."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of %1 frames."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of more than %1 pages."),

@@ -19,7 +19,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <memory>
 
 namespace
 {
@@ -129,7 +128,7 @@ private:
 
 int OpenFiles(CMainWindow& window, const SCommandLine& line)
 {
-    const auto pNobody = line.strScreenshot.isEmpty() ? nullptr : std::make_unique<CNobody>();
+    const CNobody nobody;
     return window.OpenFiles(line.lstFiles, line.strLayout);
 }
 
@@ -141,10 +140,11 @@ int Show(const SCommandLine& line)
     window.show();
     if (line.lstFiles.isEmpty() && line.strScreenshot.isEmpty())
         window.ReopenSession();
-    const bool bNothingOpened = OpenFiles(window, line) == 0 && !line.lstFiles.isEmpty();
-    if (!line.strScreenshot.isEmpty()) {
+    if (line.strScreenshot.isEmpty()) {
+        window.StartOpening(line.lstFiles, line.strLayout);
+    } else {
         // Nobody would see the window's messages.
-        if (bNothingOpened)
+        if (OpenFiles(window, line) == 0 && !line.lstFiles.isEmpty())
             return EExit_Failure;
         new CFirstPaint(window, [&] { QApplication::exit(SaveScreenshot(window, line.strScreenshot)); });
     }

@@ -3,6 +3,16 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>CJobBar</name>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>and %n more</numerusform>
+            <numerusform>and %n more</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>CMainWindow</name>
     <message numerus="yes">
         <source>%n annotation(s) went with the old image. Edit &gt; Restore Cleared Annotations brings them back.</source>

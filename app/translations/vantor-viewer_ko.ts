@@ -108,6 +108,43 @@
     </message>
 </context>
 <context>
+    <name>CJobBar</name>
+    <message>
+        <source>Running work</source>
+        <translation>실행 중인 작업</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>외 %n개</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 is running</source>
+        <translation>%1 실행 중</translation>
+    </message>
+    <message>
+        <source>Cancel: %1</source>
+        <translation>취소: %1</translation>
+    </message>
+    <message>
+        <source>Little Memory</source>
+        <translation>메모리 부족</translation>
+    </message>
+    <message>
+        <source>%1 may need %2 of memory; %3 are free.</source>
+        <translation>%1 작업에 메모리 %2이(가) 필요할 수 있으며, 남은 메모리는 %3입니다.</translation>
+    </message>
+    <message>
+        <source>&amp;Begin</source>
+        <translation>시작(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>취소(&amp;C)</translation>
+    </message>
+</context>
+<context>
     <name>CMainWindow</name>
     <message>
         <source>Tools</source>
@@ -124,10 +161,6 @@
     <message>
         <source>Saved %1</source>
         <translation>%1 저장됨</translation>
-    </message>
-    <message>
-        <source>%1 is running...</source>
-        <translation>%1 실행 중...</translation>
     </message>
     <message>
         <source>Settings cannot be kept in the folder %1; they last until the program ends.</source>
@@ -380,10 +413,6 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>Grey&amp;scale</source>
         <translation>회색조로 변환(&amp;S)</translation>
-    </message>
-    <message>
-        <source>Cannot change the image. %1</source>
-        <translation>이미지를 변경할 수 없습니다. %1</translation>
     </message>
     <message>
         <source>Gaussian &amp;Blur...</source>
@@ -1060,6 +1089,34 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>The annotations were changed meanwhile.</source>
         <translation>그동안 주석이 변경되었습니다.</translation>
+    </message>
+    <message>
+        <source>Cannot change the image.</source>
+        <translation>이미지를 변경할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>Another image is shown by now; the result was dropped.</source>
+        <translation>이미 다른 이미지가 표시되어 결과를 버렸습니다.</translation>
+    </message>
+    <message>
+        <source>Another image is shown by now.</source>
+        <translation>이미 다른 이미지가 표시되어 있습니다.</translation>
+    </message>
+    <message>
+        <source>Open %1</source>
+        <translation>%1 열기</translation>
+    </message>
+    <message>
+        <source>Save %1</source>
+        <translation>%1 저장</translation>
+    </message>
+    <message>
+        <source>Rotate</source>
+        <translation>회전</translation>
+    </message>
+    <message>
+        <source>Change the image</source>
+        <translation>이미지 변경</translation>
     </message>
 </context>
 <context>

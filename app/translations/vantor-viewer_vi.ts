@@ -108,6 +108,43 @@
     </message>
 </context>
 <context>
+    <name>CJobBar</name>
+    <message>
+        <source>Running work</source>
+        <translation>Công việc đang chạy</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>và %n mục nữa</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 is running</source>
+        <translation>%1 đang chạy</translation>
+    </message>
+    <message>
+        <source>Cancel: %1</source>
+        <translation>Hủy: %1</translation>
+    </message>
+    <message>
+        <source>Little Memory</source>
+        <translation>Thiếu bộ nhớ</translation>
+    </message>
+    <message>
+        <source>%1 may need %2 of memory; %3 are free.</source>
+        <translation>%1 có thể cần %2 bộ nhớ; còn trống %3.</translation>
+    </message>
+    <message>
+        <source>&amp;Begin</source>
+        <translation>&amp;Bắt đầu</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Hủy</translation>
+    </message>
+</context>
+<context>
     <name>CMainWindow</name>
     <message>
         <source>Tools</source>
@@ -124,10 +161,6 @@
     <message>
         <source>Saved %1</source>
         <translation>Đã lưu %1</translation>
-    </message>
-    <message>
-        <source>%1 is running...</source>
-        <translation>Đang chạy %1...</translation>
     </message>
     <message>
         <source>Settings cannot be kept in the folder %1; they last until the program ends.</source>
@@ -380,10 +413,6 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>Grey&amp;scale</source>
         <translation>Thang xá&amp;m</translation>
-    </message>
-    <message>
-        <source>Cannot change the image. %1</source>
-        <translation>Không thể thay đổi ảnh. %1</translation>
     </message>
     <message>
         <source>Gaussian &amp;Blur...</source>
@@ -1060,6 +1089,34 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>The annotations were changed meanwhile.</source>
         <translation>Trong lúc đó chú thích đã thay đổi.</translation>
+    </message>
+    <message>
+        <source>Cannot change the image.</source>
+        <translation>Không thể thay đổi hình ảnh.</translation>
+    </message>
+    <message>
+        <source>Another image is shown by now; the result was dropped.</source>
+        <translation>Một hình ảnh khác đã được hiển thị; kết quả đã bị bỏ.</translation>
+    </message>
+    <message>
+        <source>Another image is shown by now.</source>
+        <translation>Một hình ảnh khác đã được hiển thị.</translation>
+    </message>
+    <message>
+        <source>Open %1</source>
+        <translation>Mở %1</translation>
+    </message>
+    <message>
+        <source>Save %1</source>
+        <translation>Lưu %1</translation>
+    </message>
+    <message>
+        <source>Rotate</source>
+        <translation>Xoay</translation>
+    </message>
+    <message>
+        <source>Change the image</source>
+        <translation>Thay đổi hình ảnh</translation>
     </message>
 </context>
 <context>

@@ -9,6 +9,8 @@
 #include <VantorCommon/annotation/store/AnnotationRecovery.h>
 #include <VantorCommon/settings/CSettingCtrl.h>
 #include <VantorCommon/settings/CSettingManager.h>
+#include <VantorCommon/shell/center/CCenterCtrl.h>
+#include <VantorCommon/shell/mvc/CMVCManager.h>
 #include <VantorCommon/shell/viewer/CImageViewer.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 
@@ -21,10 +23,26 @@
 
 #include "CMessageBar.h"
 
-/// The main window of the viewer, with what a test looks for in it.
+/// The main window of the viewer, with what a test looks for in it. What it does is done when the call
+/// returns, unless the test wants it otherwise.
 class Host
 {
 public:
+    Host() { SetBackground(false); }
+
+    void SetBackground(bool bOn)
+    {
+        const auto item = CMVCManager::FindFirst([&](const SMVC& each) {
+            return each.pView && window.centralWidget() == each.pView->parent() &&
+                   dynamic_cast<CCenterCtrl*>(each.pCtrl);
+        });
+        QVERIFY(item);
+        auto* pCenter = dynamic_cast<CCenterCtrl*>(item->pCtrl);
+        SCenterOptions sOptions = pCenter->GetOptions();
+        sOptions.bBackground = bOn;
+        pCenter->SetOptions(sOptions);
+    }
+
     /// Shows it, active, with files opened.
     bool Show(const QStringList& lstFiles = {})
     {

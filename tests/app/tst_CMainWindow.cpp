@@ -20,7 +20,6 @@
 #include <QScreen>
 #include <QSpinBox>
 #include <QStandardPaths>
-#include <QStatusBar>
 #include <QTableView>
 #include <QTemporaryDir>
 
@@ -335,24 +334,6 @@ private Q_SLOTS:
         QVERIFY(QApplication::palette() != before);
     }
 
-    void aRunningToolIsShownInTheStatusBarBeforeTheThreadIsBusy()
-    {
-        Host host;
-        QVERIFY(host.Show({kPhoto}));
-        host.Entry("Tools", "Sobel Filter...")->trigger();
-        auto* pDlg = host.window.findChild<CImage2DProcessBaseDlg*>();
-        QStringList messages;
-        connect(host.window.statusBar(), &QStatusBar::messageChanged, this, [&](const QString& strText) {
-            messages << strText;
-            if (!strText.isEmpty())
-                QVERIFY(QApplication::overrideCursor());
-        });
-        for (auto* pButton : pDlg->findChildren<QPushButton*>())
-            if (pButton->text() == QStringLiteral("Run"))
-                pButton->click();
-        QCOMPARE(messages, (QStringList{QStringLiteral("Sobel Filter is running..."), QString()}));
-        QVERIFY(!QApplication::overrideCursor());
-    }
     void theNextWindowShowsAsManyViewersAsTheLast()
     {
         const std::pair<const char*, int> kLayouts[] = {{"2x1", 2}, {"1x1", 1}, {"2x2", 4}};

@@ -186,4 +186,18 @@ ROWS = [
     ("pdf-smooth-text", "src/Vantor/pdf/engine/PdfEngine.cpp",
      "    m_pDocument->setRenderHint(Poppler::Document::TextAntialiasing);\n", "",
      "the text of documents is jagged", "tst_CPDFReader$"),
+
+    # progress
+    ("save-past-cancel", "src/Vantor/file/AtomicFile.cpp",
+     "pProgress && !pProgress->Commit()", "pProgress && pProgress->IsCancelled()",
+     "a save that has replaced its file counts as cancelled", "tst_CProgress"),
+    ("load-cancelled-in-part", "src/Vantor/image/ImageLoad.cpp",
+     "        if (CProgress::IsThreadCancelled())\n            return m_pFailure->Fail(kCancelled);\n", "",
+     "a picture whose opening was cancelled comes in part", "tst_CProgress"),
+    ("second-thread-goes-on", "src/Vantor/filter/Bands_p.h",
+     "const CProgress::CScope scope(pProgress);", "static_cast<void>(pProgress);",
+     "half a filter works on after it was cancelled", "tst_CProgress"),
+    ("reading-goes-on", "src/Vantor/ocr/engine/OcrEngine.cpp",
+     "return pThis && static_cast<const CProgress*>(pThis)->IsCancelled();", "static_cast<void>(pThis);\n        return false;",
+     "the reading of a page cannot be cancelled", "tst_CProgress"),
 ]

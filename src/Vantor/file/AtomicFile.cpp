@@ -97,9 +97,13 @@ CResult AtomicFile::Open(const std::string& path)
 
 CResult AtomicFile::Commit()
 {
+    if (CProgress::IsThreadCancelled())
+        return CResult::Failure(kCancelled);
     if (m_file.HasFailed() || ::fsync(m_file.handle()) != 0)
         return CResult::Failure(kNotWhole);
     m_file.close();
+    if (CProgress* pProgress = CProgress::OfThread(); pProgress && !pProgress->Commit())
+        return CResult::Failure(kCancelled);
     if (::rename(m_strTemporary.c_str(), m_strTarget.c_str()) != 0)
         return CResult::Failure(kNotWhole);
     m_strTemporary.clear();

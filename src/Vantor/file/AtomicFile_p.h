@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <Vantor/CProgress.h>
 #include <Vantor/Result_p.h>
 
 #include <QFile>
@@ -11,7 +12,8 @@
 namespace Vantor
 {
 
-/// A file that remembers that a write came out short, which not every encoder notices.
+/// A file that remembers that a write came out short, which not every encoder notices. When the work of the
+/// thread has been cancelled, it writes nothing more.
 class CheckedFile : public QFile
 {
 public:
@@ -20,7 +22,7 @@ public:
 protected:
     qint64 writeData(const char* data, qint64 len) override
     {
-        const qint64 nWritten = QFile::writeData(data, len);
+        const qint64 nWritten = CProgress::IsThreadCancelled() ? -1 : QFile::writeData(data, len);
         m_bFailed |= nWritten != len;
         return nWritten;
     }
@@ -52,7 +54,8 @@ public:
     QFile& Device() { return m_file; }
     /// Whether something could not be written into the device.
     bool HasFailed() const { return m_file.HasFailed(); }
-    /// Puts the new file in place. Fails when anything of it could not be written.
+    /// Puts the new file in place. Fails when anything of it could not be written, or when the work of the
+    /// thread has been cancelled; afterwards it cannot be cancelled any more.
     CResult Commit();
 
 private:

@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <Vantor/CProgress.h>
 #include <Vantor/filter/Region_p.h>
 
 #include <cstddef>
@@ -50,24 +51,35 @@ std::vector<SBand> MakeBands(const PixelRuns& runs);
 /// The columns of all runs of a band, which holds at least one.
 SColumns ColumnsOf(const SBand& band);
 
-/// Calls visit(pixel, row, column) for every pixel of a band, in order.
+/// Tells how much of a band is done before a run of it begins. @return whether to go on
+inline bool TellRun(const SBand& band, const Geometry::SPixelRun* pRun)
+{
+    return CProgress::Tell(static_cast<double>(pRun - band.pBegin) /
+                           static_cast<double>(band.pEnd - band.pBegin));
+}
+
+/// Calls visit(pixel, row, column) for every pixel of a band, in order, until the thread's work is to end.
 template <class Visit> void ForEachPixel(const SFilterJob& job, const SBand& band, const Visit& visit)
 {
-    for (const Geometry::SPixelRun* pRun = band.pBegin; pRun != band.pEnd; ++pRun) {
+    for (const Geometry::SPixelRun* pRun = band.pBegin; pRun != band.pEnd && !CProgress::IsThreadCancelled();
+         ++pRun) {
         unsigned char* pPixel = job.pRows[pRun->nRow] + std::ptrdiff_t(pRun->nBegin) * job.nChannels;
         for (int x = pRun->nBegin; x < pRun->nEnd; ++x, pPixel += job.nChannels)
             visit(pPixel, pRun->nRow, x);
     }
 }
 
-/// Calls worker.Run() for one or two workers, the second on a thread of its own if one can be started. Run()
-/// must not throw.
+/// Calls worker.Run() for one or two workers, the second on a thread of its own if one can be started, which
+/// has the progress of this one. Run() must not throw.
 template <class Worker> void RunWorkers(std::vector<Worker>& workers)
 {
     std::thread second;
     if (workers.size() > 1) {
         try {
-            second = std::thread([&workers] { workers[1].Run(); });
+            second = std::thread([&workers, pProgress = CProgress::OfThread()] {
+                const CProgress::CScope scope(pProgress);
+                workers[1].Run();
+            });
         } catch (const std::system_error&) {
             workers[1].Run();
         }

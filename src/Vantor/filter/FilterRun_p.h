@@ -6,6 +6,7 @@
 #include <Vantor/filter/Bands_p.h>
 
 #include <new>
+#include <utility>
 
 namespace Vantor::Algorithms
 {
@@ -19,7 +20,7 @@ struct SFilterRegion {
     double dblTolerance;
 };
 
-/// Runs a filter on the region of an 8-bit image.
+/// Runs a filter on the region of an 8-bit image. What is cancelled leaves it half done.
 /// @param filter  takes the job and returns a result
 template <class Filter> CResult RunFilter(CImage& image, const SFilterRegion& region, const Filter& filter)
 {
@@ -33,7 +34,8 @@ template <class Filter> CResult RunFilter(CImage& image, const SFilterRegion& re
     if (!found.IsSuccess())
         return found;
     const SFilterJob job{image.GetRows(), image.GetWidth(), image.GetHeight(), image.GetChannel(), runs};
-    return filter(job);
+    CResult result = filter(job);
+    return CProgress::IsThreadCancelled() ? CResult::Failure(kCancelled) : std::move(result);
 }
 
 /// Records how a filter ended, even when memory ran out: storing a reason may need some, too.

@@ -127,7 +127,7 @@ void CBandFilter::Run()
 {
     const std::size_t nPixel = static_cast<std::size_t>(m_job.nChannels);
     std::array<const unsigned char*, 2 * kMaxKernelRadius + 1> arrRows;
-    for (const SPixelRun* pRun = m_band.pBegin; pRun != m_band.pEnd; ++pRun) {
+    for (const SPixelRun* pRun = m_band.pBegin; pRun != m_band.pEnd && TellRun(m_band, pRun); ++pRun) {
         for (int i = -m_kernel.nRadius; i <= m_kernel.nRadius; ++i)
             arrRows[static_cast<std::size_t>(i + m_kernel.nRadius)] = Original(pRun->nRow + i, pRun->nBegin);
         m_kernel.function(arrRows.data(),

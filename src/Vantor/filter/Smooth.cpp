@@ -59,6 +59,8 @@ bool WorkOnStrips(const SFilterJob& job, const SOriginal& original, int radius, 
             pBegin, pEnd, [&](const Geometry::SPixelRun& run) { return run.nRow - pBegin->nRow >= nRows; });
         if (!work(StripOf(job, original, {pBegin, pNext}, radius)))
             return false;
+        if (!CProgress::Tell(double(pNext - job.runs.data()) / static_cast<double>(job.runs.size())))
+            return true;
         pBegin = pNext;
     }
     return true;

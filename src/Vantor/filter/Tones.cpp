@@ -22,7 +22,8 @@ struct SBandMap {
     {
         const int nChannels = pJob->nChannels;
         const bool bAlpha = nChannels % 2 == 0;
-        for (const Geometry::SPixelRun* pRun = band.pBegin; pRun != band.pEnd; ++pRun) {
+        for (const Geometry::SPixelRun* pRun = band.pBegin; pRun != band.pEnd && TellRun(band, pRun);
+             ++pRun) {
             unsigned char* pRow = pJob->pRows[pRun->nRow];
             const std::ptrdiff_t nEnd = std::ptrdiff_t(pRun->nEnd) * nChannels;
             for (std::ptrdiff_t i = std::ptrdiff_t(pRun->nBegin) * nChannels; i < nEnd; ++i) {

@@ -31,7 +31,11 @@ public:
     void Run();
 
 private:
+    /// Channels without alpha.
+    int Colors() const { return m_job.nChannels % 2 == 0 ? m_job.nChannels - 1 : m_job.nChannels; }
     void FilterStripe(const SColumns& stripe, std::size_t channel);
+    /// How much is done before a row begins. @return whether to go on
+    bool TellRow(int row, const SColumns& stripe, std::size_t channel) const;
     /// Computes the histograms of the rows around a row from those of the row above, or from scratch.
     void MoveToRow(int row, bool first, std::size_t channel);
     void FilterRun(const SPixelRun& run, std::size_t channel);
@@ -60,11 +64,13 @@ CBandMedian<Count>::CBandMedian(const SFilterJob& job, const SBand& band, const 
 
 template <class Count> void CBandMedian<Count>::Run()
 {
-    const int nColors = m_job.nChannels % 2 == 0 ? m_job.nChannels - 1 : m_job.nChannels;
     for (int nBegin = m_columns.nBegin; nBegin < m_columns.nEnd;) {
         const int nEnd = nBegin + std::min(m_nStripe, m_columns.nEnd - nBegin);
-        for (int nChannel = 0; nChannel < nColors; ++nChannel)
+        for (int nChannel = 0; nChannel < Colors(); ++nChannel) {
             FilterStripe({nBegin, nEnd}, static_cast<std::size_t>(nChannel));
+            if (CProgress::IsThreadCancelled())
+                return;
+        }
         nBegin = nEnd;
     }
 }
@@ -81,6 +87,8 @@ template <class Count> void CBandMedian<Count>::FilterStripe(const SColumns& str
         if (run.nBegin >= run.nEnd)
             continue;
         if (run.nRow != nRow) {
+            if (!TellRow(run.nRow, stripe, channel))
+                return;
             const bool bFirst = nRow < 0;
             for (nRow = bFirst ? run.nRow : nRow + 1; nRow < run.nRow; ++nRow)
                 MoveToRow(nRow, false, channel);
@@ -89,6 +97,16 @@ template <class Count> void CBandMedian<Count>::FilterStripe(const SColumns& str
         }
         FilterRun(run, channel);
     }
+}
+
+template <class Count>
+bool CBandMedian<Count>::TellRow(int row, const SColumns& stripe, std::size_t channel) const
+{
+    const double dblRows = double(row - m_band.FirstRow()) / (m_band.LastRow() - m_band.FirstRow() + 1);
+    const double dblChannels = (double(channel) + dblRows) / Colors();
+    const int nColumns = m_columns.nEnd - m_columns.nBegin;
+    return CProgress::Tell((stripe.nBegin - m_columns.nBegin + dblChannels * (stripe.nEnd - stripe.nBegin)) /
+                           nColumns);
 }
 
 template <class Count> void CBandMedian<Count>::MoveToRow(int row, bool first, std::size_t channel)

@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/ImageLoad_p.h>
 
+#include <Vantor/CProgress.h>
 #include <Vantor/FailureReason_p.h>
 #include <Vantor/file/OpenFile_p.h>
 #include <Vantor/image/CImage.h>
@@ -9,10 +10,32 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <new>
 
 namespace Vantor::Algorithms
 {
+
+namespace
+{
+/// Tells how much of the file has been read; cancelled, it cannot be read any more.
+class CWatchedFile : public QFile
+{
+protected:
+    qint64 readData(char* data, qint64 maxSize) override
+    {
+        const double dblSize = static_cast<double>(std::max<qint64>(size(), 1));
+        if (!CProgress::Tell(std::min(1.0, static_cast<double>(m_nRead) / dblSize)))
+            return -1;
+        const qint64 nBytes = QFile::readData(data, maxSize);
+        m_nRead += std::max<qint64>(nBytes, 0);
+        return nBytes;
+    }
+
+private:
+    qint64 m_nRead = 0;
+};
+} // namespace
 
 CResult LoadImageFrom(QIODevice& device, CImage& image, Notes& notes)
 {
@@ -31,7 +54,7 @@ CResult LoadImageFrom(QIODevice& device, CImage& image, Notes& notes)
 int CImage::Load(const std::wstring& path)
 {
     try {
-        QFile file;
+        CWatchedFile file;
         std::string strReason;
         if (!OpenRegularFile(path, file, &strReason))
             return m_pFailure->Fail(strReason.c_str());
@@ -44,6 +67,9 @@ int CImage::Load(const std::wstring& path)
         CImage loaded;
         Notes notes;
         const CResult result = LoadImageFrom(file, loaded, notes);
+        // A part of the file would do for some formats.
+        if (CProgress::IsThreadCancelled())
+            return m_pFailure->Fail(kCancelled);
         if (!result.IsSuccess())
             return m_pFailure->Note(result);
         loaded.SetNotes(std::move(notes));

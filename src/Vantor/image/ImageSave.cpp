@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/CImage.h>
 
+#include <Vantor/CProgress.h>
 #include <Vantor/FailureReason_p.h>
 #include <Vantor/file/AtomicFile_p.h>
 #include <Vantor/file/OpenFile_p.h>
@@ -45,7 +46,7 @@ CResult Write(const std::string& path, const SImageFormat& format, const CImage&
         return result;
     result = format.pSave(file.Device(), image);
     // A full disk is a better reason than the error that the writer derives from it.
-    return result.IsSuccess() || file.HasFailed() ? file.Commit() : result;
+    return result.IsSuccess() || file.HasFailed() || CProgress::IsThreadCancelled() ? file.Commit() : result;
 }
 
 CResult SaveAs(const std::string& path, const CImage& image)

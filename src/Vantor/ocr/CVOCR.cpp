@@ -130,13 +130,15 @@ CResult CVOCR::SEngine::Decode(const CImage* image, const Geometry::CGeometry* r
     // The order saves a reading; it does not decide which of two readings wins.
     if (!IsSingleBlock(loaded) && pOcr->SeemsTurned(page))
         page.TurnUpsideDown();
-    SReading best = pOcr->Read(page, nDpi);
-    if (best.nConfidence < kDoubtful) {
+    SReading best = pOcr->Read(page, nDpi, CProgress::OfThread());
+    if (best.nConfidence < kDoubtful && !CProgress::IsThreadCancelled()) {
         page.TurnUpsideDown();
-        SReading turned = pOcr->Read(page, nDpi);
+        SReading turned = pOcr->Read(page, nDpi, CProgress::OfThread());
         if (turned.nConfidence > best.nConfidence)
             best = std::move(turned);
     }
+    if (CProgress::IsThreadCancelled())
+        return CResult::Failure(kCancelled);
     if (best.nConfidence < 0)
         return CResult::Failure("The OCR engine failed.");
     strText = std::move(best.strText);

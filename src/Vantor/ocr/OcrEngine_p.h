@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <Vantor/CProgress.h>
 #include <Vantor/Result_p.h>
 #include <Vantor/ocr/Page_p.h>
 
@@ -34,7 +35,8 @@ public:
     virtual bool SeemsTurned(const SPage& page) = 0;
 
     /// Reads a page of at least one pixel, at most 32767 to a side.
-    virtual SReading Read(const SPage& page, int nDpi) = 0;
+    /// @param pProgress  told and asked between the words; null: nobody watches. Cancelled, the engine fails
+    virtual SReading Read(const SPage& page, int nDpi, CProgress* pProgress) = 0;
 };
 
 /// The module and its function that makes an engine, which the caller owns.

@@ -2,10 +2,13 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/process/CImage2DProcessBaseCtrl.h>
 
+#include <Vantor/geometry/CGeometry.h>
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/object/ShapeKinds.h>
+#include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/process/CImage2DProcessBaseDlg.h>
+#include <VantorCommon/shell/center/SCenterOptions.h>
 #include <VantorCommon/shell/mvc/CMVCManager.h>
 #include <VantorCommon/shell/viewer/CImageViewer.h>
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
@@ -14,6 +17,23 @@
 
 using Vantor::Algorithms::CImage;
 using Vantor::Geometry::CGeometry;
+
+namespace
+{
+/// Of its image, that a run may need at once: the copy and what a filter keeps of it.
+constexpr int kCopies = 2;
+
+/// @return why the change could not be made; empty for a success
+QString Apply(const std::function<QString(CImage&, const CGeometry*)>& change, CImage& image,
+              const CGeometry* pRegion)
+{
+    try {
+        return change(image, pRegion);
+    } catch (const std::exception& problem) {
+        return QStringLiteral("The operation failed: %1.").arg(QString::fromLocal8Bit(problem.what()));
+    }
+}
+} // namespace
 
 CImage2DProcessBaseCtrl::CImage2DProcessBaseCtrl(CImage2DProcessBaseDlg* pDlg) : m_pDlg(pDlg)
 {
@@ -34,6 +54,13 @@ bool CImage2DProcessBaseCtrl::Undo()
 bool CImage2DProcessBaseCtrl::Redo()
 {
     return false;
+}
+
+void CImage2DProcessBaseCtrl::SetOptions(const SCenterOptions& sOptions)
+{
+    if (m_bBackground && !sOptions.bBackground)
+        CJobs::Get().CancelAndWait(this);
+    m_bBackground = sOptions.bBackground;
 }
 
 CImageViewerCtrl* CImage2DProcessBaseCtrl::GetSourceViewCtrl() const
@@ -137,15 +164,15 @@ void CImage2DProcessBaseCtrl::slot_ChangeDrawableObjectProperty(unsigned int)
 void CImage2DProcessBaseCtrl::StartProcess()
 {
     m_timer.start();
-    m_bRunning = true;
+    ++m_nRunning;
     Q_EMIT signal_Started();
 }
 
 void CImage2DProcessBaseCtrl::End()
 {
-    if (!m_bRunning)
+    if (m_nRunning == 0)
         return;
-    m_bRunning = false;
+    --m_nRunning;
     Q_EMIT signal_Ended();
 }
 
@@ -211,23 +238,69 @@ void CImage2DProcessBaseCtrl::ShowResult(const ImagePtr& pImage)
         m_pSourceViewCtrl->ChangeCurrentImage(pImage);
 }
 
-void CImage2DProcessBaseCtrl::RunOn(const Change& change)
+void CImage2DProcessBaseCtrl::RunOn(const Change& change, bool bShowFailed)
 {
     const SSource source = TakeSource();
+    if (source.pImage && m_bBackground) {
+        const QPointer<CImageViewerCtrl> pViewer = m_pSourceViewCtrl;
+        return StartJob(source, kCopies, [=](const SSource& taken) {
+            const SOutcome outcome = ChangedCopy(taken, change);
+            return [=] { ShowOutcome(outcome, pViewer, taken.pImage, bShowFailed); };
+        });
+    }
     const ImagePtr pCopy = CopyOf(source);
     if (!pCopy)
         return;
     StartProcess();
-    QString strReason;
-    try {
-        strReason = change(*pCopy, source.pRegion.get());
-    } catch (const std::exception& problem) {
-        strReason = QStringLiteral("The operation failed: %1.").arg(QString::fromLocal8Bit(problem.what()));
-    }
-    if (strReason.isEmpty())
-        ShowResult(pCopy);
-    else
+    const QString strReason = Apply(change, *pCopy, source.pRegion.get());
+    if (!strReason.isEmpty())
         Fail(strReason);
+    if (strReason.isEmpty() || bShowFailed)
+        ShowResult(pCopy);
+}
+
+void CImage2DProcessBaseCtrl::StartJob(const SSource& source, int nCopies, const JobWork& work)
+{
+    // The shape may be changed while the job runs.
+    const SSource taken{source.pImage, source.pRegion ? source.pRegion->Clone() : nullptr};
+    SJob sJob;
+    sJob.strKind = QStringLiteral("run");
+    sJob.strTitle = m_pDlg ? m_pDlg->windowTitle() : QString();
+    sJob.nMemory = nCopies * qint64(taken.pImage->GetStride()) * taken.pImage->GetHeight();
+    sJob.dropped = [this] {
+        End();
+        if (m_pDlg)
+            m_pDlg->SetMessage(QStringLiteral("Cancelled"));
+    };
+    const QPointer<CImage2DProcessBaseCtrl> pThis = this;
+    StartProcess();
+    const auto pJob = CJobs::Get().Start(this, sJob, [=](Vantor::CProgress&) { return work(taken); });
+    if (!pJob && pThis)
+        End();
+}
+
+/// On any thread.
+CImage2DProcessBaseCtrl::SOutcome CImage2DProcessBaseCtrl::ChangedCopy(const SSource& source,
+                                                                       const Change& change)
+{
+    auto pCopy = std::make_shared<CImage>();
+    if (pCopy->CopyFrom(source.pImage.get()) != 0)
+        return {nullptr, QString::fromStdString(pCopy->GetFailureReason())};
+    const QString strReason = Apply(change, *pCopy, source.pRegion.get());
+    return {std::move(pCopy), strReason};
+}
+
+void CImage2DProcessBaseCtrl::ShowOutcome(const SOutcome& outcome, CImageViewerCtrl* pViewer,
+                                          const ImagePtr& pSource, bool bShowFailed)
+{
+    if (!outcome.strReason.isEmpty())
+        Fail(outcome.strReason);
+    if (!outcome.pImage || !(outcome.strReason.isEmpty() || bShowFailed))
+        return;
+    if (!pViewer || pViewer->GetImage() != pSource)
+        return Fail(QStringLiteral("Another image is shown by now; the result was dropped."));
+    EndProcess();
+    pViewer->ChangeCurrentImage(outcome.pImage);
 }
 
 bool CImage2DProcessBaseCtrl::Succeeded(int nResult, const std::string& strReason)

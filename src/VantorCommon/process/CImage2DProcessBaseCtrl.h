@@ -15,6 +15,7 @@
 class CImage2DProcessBaseDlg;
 class CImageViewer;
 class CImageViewerCtrl;
+struct SCenterOptions;
 
 namespace Vantor::Algorithms
 {
@@ -32,7 +33,7 @@ class CGeometry;
 /// A run of a derived tool is: TakeSource, CopyOf, StartProcess, a call of the core library, then ShowResult,
 /// or Fail if that call failed; RunOn does all of it. A run that is impossible ends early; signal_Failed and
 /// GetFailureReason report the reason. Dialog and viewer are not owned; the binding ends with the viewer. GUI
-/// thread only; a run blocks it.
+/// thread only; a run blocks it, unless SCenterOptions::bBackground is on.
 class VANTORCOMMON_EXPORT CImage2DProcessBaseCtrl : public CBaseCtrl
 {
     Q_OBJECT
@@ -50,6 +51,9 @@ public:
     bool Undo() override;
     bool Redo() override;
     /// @}
+
+    /// They apply from the next run on; without bBackground, runs that have not ended are cancelled.
+    void SetOptions(const SCenterOptions& sOptions);
 
     /// Binds the tool to the registered viewer with that window title. Without one it unbinds the tool and
     /// does not change the dialog's list of regions.
@@ -72,7 +76,7 @@ public:
     QString GetFailureReason() const { return m_strFailureReason; }
 
 Q_SIGNALS:
-    /// The work begins and keeps the thread busy.
+    /// The work begins and keeps the thread busy, unless it is a job (SCenterOptions::bBackground).
     void signal_Started();
     /// The work has succeeded or failed; once for each signal_Started.
     void signal_Ended();
@@ -114,8 +118,19 @@ protected:
     using Change =
         std::function<QString(Vantor::Algorithms::CImage& image, const Vantor::Geometry::CGeometry* pRegion)>;
     /// The usual run: takes and copies the source, changes the copy, and shows it as the result or reports
-    /// the failure. An exception of the change is a failure.
-    void RunOn(const Change& change);
+    /// the failure. An exception of the change is a failure. With SCenterOptions::bBackground a thread of a
+    /// pool calls the change, which must not touch what belongs to the GUI thread; it may use
+    /// Vantor::CProgress::OfThread().
+    /// @param bShowFailed  whether to show the copy also after a failure
+    void RunOn(const Change& change, bool bShowFailed = false);
+    /// Whether runs are jobs.
+    bool IsBackground() const { return m_bBackground; }
+    /// The work of a run that is a job, on a thread of a pool; what it returns is called on the GUI thread
+    /// and ends the run. The source has a region of its own.
+    using JobWork = std::function<std::function<void()>(const SSource& source)>;
+    /// Starts a run that is a job, with the dialog's title, in place of one that has not ended.
+    /// @param nCopies  of the image, for which it needs memory
+    void StartJob(const SSource& source, int nCopies, const JobWork& work);
     /// Ends the run, if it has started, and emits signal_Failed. Call it when a call of the core library did
     /// not return 0, with its reason, or with a sentence of the tool's own.
     /// @param strReason  a sentence in English
@@ -126,15 +141,25 @@ protected:
     Succeeded(int nResult, const std::string& strReason);
 
 private:
+    /// What became of a copy.
+    struct SOutcome {
+        ImagePtr pImage;   ///< null: there was no memory
+        QString strReason; ///< of a failure
+    };
+
+    static SOutcome ChangedCopy(const SSource& source, const Change& change);
+    void ShowOutcome(const SOutcome& outcome, CImageViewerCtrl* pViewer, const ImagePtr& pSource,
+                     bool bShowFailed);
+    void End();
     void ConnectSource(bool bConnect);
     void FillSourceROI();
     std::shared_ptr<Vantor::Geometry::CGeometry> FindRegion() const;
-    void End();
 
     QPointer<CImage2DProcessBaseDlg> m_pDlg;
     QPointer<CImageViewerCtrl> m_pSourceViewCtrl;
     QPointer<CImageViewer> m_pSourceView;
     QElapsedTimer m_timer;
-    bool m_bRunning = false;
+    int m_nRunning = 0; ///< runs that have started and not ended
+    bool m_bBackground = false;
     QString m_strFailureReason;
 };

@@ -29,6 +29,7 @@ CImageView2DCtrl::SParts::SParts(const SImageView2DCtrlContext& given,
 /// unfinished shapes.
 CCommand* CImageView2DCtrl::SParts::Execute(std::unique_ptr<CCommand> pCommand)
 {
+    ++context.nSteps;
     gestures.Interrupt();
     CCommand* pStep = pStore->Watch(std::move(pCommand)).release();
     commands.PushUndo(pStep);
@@ -41,7 +42,7 @@ CImageView2DCtrl::CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeomet
                                    CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                                    CStatusBarDockView* pStatusBarDockView)
     : m_pParts(std::make_unique<SParts>(
-          SImageView2DCtrlContext{this, pModel, pGeometryModel, pToolModel, pView, {}},
+          SImageView2DCtrlContext{this, pModel, pGeometryModel, pToolModel, pView, {}, 0},
           CImageView2DCtrlPanels::SDocks{pToolBoxDockView, pPropertyDockView, pStatusBarDockView}))
 {
     m_pParts->pStore = std::make_unique<CAnnotationStore>(
@@ -56,6 +57,10 @@ CImageView2DCtrl::~CImageView2DCtrl() = default;
 
 void CImageView2DCtrl::SetOptions(const SCenterOptions& sOptions)
 {
+    if (m_pParts->context.sOptions.bBackground && !sOptions.bBackground) {
+        m_pParts->files.CancelJobs();
+        m_pParts->images.CancelJobs();
+    }
     m_pParts->context.sOptions = sOptions;
     m_pParts->pStore->SetOptions(sOptions);
     m_pParts->panels.FollowOptions();
@@ -69,6 +74,7 @@ bool CImageView2DCtrl::Undo()
 {
     if (!m_pParts->context.pView || !m_pParts->context.pView->hasFocus())
         return false;
+    ++m_pParts->context.nSteps;
     m_pParts->gestures.Interrupt();
     m_pParts->commands.Undo();
     return true;
@@ -78,6 +84,7 @@ bool CImageView2DCtrl::Redo()
 {
     if (!m_pParts->context.pView || !m_pParts->context.pView->hasFocus())
         return false;
+    ++m_pParts->context.nSteps;
     m_pParts->gestures.Interrupt();
     m_pParts->commands.Redo();
     return true;
@@ -177,6 +184,11 @@ void CImageView2DCtrl::RotateLeft()
 void CImageView2DCtrl::RotateRight()
 {
     m_pParts->images.RotateRight();
+}
+
+void CImageView2DCtrl::EditImage(const QString& strTitle, const QString& strFailure, ImageEdit edit)
+{
+    m_pParts->images.Edit({strTitle, strFailure, std::move(edit)});
 }
 
 void CImageView2DCtrl::AddRectangle(std::shared_ptr<CImageView2DDrawableGeometry> pObject)

@@ -8,6 +8,7 @@
 
 #include <QPointF>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -106,6 +107,16 @@ public:
     void RotateLeft();
     void RotateRight();
     /// @}
+
+    /// Changes an image, which nobody else holds, and says how that moves what is on it.
+    /// @return 0, or non-zero with the image's reason
+    using ImageEdit = std::function<int(Vantor::Algorithms::CImage& image, SImageChange& sChange)>;
+    /// Changes a copy of the current image and shows that, an undoable step; nothing without an image. With
+    /// SCenterOptions::bBackground a thread of a pool calls the edit, edits one after another.
+    /// @param strTitle    of the job
+    /// @param strFailure  what signal_Failed says before the reason, a sentence
+    void EditImage(const QString& strTitle, const QString& strFailure, ImageEdit edit);
+
     /// Adds a shape of any kind as an undoable step and selects only it; ignores null.
     void AddRectangle(std::shared_ptr<CImageView2DDrawableGeometry> pObject);
     /// Adds an object and selects only it. The commands call this and the next three functions.
@@ -234,6 +245,8 @@ Q_SIGNALS:
     void signal_FileOpened(const QString& strPath);
     void signal_FileSaved(const QString& strPath);
     /// @}
+    /// An image has been saved, which one; before signal_FileSaved.
+    void signal_ImageSaved(const QString& strPath, unsigned int nImageUID);
     /// Loading, adding, pasting, saving, rotating or capturing failed: one line in English with path and
     /// reason.
     void signal_Failed(const QString& strMessage);

@@ -21,4 +21,5 @@ struct SImageView2DCtrlContext {
     QPointer<CImageView2DToolModel> pToolModel;
     QPointer<CImageView2D> pView;
     SCenterOptions sOptions; ///< as set last
+    int nSteps = 0;          ///< grows with every step that is done, undone or redone
 };

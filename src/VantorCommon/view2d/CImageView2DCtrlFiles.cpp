@@ -3,7 +3,7 @@
 #include <VantorCommon/view2d/CImageView2DCtrlFiles_p.h>
 
 #include <Vantor/image/CImage.h>
-#include <Vantor/pdf/CPDFReader.h>
+#include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/settings/CSettingManager.h>
 #include <VantorCommon/view2d/CImageView2D.h>
@@ -12,43 +12,16 @@
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view2d/ImageFileDialogs_p.h>
 
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
-#include <QRegExp>
-#include <filesystem>
-#include <fstream>
-#include <optional>
 
+using namespace ImageFileLoad;
 using Vantor::Algorithms::CImage;
-using Vantor::Utils::CPDFReader;
 
 namespace
 {
 constexpr double kDefaultResolution = 144.0; // dots per inch
-constexpr int kDocumentHead = 1024;          // bytes within which the header of a document stands
-
-/// Deliberate: any character followed by "pdf" or "PDF", anywhere in the path.
-bool LooksLikePdf(const QString& strPath)
-{
-    return strPath.contains(QRegExp(QStringLiteral(".pdf|.PDF"), Qt::CaseSensitive, QRegExp::RegExp));
-}
-
-/// Whether the file begins as a PDF document does; nothing if it cannot be read. Readers of documents allow
-/// some bytes before the header.
-std::optional<bool> BeginsAsPdf(const QString& strPath)
-{
-    // With the standard library, because Qt would encode the path in the locale's encoding, not in UTF-8.
-    const std::filesystem::path path = std::filesystem::u8path(strPath.toStdString());
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) // opening a FIFO would wait for its other end
-        return std::nullopt;
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-        return std::nullopt;
-    QByteArray head(kDocumentHead, '\0');
-    file.read(head.data(), head.size());
-    return head.contains("%PDF-");
-}
 
 void TellUnreadablePdf(const QString& strPath, QWidget* pParent)
 {
@@ -60,144 +33,167 @@ void TellUnreadablePdf(const QString& strPath, QWidget* pParent)
     pBox->open();
 }
 
-/// @param bTried  whether the user gave a password and it did not open the document
-QString WhyUnreadable(int nResult, bool bTried)
+SRequest RequestOf(const QString& strPath, EReader eReader)
 {
-    switch (nResult) {
-    case CPDFReader::EReadResult_CannotOpen:
-        return QStringLiteral("The file is missing, no regular file, or must not be read.");
-    case CPDFReader::EReadResult_NoMemory:
-        return QStringLiteral("The document is too large for the memory.");
-    case CPDFReader::EReadResult_PasswordRequired:
-        return bTried ? QStringLiteral("The password is wrong.")
-                      : QStringLiteral("The document needs a password.");
-    default:
-        return QStringLiteral("It is not a PDF document with pages, or it is damaged.");
-    }
+    SRequest request;
+    request.strPath = strPath;
+    request.eReader = eReader;
+    request.dblResolutionX =
+        CSettingManager::GetDouble(CSettingManager::kLoaderResolutionX, kDefaultResolution);
+    request.dblResolutionY =
+        CSettingManager::GetDouble(CSettingManager::kLoaderResolutionY, kDefaultResolution);
+    return request;
 }
 
-QString ReasonOf(const CImage& image)
+/// On any thread. The log tells a failure also when the controller has gone by then.
+/// @return why it could not be saved; empty for a success
+QString SaveAs(const CImage& image, const QString& strPath)
 {
+    if (image.Save(strPath.toStdWString()) == 0)
+        return {};
+    if (!Vantor::CProgress::IsThreadCancelled())
+        CLogger::Write(ERROR, "Cannot save image %s", qUtf8Printable(strPath));
     return QString::fromStdString(image.GetFailureReason());
 }
 } // namespace
 
-/// Emits the failure of an operation, in addition to its log line.
-void CImageView2DCtrlFiles::Fail(const QString& strWhat, const QString& strReason)
+CImageView2DCtrlFiles::CImageView2DCtrlFiles(const SImageView2DCtrlContext& context,
+                                             CImageView2DCtrlImages& images)
+    : m_context(context), m_images(images),
+      m_openings(context,
+                 [this](SOpening& opening, const SLoaded& loaded) { return ShowLater(opening, loaded); })
 {
-    Q_EMIT m_context.pCtrl->signal_Failed(strWhat + QLatin1Char(' ') + strReason);
 }
 
-/// Opens the document, with a password from the user if it needs one. @return whether its pages can be
-/// rendered
-bool CImageView2DCtrlFiles::ReadDocument(CPDFReader& reader, const QString& strPath)
+/// By the path or the first bytes, as the options say.
+EReader CImageView2DCtrlFiles::Reader() const
 {
-    // View and controller may be destroyed while the dialog is open.
+    return m_context.sOptions.bReaderByContent ? EReader_Content : EReader_Path;
+}
+
+/// Asks for the password of a document. The view may go meanwhile, and the controller.
+/// @return whether one was given
+bool CImageView2DCtrlFiles::AskPassword(SRequest& request) const
+{
+    request.strPassword = QInputDialog::getText(m_context.pView, QStringLiteral("Input the password"),
+                                                QStringLiteral("Password"), QLineEdit::Password, QString(),
+                                                &request.bPasswordGiven);
+    return request.bPasswordGiven;
+}
+
+/// What did not come, in the log, by signal_Failed and, after a password, in a box.
+void CImageView2DCtrlFiles::Tell(const SRequest& request, const SLoaded& loaded)
+{
     const QPointer<CImageView2D> pParent = m_context.pView;
+    if (!loaded.strLog.isEmpty())
+        CLogger::Write(ERROR, "%s", qUtf8Printable(loaded.strLog));
+    if (!loaded.strFailure.isEmpty())
+        Q_EMIT m_context.pCtrl->signal_Failed(loaded.strFailure);
+    if (!loaded.strLog.isEmpty() && request.bPasswordGiven)
+        TellUnreadablePdf(request.strPath, pParent);
+}
+
+/// Reads a file while the caller waits; empty, too, when the controller has gone meanwhile.
+std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::Read(SRequest request)
+{
     const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
-    int nResult = reader.Read(strPath.toStdWString(), std::wstring());
-    bool bPasswordGiven = false;
-    if (nResult == CPDFReader::EReadResult_PasswordRequired) {
-        const QString strPassword =
-            QInputDialog::getText(pParent, QStringLiteral("Input the password"), QStringLiteral("Password"),
-                                  QLineEdit::Password, QString(), &bPasswordGiven);
-        if (bPasswordGiven)
-            nResult = reader.Read(strPath.toStdWString(), strPassword.toStdWString());
+    const auto pages = [pCtrl](int nDone, int nPages) {
+        if (nDone == 0 && pCtrl)
+            Q_EMIT pCtrl->signal_ChangeProgressMaxRange(nPages);
+        if (pCtrl)
+            Q_EMIT pCtrl->signal_ChangeProgressValue(nDone);
+    };
+    SLoaded loaded = ImageFileLoad::Load(request, pages);
+    const QPointer<CImageView2D> pParent = m_context.pView;
+    if (loaded.bNeedsPassword && AskPassword(request))
+        loaded = ImageFileLoad::Load(request, pages);
+    if (!pCtrl) {
+        if (!loaded.strLog.isEmpty() && request.bPasswordGiven)
+            TellUnreadablePdf(request.strPath, pParent);
+        return {};
     }
-    if (nResult == CPDFReader::EReadResult_OK && reader.GetPageNumber() > 0)
-        return pCtrl;
-    CLogger::Write(ERROR, "Cannot load pdf file %s", qUtf8Printable(strPath));
+    Tell(request, loaded);
+    return loaded.vctImages;
+}
+
+void CImageView2DCtrlFiles::Open(const SOpening& opening)
+{
+    if (!m_context.pModel || opening.request.strPath.isEmpty())
+        return;
+    if (m_context.sOptions.bBackground) {
+        m_openings.Start(opening);
+        return;
+    }
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
+    const std::vector<ImagePtr> vctImages = Read(opening.request);
     if (pCtrl)
-        Fail(QStringLiteral("Cannot load pdf file %1.").arg(strPath), WhyUnreadable(nResult, bPasswordGiven));
-    if (bPasswordGiven)
-        TellUnreadablePdf(strPath, pParent);
-    return false;
+        Show(opening, vctImages);
+}
+
+void CImageView2DCtrlFiles::Show(const SOpening& opening, const std::vector<ImagePtr>& vctImages)
+{
+    if (opening.bReplace)
+        Replace(vctImages, opening.request.strPath);
+    else
+        Append(vctImages, opening.request.strPath);
+}
+
+/// What a job has read. Steps that were taken meanwhile are not thrown away: the images come behind the list.
+/// @return false when the document is to be read again, with a password
+bool CImageView2DCtrlFiles::ShowLater(SOpening& opening, const SLoaded& loaded)
+{
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
+    if (loaded.bNeedsPassword && AskPassword(opening.request) && pCtrl)
+        return false;
+    if (!pCtrl)
+        return true;
+    Tell(opening.request, loaded);
+    if (!pCtrl)
+        return true;
+    opening.bReplace = opening.bReplace && opening.nSteps == m_context.nSteps;
+    Show(opening, loaded.vctImages);
+    return true;
 }
 
 void CImageView2DCtrlFiles::Load(const QString& strPath)
 {
-    if (!m_context.pModel || strPath.isEmpty())
-        return;
-    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
-    const std::vector<ImagePtr> vctImages = LoadAny(strPath);
-    if (pCtrl)
-        ReplaceImages(vctImages, strPath);
+    Open({RequestOf(strPath, Reader()), true, m_context.nSteps});
 }
 
-bool CImageView2DCtrlFiles::IsDocument(const QString& strPath) const
+void CImageView2DCtrlFiles::Add(const QString& strPath)
 {
-    const std::optional<bool> bContent =
-        m_context.sOptions.bReaderByContent ? BeginsAsPdf(strPath) : std::optional<bool>();
-    return bContent.value_or(LooksLikePdf(strPath));
+    Open({RequestOf(strPath, Reader()), false, m_context.nSteps});
 }
 
-std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::LoadAny(const QString& strPath)
+std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::LoadImage(const QString& strPath)
 {
-    return IsDocument(strPath) ? LoadPDF(strPath) : LoadImage(strPath);
+    return Read(RequestOf(strPath, EReader_Image));
 }
 
-void CImageView2DCtrlFiles::ReplaceImages(const std::vector<ImagePtr>& vctImages, const QString& strPath)
+std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::LoadPDF(const QString& strPath)
+{
+    return Read(RequestOf(strPath, EReader_Document));
+}
+
+void CImageView2DCtrlFiles::CancelJobs()
+{
+    m_openings.CancelAll();
+}
+
+void CImageView2DCtrlFiles::Replace(const std::vector<ImagePtr>& vctImages, const QString& strPath)
 {
     const bool bLoaded = !vctImages.empty();
     if (!m_context.pModel || (!bLoaded && m_context.sOptions.bKeepOnFailedLoad))
         return;
-    // Deliberate: a failed load leaves an empty list.
+    // Deliberate: a load that failed leaves an empty list.
     m_images.ReplaceAll(vctImages);
     if (bLoaded)
         Q_EMIT m_context.pCtrl->signal_FileOpened(strPath);
 }
 
-std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::LoadImage(const QString& strPath)
+void CImageView2DCtrlFiles::Append(const std::vector<ImagePtr>& vctImages, const QString& strPath)
 {
-    auto pImage = std::make_shared<CImage>();
-    if (pImage->Load(strPath.toStdWString()) == 0)
-        return {std::move(pImage)};
-    CLogger::Write(ERROR, "Cannot load image %s", qUtf8Printable(strPath));
-    Fail(QStringLiteral("Cannot load image %1.").arg(strPath), ReasonOf(*pImage));
-    return {};
-}
-
-std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::LoadPDF(const QString& strPath)
-{
-    const int nSlash = strPath.lastIndexOf(QLatin1Char('/'));
-    const std::wstring strFolder = strPath.left(std::max(nSlash, 0)).toStdWString();
-    const std::wstring strName = strPath.mid(nSlash + 1).toStdWString();
-
-    CPDFReader reader;
-    reader.SetResolutionX(
-        CSettingManager::GetDouble(CSettingManager::kLoaderResolutionX, kDefaultResolution));
-    // Deliberate: the Y setting also goes to X and overwrites it; Y itself is never set.
-    reader.SetResolutionX(
-        CSettingManager::GetDouble(CSettingManager::kLoaderResolutionY, kDefaultResolution));
-    if (!ReadDocument(reader, strPath))
-        return {};
-
-    std::vector<ImagePtr> vctPages;
-    const int nPages = reader.GetPageNumber();
-    Q_EMIT m_context.pCtrl->signal_ChangeProgressMaxRange(nPages);
-    for (int i = 0; i < nPages; ++i) {
-        Q_EMIT m_context.pCtrl->signal_ChangeProgressValue(i);
-        auto pPage = std::make_shared<CImage>();
-        if (reader.RenderPage(i, pPage.get()) != 0) {
-            Fail(QStringLiteral("Cannot load all of pdf file %1.").arg(strPath),
-                 QStringLiteral("Page %1 of %2 cannot be rendered.").arg(i + 1).arg(nPages));
-            break;
-        }
-        pPage->SetName(strName);
-        pPage->SetFolder(strFolder);
-        vctPages.push_back(std::move(pPage));
-    }
-    Q_EMIT m_context.pCtrl->signal_ChangeProgressValue(nPages);
-    return vctPages;
-}
-
-void CImageView2DCtrlFiles::Add(const QString& strPath)
-{
-    if (!m_context.pModel || strPath.isEmpty())
-        return;
-    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
-    const std::vector<ImagePtr> vctImages = LoadAny(strPath);
-    if (!pCtrl || vctImages.empty())
+    if (!m_context.pModel || vctImages.empty())
         return;
     const int nFirst = m_context.pModel->GetImageCount();
     for (const ImagePtr& pImage : vctImages)
@@ -211,12 +207,30 @@ void CImageView2DCtrlFiles::Save(const QString& strPath)
     const ImagePtr pImage = m_images.Current();
     if (!pImage || strPath.isEmpty())
         return;
-    if (pImage->Save(strPath.toStdWString()) == 0) {
-        Q_EMIT m_context.pCtrl->signal_FileSaved(strPath);
+    if (!m_context.sOptions.bBackground)
+        return TellSaved(*pImage, strPath, SaveAs(*pImage, strPath));
+    SJob sJob;
+    sJob.strKind = QStringLiteral("save ") + strPath;
+    sJob.strTitle = QStringLiteral("Save %1").arg(QFileInfo(strPath).fileName());
+    sJob.bMustFinish = true;
+    CJobs::Get().Start(m_context.pCtrl, sJob, [=](Vantor::CProgress&) -> CJob::Finish {
+        const QString strReason = SaveAs(*pImage, strPath);
+        return [=] { TellSaved(*pImage, strPath, strReason); };
+    });
+}
+
+/// @param strReason  why it could not be saved; empty for a success
+void CImageView2DCtrlFiles::TellSaved(const CImage& image, const QString& strPath, const QString& strReason)
+{
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
+    if (!strReason.isEmpty()) {
+        Q_EMIT pCtrl->signal_Failed(QStringLiteral("Cannot save image %1. %2").arg(strPath, strReason));
         return;
     }
-    CLogger::Write(ERROR, "Cannot save image %s", qUtf8Printable(strPath));
-    Fail(QStringLiteral("Cannot save image %1.").arg(strPath), ReasonOf(*pImage));
+    const unsigned int nUID = image.GetUID();
+    Q_EMIT pCtrl->signal_ImageSaved(strPath, nUID);
+    if (pCtrl)
+        Q_EMIT pCtrl->signal_FileSaved(strPath);
 }
 
 void CImageView2DCtrlFiles::AskAndLoad()
@@ -233,8 +247,8 @@ void CImageView2DCtrlFiles::AskAndLoadImage()
     const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
     const QString strPath = ImageFileDialogs::ChooseFile(m_context.pView, QStringLiteral("Load Image"),
                                                          ImageFileDialogs::ImagesFilter());
-    if (pCtrl && !strPath.isEmpty())
-        ReplaceImages(LoadImage(strPath), strPath);
+    if (pCtrl)
+        Open({RequestOf(strPath, EReader_Image), true, m_context.nSteps});
 }
 
 void CImageView2DCtrlFiles::AskAndLoadPdf()
@@ -242,11 +256,8 @@ void CImageView2DCtrlFiles::AskAndLoadPdf()
     const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
     const QString strPath = ImageFileDialogs::ChooseFile(m_context.pView, QStringLiteral("Load PDF File"),
                                                          ImageFileDialogs::PdfFilter());
-    if (!pCtrl || strPath.isEmpty())
-        return;
-    const std::vector<ImagePtr> vctPages = LoadPDF(strPath);
     if (pCtrl)
-        ReplaceImages(vctPages, strPath);
+        Open({RequestOf(strPath, EReader_Document), true, m_context.nSteps});
 }
 
 void CImageView2DCtrlFiles::AskAndAdd()

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <VantorCommon/view2d/CImageView2DCtrlContext_p.h>
+#include <VantorCommon/view2d/CImageView2DCtrlOpenings_p.h>
 
 #include <QString>
 #include <memory>
@@ -15,22 +16,15 @@ namespace Vantor::Algorithms
 class CImage;
 }
 
-namespace Vantor::Utils
-{
-class CPDFReader;
-}
-
 /// Loads the images and documents of a 2D controller and saves its images; the controller's signals report
 /// success and failure. Controller and view may be deleted while a dialog is open: then it does nothing more.
+/// With SCenterOptions::bBackground loading, adding and saving are jobs.
 class CImageView2DCtrlFiles
 {
 public:
     using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
 
-    CImageView2DCtrlFiles(const SImageView2DCtrlContext& context, CImageView2DCtrlImages& images)
-        : m_context(context), m_images(images)
-    {
-    }
+    CImageView2DCtrlFiles(const SImageView2DCtrlContext& context, CImageView2DCtrlImages& images);
 
     /// Replaces the list by an image or the pages of a document.
     void Load(const QString& strPath);
@@ -52,13 +46,22 @@ public:
     void AskAndSave();
     /// @}
 
+    /// Gives up the files that have not been shown.
+    void CancelJobs();
+
 private:
-    bool IsDocument(const QString& strPath) const;
-    std::vector<ImagePtr> LoadAny(const QString& strPath);
-    bool ReadDocument(Vantor::Utils::CPDFReader& reader, const QString& strPath);
-    void ReplaceImages(const std::vector<ImagePtr>& vctImages, const QString& strPath);
-    void Fail(const QString& strWhat, const QString& strReason);
+    ImageFileLoad::EReader Reader() const;
+    bool AskPassword(ImageFileLoad::SRequest& request) const;
+    void Tell(const ImageFileLoad::SRequest& request, const ImageFileLoad::SLoaded& loaded);
+    std::vector<ImagePtr> Read(ImageFileLoad::SRequest request);
+    void Open(const SOpening& opening);
+    void Show(const SOpening& opening, const std::vector<ImagePtr>& vctImages);
+    bool ShowLater(SOpening& opening, const ImageFileLoad::SLoaded& loaded);
+    void Replace(const std::vector<ImagePtr>& vctImages, const QString& strPath);
+    void Append(const std::vector<ImagePtr>& vctImages, const QString& strPath);
+    void TellSaved(const Vantor::Algorithms::CImage& image, const QString& strPath, const QString& strReason);
 
     const SImageView2DCtrlContext& m_context;
     CImageView2DCtrlImages& m_images;
+    CImageView2DCtrlOpenings m_openings;
 };

@@ -4,7 +4,7 @@
 
 #include <Vantor/geometry/CPoint.h>
 #include <Vantor/image/CImage.h>
-#include <VantorCommon/annotation/store/SImageChange.h>
+#include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
@@ -14,6 +14,8 @@ using Vantor::Algorithms::ERotationMode;
 
 namespace
 {
+/// Of its image, that an edit may need at once: the copy and what is made of it.
+constexpr int kCopies = 2;
 constexpr double kQuarterTurn = 1.5707963267948966; // pi / 2
 } // namespace
 
@@ -63,28 +65,93 @@ void CImageView2DCtrlImages::ReplaceCurrent(ImagePtr pImage, EAnnotationsGone eR
     m_context.pCtrl->GetAnnotationStore()->Clear(eReason);
 }
 
+/// On any thread.
+CImageView2DCtrlImages::SEdited CImageView2DCtrlImages::EditCopy(const ImagePtr& pImage, const SEdit& edit)
+{
+    SEdited edited{std::make_shared<CImage>(), {}, {}};
+    if (edited.pImage->CopyFrom(pImage.get()) != 0 || edit.edit(*edited.pImage, edited.sChange) != 0)
+        edited.strReason = edited.pImage->GetFailureReason();
+    return edited;
+}
+
+void CImageView2DCtrlImages::ShowEdited(const SEdited& edited, const SEdit& edit)
+{
+    if (edited.strReason.empty())
+        m_context.pCtrl->ChangeCurrentImage(edited.pImage, edited.sChange);
+    else
+        Q_EMIT m_context.pCtrl->signal_Failed(edit.strFailure + QLatin1Char(' ') +
+                                              QString::fromStdString(edited.strReason));
+}
+
+void CImageView2DCtrlImages::Edit(const SEdit& edit)
+{
+    const ImagePtr pCurrent = Current();
+    if (!pCurrent)
+        return;
+    if (!m_context.sOptions.bBackground)
+        return ShowEdited(EditCopy(pCurrent, edit), edit);
+    m_waiting.push_back(edit);
+    if (!m_pJob)
+        StartNext();
+}
+
+/// Each edit begins with what the one before it has made.
+void CImageView2DCtrlImages::StartNext()
+{
+    m_pJob.reset();
+    const ImagePtr pCurrent = Current();
+    if (!pCurrent)
+        m_waiting.clear();
+    if (m_waiting.empty())
+        return;
+    const SEdit edit = m_waiting.front();
+    m_waiting.pop_front();
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
+    SJob sJob;
+    sJob.strTitle = edit.strTitle;
+    sJob.nMemory = kCopies * qint64(pCurrent->GetStride()) * pCurrent->GetHeight();
+    sJob.dropped = [this] { StartNext(); };
+    const auto pJob = CJobs::Get().Start(pCtrl, sJob, [=](Vantor::CProgress&) -> CJob::Finish {
+        const SEdited edited = EditCopy(pCurrent, edit);
+        return [=] {
+            if (Current() == pCurrent)
+                ShowEdited(edited, edit);
+            else
+                Q_EMIT pCtrl->signal_Failed(edit.strFailure +
+                                            QLatin1String(" Another image is shown by now."));
+            if (pCtrl)
+                StartNext();
+        };
+    });
+    if (pCtrl)
+        m_pJob = pJob;
+}
+
+void CImageView2DCtrlImages::CancelJobs()
+{
+    m_waiting.clear();
+    if (m_pJob)
+        CJobs::Get().Cancel(m_pJob);
+}
+
 void CImageView2DCtrlImages::RotateLeft()
 {
-    Rotate(-kQuarterTurn);
+    Rotate(-kQuarterTurn, SImageChange::EKind_TurnedLeft);
 }
 
 void CImageView2DCtrlImages::RotateRight()
 {
-    Rotate(kQuarterTurn);
+    Rotate(kQuarterTurn, SImageChange::EKind_TurnedRight);
 }
 
-void CImageView2DCtrlImages::Rotate(double dblAngle)
+void CImageView2DCtrlImages::Rotate(double dblAngle, SImageChange::EKind eKind)
 {
-    const ImagePtr pCurrent = Current();
-    if (!pCurrent || !m_context.pView)
+    if (!m_context.pView)
         return;
-    const auto pRotated = std::make_shared<CImage>();
-    const Vantor::Geometry::CPoint<double> centre(pCurrent->GetWidth() * 0.5, pCurrent->GetHeight() * 0.5);
-    if (pRotated->CopyFrom(pCurrent.get()) == 0 &&
-        pRotated->Rotate(centre, dblAngle, 0.0, ERotationMode::GrowCanvas) == 0)
-        m_context.pCtrl->ChangeCurrentImage(
-            pRotated, {dblAngle < 0.0 ? SImageChange::EKind_TurnedLeft : SImageChange::EKind_TurnedRight});
-    else
-        Q_EMIT m_context.pCtrl->signal_Failed(QStringLiteral("Cannot rotate the image. ") +
-                                              QString::fromStdString(pRotated->GetFailureReason()));
+    const auto rotate = [=](CImage& image, SImageChange& sChange) {
+        sChange.eKind = eKind;
+        const Vantor::Geometry::CPoint<double> centre(image.GetWidth() * 0.5, image.GetHeight() * 0.5);
+        return image.Rotate(centre, dblAngle, 0.0, ERotationMode::GrowCanvas);
+    };
+    Edit({QStringLiteral("Rotate"), QStringLiteral("Cannot rotate the image."), rotate});
 }

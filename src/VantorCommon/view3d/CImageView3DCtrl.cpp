@@ -3,6 +3,7 @@
 #include <VantorCommon/view3d/CImageView3DCtrl.h>
 
 #include <Vantor/image/CImage.h>
+#include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/shell/dock/CPropertyDockView.h>
 #include <VantorCommon/shell/dock/PutIntoDock_p.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
@@ -11,8 +12,6 @@
 #include <VantorCommon/view3d/CInternalRunnable.h>
 #include <VantorCommon/view3d/ImageView3DParameters_p.h>
 
-#include <QSemaphore>
-#include <QThreadPool>
 #include <algorithm>
 #include <cfloat>
 
@@ -50,8 +49,7 @@ static_assert(sizeof(kSlots) / sizeof(kSlots[0]) == EImageView3DParameter_Count)
 CImageView3DCtrl::CImageView3DCtrl(CImageView3DModel* pModel3D, CImageView2DModel* pModel2D,
                                    CImageView3D* pView, CToolBoxDockView*,
                                    CPropertyDockView* pPropertyDockView, CStatusBarDockView*)
-    : m_pModel3D(pModel3D), m_pModel2D(pModel2D), m_pView(pView), m_pPropertyDockView(pPropertyDockView),
-      m_pEnded(std::make_shared<QSemaphore>())
+    : m_pModel3D(pModel3D), m_pModel2D(pModel2D), m_pView(pView), m_pPropertyDockView(pPropertyDockView)
 {
     ConnectPanel();
     if (m_pModel3D)
@@ -74,7 +72,7 @@ CImageView3DCtrl::CImageView3DCtrl(CImageView3DModel* pModel3D, CImageView2DMode
 CImageView3DCtrl::~CImageView3DCtrl()
 {
     if (m_bBuilding)
-        m_pEnded->acquire();
+        CJobs::Get().CancelAndWait(this);
     delete m_pPropertyView;
 }
 
@@ -119,16 +117,15 @@ void CImageView3DCtrl::slot_ChangeCurrentImage()
 void CImageView3DCtrl::StartBuild()
 {
     m_bBuilding = true;
-    const auto funcGone = [this, pEnded = m_pEnded] {
-        QMetaObject::invokeMethod(this, &CImageView3DCtrl::BuildEnded, Qt::QueuedConnection);
-        pEnded->release(); // from here on the controller may be destroyed
-    };
-    QThreadPool::globalInstance()->start(new CInternalRunnable(m_pModel3D, m_pModel2D, funcGone), 0);
+    const auto pBuild = std::make_shared<CInternalRunnable>(m_pModel3D, m_pModel2D);
+    CJobs::Get().Start(this, {}, [this, pBuild](Vantor::CProgress&) -> CJob::Finish {
+        pBuild->run();
+        return [this] { BuildEnded(); };
+    });
 }
 
 void CImageView3DCtrl::BuildEnded()
 {
-    m_pEnded->acquire();
     m_bBuilding = false;
     if (!m_bBuildAgain)
         return;

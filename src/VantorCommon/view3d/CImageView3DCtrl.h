@@ -6,7 +6,6 @@
 #include <VantorCommon/shell/mvc/CBaseCtrl.h>
 
 #include <QPointer>
-#include <memory>
 
 class CImageView2DModel;
 class CImageView3D;
@@ -15,7 +14,6 @@ class CImageView3DPropertyView;
 class CPropertyDockView;
 class CStatusBarDockView;
 class CToolBoxDockView;
-class QSemaphore;
 
 /// The controller of a 3D view: while the view is visible it loads the current image of the list into the 3D
 /// model on a thread of the global pool; it sets the model's parameters on request of view and panel, and
@@ -91,8 +89,6 @@ private:
     QPointer<CImageView3D> m_pView;
     QPointer<CPropertyDockView> m_pPropertyDockView;
     QPointer<CImageView3DPropertyView> m_pPropertyView;
-    /// The build releases it when it finishes; shared, because the release may outlast the controller.
-    std::shared_ptr<QSemaphore> m_pEnded;
     bool m_bBuilding = false;
     bool m_bBuildAgain = false;
 };

@@ -3,13 +3,14 @@
 // The drawing of the 3D view: its OpenGL objects, their upload and their painting.
 #include <VantorCommon/view3d/CImageView3D.h>
 
+#include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/log/CLogger.h>
 #include <VantorCommon/view3d/CImageView3DModel.h>
 #include <VantorCommon/view3d/ImageView3DObjects_p.h>
 #include <VantorCommon/view3d/OpenGLHelpers_p.h>
 
-#include <QThreadPool>
 #include <algorithm>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -66,7 +67,7 @@ bool HasAllVertices(const std::vector<float>& vctVertices, const std::vector<uns
 /// Frees a buffer on another thread, because the system needs as long to release its pages as for the upload.
 template <typename T> void FreeElsewhere(std::vector<T>&& vctBuffer)
 {
-    QThreadPool::globalInstance()->start([vctDropped = std::move(vctBuffer)] {});
+    CJobs::Get().ReleaseElsewhere(std::make_shared<std::vector<T>>(std::move(vctBuffer)));
 }
 
 bool Compile(QOpenGLShader& shader, const QString& strFile)

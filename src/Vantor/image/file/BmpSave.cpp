@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
+#include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/BmpHeader_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
@@ -60,6 +61,7 @@ CResult SaveBmp(QIODevice& device, const CImage& image)
     QByteArray row(static_cast<int>(nStride), '\0');
     unsigned char* pRow = reinterpret_cast<unsigned char*>(row.data());
     for (int y = nHeight - 1; y >= 0; --y) {
+        CProgress::Tell(1.0 - double(y) / nHeight);
         const unsigned char* pFrom = image.GetRows()[y];
         if (nChannels == 1)
             std::copy(pFrom, pFrom + nWidth, pRow);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
+#include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/ImageFormats_p.h>
 
@@ -32,11 +33,14 @@ GifColorType ColorAt(const unsigned char* pPixel, int nChannels)
                           : GifColorType{pPixel[0], pPixel[1], pPixel[2]};
 }
 
+/// @return false when a visit says so, or when the work of the thread is to end
 template <class TVisit> bool VisitPixels(const CImage& image, TVisit visit)
 {
     const int nWidth = image.GetWidth();
     const int nChannels = image.GetChannel();
     for (int y = 0; y < image.GetHeight(); ++y) {
+        if (CProgress::IsThreadCancelled())
+            return false;
         const unsigned char* pPixel = image.GetRows()[y];
         for (int x = 0; x < nWidth; ++x, pPixel += nChannels) {
             if (!visit(ColorAt(pPixel, nChannels)))
@@ -75,12 +79,14 @@ bool Quantize(const CImage& image, SIndexed& indexed)
     std::vector<GifByteType> blue;
     for (auto* pPlane : {&red, &green, &blue})
         pPlane->reserve(nPixels);
-    VisitPixels(image, [&](const GifColorType& color) {
+    const bool bWhole = VisitPixels(image, [&](const GifColorType& color) {
         red.push_back(color.Red);
         green.push_back(color.Green);
         blue.push_back(color.Blue);
         return true;
     });
+    if (!bWhole)
+        return false;
     indexed.pixels.resize(nPixels);
     int nColors = kMaxColors;
     return GifQuantizeBuffer(static_cast<unsigned>(image.GetWidth()),
@@ -102,6 +108,7 @@ bool PutImage(GifFileType* pGif, int nWidth, int nHeight, SIndexed& indexed)
         EGifPutImageDesc(pGif, 0, 0, nWidth, nHeight, false, nullptr) != GIF_OK)
         return false;
     for (int y = 0; y < nHeight; ++y) {
+        CProgress::Tell(double(y) / nHeight);
         GifByteType* pRow =
             indexed.pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(nWidth);
         if (EGifPutLine(pGif, pRow, nWidth) != GIF_OK)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
+#include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/CodecState_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
@@ -103,6 +104,7 @@ void CJpegEncoder::Write(const CImage& image)
     jpeg_set_quality(&m_codec, kQuality, TRUE);
     jpeg_start_compress(&m_codec, TRUE);
     while (m_codec.next_scanline < m_codec.image_height) {
+        CProgress::Tell(double(m_codec.next_scanline) / m_codec.image_height);
         JSAMPLE* pRow = const_cast<JSAMPLE*>(image.GetRows()[m_codec.next_scanline]); // it only reads
         jpeg_write_scanlines(&m_codec, &pRow, 1);
     }

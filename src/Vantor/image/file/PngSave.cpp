@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
+#include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/CodecState_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
@@ -65,8 +66,10 @@ void CPngEncoder::Write(const CImage& image)
                  static_cast<png_uint_32>(image.GetHeight()), 8, kColorTypes[image.GetChannel() - 1],
                  PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     png_write_info(m_pPng, m_pInfo);
-    for (int y = 0; y < image.GetHeight(); ++y)
+    for (int y = 0; y < image.GetHeight(); ++y) {
+        CProgress::Tell(double(y) / image.GetHeight());
         png_write_row(m_pPng, image.GetRows()[y]);
+    }
     png_write_end(m_pPng, m_pInfo);
 }
 } // namespace

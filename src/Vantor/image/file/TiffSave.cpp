@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
+#include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/ImageFormats_p.h>
 #include <Vantor/image/file/TiffHandle_p.h>
@@ -47,6 +48,7 @@ CResult SaveTiff(QIODevice& device, const CImage& image)
     std::vector<unsigned char> vctRow(static_cast<std::size_t>(image.GetWidth()) *
                                       static_cast<std::size_t>(image.GetChannel()));
     for (int y = 0; y < image.GetHeight(); ++y) {
+        CProgress::Tell(double(y) / image.GetHeight());
         std::copy_n(image.GetRows()[y], vctRow.size(), vctRow.begin());
         if (TIFFWriteScanline(tiff.get(), vctRow.data(), static_cast<std::uint32_t>(y), 0) != 1)
             return Unwritable("TIFF");

@@ -5,6 +5,7 @@
 
 #include <allheaders.h>
 #include <tesseract/baseapi.h>
+#include <tesseract/ocrclass.h>
 
 #include <cstddef>
 #include <memory>
@@ -18,7 +19,8 @@ namespace Vantor::Algorithms
 
 namespace
 {
-constexpr int kInk = 128;            ///< samples below it are ink
+constexpr int kInk = 128; ///< samples below it are ink
+constexpr double kPercent = 100.0;
 constexpr float kSureOfTurn = 10.0f; ///< for pixOrientDetect, which suggests 8
 
 /// Prevents the engine's OpenMP threads, which make it several times slower, for the time of a call.
@@ -41,13 +43,27 @@ std::string Trimmed(const char* text)
     return strText;
 }
 
+/// Connects a progress, which may be null, with what the engine asks between the words.
+void Watch(tesseract::ETEXT_DESC& monitor, CProgress* pProgress)
+{
+    monitor.cancel_this = pProgress;
+    monitor.cancel = [](void* pThis, int) {
+        return pThis && static_cast<const CProgress*>(pThis)->IsCancelled();
+    };
+    monitor.progress_callback2 = [](tesseract::ETEXT_DESC* pMonitor, int, int, int, int) {
+        if (pMonitor->cancel_this)
+            static_cast<CProgress*>(pMonitor->cancel_this)->SetDone(pMonitor->progress / kPercent);
+        return true;
+    };
+}
+
 /// IOcrEngine over Tesseract and its imaging library.
 class COcrEngine : public IOcrEngine
 {
 public:
     CResult Load(const std::string& strLanguage, const std::string& strFolder, bool bSingleBlock) override;
     bool SeemsTurned(const SPage& page) override;
-    SReading Read(const SPage& page, int nDpi) override;
+    SReading Read(const SPage& page, int nDpi, CProgress* pProgress) override;
 
 private:
     tesseract::TessBaseAPI m_api;
@@ -85,14 +101,16 @@ bool COcrEngine::SeemsTurned(const SPage& page)
     return bFound && (fUp < -kSureOfTurn || fLeft > kSureOfTurn);
 }
 
-SReading COcrEngine::Read(const SPage& page, int nDpi)
+SReading COcrEngine::Read(const SPage& page, int nDpi, CProgress* pProgress)
 {
     const COneThread oneThread;
+    tesseract::ETEXT_DESC monitor;
+    Watch(monitor, pProgress);
     SReading reading;
     m_api.SetImage(page.vctBytes.data(), page.nWidth, page.nHeight, page.nChannels,
                    page.nWidth * page.nChannels);
     m_api.SetSourceResolution(nDpi);
-    if (m_api.Recognize(nullptr) == 0) {
+    if (m_api.Recognize(&monitor) == 0) {
         const std::unique_ptr<char[]> pText(m_api.GetUTF8Text());
         reading.strText = Trimmed(pText.get());
         reading.nConfidence = m_api.MeanTextConf();

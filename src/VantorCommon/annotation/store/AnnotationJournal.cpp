@@ -55,7 +55,6 @@ struct CAnnotationJournal::SNewFile {
 
 CAnnotationJournal::CAnnotationJournal()
 {
-    m_thread.setMaxThreadCount(1);
     m_sync.setSingleShot(true);
     m_sync.setInterval(kSyncInterval);
     connect(&m_sync, &QTimer::timeout, this, &CAnnotationJournal::Sync);
@@ -64,7 +63,7 @@ CAnnotationJournal::CAnnotationJournal()
 
 CAnnotationJournal::~CAnnotationJournal()
 {
-    m_thread.waitForDone();
+    m_queue.Wait();
     if (m_bSaved)
         Discard();
     else if (m_nFile >= 0)
@@ -83,7 +82,7 @@ void CAnnotationJournal::Begin(std::shared_ptr<const SDocument> pDocument, const
     }
     const auto pTask = std::make_shared<std::packaged_task<std::string()>>(write);
     m_header = pTask->get_future().share();
-    m_thread.start([pTask] { (*pTask)(); });
+    m_queue.Start([pTask] { (*pTask)(); });
 }
 
 void CAnnotationJournal::Discard()
@@ -165,7 +164,7 @@ void CAnnotationJournal::Sync()
     const int nFile = m_nFile >= 0 ? ::fcntl(m_nFile, F_DUPFD_CLOEXEC, 0) : -1;
     if (nFile < 0)
         return;
-    m_thread.start([nFile] {
+    m_queue.Start([nFile] {
         ::fdatasync(nFile);
         ::close(nFile);
     });
@@ -178,7 +177,7 @@ void CAnnotationJournal::StartCheckpoint()
     pNew->nRead = m_nSize;
     pNew->nGeneration = m_nGeneration;
     pNew->strPath = m_strPath + QLatin1String(JournalFile::kNewSuffix);
-    m_thread.start([this, pNew, strPath = m_strPath] {
+    m_queue.Start([this, pNew, strPath = m_strPath] {
         try {
             const auto content = JournalText::Replay(JournalFile::Read(strPath, pNew->nRead));
             const std::string header = content.bValid && !content.bTruncated
@@ -214,5 +213,5 @@ void CAnnotationJournal::FinishCheckpoint(const std::shared_ptr<SNewFile>& pNew)
     m_nBase = pNew->nSize;
     m_nSize = pNew->nSize + static_cast<qint64>(tail.size());
     Sync();
-    m_thread.start([] { JournalFile::SyncFolder(); });
+    m_queue.Start([] { JournalFile::SyncFolder(); });
 }

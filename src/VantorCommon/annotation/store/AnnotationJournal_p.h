@@ -3,11 +3,11 @@
 #pragma once
 
 #include <Vantor/annotation/Annotations.h>
+#include <VantorCommon/job/CJobQueue.h>
 
 #include <QByteArray>
 #include <QObject>
 #include <QString>
-#include <QThreadPool>
 #include <QTimer>
 #include <future>
 #include <memory>
@@ -88,7 +88,7 @@ private:
     void StartCheckpoint();
     void FinishCheckpoint(const std::shared_ptr<SNewFile>& pNew);
 
-    QThreadPool m_thread; ///< one
+    CJobQueue m_queue;
     QTimer m_sync;
     std::shared_future<std::string> m_header;
     QString m_strPath;

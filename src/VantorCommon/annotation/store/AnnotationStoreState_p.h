@@ -8,10 +8,10 @@
 #include <VantorCommon/annotation/store/AnnotationTracker_p.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/annotation/store/FilePictures_p.h>
+#include <VantorCommon/job/CJobQueue.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 
 #include <QPointer>
-#include <QThreadPool>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -68,8 +68,8 @@ struct CAnnotationStore::SPrivate {
     bool bLoading = false;   ///< what is being applied stands in a file
     AskSize askSize;
 
-    std::map<QString, std::string> known; ///< digests of files, by path; belongs to the tasks of the pool
-    QThreadPool files;                    ///< one thread, so that files are written in order
+    std::map<QString, std::string> known; ///< digests of files, by path; belongs to the tasks of the queue
+    CJobQueue files;                      ///< files are written in order
 
     SPrivate(CAnnotationStore& store, CImageView2DCtrl& owner, Execute run);
 
@@ -88,7 +88,7 @@ struct CAnnotationStore::SPrivate {
     // Pages
     void UsePages(bool bUse);
     void FollowList(CAnnotationStore& store);
-    void FollowSave(CAnnotationStore& store, const QString& strPath);
+    void FollowSave(CAnnotationStore& store, const QString& strPath, unsigned int nImageUID);
     void MovePage(SAnnotatedPage& page, const QString& strPath);
     void ForgetFiles();
     bool ShowPage(int nId);

@@ -98,9 +98,10 @@ CAnnotationStore::SPrivate::SPrivate(CAnnotationStore& store, CImageView2DCtrl& 
           pGeometry, [this, &store](const ObjectList& vctGone) { Clear(store, vctGone); },
           [this, &store] { ChangeOutside(store); })
 {
-    files.setMaxThreadCount(1);
-    QObject::connect(&owner, &CImageView2DCtrl::signal_FileSaved, &store,
-                     [this, &store](const QString& strPath) { FollowSave(store, strPath); });
+    QObject::connect(&owner, &CImageView2DCtrl::signal_ImageSaved, &store,
+                     [this, &store](const QString& strPath, unsigned int nImageUID) {
+                         FollowSave(store, strPath, nImageUID);
+                     });
     if (!pImages)
         return;
     const auto follow = [this, &store] { FollowList(store); };
@@ -116,7 +117,7 @@ CAnnotationStore::CAnnotationStore(CImageView2DCtrl& ctrl, Execute execute)
 
 CAnnotationStore::~CAnnotationStore()
 {
-    m_p->files.waitForDone();
+    m_p->files.Wait();
 }
 
 void CAnnotationStore::SetOptions(const SCenterOptions& sOptions)
@@ -197,7 +198,7 @@ QString CAnnotationStore::GetSidecarPath(int nImage) const
 
 void CAnnotationStore::SetKnownFile(const QString& strPath, const std::string& digest)
 {
-    m_p->files.start([=] { m_p->known[strPath] = digest; });
+    m_p->files.Start([=] { m_p->known[strPath] = digest; });
 }
 
 int CAnnotationStore::GetPageId(int nImage) const
@@ -217,7 +218,7 @@ void CAnnotationStore::Save(const QString& strPath, const QString& strFormat, in
     const int nId = m_p->PageAt(nImage);
     const SDocument document = TakeDocument(nImage);
     const bool bOwn = strFormat == QLatin1String(Vantor::Annotations::kOwnFormat);
-    m_p->files.start([=, context = m_p->Context(nId, document), strImage = GetImageFile(nImage),
+    m_p->files.Start([=, context = m_p->Context(nId, document), strImage = GetImageFile(nImage),
                       versions = m_p->VersionsOf(m_p->FileOf(nId))] {
         std::optional<std::string> known;
         if (eReplace == EAnnotationsReplace_Known)
@@ -255,7 +256,7 @@ void CAnnotationStore::Load(const QString& strPath, int nImage)
                    ? "The annotations were changed meanwhile."
                    : "";
     };
-    m_p->files.start([=, context = GetContext(nImage), strImage = GetImageFile(nImage)] {
+    m_p->files.Start([=, context = GetContext(nImage), strImage = GetImageFile(nImage)] {
         const auto pDocument = std::make_shared<SDocument>();
         const SReport report = ReadFile(strPath, strImage, context, *pDocument);
         QMetaObject::invokeMethod(

@@ -104,25 +104,39 @@ void CAnnotationStore::SPrivate::ForgetFiles()
     forget(saved, fileOfKey);
 }
 
-/// The image that is shown stands in a file now. When that is another one, it becomes its only page; what the
-/// file before knows of it stays there.
-void CAnnotationStore::SPrivate::FollowSave(CAnnotationStore& store, const QString& strPath)
+/// An image of the list, or one that has become another since, stands in a file now. When that is another
+/// file, the image becomes its only page; what the file before knows of it stays there.
+void CAnnotationStore::SPrivate::FollowSave(CAnnotationStore& store, const QString& strPath,
+                                            unsigned int nImageUID)
 {
     if (!pImages)
         return;
-    SAnnotatedPage* pShown = bPages ? pages.Find(nShown) : nullptr;
-    if (pShown && pShown->strFile != CAnnotationPages::CleanPath(strPath)) {
-        const PageKey before = pShown->Key();
-        PutPage(rest[pShown->strFile], Packed(*pShown));
-        pages.Move(*pShown, strPath);
-        now[pShown->Key()] = now[before];
+    ImagePtr pSaved = pictures.ImageOf(nImageUID);
+    for (int i = 0; !pSaved && i < pImages->GetImageCount(); ++i)
+        if (const ImagePtr pImage = pImages->GetImage(i); pImage && pImage->GetUID() == nImageUID)
+            pSaved = pImage;
+    if (!pSaved)
+        return;
+    auto& vctPages = pages.All();
+    const auto it = std::find_if(vctPages.begin(), vctPages.end(), [&](const SAnnotatedPage& page) {
+        return bPages && pictures.AreOfOne(page.pImage, pSaved);
+    });
+    SAnnotatedPage* pPage = it != vctPages.end() ? &*it : nullptr;
+    if (bPages && !pPage) // closed by now
+        return;
+    if (pPage && pPage->strFile != CAnnotationPages::CleanPath(strPath)) {
+        const PageKey before = pPage->Key();
+        PutPage(rest[pPage->strFile], Packed(*pPage));
+        pages.Move(*pPage, strPath);
+        now[pPage->Key()] = now[before];
         ForgetFiles();
     }
-    const ImagePtr pImage = pImages->GetCurrentImage();
     // What was saved before has the places on the picture before.
-    if (!pictures.Of(pImage).map.IsIdentity() && pGeometry && pGeometry->Size() > 0)
-        ++now[KeyOf(nShown)].nOutside;
-    pictures.SetSaved(pImage);
+    const bool bShown = !pPage || pPage->nId == nShown;
+    const bool bAny = bShown ? pGeometry && pGeometry->Size() > 0 : !pPage->vctObjects.empty();
+    if (!pictures.Of(pSaved).map.IsIdentity() && bAny)
+        ++now[KeyOf(pPage ? pPage->nId : -1)].nOutside;
+    pictures.SetSaved(pSaved);
     RewriteJournal();
     TellUnsaved(store);
 }

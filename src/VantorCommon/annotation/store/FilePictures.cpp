@@ -40,3 +40,16 @@ void CFilePictures::SetSaved(const ImagePtr& pImage)
         if (entry.nPicture == nPicture)
             entry.picture = {pImage->GetWidth(), pImage->GetHeight(), back.Then(entry.picture.map)};
 }
+
+bool CFilePictures::AreOfOne(const ImagePtr& pOne, const ImagePtr& pOther) const
+{
+    const SEntry* pFirst = Find(pOne);
+    const SEntry* pSecond = Find(pOther);
+    return pOne == pOther || (pFirst && pSecond && pFirst->nPicture == pSecond->nPicture);
+}
+
+CFilePictures::ImagePtr CFilePictures::ImageOf(unsigned int nUID) const
+{
+    const auto it = m_entries.find(nUID);
+    return it != m_entries.end() ? it->second.pImage.lock() : nullptr;
+}

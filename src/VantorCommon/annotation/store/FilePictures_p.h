@@ -30,6 +30,10 @@ public:
     void Follow(const ImagePtr& pBefore, const ImagePtr& pAfter, const SPlaneMap& map);
     /// An image stands in the file now, also for those that have come from the same picture.
     void SetSaved(const ImagePtr& pImage);
+    /// Whether one has come from the other, or both from a third one.
+    bool AreOfOne(const ImagePtr& pOne, const ImagePtr& pOther) const;
+    /// Null when nothing is known of it, or when it is gone.
+    ImagePtr ImageOf(unsigned int nUID) const;
     /// An image that nothing is known of is the picture itself.
     SPicture Of(const ImagePtr& pImage) const;
 

@@ -12,11 +12,44 @@ using Vantor::Algorithms::CVOCR;
 namespace
 {
 enum ECode { ECode_LanguageCode = 0, ECode_LanguagePath = 1, ECode_UserDefinedDpi = 2 };
+
+/// Of its image, that the engine may need at once: the page, its planes and what it looks for in them.
+constexpr int kCopies = 3;
+} // namespace
+
+/// What a run asks the engine for, and what it gave.
+struct CImage2DProcessOCRCtrl::SReading {
+    QByteArray code;
+    QByteArray folder;
+    int nDpi = 0;
+    QByteArray text;
+    QString strReason; ///< of a failure
+
+    bool Prepare(CVOCR& engine);
+    void Read(CVOCR& engine, const SSource& source);
+};
+
+/// @return whether the engine took the values
+bool CImage2DProcessOCRCtrl::SReading::Prepare(CVOCR& engine)
+{
+    if (engine.SetLanguageData(code.constData(), folder.constData()) == 0 &&
+        engine.SetUserDefinedDpi(nDpi) == 0)
+        return true;
+    strReason = QString::fromStdString(engine.GetFailureReason());
+    return false;
+}
+
+void CImage2DProcessOCRCtrl::SReading::Read(CVOCR& engine, const SSource& source)
+{
+    if (engine.Decode(source.pImage.get(), source.pRegion.get()) == 0)
+        text = engine.GetText();
+    else
+        strReason = QString::fromStdString(engine.GetFailureReason());
 }
 
 CImage2DProcessOCRCtrl::CImage2DProcessOCRCtrl(CImage2DProcessOCRModel* pModel, CImage2DProcessOCRDlg* pDlg)
     : CImage2DProcessToolCtrl(pModel, pDlg), m_pDlg(pDlg), m_pModel(pModel),
-      m_pEngine(std::make_unique<CVOCR>())
+      m_pEngine(std::make_shared<CVOCR>())
 {
 }
 
@@ -34,14 +67,6 @@ void CImage2DProcessOCRCtrl::ChangeData(int nCode, const QString& strValue)
     }
 }
 
-bool CImage2DProcessOCRCtrl::PrepareEngine()
-{
-    const QByteArray code = m_pModel->GetLanguageCode().toUtf8();
-    const QByteArray folder = m_pModel->GetLanguagePath().toUtf8();
-    return m_pEngine->SetLanguageData(code.constData(), folder.constData()) == 0 &&
-           m_pEngine->SetUserDefinedDpi(m_pModel->GetUserDefinedDpi()) == 0;
-}
-
 void CImage2DProcessOCRCtrl::slot_RunOCR()
 {
     slot_Run();
@@ -52,13 +77,30 @@ void CImage2DProcessOCRCtrl::Run()
     const SSource source = TakeSource();
     if (!source.pImage)
         return;
-    const auto fail = [this] { Fail(QString::fromStdString(m_pEngine->GetFailureReason())); };
-    if (!PrepareEngine())
-        return fail();
+    SReading reading;
+    reading.code = m_pModel->GetLanguageCode().toUtf8();
+    reading.folder = m_pModel->GetLanguagePath().toUtf8();
+    reading.nDpi = m_pModel->GetUserDefinedDpi();
+    if (IsBackground())
+        return StartJob(source, kCopies, [=, pEngine = m_pEngine](const SSource& taken) {
+            SReading read = reading;
+            if (read.Prepare(*pEngine))
+                read.Read(*pEngine, taken);
+            return [=] { ShowReading(read); };
+        });
+    if (!reading.Prepare(*m_pEngine))
+        return Fail(reading.strReason);
     StartProcess();
-    if (m_pEngine->Decode(source.pImage.get(), source.pRegion.get()) != 0)
-        return fail();
+    reading.Read(*m_pEngine, source);
+    ShowReading(reading);
+}
+
+void CImage2DProcessOCRCtrl::ShowReading(const SReading& reading)
+{
+    if (!reading.strReason.isEmpty())
+        return Fail(reading.strReason);
     EndProcess();
-    m_pDlg->SetResultText(QString::fromUtf8(m_pEngine->GetText()));
-    CLogger::Write(NORMAL, "Run OCR OK %s", m_pEngine->GetText());
+    if (m_pDlg)
+        m_pDlg->SetResultText(QString::fromUtf8(reading.text));
+    CLogger::Write(NORMAL, "Run OCR OK %s", reading.text.constData());
 }

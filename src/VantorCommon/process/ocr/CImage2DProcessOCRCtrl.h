@@ -14,7 +14,8 @@ class CVOCR;
 
 /// The controller of the OCR tool: Run reads the text of the source image, in the chosen region, into the
 /// dialog; the image does not change. Neither model nor dialog is owned; the controller keeps its engine,
-/// because making one is costly. GUI thread only.
+/// because making one is costly. With SCenterOptions::bBackground the text arrives also when another image is
+/// shown by then. GUI thread only.
 class VANTORCOMMON_EXPORT CImage2DProcessOCRCtrl : public CImage2DProcessToolCtrl
 {
     Q_OBJECT
@@ -36,10 +37,11 @@ protected:
     void ChangeData(int nCode, const QString& strValue) override;
 
 private:
-    /// Whether the engine accepted the model's values; if not, it has the reason.
-    [[nodiscard]] bool PrepareEngine();
+    struct SReading;
 
-    CImage2DProcessOCRDlg* m_pDlg;
+    void ShowReading(const SReading& reading);
+
+    QPointer<CImage2DProcessOCRDlg> m_pDlg;
     CImage2DProcessOCRModel* m_pModel;
-    std::unique_ptr<Vantor::Algorithms::CVOCR> m_pEngine;
+    std::shared_ptr<Vantor::Algorithms::CVOCR> m_pEngine; ///< shared with the job that reads, if there is one
 };

@@ -2,12 +2,38 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/process/operation/CImage2DProcessOperationCtrl.h>
 
+#include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/process/operation/CImage2DProcessOperationDlg.h>
 #include <VantorCommon/process/operation/CImage2DProcessOperationModel.h>
 
+#include <exception>
+
 using Vantor::Algorithms::CImage;
 using Vantor::Geometry::CGeometry;
+
+namespace
+{
+/// The exception by which a cancelled operation is left.
+struct SCancelled : std::exception {
+    const char* what() const noexcept override { return "cancelled"; }
+};
+
+ProcessProgress ShownBy(const QPointer<CImage2DProcessOperationDlg>& pDlg)
+{
+    return [pDlg](double dblDone) {
+        if (pDlg)
+            pDlg->ShowProgress(dblDone);
+    };
+}
+
+/// On the thread of a job.
+void TellJob(double dblDone)
+{
+    if (!Vantor::CProgress::Tell(dblDone))
+        throw SCancelled();
+}
+} // namespace
 
 CImage2DProcessOperationCtrl::CImage2DProcessOperationCtrl(CImage2DProcessOperationModel* pModel,
                                                            CImage2DProcessOperationDlg* pDlg)
@@ -39,11 +65,9 @@ void CImage2DProcessOperationCtrl::slot_Run()
 {
     if (!m_pDlg || !m_pModel)
         return;
-    const auto progress = [pDlg = m_pDlg](double dblDone) {
-        if (pDlg)
-            pDlg->ShowProgress(dblDone);
-    };
-    RunOn([this, progress](CImage& image, const CGeometry* pRegion) {
-        return m_pModel->GetOperation().apply(image, pRegion, m_pModel->GetValues(), progress);
+    const ProcessProgress progress = IsBackground() ? TellJob : ShownBy(m_pDlg);
+    RunOn([operation = m_pModel->GetOperation(), values = m_pModel->GetValues(),
+           progress](CImage& image, const CGeometry* pRegion) {
+        return operation.apply(image, pRegion, values, progress);
     });
 }

@@ -21,7 +21,8 @@ class CGeometry;
 
 /// The values of an operation's parameters, in their order, each within its range and of its type.
 using ProcessValues = std::vector<QVariant>;
-/// Receives the progress, 0 to 1; the operation calls it as often as it likes.
+/// Receives the progress, 0 to 1; the operation calls it as often as it likes. When a run in the background
+/// is cancelled, it throws an exception of its own, which the operation lets pass.
 using ProcessProgress = std::function<void(double dblDone)>;
 
 /// A processing tool as a value: the title of its window, its parameters, and its work.
@@ -30,7 +31,8 @@ struct SProcessOperation {
     QString strTitle;                             ///< title of the window, and name of the tool
     std::vector<SProcessParameter> vctParameters; ///< from top to bottom
     /// Changes the image, which nobody else holds. A null region means the whole image; only pixels of the
-    /// region should change. Runs on the GUI thread and blocks it. An exception counts as a failure.
+    /// region should change. Runs on the GUI thread and blocks it; with SCenterOptions::bBackground on a
+    /// thread of a pool. An exception counts as a failure.
     /// @return the reason of a failure, a sentence in English; empty for a success
     std::function<QString(Vantor::Algorithms::CImage& image, const Vantor::Geometry::CGeometry* pRegion,
                           const ProcessValues& vctValues, const ProcessProgress& progress)>

@@ -15,6 +15,19 @@ namespace
 {
 constexpr int kTypeCode = 0;
 constexpr double kExact = 0.0; // the region neither grows nor shrinks
+
+int Filter(EImage2DProcessSobel eType, CImage& image, const CGeometry* pRegion)
+{
+    switch (eType) {
+    case EImage2DProcessSobelX:
+        return image.SobelX(pRegion, ERegionMode::Inside, kExact);
+    case EImage2DProcessSobelY:
+        return image.SobelY(pRegion, ERegionMode::Inside, kExact);
+    case EImage2DProcessSobelXY:
+        return image.SobelXY(pRegion, ERegionMode::Inside, kExact);
+    }
+    return 0;
+}
 } // namespace
 
 CImage2DProcessSobelCtrl::CImage2DProcessSobelCtrl(CImage2DProcessSobelModel* pModel,
@@ -33,26 +46,10 @@ void CImage2DProcessSobelCtrl::ChangeData(int nCode, const QString& strValue)
 
 void CImage2DProcessSobelCtrl::Run()
 {
-    const SSource source = TakeSource();
-    const ImagePtr pCopy = CopyOf(source);
-    if (!pCopy)
-        return;
-    StartProcess();
-    if (Filter(*pCopy, source.pRegion.get()) != 0)
-        Fail(QString::fromStdString(pCopy->GetFailureReason()));
+    const auto filter = [eType = m_pModel->GetType()](CImage& image, const CGeometry* pRegion) {
+        return Filter(eType, image, pRegion) == 0 ? QString()
+                                                  : QString::fromStdString(image.GetFailureReason());
+    };
     // Deliberate: the viewer gets the copy also after a failure and for an invalid type.
-    ShowResult(pCopy);
-}
-
-int CImage2DProcessSobelCtrl::Filter(CImage& image, const CGeometry* pRegion) const
-{
-    switch (m_pModel->GetType()) {
-    case EImage2DProcessSobelX:
-        return image.SobelX(pRegion, ERegionMode::Inside, kExact);
-    case EImage2DProcessSobelY:
-        return image.SobelY(pRegion, ERegionMode::Inside, kExact);
-    case EImage2DProcessSobelXY:
-        return image.SobelXY(pRegion, ERegionMode::Inside, kExact);
-    }
-    return 0;
+    RunOn(filter, true);
 }

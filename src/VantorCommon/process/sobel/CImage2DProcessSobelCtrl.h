@@ -26,7 +26,5 @@ protected:
     void ChangeData(int nCode, const QString& strValue) override;
 
 private:
-    int Filter(Vantor::Algorithms::CImage& image, const Vantor::Geometry::CGeometry* pRegion) const;
-
     CImage2DProcessSobelModel* m_pModel;
 };

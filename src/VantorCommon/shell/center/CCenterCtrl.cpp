@@ -115,6 +115,7 @@ void CCenterCtrl::SetOptions(const SCenterOptions& sOptions)
     for (const SMVCItem& item : m_vctMVC)
         if (auto* pCtrl = ViewerCtrl(item))
             pCtrl->SetOptions(sOptions);
+    m_pTools->SetOptions(sOptions);
 }
 
 void CCenterCtrl::ChangeLayout(int nRow, int nColumn)

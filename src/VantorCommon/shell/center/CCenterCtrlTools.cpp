@@ -75,6 +75,14 @@ int CCenterCtrlTools::Add(const SProcessOperation& operation)
     return static_cast<int>(m_vctRows.size()) - 1;
 }
 
+void CCenterCtrlTools::SetOptions(const SCenterOptions& sOptions)
+{
+    m_sOptions = sOptions;
+    for (const SRow& row : m_vctRows)
+        if (row.pTriple)
+            row.pTriple->pCtrl->SetOptions(sOptions);
+}
+
 QStringList CCenterCtrlTools::Titles() const
 {
     QStringList lstTitles;
@@ -91,6 +99,7 @@ CImage2DProcessBaseCtrl* CCenterCtrlTools::Open(int nTool, QWidget* pParent)
     if (!row.pTriple || !row.pTriple->pDlg) {
         row.pTriple.reset(); // the old controller releases the viewer before a new one binds it
         row.pTriple = row.make(pParent);
+        row.pTriple->pCtrl->SetOptions(m_sOptions);
         m_made(row.strTitle, *row.pTriple->pCtrl);
     }
     QDialog& dialog = *row.pTriple->pDlg;

@@ -5,6 +5,7 @@
 #include <VantorCommon/process/CImage2DProcessBaseCtrl.h>
 #include <VantorCommon/process/CImage2DProcessBaseDlg.h>
 #include <VantorCommon/process/operation/SProcessOperation.h>
+#include <VantorCommon/shell/center/SCenterOptions.h>
 #include <VantorCommon/shell/mvc/CBaseModel.h>
 
 #include <QPointer>
@@ -32,6 +33,8 @@ public:
     /// Appends a tool.
     /// @return its index, or -1 as CCenterCtrl::RegisterOperation
     int Add(const SProcessOperation& operation);
+    /// Passes the options to the tools, also to those that are made later.
+    void SetOptions(const SCenterOptions& sOptions);
     /// The titles, by index.
     QStringList Titles() const;
     /// Shows a tool, modeless.
@@ -58,5 +61,6 @@ private:
     static TriplePtr MakeTriple(const SProcessOperation& operation, QWidget* pParent);
 
     Made m_made;
+    SCenterOptions m_sOptions;
     std::vector<SRow> m_vctRows;
 };

@@ -45,4 +45,12 @@ struct SCenterOptions {
     /// The button of a viewer that drops all its images has a picture of its own and stands last in the row.
     /// Off: it has the picture of "Delete" and stands beside the ruler.
     bool bClearApart = false;
+    /// Opening, saving and rotating images, the runs of the processing tools and the reading of text are jobs
+    /// (CJobs) beside the GUI thread: what asks for them returns at once, and their signals come when they
+    /// are done. Files are shown in the order in which they were asked for. A newer run of a tool, or a newer
+    /// opening that replaces the list, cancels the older one. What comes of an image that is not the current
+    /// one any more is dropped with a word of signal_Failed. A save is carried out also when the program
+    /// ends. Registered operations are called on a thread of a pool. Off: everything is done when the call
+    /// returns.
+    bool bBackground = false;
 };

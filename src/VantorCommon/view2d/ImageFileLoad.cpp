@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#include <VantorCommon/view2d/ImageFileLoad_p.h>
+
+#include <Vantor/CProgress.h>
+#include <Vantor/image/CImage.h>
+#include <Vantor/pdf/CPDFReader.h>
+
+#include <QByteArray>
+#include <QRegExp>
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+
+using Vantor::Algorithms::CImage;
+using Vantor::Utils::CPDFReader;
+
+namespace
+{
+using namespace ImageFileLoad;
+
+constexpr int kDocumentHead = 1024; // bytes in which the header of a document stands
+
+/// Deliberate: any character followed by "pdf" or "PDF", anywhere in the path.
+bool LooksLikePdf(const QString& strPath)
+{
+    return strPath.contains(QRegExp(QStringLiteral(".pdf|.PDF"), Qt::CaseSensitive, QRegExp::RegExp));
+}
+
+/// Whether the file begins as a PDF document does; nothing when it cannot be read. Readers of documents allow
+/// for some bytes in front of the header.
+std::optional<bool> BeginsAsPdf(const QString& strPath)
+{
+    // By the standard library: Qt would encode the path as the locale says, not as UTF-8.
+    const std::filesystem::path path = std::filesystem::u8path(strPath.toStdString());
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) // opening a FIFO would wait for its other end
+        return std::nullopt;
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        return std::nullopt;
+    QByteArray head(kDocumentHead, '\0');
+    file.read(head.data(), head.size());
+    return head.contains("%PDF-");
+}
+
+bool IsDocument(const SRequest& request)
+{
+    if (request.eReader == EReader_Image || request.eReader == EReader_Document)
+        return request.eReader == EReader_Document;
+    const auto bContent =
+        request.eReader == EReader_Content ? BeginsAsPdf(request.strPath) : std::optional<bool>();
+    return bContent.value_or(LooksLikePdf(request.strPath));
+}
+
+/// @param bTried  whether a password was given that did not open it
+QString WhyUnreadable(int nResult, bool bTried)
+{
+    switch (nResult) {
+    case CPDFReader::EReadResult_CannotOpen:
+        return QStringLiteral("The file is missing, no regular file, or must not be read.");
+    case CPDFReader::EReadResult_NoMemory:
+        return QStringLiteral("The document is too large for the memory.");
+    case CPDFReader::EReadResult_PasswordRequired:
+        return bTried ? QStringLiteral("The password is wrong.")
+                      : QStringLiteral("The document needs a password.");
+    default:
+        return QStringLiteral("It is not a PDF document with pages, or it is damaged.");
+    }
+}
+
+SLoaded LoadImage(const QString& strPath)
+{
+    SLoaded loaded;
+    auto pImage = std::make_shared<CImage>();
+    if (pImage->Load(strPath.toStdWString()) == 0) {
+        loaded.vctImages.push_back(std::move(pImage));
+        return loaded;
+    }
+    loaded.strLog = QStringLiteral("Cannot load image %1").arg(strPath);
+    loaded.strFailure = QStringLiteral("Cannot load image %1. %2")
+                            .arg(strPath, QString::fromStdString(pImage->GetFailureReason()));
+    return loaded;
+}
+
+void RenderPages(CPDFReader& reader, const QString& strPath, const Pages& pages, SLoaded& loaded)
+{
+    const int nSlash = strPath.lastIndexOf(QLatin1Char('/'));
+    const std::wstring strFolder = strPath.left(std::max(nSlash, 0)).toStdWString();
+    const std::wstring strName = strPath.mid(nSlash + 1).toStdWString();
+    const int nPages = reader.GetPageNumber();
+    for (int i = 0; i < nPages && Vantor::CProgress::Tell(double(i) / nPages); ++i) {
+        pages(i, nPages);
+        auto pPage = std::make_shared<CImage>();
+        if (reader.RenderPage(i, pPage.get()) != 0) {
+            loaded.strFailure =
+                QStringLiteral("Cannot load all of pdf file %1. Page %2 of %3 cannot be rendered.")
+                    .arg(strPath, QString::number(i + 1), QString::number(nPages));
+            break;
+        }
+        pPage->SetName(strName);
+        pPage->SetFolder(strFolder);
+        loaded.vctImages.push_back(std::move(pPage));
+    }
+    pages(nPages, nPages);
+}
+
+SLoaded LoadDocument(const SRequest& request, const Pages& pages)
+{
+    SLoaded loaded;
+    CPDFReader reader;
+    reader.SetResolutionX(request.dblResolutionX);
+    // Deliberate: the Y setting goes to X, too, and overwrites it; Y itself is never set.
+    reader.SetResolutionX(request.dblResolutionY);
+    const int nResult = reader.Read(request.strPath.toStdWString(), request.strPassword.toStdWString());
+    if (nResult == CPDFReader::EReadResult_OK && reader.GetPageNumber() > 0) {
+        RenderPages(reader, request.strPath, pages, loaded);
+        return loaded;
+    }
+    loaded.bNeedsPassword = nResult == CPDFReader::EReadResult_PasswordRequired && !request.bPasswordGiven;
+    loaded.strLog = QStringLiteral("Cannot load pdf file %1").arg(request.strPath);
+    loaded.strFailure = QStringLiteral("Cannot load pdf file %1. %2")
+                            .arg(request.strPath, WhyUnreadable(nResult, request.bPasswordGiven));
+    return loaded;
+}
+} // namespace
+
+SLoaded ImageFileLoad::Load(const SRequest& request, const Pages& pages)
+{
+    return IsDocument(request) ? LoadDocument(request, pages) : LoadImage(request.strPath);
+}

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace Vantor::Algorithms
+{
+class CImage;
+}
+
+/// Reads files into images, on any thread; what is to be said of it, the caller says.
+namespace ImageFileLoad
+{
+enum EReader {
+    EReader_Path,    ///< of documents for a path that looks like one
+    EReader_Content, ///< of documents for a file that begins as one; by the path where it cannot be read
+    EReader_Image,
+    EReader_Document
+};
+
+/// What to read, and how.
+struct SRequest {
+    QString strPath;
+    EReader eReader = EReader_Path;
+    double dblResolutionX = 0.0; ///< of documents, in dots per inch
+    double dblResolutionY = 0.0; ///< the same
+    QString strPassword;
+    bool bPasswordGiven = false;
+};
+
+/// What came of it.
+struct SLoaded {
+    std::vector<std::shared_ptr<Vantor::Algorithms::CImage>> vctImages; ///< up to the first failure
+    bool bNeedsPassword = false;                                        ///< and none was given
+    QString strLog;                                                     ///< an error for the log, or empty
+    QString strFailure; ///< why not everything was read, a line in English, or empty
+};
+
+/// Told the number of pages, and then of each how many are done.
+using Pages = std::function<void(int nDone, int nPages)>;
+
+SLoaded Load(const SRequest& request, const Pages& pages);
+} // namespace ImageFileLoad
