@@ -162,7 +162,7 @@ void CMainWindow::ImportAnnotations()
     if (pPage->width > 0 && (pPage->width != context.width || pPage->height != context.height))
         m_pMessages->Tell(tr("The annotations in %1 were made for an image of %2 x %3 pixels.")
                               .arg(strPath, QString::number(pPage->width), QString::number(pPage->height)));
-    viewer.Ctrl2D()->GetAnnotationStore()->Paste(pPage->objects, QPointF());
+    viewer.Ctrl2D()->GetAnnotationStore()->Import(*pPage);
 }
 
 void CMainWindow::SaveAnnotationsAs()

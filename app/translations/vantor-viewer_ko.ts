@@ -1,4 +1,5 @@
 <?xml version="1.0" encoding="utf-8"?>
+<!-- SPDX-License-Identifier: MIT -->
 <!DOCTYPE TS>
 <TS version="2.1" language="ko" sourcelanguage="en">
 <context>
@@ -476,6 +477,10 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>The image of some annotations is gone. They are in %1.</source>
         <translation>일부 주석의 이미지가 없어졌습니다. 주석은 %1에 있습니다.</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>페이지</translation>
     </message>
 </context>
 <context>

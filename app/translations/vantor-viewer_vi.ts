@@ -1,4 +1,5 @@
 <?xml version="1.0" encoding="utf-8"?>
+<!-- SPDX-License-Identifier: MIT -->
 <!DOCTYPE TS>
 <TS version="2.1" language="vi" sourcelanguage="en">
 <context>
@@ -476,6 +477,10 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>The image of some annotations is gone. They are in %1.</source>
         <translation>Ảnh của một số chú thích không còn. Chúng nằm trong %1.</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>Trang</translation>
     </message>
 </context>
 <context>

@@ -17,21 +17,6 @@ using Vantor::Annotations::SDocument;
 using Vantor::Annotations::SPage;
 using Vantor::Annotations::SReport;
 
-namespace
-{
-void PutPage(SDocument& document, SPage page)
-{
-    auto& vctPages = document.pages;
-    vctPages.erase(std::remove_if(vctPages.begin(), vctPages.end(),
-                                  [&page](const SPage& other) { return other.page == page.page; }),
-                   vctPages.end());
-    const auto it = std::find_if(vctPages.begin(), vctPages.end(),
-                                 [&page](const SPage& other) { return other.page > page.page; });
-    vctPages.insert(it, std::move(page));
-}
-
-} // namespace
-
 void CAnnotationStore::SPrivate::UsePages(bool bUse)
 {
     if (bUse == bPages || !pImages || !pGeometry)
@@ -63,9 +48,10 @@ void CAnnotationStore::SPrivate::FollowList(CAnnotationStore& store)
     for (const SAnnotatedPage& page : vctGone) {
         nGone += static_cast<int>(page.vctObjects.size());
         // The annotations of a page that is closed stay in its file.
-        PutPage(rest[page.strFile], Packed(page));
+        AnnotationDocument::Put(rest[page.strFile], Packed(page));
     }
-    ForgetFiles();
+    if (!vctGone.empty() || nBefore == 0)
+        ForgetFiles();
     const int nIndex = pImages->GetCurrentIndex();
     const auto& vctPages = pages.All();
     const bool bNone = nIndex < 0 || nIndex >= static_cast<int>(vctPages.size());
@@ -86,13 +72,10 @@ void CAnnotationStore::SPrivate::FollowList(CAnnotationStore& store)
 /// What is known of files none of whose pages is there any more.
 void CAnnotationStore::SPrivate::ForgetFiles()
 {
-    const auto isGone = [this](const QString& strFile) {
-        return std::none_of(pages.All().begin(), pages.All().end(),
-                            [&](const SAnnotatedPage& page) { return page.strFile == strFile; });
-    };
-    const auto forget = [&isGone](auto& map, const auto& fileOf) {
+    const std::set<QString> present = pages.Files();
+    const auto forget = [&present](auto& map, const auto& fileOf) {
         for (auto it = map.begin(); it != map.end();)
-            it = isGone(fileOf(it->first)) ? map.erase(it) : std::next(it);
+            it = present.count(fileOf(it->first)) != 0 ? std::next(it) : map.erase(it);
     };
     const auto fileOfKey = [](const PageKey& key) { return key.first; };
     forget(rest, [](const QString& strFile) { return strFile; });
@@ -109,7 +92,7 @@ void CAnnotationStore::SPrivate::FollowSave(CAnnotationStore& store, const QStri
     SAnnotatedPage* pShown = bPages ? pages.Find(nShown) : nullptr;
     if (pShown && pShown->strFile != CAnnotationPages::CleanPath(strPath)) {
         const PageKey before = pShown->Key();
-        PutPage(rest[pShown->strFile], Packed(*pShown));
+        AnnotationDocument::Put(rest[pShown->strFile], Packed(*pShown));
         pages.Move(*pShown, strPath);
         now[pShown->Key()] = now[before];
         ForgetFiles();
@@ -152,13 +135,20 @@ bool CAnnotationStore::SPrivate::ShowPage(int nId)
     return nShown == nId;
 }
 
-/// The identifier of the page of an image; -1 when there is none, and for the only set.
-int CAnnotationStore::SPrivate::PageAt(int nImage) const
+/// Null when there is no such image, and for the only set.
+const SAnnotatedPage* CAnnotationStore::SPrivate::At(int nImage) const
 {
     if (!bPages || nImage == kShown)
-        return bPages ? nShown : -1;
+        return bPages ? pages.Find(nShown) : nullptr;
     const bool bThere = nImage >= 0 && nImage < static_cast<int>(pages.All().size());
-    return bThere ? pages.All()[static_cast<std::size_t>(nImage)].nId : -1;
+    return bThere ? &pages.All()[static_cast<std::size_t>(nImage)] : nullptr;
+}
+
+/// The identifier of the page of an image; -1 when there is none.
+int CAnnotationStore::SPrivate::PageAt(int nImage) const
+{
+    const SAnnotatedPage* pPage = At(nImage);
+    return pPage ? pPage->nId : -1;
 }
 
 /// Empty for the only set.
@@ -217,7 +207,7 @@ SDocument CAnnotationStore::SPrivate::FileDocument(const QString& strFile) const
     SDocument document = it != rest.end() ? it->second : SDocument();
     for (const SAnnotatedPage& page : pages.All())
         if (page.strFile == strFile)
-            PutPage(document, Packed(page));
+            AnnotationDocument::Put(document, Packed(page));
     return document;
 }
 
