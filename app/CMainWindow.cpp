@@ -206,7 +206,7 @@ void CMainWindow::CreateAnnotationsDock()
 {
     m_pAnnotations = new CAnnotationTableView(this);
     m_pAnnotations->GetModel()->SetTexts(
-        {tr("Name"), tr("Kind"), tr("Position"), tr("Size"), tr("Locked"), tr("Visible")},
+        {tr("Name"), tr("Kind"), tr("Position"), tr("Size"), tr("Locked"), tr("Visible"), tr("Page")},
         [](const SShapeKind& kind) {
             return QCoreApplication::translate("ShapeKinds", kind.strName.toUtf8().constData());
         });

@@ -185,7 +185,7 @@ void CMainWindow::ImportAnnotations()
         return m_pMessages->Tell(tr("%1 has no annotations of this image.").arg(strPath));
     SPage page = *pPage;
     if (FitToImage(page))
-        viewer.Ctrl2D()->GetAnnotationStore()->Paste(page.objects, QPointF());
+        viewer.Ctrl2D()->GetAnnotationStore()->Import(page);
 }
 
 /// Asks when a page was made for an image of another size. @return whether to show it

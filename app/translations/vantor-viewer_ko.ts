@@ -1,4 +1,5 @@
 <?xml version="1.0" encoding="utf-8"?>
+<!-- SPDX-License-Identifier: MIT -->
 <!DOCTYPE TS>
 <TS version="2.1" language="ko" sourcelanguage="en">
 <context>
@@ -561,6 +562,10 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>
             <numerusform>여기에서 알 수 없는 종류의 주석 %n개는 이미지를 따라가지 않았습니다. 파일에서 예전 위치를 유지합니다.</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>페이지</translation>
     </message>
 </context>
 <context>

@@ -1,4 +1,5 @@
 <?xml version="1.0" encoding="utf-8"?>
+<!-- SPDX-License-Identifier: MIT -->
 <!DOCTYPE TS>
 <TS version="2.1" language="vi" sourcelanguage="en">
 <context>
@@ -561,6 +562,10 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>
             <numerusform>%n chú thích thuộc loại chưa biết đã không đi theo hình. Chúng giữ vị trí cũ trong tệp.</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>Trang</translation>
     </message>
 </context>
 <context>

@@ -58,14 +58,14 @@ struct SCalibration {
     double y = 1.0;   ///< height of a pixel in units, > 0
 };
 
-/// The annotations of one image or page.
+/// The annotations of one image or page, with their places on the picture that is in the file, also when they
+/// were made while that was shown turned.
 struct SPage {
     int page = 0;      ///< index in its file, 0 first
     std::string image; ///< name of the image's file, for sets of images; empty: that of the document's source
     int width = 0;     ///< of the image in pixels; 0: unknown
     int height = 0;    ///< of the image in pixels; 0: unknown
     double dpi = 0.0;  ///< resolution at which a document's page was made to pixels; 0 for images
-    int turned = 0;    ///< quarter turns to the right since it was read, 0 to 3
     std::optional<SCalibration> calibration; ///< none: pixels
     std::vector<SObject> objects;            ///< the topmost first
     std::string unknown;                     ///< as in SObject

@@ -149,7 +149,6 @@ void TellPageLosses(const SDocument& document, const SPage& page, Remarks& remar
     } losses[] = {
         {page.calibration.has_value(), "The file does not keep the size of a pixel."},
         {page.dpi != 0.0, "The file does not keep the resolution of the page."},
-        {page.turned != 0, "The file does not keep that the image is turned."},
         {!page.unknown.empty() || !document.unknown.empty(),
          "The file does not keep what a later version stored in the document."},
     };

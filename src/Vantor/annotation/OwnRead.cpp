@@ -22,7 +22,7 @@ constexpr std::size_t kMaxUnknown = 1000; // members of one object
 constexpr std::size_t kMaxMembers = 1100; // with the known ones
 /// The names of all members that this version writes anywhere.
 constexpr std::string_view kKnown = " format version readable_by generator saved source bytes sha256 pages "
-                                    "page image width height dpi turned "
+                                    "page image width height dpi "
                                     "calibration unit x y objects id kind name named show_name locked "
                                     "visible box corner centre radius points "
                                     "numbers text style pen pen_width fill extra ";
@@ -325,7 +325,6 @@ CResult OwnReader::ReadPage(JsonView view)
     members.Read("width", page.width, 0, INT_MAX);
     members.Read("height", page.height, 0, INT_MAX);
     members.Read("dpi", page.dpi, 0.0, kMaxCoordinate);
-    members.Read("turned", page.turned, 0, 3);
     if (const std::optional<JsonView> calibration = members.Take("calibration")) {
         page.calibration.emplace();
         Members sizes(*calibration);

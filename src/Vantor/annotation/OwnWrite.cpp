@@ -49,8 +49,8 @@ bool IsGood(const SPage& page)
         !page.calibration || (isSize(page.calibration->x) && isSize(page.calibration->y) &&
                               page.calibration->unit.size() <= kMaxText);
     return bCalibration && page.page >= 0 && page.width >= 0 && page.height >= 0 && page.dpi >= 0.0 &&
-           page.dpi <= kMaxCoordinate && page.turned >= 0 && page.turned <= 3 &&
-           page.image.size() <= kMaxText && IsJsonObject(page.unknown, kPageLevel);
+           page.dpi <= kMaxCoordinate && page.image.size() <= kMaxText &&
+           IsJsonObject(page.unknown, kPageLevel);
 }
 
 CResult CheckPage(const SPage& page)
@@ -176,7 +176,6 @@ void OwnWriter::Page(const SPage& page)
             m_json.Name("height").Whole(static_cast<std::int64_t>(page.height));
             if (page.dpi != 0.0)
                 m_json.Name("dpi").Number(page.dpi);
-            m_json.Name("turned").Whole(static_cast<std::int64_t>(page.turned));
             if (page.calibration)
                 Calibration(*page.calibration, unknown["calibration"]);
             m_json.Name("objects").Open('[');

@@ -74,7 +74,7 @@ inline std::vector<std::string> Differences(const SObject& a, const SObject& b)
 inline QString Difference(const SPage& a, const SPage& b)
 {
     if (a.page != b.page || a.image != b.image || a.width != b.width || a.height != b.height ||
-        a.dpi != b.dpi || a.turned != b.turned || a.unknown != b.unknown)
+        a.dpi != b.dpi || a.unknown != b.unknown)
         return QStringLiteral("page");
     if (a.calibration.has_value() != b.calibration.has_value())
         return QStringLiteral("calibration");

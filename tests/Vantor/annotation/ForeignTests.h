@@ -128,8 +128,6 @@ inline SDocument RandomDocument(unsigned nSeed)
         document.pages[0].calibration = SCalibration{"mm", 0.5, 0.25};
     if (dice.Rarely())
         document.pages[0].dpi = 144.0;
-    if (dice.Rarely())
-        document.pages[0].turned = 3;
     return document;
 }
 
@@ -201,7 +199,6 @@ inline QString Untold(const SPage& before, const SPage& after, const Remarks& re
     };
     untold += lost(before.calibration.has_value() != after.calibration.has_value(), "size of a pixel");
     untold += lost(before.dpi != after.dpi, "resolution");
-    untold += lost(before.turned != after.turned, "turned");
     return QString::fromStdString(untold);
 }
 

@@ -62,7 +62,6 @@ SDocument RandomDocument(Chance& chance)
         page.width = chance.Below(5000);
         page.height = chance.Below(5000);
         page.dpi = chance.OneIn(2) ? 144.5 : 0.0;
-        page.turned = chance.Below(4);
         if (chance.OneIn(2))
             page.calibration = SCalibration{chance.Text(), 0.1, 1.0 / 3.0};
         if (chance.OneIn(3))
@@ -177,7 +176,7 @@ void tst_OwnFormat::aFileSaysWhatItIsInMembersThatPeopleCanRead()
                  "\n"
                  R"("pages":[)"
                  "\n"
-                 R"({"page":0,"width":400,"height":300,"turned":0,)"
+                 R"({"page":0,"width":400,"height":300,)"
                  R"("calibration":{"unit":"mm","x":0.1,"y":0.1},"objects":[)"
                  "\n"
                  R"({"kind":"rectangle","name":"cell","named":true,"show_name":true,)"
@@ -427,9 +426,6 @@ void tst_OwnFormat::whatTheReaderWouldNotTakeIsNotWritten_data()
     document.source.sha256 = "AB";
     row("a digest that is none", document);
     document = MakeDocument({});
-    document.pages[0].turned = 4;
-    row("turned too often", document);
-    document.pages[0].turned = 0;
     document.pages[0].calibration = SCalibration{"mm", 0.0, 1.0};
     row("a pixel without a size", document);
 }

@@ -11,6 +11,7 @@
 #include <cmath>
 #include <unordered_map>
 
+using Vantor::Annotations::SDocument;
 using Vantor::Annotations::SObject;
 using Vantor::Annotations::SPage;
 using Vantor::Annotations::SStyle;
@@ -195,6 +196,17 @@ int AnnotationDocument::CountKept(const SPage& page)
 {
     const auto nMarks = std::count_if(page.objects.begin(), page.objects.end(), &IsMark);
     return static_cast<int>(page.objects.size()) - static_cast<int>(nMarks);
+}
+
+void AnnotationDocument::Put(SDocument& document, SPage page)
+{
+    auto& vctPages = document.pages;
+    vctPages.erase(std::remove_if(vctPages.begin(), vctPages.end(),
+                                  [&page](const SPage& other) { return other.page == page.page; }),
+                   vctPages.end());
+    const auto it = std::find_if(vctPages.begin(), vctPages.end(),
+                                 [&page](const SPage& other) { return other.page > page.page; });
+    vctPages.insert(it, std::move(page));
 }
 
 void AnnotationDocument::Move(SPage& page, const SPlaneMap& map)

@@ -30,6 +30,8 @@ bool ChangeShape(CImageView2DDrawableObject& object, const SShapeData& data);
 ObjectList Unpack(Vantor::Annotations::SPage& page);
 /// How many annotations Unpack has left in the page because they cannot be painted.
 int CountKept(const Vantor::Annotations::SPage& page);
+/// Puts a page in the place of the one with its number, or where its number belongs.
+void Put(Vantor::Annotations::SDocument& document, Vantor::Annotations::SPage page);
 /// Takes the objects of a page along with its image. What is of no known kind stays where it is.
 void Move(Vantor::Annotations::SPage& page, const SPlaneMap& map);
 /// The page with the objects, and with what Unpack has left in it: behind the object that stood above it.

@@ -53,14 +53,19 @@ void CAnnotationPages::Move(SAnnotatedPage& page, const QString& strPath)
     ForgetCounts();
 }
 
+std::set<QString> CAnnotationPages::Files() const
+{
+    std::set<QString> files;
+    for (const SAnnotatedPage& page : m_vctPages)
+        files.insert(page.strFile);
+    return files;
+}
+
 void CAnnotationPages::ForgetCounts()
 {
-    for (auto it = m_mapPages.begin(); it != m_mapPages.end();) {
-        const bool bThere =
-            std::any_of(m_vctPages.begin(), m_vctPages.end(),
-                        [&](const SAnnotatedPage& page) { return page.strFile == it->first; });
-        it = bThere ? std::next(it) : m_mapPages.erase(it);
-    }
+    const std::set<QString> files = Files();
+    for (auto it = m_mapPages.begin(); it != m_mapPages.end();)
+        it = files.count(it->first) != 0 ? std::next(it) : m_mapPages.erase(it);
 }
 
 void CAnnotationPages::Restart(const CImageView2DModel& model)
@@ -104,7 +109,8 @@ CAnnotationPages::Pages CAnnotationPages::Follow(const CImageView2DModel& model)
     for (std::size_t i = 0; i < vctOld.size(); ++i)
         if (!vctTaken[i])
             vctGone.push_back(std::move(vctOld[i]));
-    ForgetCounts();
+    if (!vctGone.empty())
+        ForgetCounts();
     return vctGone;
 }
 

@@ -9,6 +9,7 @@
 #include <QString>
 #include <map>
 #include <memory>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -41,6 +42,8 @@ public:
     void Restart(const CImageView2DModel& model);
     Pages& All() { return m_vctPages; }
     const Pages& All() const { return m_vctPages; }
+    /// Those that have a page.
+    std::set<QString> Files() const;
     /// Makes it a page of another file, behind those that are there.
     void Move(SAnnotatedPage& page, const QString& strPath);
     /// @{

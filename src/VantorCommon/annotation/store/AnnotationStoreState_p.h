@@ -92,6 +92,7 @@ struct CAnnotationStore::SPrivate {
     void MovePage(SAnnotatedPage& page, const QString& strPath);
     void ForgetFiles();
     bool ShowPage(int nId);
+    const SAnnotatedPage* At(int nImage) const;
     int PageAt(int nImage) const;
     QString FileOf(int nId) const;
     PageKey KeyOf(int nId) const { return {FileOf(nId), bPages ? nId : -1}; }

@@ -174,8 +174,8 @@ void CAnnotationStore::Clear(EAnnotationsGone eReason)
 QString CAnnotationStore::SPrivate::PathOf(int nImage) const
 {
     if (bPages) {
-        const QString strFile = FileOf(PageAt(nImage));
-        return strFile.startsWith(QLatin1Char('#')) ? QString() : strFile;
+        const SAnnotatedPage* pPage = At(nImage);
+        return pPage && pPage->IsFile() ? pPage->strFile : QString();
     }
     if (!pImages)
         return {};

@@ -128,7 +128,7 @@ public:
     QString GetSidecarPath(int nImage = kShown) const;
     /// Says which page it is, whatever its index, and image, becomes. Pages of a list that was loaded anew
     /// are others. 0 with only one set.
-    int GetPageId(int nImage) const;
+    int GetPageId(int nImage = kShown) const;
     /// What formats need to know of an image.
     Vantor::Annotations::SContext GetContext(int nImage = kShown) const;
 
@@ -166,6 +166,9 @@ public:
     ObjectList Duplicate(const ObjectList& vctObjects, const QPointF& offset);
     /// The same with objects of a file, which get ids of their own; what cannot be painted is left out.
     ObjectList Paste(const std::vector<Vantor::Annotations::SObject>& vctObjects, const QPointF& offset);
+
+    /// The same with a page of a file, at the places on the picture in the file of the image on show.
+    ObjectList Import(const Vantor::Annotations::SPage& page);
 
     /// @{
     /// For the controller: a step that the store hears of, and the end of all annotations for a reason.

@@ -54,16 +54,19 @@ SDocument CAnnotationStore::SPrivate::JournalDocument()
 {
     if (!bPages)
         return Document(-1);
-    SDocument document;
-    std::set<QString> written;
+    std::map<QString, SDocument> byFile;
     for (const SAnnotatedPage& page : pages.All()) {
-        if (!written.insert(page.strFile).second)
-            continue;
-        for (SPage& ofFile : FileDocument(page.strFile).pages) {
-            document.pages.push_back(std::move(ofFile));
-            document.pages.back().image = page.strFile.toStdString();
-        }
+        const auto it = rest.find(page.strFile);
+        SDocument& ofFile =
+            byFile.try_emplace(page.strFile, it != rest.end() ? it->second : SDocument()).first->second;
+        AnnotationDocument::Put(ofFile, Packed(page));
     }
+    SDocument document;
+    for (auto& [strFile, ofFile] : byFile)
+        for (SPage& page : ofFile.pages) {
+            page.image = strFile.toStdString();
+            document.pages.push_back(std::move(page));
+        }
     return document;
 }
 

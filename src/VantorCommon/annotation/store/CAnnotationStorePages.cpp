@@ -16,21 +16,6 @@ using Vantor::Annotations::SContext;
 using Vantor::Annotations::SDocument;
 using Vantor::Annotations::SPage;
 
-namespace
-{
-void PutPage(SDocument& document, SPage page)
-{
-    auto& vctPages = document.pages;
-    vctPages.erase(std::remove_if(vctPages.begin(), vctPages.end(),
-                                  [&page](const SPage& other) { return other.page == page.page; }),
-                   vctPages.end());
-    const auto it = std::find_if(vctPages.begin(), vctPages.end(),
-                                 [&page](const SPage& other) { return other.page > page.page; });
-    vctPages.insert(it, std::move(page));
-}
-
-} // namespace
-
 void CAnnotationStore::SPrivate::UsePages(bool bUse)
 {
     if (bUse == bPages || !pImages || !pGeometry)
@@ -65,11 +50,12 @@ void CAnnotationStore::SPrivate::FollowList(CAnnotationStore& store)
         if (!page.vctObjects.empty())
             vctCleared.push_back({page.strFile, page.file.page, page.vctObjects});
         // The annotations of a page that is closed stay in its file.
-        PutPage(rest[page.strFile], Packed(page));
+        AnnotationDocument::Put(rest[page.strFile], Packed(page));
     }
     if (!vctCleared.empty())
         cleared = std::move(vctCleared);
-    ForgetFiles();
+    if (!vctGone.empty() || nBefore == 0)
+        ForgetFiles();
     const int nIndex = pImages->GetCurrentIndex();
     const auto& vctPages = pages.All();
     const bool bNone = nIndex < 0 || nIndex >= static_cast<int>(vctPages.size());
@@ -90,13 +76,10 @@ void CAnnotationStore::SPrivate::FollowList(CAnnotationStore& store)
 /// What is known of files none of whose pages is there any more.
 void CAnnotationStore::SPrivate::ForgetFiles()
 {
-    const auto isGone = [this](const QString& strFile) {
-        return std::none_of(pages.All().begin(), pages.All().end(),
-                            [&](const SAnnotatedPage& page) { return page.strFile == strFile; });
-    };
-    const auto forget = [&isGone](auto& map, const auto& fileOf) {
+    const std::set<QString> present = pages.Files();
+    const auto forget = [&present](auto& map, const auto& fileOf) {
         for (auto it = map.begin(); it != map.end();)
-            it = isGone(fileOf(it->first)) ? map.erase(it) : std::next(it);
+            it = present.count(fileOf(it->first)) != 0 ? std::next(it) : map.erase(it);
     };
     const auto fileOfKey = [](const PageKey& key) { return key.first; };
     forget(rest, [](const QString& strFile) { return strFile; });
@@ -126,7 +109,7 @@ void CAnnotationStore::SPrivate::FollowSave(CAnnotationStore& store, const QStri
         return;
     if (pPage && pPage->strFile != CAnnotationPages::CleanPath(strPath)) {
         const PageKey before = pPage->Key();
-        PutPage(rest[pPage->strFile], Packed(*pPage));
+        AnnotationDocument::Put(rest[pPage->strFile], Packed(*pPage));
         pages.Move(*pPage, strPath);
         now[pPage->Key()] = now[before];
         ForgetFiles();
@@ -171,13 +154,20 @@ bool CAnnotationStore::SPrivate::ShowPage(int nId)
     return nShown == nId;
 }
 
-/// The identifier of the page of an image; -1 when there is none, and for the only set.
-int CAnnotationStore::SPrivate::PageAt(int nImage) const
+/// Null when there is no such image, and for the only set.
+const SAnnotatedPage* CAnnotationStore::SPrivate::At(int nImage) const
 {
     if (!bPages || nImage == kShown)
-        return bPages ? nShown : -1;
+        return bPages ? pages.Find(nShown) : nullptr;
     const bool bThere = nImage >= 0 && nImage < static_cast<int>(pages.All().size());
-    return bThere ? pages.All()[static_cast<std::size_t>(nImage)].nId : -1;
+    return bThere ? &pages.All()[static_cast<std::size_t>(nImage)] : nullptr;
+}
+
+/// The identifier of the page of an image; -1 when there is none.
+int CAnnotationStore::SPrivate::PageAt(int nImage) const
+{
+    const SAnnotatedPage* pPage = At(nImage);
+    return pPage ? pPage->nId : -1;
 }
 
 /// Empty for the only set.
@@ -238,7 +228,7 @@ SDocument CAnnotationStore::SPrivate::FileDocument(const QString& strFile) const
     SDocument document = it != rest.end() ? it->second : SDocument();
     for (const SAnnotatedPage& page : pages.All())
         if (page.strFile == strFile)
-            PutPage(document, Packed(page));
+            AnnotationDocument::Put(document, Packed(page));
     return document;
 }
 

@@ -7,6 +7,7 @@
 #include <VantorCommon/annotation/command/CCommandCall.h>
 #include <VantorCommon/annotation/store/AnnotationDocument_p.h>
 #include <VantorCommon/annotation/store/AnnotationStoreState_p.h>
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
 
 #include <algorithm>
 #include <unordered_set>
@@ -216,4 +217,11 @@ ObjectList CAnnotationStore::Paste(const std::vector<Vantor::Annotations::SObjec
                     pGeometry->DeleteObject(pCopy);
         });
     return vctCopies;
+}
+
+ObjectList CAnnotationStore::Import(const Vantor::Annotations::SPage& page)
+{
+    Vantor::Annotations::SPage shown = page;
+    AnnotationDocument::Move(shown, m_p->pictures.Of(m_p->ctrl.GetCurrentImgage()).map);
+    return Paste(shown.objects, QPointF());
 }

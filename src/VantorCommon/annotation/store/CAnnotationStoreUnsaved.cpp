@@ -104,7 +104,8 @@ bool CAnnotationStore::HasUnsaved() const
 
 bool CAnnotationStore::HasUnsaved(int nImage) const
 {
-    const QString strFile = m_p->FileOf(m_p->PageAt(nImage));
+    const SAnnotatedPage* pPage = m_p->At(nImage);
+    const QString strFile = pPage ? pPage->strFile : QString();
     const auto unsaved = m_p->Unsaved();
     return std::any_of(unsaved.begin(), unsaved.end(),
                        [&](const PageKey& key) { return key.first == strFile; });
@@ -112,7 +113,8 @@ bool CAnnotationStore::HasUnsaved(int nImage) const
 
 bool CAnnotationStore::IsUnsaved(int nImage) const
 {
-    return m_p->Unsaved().count(m_p->KeyOf(m_p->PageAt(nImage))) != 0;
+    const SAnnotatedPage* pPage = m_p->At(nImage);
+    return m_p->Unsaved().count(pPage ? pPage->Key() : m_p->KeyOf(-1)) != 0;
 }
 
 void CAnnotationStore::SetSaved()

@@ -7,6 +7,7 @@
 #include <VantorCommon/annotation/view/CAnnotationTableView.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
 
 CAnnotationTableCtrl::CAnnotationTableCtrl(CAnnotationTableView* pTable, QObject* pParent)
     : QObject(pParent), m_pTable(pTable)
@@ -38,8 +39,27 @@ CAnnotationTableCtrl::~CAnnotationTableCtrl() = default;
 
 void CAnnotationTableCtrl::SetTarget(CImageView2DCtrl* pCtrl, CImageView2D* pView)
 {
+    using M = CImageView2DModel;
+    if (M* pBefore = m_pCtrl ? m_pCtrl->GetImageModel() : nullptr)
+        disconnect(pBefore, nullptr, this, nullptr);
     m_pCtrl = pCtrl;
     m_pView = pView;
+    if (!m_pTable)
+        return;
+    m_pTable->GetModel()->SetGeometryModel(pCtrl ? pCtrl->GetGeometryModel() : nullptr);
+    if (M* pImages = pCtrl ? pCtrl->GetImageModel() : nullptr) {
+        connect(pImages, &M::signal_ChangeImageList, this, &CAnnotationTableCtrl::TellPage);
+        connect(pImages, &M::signal_ChangeCurrentIndex, this, &CAnnotationTableCtrl::TellPage);
+    }
+    TellPage();
+}
+
+/// The only set of a list is on no page.
+void CAnnotationTableCtrl::TellPage()
+{
+    const CImageView2DModel* pImages = m_pCtrl ? m_pCtrl->GetImageModel() : nullptr;
+    const bool bSeveral =
+        pImages && pImages->GetImageCount() > 1 && m_pCtrl->GetAnnotationStore()->GetPageId() > 0;
     if (m_pTable)
-        m_pTable->GetModel()->SetGeometryModel(pCtrl ? pCtrl->GetGeometryModel() : nullptr);
+        m_pTable->GetModel()->SetPage(bSeveral ? pImages->GetCurrentIndex() + 1 : 0);
 }

@@ -26,6 +26,8 @@ public:
     void SetTarget(CImageView2DCtrl* pCtrl, CImageView2D* pView);
 
 private:
+    void TellPage();
+
     QPointer<CAnnotationTableView> m_pTable;
     QPointer<CImageView2DCtrl> m_pCtrl;
     QPointer<CImageView2D> m_pView;

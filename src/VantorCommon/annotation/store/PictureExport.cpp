@@ -5,7 +5,7 @@
 #include <Vantor/annotation/Annotations.h>
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
-#include <VantorCommon/annotation/store/CAnnotationStore.h>
+#include <VantorCommon/annotation/store/AnnotationDocument_p.h>
 #include <VantorCommon/view2d/BurnIn.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CUtilManager.h>
@@ -60,7 +60,13 @@ QString SaveSvg(const CImageView2DCtrl& ctrl, CImage& image, const QString& strP
     context.height = image.GetHeight();
     context.picture = bytes.toStdString();
     context.pictureType = "image/png";
-    const auto document = ctrl.GetAnnotationStore()->TakeDocument();
+    // As they are shown: a document has the places on the picture in the file.
+    Vantor::Annotations::SPage page;
+    page.width = image.GetWidth();
+    page.height = image.GetHeight();
+    Vantor::Annotations::SDocument document;
+    document.generator = "Vantor";
+    document.pages.push_back(AnnotationDocument::Pack(page, ObjectsOf(ctrl)));
     return QString::fromStdString(
         Vantor::Annotations::Save(document, strPath.toStdString(), kSvg, context).failure);
 }

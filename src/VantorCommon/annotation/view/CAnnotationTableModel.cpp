@@ -34,7 +34,8 @@ QVariant CheckState(bool bChecked)
 CAnnotationTableModel::CAnnotationTableModel(QObject* pParent)
     : QAbstractTableModel(pParent), m_pFollow(new QTimer(this)),
       m_lstHeaders({QStringLiteral("Name"), QStringLiteral("Kind"), QStringLiteral("Position"),
-                    QStringLiteral("Size"), QStringLiteral("Locked"), QStringLiteral("Visible")}),
+                    QStringLiteral("Size"), QStringLiteral("Locked"), QStringLiteral("Visible"),
+                    QStringLiteral("Page")}),
       m_kindText([](const SShapeKind& kind) { return kind.strName; })
 {
     m_pFollow->setSingleShot(true);
@@ -62,6 +63,12 @@ void CAnnotationTableModel::SetGeometryModel(CImageView2DGeometryModel* pGeometr
         on(&M::signal_ClearObject);
         connect(pGeometry, &QObject::destroyed, this, &CAnnotationTableModel::FollowLater);
     }
+    FollowLater();
+}
+
+void CAnnotationTableModel::SetPage(int nPage)
+{
+    m_nPage = nPage;
     FollowLater();
 }
 
@@ -153,6 +160,8 @@ QVariant CAnnotationTableModel::data(const QModelIndex& index, int nRole) const
         return PairText(box.x(), QStringLiteral(", "), box.y());
     case EColumn_Size:
         return PairText(box.width(), QStringLiteral(" \u00d7 "), box.height());
+    case EColumn_Page:
+        return m_nPage > 0 ? QString::number(m_nPage) : QString();
     default:
         return {};
     }

@@ -36,6 +36,7 @@ public:
         EColumn_Size,
         EColumn_Locked,
         EColumn_Visible,
+        EColumn_Page, ///< views show it first
         EColumn_Count
     };
 
@@ -45,6 +46,10 @@ public:
 
     /// Shows the annotations of another model, which is not owned, may be null and may die first.
     void SetGeometryModel(CImageView2DGeometryModel* pGeometry);
+    /// Says on which page of several the annotations are, from 1 on; 0: there is nothing to say.
+    void SetPage(int nPage);
+    /// What SetPage has said.
+    int GetPage() const { return m_nPage; }
     /// Other texts than English ones: the headers by column (missing ones stay), and the name of a kind.
     void SetTexts(const QStringList& lstHeaders, std::function<QString(const SShapeKind&)> kindText);
     /// The annotation of a row; null beyond the last one.
@@ -93,6 +98,7 @@ private:
     QPointer<CImageView2DGeometryModel> m_pGeometry;
     ObjectList m_vctRows;
     QTimer* m_pFollow;
+    int m_nPage = 0;
     QStringList m_lstHeaders;
     std::function<QString(const SShapeKind&)> m_kindText;
 };

@@ -36,7 +36,11 @@ CAnnotationTableView::CAnnotationTableView(QWidget* pParent)
     setDragDropMode(InternalMove);
     setTabKeyNavigation(false);
     header()->setMinimumSectionSize(20);
+    header()->moveSection(CAnnotationTableModel::EColumn_Page, 0);
+    setColumnHidden(CAnnotationTableModel::EColumn_Page, true);
     connect(m_pModel, &CAnnotationTableModel::signal_Followed, this, &CAnnotationTableView::TakeSelection);
+    connect(m_pModel, &CAnnotationTableModel::signal_Followed, this,
+            [this] { setColumnHidden(CAnnotationTableModel::EColumn_Page, m_pModel->GetPage() == 0); });
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &CAnnotationTableView::GiveSelection);
     connect(this, &QAbstractItemView::clicked, this, &CAnnotationTableView::Show);

@@ -4,6 +4,7 @@
 // SCenterOptions::bAnnotationsPerImage: each file of a list is unsaved, saved, loaded and recovered by
 // itself.
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
+#include <VantorCommon/annotation/store/PictureExport.h>
 #include <VantorCommon/annotation/store/SImageChange.h>
 #include <tests/support/EditFixture.h>
 #include <tests/support/TestMain.h>
@@ -285,6 +286,27 @@ private Q_SLOTS:
         f.PressUndo();
         QCOMPARE(NumbersOf(Store(f).TakeDocument()).at(0), shown.x());
         QCOMPARE(Store(f).TakeDocument().pages[0].height, 40);
+    }
+
+    void whatIsImportedOrExportedIsWhereThePictureIs()
+    {
+        EditFixture f;
+        Show(f, {Path("u.png"), Path("v.png")});
+        f.ctrl->slot_Next();
+        f.ctrl->RotateRight();
+        SPage page;
+        page.objects = {StoreBench::MakeObject("rectangle", {1, 2, 10, 5})};
+        Store(f).Import(page);
+        QCOMPARE(f.geometry.GetAt(0)->GetBoundary().normalized(), QRectF(40 - 7, 1, 5, 10));
+        QCOMPARE(NumbersOf(Store(f).TakeDocument()), (Numbers{1, 2, 10, 5}));
+        QCOMPARE(PictureExport::Save(*f.ctrl, Path("u.svg"), true), QString());
+        SDocument back;
+        QCOMPARE(Vantor::Annotations::Load(Path("u.svg").toStdString(), "SVG", {}, back).failure,
+                 std::string());
+        const Numbers exported = NumbersOf(back);
+        QCOMPARE(QRectF(exported.at(0), exported.at(1), exported.at(2), exported.at(3)).normalized(),
+                 QRectF(40 - 7, 1, 5, 10));
+        QCOMPARE(back.pages[0].width, 40);
     }
 
     void theJournalHasEachFileThatIsUnsavedAndThePlacesOnItsPicture()

@@ -11,6 +11,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QElapsedTimer>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMimeData>
 
@@ -104,6 +105,34 @@ private Q_SLOTS:
         QVERIFY(f.Checked(0, M::EColumn_Visible));
         QCOMPARE(f.Model().headerData(M::EColumn_Size, Qt::Horizontal, Qt::DisplayRole).toString(),
                  QStringLiteral("Size"));
+    }
+
+    void thePageIsShownFirstWhereThereAreSeveralWithSetsOfTheirOwn()
+    {
+        CTable f;
+        const auto pages = [&] {
+            QCoreApplication::processEvents();
+            return f.table->isColumnHidden(M::EColumn_Page) ? QString() : f.Text(0, M::EColumn_Page);
+        };
+        f.AddRectangle(1, 2, 3, 4);
+        QCOMPARE(pages(), QString());
+        f.ctrl->PushImage(MakeTestImage(60, 40, 3));
+        QCOMPARE(pages(), QString()); // one set for both
+        SCenterOptions sOptions;
+        sOptions.bAnnotationsPerImage = true;
+        f.ctrl->SetOptions(sOptions);
+        f.ctrl->PushImage(MakeTestImage(60, 40, 3));
+        f.AddRectangle(1, 2, 3, 4);
+        QCOMPARE(pages(), QStringLiteral("3"));
+        QCOMPARE(f.table->header()->logicalIndex(0), int(M::EColumn_Page));
+        f.ctrl->slot_Previous();
+        QCOMPARE(pages(), QStringLiteral("2"));
+        f.ctrl->CloseCurrentImage();
+        QCOMPARE(pages(), QStringLiteral("2"));
+        f.ctrl->CloseCurrentImage();
+        QCOMPARE(pages(), QString());
+        f.tableCtrl->SetTarget(nullptr, nullptr);
+        QCOMPARE(pages(), QString());
     }
 
     void aHostGivesOtherTexts()
