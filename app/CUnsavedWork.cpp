@@ -5,6 +5,7 @@
 #include "CAnnotationFiles.h"
 #include "CImageOrigins.h"
 
+#include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/shell/viewer/CImageViewer.h>
 #include <VantorCommon/view2d/CImageView2D.h>

@@ -159,7 +159,7 @@ ROWS = [
      "    AnnotationDocument::Move(page, picture.map.Inverse());\n", "",
      "after a crash annotations of a turned image are at wrong places", "tst_AnnotationsPerFile|tst_CRecoveryBar"),
     ("store-picture-saved", "src/VantorCommon/annotation/store/CAnnotationStorePages.cpp",
-     "        ++now[KeyOf(nShown)].nOutside;\n    pictures", "        ;\n    pictures",
+     "        ++now[KeyOf(pPage ? pPage->nId : -1)].nOutside;\n    pictures", "        ;\n    pictures",
      "after a turned image was saved its annotations pass as saved at their places before", "tst_AnnotationsPerFile|tst_CAnnotationFiles"),
     ("store-drawn-meanwhile", "src/VantorCommon/annotation/store/CAnnotationStore.cpp",
      "m_p->bPages && versions != m_p->VersionsOf(m_p->FileOf(nId))", "false",
