@@ -22,7 +22,7 @@ class Texts
     Q_DECLARE_TR_FUNCTIONS(AnnotationDialogs)
 };
 
-constexpr int kMaxListed = 10; // remarks; all are in the details
+constexpr int kMaxListed = 10; // remarks; the details list all
 
 QString PatternOf(const SFormatInfo& format)
 {
@@ -58,7 +58,7 @@ QString ChooseExisting(QWidget* pParent, const QString& strTitle, const QString&
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
-/// Asks for a name; the suffix of the chosen filter's format is completed before the question whether to
+/// Asks for a name; completes it with the suffix of the chosen filter's format before asking whether to
 /// replace a file.
 AnnotationDialogs::STarget Choose(QWidget* pParent, const QString& strTitle, const QString& strProposal,
                                   const std::vector<SFormatInfo>& vctFormats)
@@ -113,6 +113,46 @@ AnnotationDialogs::STarget AnnotationDialogs::ChooseToSave(QWidget* pParent, con
 AnnotationDialogs::STarget AnnotationDialogs::ChooseToExport(QWidget* pParent, const QString& strProposal)
 {
     return Choose(pParent, Texts::tr("Export Annotations"), strProposal, FormatsThat(&SFormatInfo::writes));
+}
+
+AnnotationDialogs::EChanged AnnotationDialogs::AskChanged(QWidget* pParent, const QString& strPath)
+{
+    QMessageBox box(QMessageBox::Warning, Texts::tr("Save Annotations"),
+                    Texts::tr("The annotations in %1 were changed by another window or program.")
+                        .arg(QFileInfo(strPath).fileName()),
+                    QMessageBox::NoButton, pParent);
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(Texts::tr("Overwriting the file loses those changes."));
+    const QPushButton* pOverwrite = box.addButton(Texts::tr("&Overwrite"), QMessageBox::DestructiveRole);
+    const QPushButton* pSaveAs = box.addButton(Texts::tr("Save &As..."), QMessageBox::AcceptRole);
+    QPushButton* pCancel = box.addButton(Texts::tr("&Cancel"), QMessageBox::RejectRole);
+    box.setDefaultButton(pCancel);
+    box.setEscapeButton(pCancel);
+    box.exec();
+    if (box.clickedButton() == pOverwrite)
+        return EChanged_Overwrite;
+    return box.clickedButton() == pSaveAs ? EChanged_SaveAs : EChanged_Cancel;
+}
+
+EOtherSize AnnotationDialogs::AskSize(QWidget* pParent, const Vantor::Annotations::SPage& page,
+                                      const QSize& size)
+{
+    QMessageBox box(
+        QMessageBox::Question, Texts::tr("Annotations"),
+        Texts::tr("The annotations were made for an image of %1 x %2 pixels; this one has %3 x %4.")
+            .arg(QString::number(page.width), QString::number(page.height), QString::number(size.width()),
+                 QString::number(size.height())),
+        QMessageBox::NoButton, pParent);
+    box.setInformativeText(Texts::tr("Scale fits them to this image, Keep shows them at the same pixels."));
+    QPushButton* pScale = box.addButton(Texts::tr("&Scale"), QMessageBox::AcceptRole);
+    const QPushButton* pKeep = box.addButton(Texts::tr("&Keep"), QMessageBox::AcceptRole);
+    QPushButton* pLeave = box.addButton(Texts::tr("&Do Not Show"), QMessageBox::RejectRole);
+    box.setDefaultButton(pScale);
+    box.setEscapeButton(pLeave);
+    box.exec();
+    if (box.clickedButton() == pScale)
+        return EOtherSize_Scale;
+    return box.clickedButton() == pKeep ? EOtherSize_Keep : EOtherSize_Leave;
 }
 
 bool AnnotationDialogs::ConfirmLoss(QWidget* pParent, const QString& strFormat,

@@ -29,7 +29,7 @@ bool IsOfUser(QEvent::Type eType)
 QString WithoutMnemonic(const QString& strText)
 {
     QString strPlain = strText;
-    // In Korean the letter stands behind the text: "열기(&O)".
+    // In Korean the letter follows the text: "열기(&O)".
     const int nBracket = strPlain.indexOf(QLatin1String("(&"));
     if (nBracket >= 0)
         strPlain.remove(nBracket, 4);
@@ -48,7 +48,7 @@ QAction* CActionTable::Add(QMenu* pMenu, const SActionFace& face, const std::fun
                            const Condition& isUseful, const Condition& isChecked)
 {
     QAction* pAction = pMenu->addAction(face.icon, face.strText);
-    // For the tool bar: Qt's own would leave the letter of "열기(&O)".
+    // For the tool bar: Qt's own text would keep the letter of "열기(&O)".
     pAction->setIconText(WithoutMnemonic(face.strText));
     pAction->setToolTip(pAction->iconText());
     pAction->setShortcuts(face.lstKeys);

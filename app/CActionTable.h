@@ -14,17 +14,17 @@ class QAction;
 class QMenu;
 class QTimer;
 
-/// What an entry shows.
+/// The look of an entry.
 struct SActionFace {
     QString strText; ///< with its mnemonic
     QIcon icon;
     QList<QKeySequence> lstKeys;
 };
 
-/// The entries of menus and tool bar. Each knows when it would do something, and is enabled only then; that
-/// is looked at before a menu opens, before a key is matched, and after whatever the user has done.
+/// The entries of menus and tool bar. Each is enabled only when it would do something; the table checks that
+/// before a menu opens, before it matches a key, and after each action of the user.
 ///
-/// Keys that a 2D view handles itself stay with the view that has the focus, also where an entry bears them.
+/// Keys that a 2D view handles itself stay with the view that has the focus, even if an entry has them.
 class CActionTable : public QObject
 {
     Q_OBJECT
@@ -35,10 +35,10 @@ public:
     explicit CActionTable(QObject* pParent);
 
     /// @param isUseful   null: always
-    /// @param isChecked  null: the entry cannot be checked
+    /// @param isChecked  null: the entry is not checkable
     QAction* Add(QMenu* pMenu, const SActionFace& face, const std::function<void()>& func,
                  const Condition& isUseful = {}, const Condition& isChecked = {});
-    /// Brings the entries of a menu up to date before it opens; for submenus, which have it from the top.
+    /// Updates the entries of a menu and of its submenus before it opens.
     void Watch(QMenu* pMenu);
     void Update();
     /// The entries in the order in which they were added.

@@ -2,22 +2,24 @@
 // Copyright (c) The Vantor authors
 #include "CAnnotationFiles.h"
 
+#include "AnnotationDialogs.h"
 #include "CImageOrigins.h"
 #include "HostSettings.h"
 #include "LibraryTexts.h"
 
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
-#include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/settings/CSettingManager.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 
+#include <QApplication>
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QPointer>
 #include <QStandardPaths>
 #include <algorithm>
 #include <utility>
@@ -74,6 +76,7 @@ CAnnotationFiles::CAnnotationFiles(CImageView2DCtrl* pCtrl, const CImageOrigins*
     connect(&m_autoSave, &QTimer::timeout, this, &CAnnotationFiles::AutoSave);
     connect(m_pStore, &CAnnotationStore::signal_StepFinished, this, &CAnnotationFiles::StartAutoSave);
     connect(pOrigins, &CImageOrigins::signal_Changed, this, &CAnnotationFiles::StartAutoSave);
+    m_pStore->SetAskSize([this](const SPage& page, const QSize& size) { return AskSize(page, size); });
     connect(m_pStore, &CAnnotationStore::signal_Saved, this, &CAnnotationFiles::AfterSaving);
     connect(m_pStore, &CAnnotationStore::signal_Loaded, this, &CAnnotationFiles::AfterLoading);
     connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, this, &CAnnotationFiles::AfterOpening);
@@ -129,6 +132,7 @@ void CAnnotationFiles::AfterOpening()
     if (strImage.isEmpty())
         return;
     m_pending.insert(strImage);
+    m_refused.remove(strImage);
     ShowStored();
 }
 
@@ -136,11 +140,15 @@ void CAnnotationFiles::AfterOpening()
 void CAnnotationFiles::ShowStored()
 {
     const QString strImage = m_pOrigins->FileOf(m_pCtrl->GetImageModel()->GetCurrentIndex());
-    if (!m_pending.contains(strImage) || m_pCtrl->GetGeometryModel()->Size() > 0)
+    if (!m_pending.contains(strImage) || m_refused.contains(strImage) ||
+        m_pCtrl->GetGeometryModel()->Size() > 0)
         return;
     if (m_expected.contains(strImage)) {
         m_pending.remove(strImage);
         m_pStore->Apply(m_expected.take(strImage));
+        // Who restores what was not saved knows that the file is older.
+        const QString strOld = StoredFile(strImage);
+        m_pStore->SetKnownFile(strOld, Vantor::Annotations::IdentityOf(strOld.toStdString()).sha256);
         return;
     }
     const QString strFile = StoredFile(strImage);
@@ -152,6 +160,16 @@ void CAnnotationFiles::ShowStored()
     }
 }
 
+EOtherSize CAnnotationFiles::AskSize(const SPage& page, const QSize& size)
+{
+    const QString strImage = m_pOrigins->FileOf(m_pCtrl->GetImageModel()->GetCurrentIndex());
+    const QPointer<CAnnotationFiles> self(this);
+    const EOtherSize eSize = AnnotationDialogs::AskSize(QApplication::activeWindow(), page, size);
+    if (self && eSize == EOtherSize_Leave)
+        m_refused.insert(strImage);
+    return eSize;
+}
+
 void CAnnotationFiles::AfterLoading(const QString& strPath, const SReport& report)
 {
     const QString strImage = m_loading.take(strPath);
@@ -159,6 +177,8 @@ void CAnnotationFiles::AfterLoading(const QString& strPath, const SReport& repor
         return;
     // Another image is shown by now: they come when this one is shown again.
     if (strImage != m_pOrigins->FileOf(m_pCtrl->GetImageModel()->GetCurrentIndex()))
+        return;
+    if (m_refused.contains(strImage))
         return;
     m_pending.remove(strImage);
     if (report.failure.empty())
@@ -175,18 +195,25 @@ void CAnnotationFiles::TellRemarks(const QString& strPath, const SReport& report
             QFileInfo(strPath).fileName(), LibraryTexts::Sentence(QString::fromStdString(remark.text))));
 }
 
-void CAnnotationFiles::Write(const QString& strPath, const QString& strImage, const QString& strFormat)
+void CAnnotationFiles::Write(const QString& strPath, const QString& strImage, const QString& strFormat,
+                             EAnnotationsReplace eReplace)
 {
     m_writing.insert(strPath, strImage);
-    m_pStore->Save(strPath, strFormat);
+    m_pStore->Save(strPath, strFormat, eReplace);
 }
 
 void CAnnotationFiles::SaveAs(const QString& strPath, const QString& strFormat)
 {
-    Write(strPath, QString(), strFormat);
+    Write(strPath, QString(), strFormat, EAnnotationsReplace_Any);
 }
 
 void CAnnotationFiles::Save()
+{
+    m_bAsked = true;
+    SaveBeside();
+}
+
+void CAnnotationFiles::SaveBeside()
 {
     m_autoSave.stop();
     const QString strImage = ImageFile();
@@ -198,7 +225,32 @@ void CAnnotationFiles::Save()
     } else if (StoredFile(strImage).isEmpty() && !HasObjects(m_pStore->TakeDocument())) {
         m_pStore->SetSaved(); // there is nothing to write
     } else {
-        Write(Beside(strImage), strImage, OwnFormat());
+        // An older file beside the image was passed over for the newer one on purpose.
+        const bool bElsewhere = StoredFile(strImage) == InDataFolder(strImage);
+        Write(Beside(strImage), strImage, OwnFormat(),
+              bElsewhere ? EAnnotationsReplace_Any : EAnnotationsReplace_Known);
+    }
+}
+
+/// Another window or program has written the file since it was read here.
+void CAnnotationFiles::MeetConflict(const QString& strPath, const QString& strImage)
+{
+    if (!m_bAsked) {
+        if (!m_conflicts.contains(strPath))
+            Q_EMIT signal_Told(tr("%1 was changed by another window or program. The annotations do not save "
+                                  "themselves any more.")
+                                   .arg(strPath));
+        m_conflicts.insert(strPath);
+        return;
+    }
+    QWidget* pWindow = QApplication::activeWindow();
+    const auto eChanged = AnnotationDialogs::AskChanged(pWindow, strPath);
+    if (eChanged == AnnotationDialogs::EChanged_Overwrite) {
+        Write(strPath, strImage, OwnFormat(), EAnnotationsReplace_Any);
+    } else if (eChanged == AnnotationDialogs::EChanged_SaveAs) {
+        const auto target = AnnotationDialogs::ChooseToSave(pWindow, strPath);
+        if (!target.strPath.isEmpty())
+            SaveAs(target.strPath, target.strFormat);
     }
 }
 
@@ -212,10 +264,13 @@ void CAnnotationFiles::AfterSaving(const QString& strPath, const SReport& report
         if (strPath == strElsewhere)
             Q_EMIT signal_Told(tr("The folder of %1 cannot be written. Its annotations are saved in %2.")
                                    .arg(QFileInfo(strImage).fileName(), strPath));
+        m_conflicts.remove(strPath);
         Q_EMIT signal_Saved(strPath);
+    } else if (report.conflict) {
+        MeetConflict(strPath, strImage);
     } else if (!strImage.isEmpty() && strPath != strElsewhere && IsSoundOrMissing(strPath)) {
         QDir().mkpath(DataFolder());
-        Write(strElsewhere, strImage, OwnFormat());
+        Write(strElsewhere, strImage, OwnFormat(), EAnnotationsReplace_Known);
     } else {
         Q_EMIT signal_Told(tr("Cannot save the annotations in %1. %2")
                                .arg(strPath, LibraryTexts::Sentence(QString::fromStdString(report.failure))));
@@ -244,8 +299,10 @@ void CAnnotationFiles::StartAutoSave()
 /// Those of an image that is not saved wait for it: beside the image as it was they may be at wrong places.
 void CAnnotationFiles::AutoSave()
 {
-    if (m_pStore->HasUnsaved() && !ImageFile().isEmpty() && !m_pOrigins->IsUnsaved(ImageIndex()))
-        Save();
+    if (!m_pStore->HasUnsaved() || ImageFile().isEmpty() || m_pOrigins->IsUnsaved(ImageIndex()))
+        return;
+    m_bAsked = false;
+    SaveBeside();
 }
 
 Vantor::Annotations::SContext CAnnotationFiles::Context() const

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <Vantor/annotation/Annotations.h>
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
 
 #include <QHash>
 #include <QObject>
@@ -10,7 +11,6 @@
 #include <QString>
 #include <QTimer>
 
-class CAnnotationStore;
 class CImageOrigins;
 class CImageView2DCtrl;
 
@@ -60,7 +60,11 @@ private:
     void AfterOpening();
     void ShowStored();
     void AfterLoading(const QString& strPath, const Vantor::Annotations::SReport& report);
-    void Write(const QString& strPath, const QString& strImage, const QString& strFormat);
+    EOtherSize AskSize(const Vantor::Annotations::SPage& page, const QSize& size);
+    void SaveBeside();
+    void Write(const QString& strPath, const QString& strImage, const QString& strFormat,
+               EAnnotationsReplace eReplace);
+    void MeetConflict(const QString& strPath, const QString& strImage);
     void AfterSaving(const QString& strPath, const Vantor::Annotations::SReport& report);
     void TellRemarks(const QString& strPath, const Vantor::Annotations::SReport& report);
     void StartAutoSave();
@@ -70,10 +74,13 @@ private:
     const CImageOrigins* m_pOrigins;
     CAnnotationStore* m_pStore;
     QTimer m_autoSave;
-    int m_nHome = 0;                                           ///< see ImageIndex
-    bool m_bEmpty = true;                                      ///< there are no annotations
-    QSet<QString> m_pending;                                   ///< images whose files were not looked at yet
+    int m_nHome = 0;         ///< see ImageIndex
+    bool m_bEmpty = true;    ///< there are no annotations
+    QSet<QString> m_pending; ///< images whose files were not looked at yet
+    QSet<QString> m_refused; ///< of m_pending: those that somebody does not want to see
     QHash<QString, Vantor::Annotations::SDocument> m_expected; ///< by image
     QHash<QString, QString> m_loading;                         ///< file to image
     QHash<QString, QString> m_writing;                         ///< file to image; empty: chosen by somebody
+    bool m_bAsked = false;                                     ///< somebody has asked for the last save
+    QSet<QString> m_conflicts;                                 ///< files that were told to be another's
 };

@@ -14,7 +14,7 @@ using Vantor::Algorithms::CImage;
 
 namespace
 {
-/// The file that an image was loaded from; empty for a capture and what was pasted as a picture.
+/// The file from which an image was loaded; empty for a capture and for a pasted picture.
 QString LoadedFrom(const CImage& image)
 {
     const QString strName = QString::fromStdWString(image.GetName());
@@ -28,7 +28,7 @@ CImageOrigins::CImageOrigins(CImageView2DCtrl* pCtrl) : m_pCtrl(pCtrl), m_pModel
 {
     connect(m_pModel, &CImageView2DModel::signal_ChangeImageList, this, &CImageOrigins::LearnList);
     connect(m_pModel, &CImageView2DModel::signal_ChangeCurrentImage, this, &CImageOrigins::signal_Changed);
-    // The first image of the file is current by now, the others follow it.
+    // The first image of the file is current now, and the others follow it.
     connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, this, [this] {
         Learn(m_pModel->GetCurrentIndex());
         Q_EMIT signal_Changed();
@@ -36,7 +36,7 @@ CImageOrigins::CImageOrigins(CImageView2DCtrl* pCtrl) : m_pCtrl(pCtrl), m_pModel
     connect(pCtrl, &CImageView2DCtrl::signal_FileSaved, this, &CImageOrigins::LearnSaved);
 }
 
-/// Images from some index on that come from a file just now.
+/// Learns the images from an index on, which have just come from a file.
 void CImageOrigins::Learn(int nFirst)
 {
     for (int i = nFirst; i < m_pModel->GetImageCount(); ++i) {
@@ -50,7 +50,7 @@ void CImageOrigins::Learn(int nFirst)
     }
 }
 
-/// What is appended comes from its file when it has one: a file that is pasted is announced by nothing else.
+/// An appended image comes from its file, if it has one: no other signal announces a pasted file.
 void CImageOrigins::LearnList()
 {
     Learn(m_nCount);
@@ -90,8 +90,8 @@ QString CImageOrigins::FileOf(int nIndex) const
     return pImage ? m_saved.value(pImage->GetUID(), LoadedFrom(*pImage)) : QString();
 }
 
-/// Whether writing an image there keeps everything that the file has: a document has more, and so may a file
-/// with several pages or frames, or one that was read in part.
+/// Whether writing an image there keeps everything in the file: a document has more, and so may a file with
+/// several pages or frames, or one that was read in part.
 bool CImageOrigins::IsWholeIn(const QString& strPath) const
 {
     static const QStringList lstSuffixes{QStringLiteral("bmp"), QStringLiteral("jpg"), QStringLiteral("jpeg"),

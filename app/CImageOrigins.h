@@ -10,8 +10,8 @@
 class CImageView2DCtrl;
 class CImageView2DModel;
 
-/// Which images of a viewer are as they stand in their files. What was turned or filtered, captured or pasted
-/// is not, until it is saved or the step is undone.
+/// Knows which images of a viewer equal their files. An image that was turned, filtered, captured or pasted
+/// does not, until it is saved or the step is undone.
 class CImageOrigins : public QObject
 {
     Q_OBJECT
@@ -22,14 +22,14 @@ public:
 
     bool IsUnsaved(int nIndex) const;
     bool AnyUnsaved() const;
-    /// The absolute path of the file that the image comes from or was saved in; empty without one.
+    /// The absolute path of the file from which the image comes or to which it was saved; empty without one.
     QString FileOf(int nIndex) const;
-    /// Saves an image in its file or, when that would lose something or there is none, asks for a name.
-    /// @return false when it is not saved
+    /// Saves an image to its file or, if that would lose something or there is no file, asks for a name.
+    /// @return whether it was saved
     bool Save(int nIndex);
 
 Q_SIGNALS:
-    /// Another image, or one that was changed or saved.
+    /// The current image is another one, or was changed or saved.
     void signal_Changed();
 
 private:
@@ -40,8 +40,8 @@ private:
 
     CImageView2DCtrl* m_pCtrl;
     CImageView2DModel* m_pModel;
-    int m_nCount = 0;                     ///< images that are known
+    int m_nCount = 0;                     ///< of known images
     QSet<unsigned int> m_clean;           ///< identifiers of images
-    QHash<unsigned int, QString> m_saved; ///< where images were saved
-    QSet<QString> m_partly;               ///< files of which the image is a part
+    QHash<unsigned int, QString> m_saved; ///< files to which images were saved, by identifier
+    QSet<QString> m_partly;               ///< files that hold more than their image
 };

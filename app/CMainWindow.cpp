@@ -51,9 +51,9 @@
 
 namespace
 {
-constexpr QSize kWindowSize(1200, 820); // where the screen has room for it
-constexpr double kScreenShare = 0.9;    // of the screen for the first window, with its frame
-constexpr int kFrame = 8;               // of a window, both its sides; the title bar comes on top
+constexpr QSize kWindowSize(1200, 820); // if the screen has room for it
+constexpr double kScreenShare = 0.9;    // of the screen, for the first window with its frame
+constexpr int kFrame = 8;               // of a window, both sides together; the title bar is extra
 constexpr int kWideWindow = 1000;
 constexpr int kToolDockWidth = 220;
 constexpr int kPropertyDockWidth = 250;
@@ -61,7 +61,7 @@ constexpr int kLogDockHeight = 110;
 constexpr int kGlobeSide = 600;
 constexpr int kStateVersion = 1;
 
-/// The window of the first start, without its frame.
+/// The size of the window at the first start, without its frame.
 QSize FirstSize(const QWidget& window)
 {
     const QSize room = window.screen()->availableGeometry().size() * kScreenShare;
@@ -76,7 +76,7 @@ void BringUp(QWidget& window)
     window.activateWindow();
 }
 
-/// What is kinder to people than what the library does by itself.
+/// The host turns on what is kinder to users than the library's defaults.
 SCenterOptions HostOptions()
 {
     SCenterOptions sOptions;
@@ -87,6 +87,7 @@ SCenterOptions HostOptions()
     sOptions.bMoreShapes = true;
     sOptions.bOwnColors = true;
     sOptions.bEditKeys = true;
+    sOptions.bClearApart = true;
     sOptions.bCarryAnnotations = true;
     sOptions.bAnnotationJournal = true;
     return sOptions;
@@ -97,7 +98,7 @@ QByteArray StoredBytes(const QString& strKey)
     return QByteArray::fromBase64(CSettingManager::GetString(strKey, QString()).toLatin1());
 }
 
-/// The first control below a widget that the keyboard reaches by Tab; null when there is none.
+/// The first control below a widget that Tab reaches; null when there is none.
 QWidget* FirstControl(QWidget* pParent)
 {
     QWidget* pWidget = pParent->nextInFocusChain();
@@ -116,12 +117,12 @@ void StoreBytes(const QString& strKey, const QByteArray& bytes)
 
 CMainWindow::CMainWindow()
 {
-    // OpenGL comes with the first 3D view: half the time and the memory of a start would go into it.
+    // OpenGL is loaded with the first 3D view, because it would take half the time and the memory of a start.
     QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
     setWindowTitle(QStringLiteral("Vantor[*]"));
     resize(FirstSize(*this));
     setAcceptDrops(true);
-    // First, for the others read them.
+    // First, because the others read the settings.
     m_pSettingDlg = new CSettingDlg(this);
     m_pSettingCtrl = std::make_unique<CSettingCtrl>(m_pSettingDlg);
     m_pTheme = std::make_unique<CTheme>(
@@ -141,7 +142,7 @@ CMainWindow::CMainWindow()
     pLayout->addWidget(m_pMessages);
     pLayout->addWidget(m_pView, 1);
     setCentralWidget(pCentral);
-    // The status panels of the library are empty: there is no dock for them.
+    // The library's status panels are empty, so they get no dock.
     m_pCtrl = std::make_unique<CCenterCtrl>(m_pModel.get(), m_pView, m_pToolBox, m_pProperties, nullptr);
     m_pCtrl->SetOptions(HostOptions());
     CMVCManager::PushMVC(nullptr, this, nullptr);
@@ -153,7 +154,7 @@ CMainWindow::CMainWindow()
     CreateToolBar();
     statusBar();
     ConnectMessages();
-    // Also when the active viewer is hidden now: keyboard, border and docks go to one that is shown.
+    // If the layout has hidden the active viewer, keyboard, border and docks move to a visible one.
     connect(m_pModel.get(), &CCenterModel::signal_ChangedSize, m_pViewers.get(), &CViewers::FocusActive);
     RestoreState();
     connect(m_pModel.get(), &CCenterModel::signal_ChangedSize, this, &CMainWindow::ShowAnnotations);
@@ -185,7 +186,7 @@ void CMainWindow::CreateDocks()
     m_pToolBox = new CToolBoxDockView(this);
     m_pProperties = new CPropertyDockView(this);
     QDockWidget* pTools = AddDock("Tools", tr("Tools"), m_pToolBox, Qt::LeftDockWidgetArea);
-    // In a small window both at one side: the pictures need the width.
+    // In a small window both docks stand on one side, because the images need the width.
     const bool bSmall = width() < kWideWindow;
     QDockWidget* pProperties = AddDock("Properties", tr("Properties"), m_pProperties,
                                        bSmall ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea);
@@ -197,7 +198,7 @@ void CMainWindow::CreateDocks()
     CreateAnnotationsDock();
 }
 
-/// At the bottom, where there is room for all columns; hidden at first as the log is.
+/// Puts the dock at the bottom, where there is room for all columns; hidden at first, as the log is.
 void CMainWindow::CreateAnnotationsDock()
 {
     m_pAnnotations = new CAnnotationTableView(this);
@@ -225,7 +226,7 @@ void CMainWindow::ConnectMessages()
     }
     connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessStarted, this, &CMainWindow::ShowWork);
     connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessEnded, this, &CMainWindow::EndWork);
-    // Queued: that it has failed is said after its end.
+    // Queued, because a failure is reported after the end.
     connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessEnded, m_pMessages, &CMessageBar::ForgetOld,
             Qt::QueuedConnection);
     connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessFailed, this,
@@ -234,7 +235,7 @@ void CMainWindow::ConnectMessages()
             });
 }
 
-/// What a person does in a viewer and what succeeds: another image, or another annotation.
+/// Another image or another annotation in a viewer is a success of the user and ends old messages.
 void CMainWindow::ConnectActions(const SViewer& viewer)
 {
     const auto on = [this](const auto* pModel, auto pSignal) {
@@ -246,7 +247,7 @@ void CMainWindow::ConnectActions(const SViewer& viewer)
     on(viewer.Ctrl2D()->GetGeometryModel(), &G::signal_DeleteDrawableObject);
 }
 
-/// The thread is about to be busy: what is to be seen must be painted now, which the status bar does.
+/// The status bar must paint now, because the thread is about to be busy.
 void CMainWindow::ShowWork(const QString& strTool)
 {
     QApplication::setOverrideCursor(Qt::WaitCursor);
@@ -259,11 +260,11 @@ void CMainWindow::EndWork()
     statusBar()->clearMessage();
 }
 
-/// The library goes on without these folders, silently.
+/// Without these folders the library continues silently.
 void CMainWindow::CheckFolders()
 {
     const QString strNow = QDateTime::currentDateTime().toString(Qt::ISODate);
-    // That nothing can be stored is told once, not for each setting.
+    // Reports once that nothing can be stored, not for each setting.
     if (m_pSettingCtrl->UpdateParameter(HostSettings::kLastStart, strNow))
         connect(m_pSettingCtrl.get(), &CSettingCtrl::signal_Failed, m_pMessages,
                 [this](const QString& strMessage) { m_pMessages->Tell(LibraryTexts::Failure(strMessage)); });
@@ -335,7 +336,7 @@ void CMainWindow::Show3D(bool b3D)
     b3D ? viewer.pView->slot_Press3D() : viewer.pView->slot_Press2D();
     m_pViewers->FocusActive();
     m_pMessages->ForgetOld();
-    // A system with OpenGL ES alone gets a placeholder. What else is missing is told by the log.
+    // A system with only OpenGL ES gets a placeholder. The log reports anything else that is missing.
     if (b3D && !viewer.pCtrl->Get3DCtrl())
         m_pMessages->Tell(tr("The 3D view needs OpenGL 3.3, which this system does not offer."));
 }
@@ -369,7 +370,7 @@ void CMainWindow::ShowGlobe()
         m_pGlobe->setWindowFlag(Qt::Window);
         m_pGlobe->setWindowTitle(tr("Globe"));
         m_pGlobe->resize(kGlobeSide, kGlobeSide);
-        m_pGlobe->SetSteadyRepaint(false); // it does not turn by itself
+        m_pGlobe->SetSteadyRepaint(false); // it moves only when dragged
         connect(new QShortcut(Qt::Key_Escape, m_pGlobe), &QShortcut::activated, m_pGlobe, &QWidget::close);
     }
     BringUp(*m_pGlobe);

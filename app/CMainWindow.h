@@ -12,6 +12,7 @@
 #include <vector>
 
 class CActionTable;
+class CAnnotationStore;
 class CAnnotationTableCtrl;
 class CAnnotationTableView;
 class CCenterCtrl;
@@ -34,9 +35,8 @@ class QDockWidget;
 class QMenu;
 struct SViewer;
 
-/// The example host: the centre, two of its docks, the log, the settings, and the menus that reach them. What
-/// the library does without a word is told here: failures in a bar inside the window, long work in the status
-/// bar.
+/// The example host: the centre, two of its docks, the log, the settings, and the menus that reach them. It
+/// reports what the library does silently: failures in a bar inside the window, long work in the status bar.
 class CMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -45,17 +45,17 @@ public:
     CMainWindow();
     ~CMainWindow() override;
 
-    /// Deals the files over the viewers that the layout shows, each of which begins with its first one. What
-    /// cannot be opened is told in the window and on standard error.
+    /// Distributes the files over the viewers of the layout; each viewer shows its first file. Reports
+    /// failures in the window and on standard error.
     /// @param strLayout  "1x1", "2x1" or "2x2"; empty: the smallest with a viewer for each, but 1x1 for more
     ///                   than four files; without any file the layout stays
-    /// @return how many could be opened
+    /// @return the number of opened files
     int OpenFiles(const QStringList& lstFiles, const QString& strLayout = QString());
 
     /// @param strLayout  "1x1", "2x1" or "2x2"
     /// @return false for anything else, which changes nothing
     bool ChangeLayout(const QString& strLayout);
-    /// Opens what was open when the last window was closed, if that is wished.
+    /// Opens the files that were open when the last window was closed, if the user has chosen so.
     void ReopenSession();
 
 protected:
@@ -91,6 +91,7 @@ private:
     void ShowWork(const QString& strTool);
     void EndWork();
     void CreateUnsavedWork();
+    void TellWhatHappensTo(const CAnnotationStore& store);
     void ShowUnsaved();
     void CheckFolders();
     void RestoreState();
@@ -99,7 +100,7 @@ private:
     bool OpenIn(std::size_t nViewer, const QString& strFile);
     void OpenInActive(const QString& strFile);
     /// @{
-    /// The image of the active viewer with its annotations: asks for a file and writes it, or copies it.
+    /// The image of the active viewer with its annotations: ask for a file and write it, or copy it.
     void AskForPicture();
     void ExportPicture(const QString& strPath);
     void CopyPicture();
@@ -119,6 +120,7 @@ private:
     /// @}
     bool ReadAnnotations(const QString& strPath, const QString& strFormat,
                          Vantor::Annotations::SDocument& document);
+    bool FitToImage(Vantor::Annotations::SPage& page);
     void OfferRecovery();
     void RestoreWork(const std::vector<AnnotationRecovery::SFound>& vctFound);
     bool RestoreOne(const AnnotationRecovery::SFound& found);
@@ -126,15 +128,15 @@ private:
     bool RestoreApart(const AnnotationRecovery::SFound& found,
                       const Vantor::Annotations::SDocument& document);
     void StoreSession();
-    /// Changes the image of the active viewer, or tells why not.
+    /// Changes the image of the active viewer, or reports why not.
     void ChangeImage(const ImageEdits::Edit& edit);
     /// @{
-    /// In the active viewer. The library looks for the keyboard, which a menu or a dialog may have just now.
+    /// In the active viewer. The library acts where the focus is, which a menu or a dialog may have.
     void Undo();
     void Redo();
     /// @}
     void Show3D(bool b3D);
-    /// Moves the keyboard between the active view and the docks that are shown, round and round.
+    /// Moves the focus in a circle through the active view and the visible docks.
     void FocusPane(int nStep);
     void ShowSettings();
     void ShowGlobe();
@@ -142,7 +144,7 @@ private:
     void About();
 
     CSettingDlg* m_pSettingDlg = nullptr;
-    CImageView3DEarth* m_pGlobe = nullptr; ///< made when it is asked for
+    CImageView3DEarth* m_pGlobe = nullptr; ///< made at its first use
     std::unique_ptr<CSettingCtrl> m_pSettingCtrl;
     std::unique_ptr<CTheme> m_pTheme;
     CToolBoxDockView* m_pToolBox = nullptr;
@@ -157,7 +159,7 @@ private:
     std::unique_ptr<CViewers> m_pViewers;
     std::unique_ptr<CUnsavedWork> m_pWork;
     CActionTable* m_pActions = nullptr;
-    std::vector<QAction*> m_vctToolBar; ///< those of the menus that the tool bar shows, too
+    std::vector<QAction*> m_vctToolBar; ///< the entries that the tool bar shows, too
     CRecentFiles* m_pRecent = nullptr;
-    bool m_bPasteUseful = true; ///< what the clipboard held when the menu was opened last
+    bool m_bPasteUseful = true; ///< the state when the menu last opened
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// What CMainWindow does with files: from the command line, dropped, and what is to be said of them.
+// CMainWindow's work with files: those of the command line, dropped ones, and the messages about them.
 #include "CMainWindow.h"
 
 #include "CActionTable.h"
@@ -30,8 +30,8 @@ namespace
 {
 constexpr int kMessageMs = 5000;
 
-/// The smallest grid with a viewer for each file; more files than viewers are the list of one. Empty for
-/// none.
+/// The smallest grid with a viewer for each file; more files than viewers become the list of one. Empty for
+/// no file.
 QString LayoutFor(int nFiles)
 {
     if (nFiles == 0)
@@ -58,7 +58,7 @@ int CMainWindow::OpenFiles(const QStringList& lstFiles, const QString& strLayout
     for (int i = 0; i < lstFiles.size(); ++i)
         if (OpenIn(static_cast<std::size_t>(i % nViewers), lstFiles[i]))
             ++nOpened;
-    // Each viewer begins with its first file, not with the one that came last.
+    // Each viewer first shows its first file, not its last.
     for (std::size_t i = 0; i < vctCounts.size(); ++i)
         m_pViewers->All()[i].Ctrl2D()->GetImageModel()->SetCurrentIndex(vctCounts[i]);
     m_pActions->Update();
@@ -100,7 +100,7 @@ void CMainWindow::ConnectFiles(const SViewer& viewer)
     });
 }
 
-/// What is to be known of a file although it could be opened.
+/// Reports the notes on a file that could be opened.
 void CMainWindow::TellNotes(const QString& strPath, const CImageView2DCtrl& ctrl)
 {
     const auto pImage = ctrl.GetCurrentImgage();
@@ -111,7 +111,7 @@ void CMainWindow::TellNotes(const QString& strPath, const CImageView2DCtrl& ctrl
             QFileInfo(strPath).fileName(), LibraryTexts::Sentence(QString::fromStdString(strNote))));
 }
 
-/// Files may be dropped anywhere: what no viewer takes comes here and goes to the active one.
+/// Files may be dropped anywhere: those that no viewer takes go to the active one.
 void CMainWindow::dragEnterEvent(QDragEnterEvent* pEvent)
 {
     if (pEvent->mimeData()->hasUrls())

@@ -17,6 +17,7 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/object/ShapeKinds.h>
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/annotation/store/SImageChange.h>
 #include <VantorCommon/settings/CSettingManager.h>
 #include <VantorCommon/shell/center/CCenterCtrl.h>
@@ -53,13 +54,13 @@ QIcon LibraryIcon(const char* pName)
     return QIcon(QStringLiteral(":/Image/%1.png").arg(QLatin1String(pName)));
 }
 
-/// The texts of the kinds that the library has stand in translations/ShapeTexts.cpp.
+/// translations/ShapeTexts.cpp has the texts of the library's kinds.
 QString ShapeText(const SShapeKind& kind)
 {
     return QCoreApplication::translate("ShapeKinds", kind.strMenu.toUtf8().constData());
 }
 
-/// The platform's keys for a purpose, or one of ours where it has none.
+/// The platform's keys for a purpose, or the given one if it has none.
 QList<QKeySequence> Keys(QKeySequence::StandardKey eStandard, const char* pElse = "")
 {
     const QList<QKeySequence> lstKeys = QKeySequence::keyBindings(eStandard);
@@ -78,7 +79,7 @@ bool HasSelection(const SViewer& viewer)
                        [](const auto& pObject) { return pObject->GetSelected(); });
 }
 
-/// Whether the 2D view would paste something.
+/// Whether the clipboard has something that the 2D view would paste.
 bool CanPaste()
 {
     const QMimeData* pData = QGuiApplication::clipboard()->mimeData();
@@ -132,7 +133,7 @@ void CMainWindow::CreateFileMenu()
         pFile, {tr("&Close Image"), LibraryIcon("close"), Keys(QKeySequence::Close)},
         [this] { m_pWork->CloseCurrent(m_pViewers->Active()); }, hasImage);
     m_pActions->Add(
-        pFile, {tr("Close A&ll Images"), LibraryIcon("clear"), Key("Ctrl+Shift+W")},
+        pFile, {tr("Close A&ll Images"), LibraryIcon("clear-images"), Key("Ctrl+Shift+W")},
         [this] { m_pWork->CloseAll(m_pViewers->Active()); }, hasImage);
     pFile->addSeparator();
     m_pActions->Add(pFile, {tr("&Quit"), HostIcon("quit"), Keys(QKeySequence::Quit, "Ctrl+Q")},
@@ -145,7 +146,7 @@ void CMainWindow::CreateEditMenu()
     const auto hasImage = [this] { return m_pViewers->Active().HasImage(); };
     const auto is2D = [this] { return !m_pViewers->Active().pView->Is3DShown(); };
     QMenu* pEdit = menuBar()->addMenu(tr("&Edit"));
-    // Before the table looks. Asking at other times would wait for whoever owns the clipboard.
+    // Before the table looks, and only here, because asking waits for the owner of the clipboard.
     connect(pEdit, &QMenu::aboutToShow, this, [this] { m_bPasteUseful = CanPaste(); });
     connect(
         pEdit, &QMenu::aboutToHide, this, [this] { m_bPasteUseful = true; }, Qt::QueuedConnection);
@@ -177,11 +178,17 @@ void CMainWindow::CreateEditMenu()
     m_pActions->Add(
         pEdit, {tr("Dupl&icate"), QIcon(), Key("Ctrl+D")}, [this] { DuplicateAnnotations(); },
         [this] { return HasSelection(m_pViewers->Active()); });
+    m_pActions->Add(
+        pEdit, {tr("R&estore Cleared Annotations"), QIcon(), {}},
+        [this] { m_pViewers->Active().Ctrl2D()->GetAnnotationStore()->RestoreCleared(); },
+        [this, hasImage] {
+            return hasImage() && m_pViewers->Active().Ctrl2D()->GetAnnotationStore()->CountCleared() > 0;
+        });
     pEdit->addSeparator();
     CreateImageEntries(pEdit);
 }
 
-/// What changes the whole image, each an undoable step.
+/// The entries that change the whole image, each as an undoable step.
 void CMainWindow::CreateImageEntries(QMenu* pMenu)
 {
     const auto ctrl = [this] { return m_pViewers->Active().Ctrl2D(); };
@@ -357,7 +364,7 @@ void CMainWindow::CreateHelpMenu()
     m_pActions->Add(pHelp, {tr("&About Vantor"), HostIcon("about"), {}}, [this] { About(); });
 }
 
-/// What is used most, by the icons of the menus. A tool bar's buttons never take the focus.
+/// The most frequent entries, with the icons of the menus. A tool bar's buttons never take the focus.
 void CMainWindow::CreateToolBar()
 {
     QToolBar* pBar = addToolBar(tr("Tool Bar"));
@@ -370,7 +377,7 @@ void CMainWindow::CreateToolBar()
             pBar->addSeparator();
         pMenu = pOwner;
         pBar->addAction(pAction);
-        // A reader of the screen toggles the button, which alone would do nothing.
+        // A screen reader toggles the button, which alone would do nothing.
         connect(static_cast<QToolButton*>(pBar->widgetForAction(pAction)), &QToolButton::toggled, pAction,
                 [pAction](bool bChecked) {
                     if (bChecked != pAction->isChecked())

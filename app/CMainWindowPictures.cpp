@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// What CMainWindow does with pictures of images with their annotations, and with the annotations of the
-// active viewer.
+// CMainWindow's pictures of images with their annotations, and its entries for the active viewer's
+// annotations.
 #include "CMainWindow.h"
 
 #include "CMessageBar.h"

@@ -63,12 +63,30 @@ void CMainWindow::CreateUnsavedWork()
             [this, viewer](int nRow) { return m_pWork->IsUnsaved(viewer, nRow); }, pList));
         const CAnnotationFiles* pFiles = m_pWork->Annotations(viewer);
         connect(pFiles, &CAnnotationFiles::signal_Told, m_pMessages, &CMessageBar::Tell);
+        TellWhatHappensTo(*pFiles->Store());
         connect(pFiles, &CAnnotationFiles::signal_Saved, this, [this](const QString& strPath) {
             m_pMessages->ForgetOld();
             statusBar()->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(strPath)), kMessageMs);
         });
     }
     connect(m_pRecovery, &CRecoveryBar::signal_Restore, this, &CMainWindow::RestoreWork);
+}
+
+/// Not what a person has asked for: the questions have said what loading and closing drop.
+void CMainWindow::TellWhatHappensTo(const CAnnotationStore& store)
+{
+    connect(&store, &CAnnotationStore::signal_AnnotationsGone, this,
+            [this](EAnnotationsGone eReason, int nCount) {
+                if (eReason != EAnnotationsGone_Loaded && eReason != EAnnotationsGone_Closed)
+                    m_pMessages->Tell(tr("%n annotation(s) went with the old image. Edit > Restore Cleared "
+                                         "Annotations brings them back.",
+                                         nullptr, nCount));
+            });
+    connect(&store, &CAnnotationStore::signal_NotCarried, this, [this](int nCount) {
+        m_pMessages->Tell(tr("%n annotation(s) of a kind that is unknown here did not go along with the "
+                             "image. They keep their old places in the file.",
+                             nullptr, nCount));
+    });
 }
 
 void CMainWindow::ShowUnsaved()
@@ -142,9 +160,16 @@ void CMainWindow::OpenAnnotations()
     const SViewer viewer = m_pViewers->Active();
     const QString strPath = AnnotationDialogs::ChooseToOpen(this, QFileInfo(ActiveFile()).path());
     SDocument document;
-    if (!strPath.isEmpty() &&
-        ReadAnnotations(strPath, QLatin1String(Vantor::Annotations::kOwnFormat), document))
-        viewer.Ctrl2D()->GetAnnotationStore()->Apply(document);
+    if (strPath.isEmpty() ||
+        !ReadAnnotations(strPath, QLatin1String(Vantor::Annotations::kOwnFormat), document))
+        return;
+    const SPage* pShown = m_pWork->Annotations(viewer)->PageOf(document);
+    for (SPage& page : document.pages)
+        if (&page == pShown && !FitToImage(page))
+            return;
+    CAnnotationStore* pStore = viewer.Ctrl2D()->GetAnnotationStore();
+    pStore->Apply(document);
+    pStore->SetKnownFile(strPath, Vantor::Annotations::IdentityOf(strPath.toStdString()).sha256);
 }
 
 void CMainWindow::ImportAnnotations()
@@ -157,11 +182,26 @@ void CMainWindow::ImportAnnotations()
     const SPage* pPage = m_pWork->Annotations(viewer)->PageOf(document);
     if (!pPage)
         return m_pMessages->Tell(tr("%1 has no annotations of this image.").arg(strPath));
-    const auto context = m_pWork->Annotations(viewer)->Context();
-    if (pPage->width > 0 && (pPage->width != context.width || pPage->height != context.height))
-        m_pMessages->Tell(tr("The annotations in %1 were made for an image of %2 x %3 pixels.")
-                              .arg(strPath, QString::number(pPage->width), QString::number(pPage->height)));
-    viewer.Ctrl2D()->GetAnnotationStore()->Paste(pPage->objects, QPointF());
+    SPage page = *pPage;
+    if (FitToImage(page))
+        viewer.Ctrl2D()->GetAnnotationStore()->Paste(page.objects, QPointF());
+}
+
+/// Asks when a page was made for an image of another size. @return whether to show it
+bool CMainWindow::FitToImage(SPage& page)
+{
+    const auto context = m_pWork->Annotations(m_pViewers->Active())->Context();
+    const QSize size(context.width, context.height);
+    if (page.width <= 0 || page.height <= 0 || QSize(page.width, page.height) == size)
+        return true;
+    const EOtherSize eSize = AnnotationDialogs::AskSize(this, page, size);
+    if (eSize == EOtherSize_Scale)
+        for (const auto& remark : Vantor::Annotations::ScalePage(page, size.width() / double(page.width),
+                                                                 size.height() / double(page.height)))
+            m_pMessages->Tell(
+                QStringLiteral("%1: %2").arg(QString::fromStdString(remark.object),
+                                             LibraryTexts::Sentence(QString::fromStdString(remark.text))));
+    return eSize != EOtherSize_Leave;
 }
 
 void CMainWindow::SaveAnnotationsAs()

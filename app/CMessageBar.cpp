@@ -14,7 +14,7 @@ namespace
 {
 constexpr int kIconSize = 24;
 constexpr int kMargin = 6;
-constexpr int kMaxShown = 3; // messages; the others are in the log
+constexpr int kMaxShown = 3; // messages; the log has the others
 } // namespace
 
 CMessageBar::CMessageBar(QWidget* pParent) : QFrame(pParent)
@@ -27,7 +27,7 @@ CMessageBar::CMessageBar(QWidget* pParent) : QFrame(pParent)
     m_pText = new QLabel(this);
     m_pText->setTextFormat(Qt::PlainText);
     m_pText->setWordWrap(true);
-    // By mouse only: the label never takes the keyboard from a viewer.
+    // By mouse only, so that the label never takes the focus from a viewer.
     m_pText->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_pText->setFocusPolicy(Qt::NoFocus);
     auto* pClose = new QToolButton(this);
@@ -78,7 +78,7 @@ void CMessageBar::ForgetOld()
 bool CMessageBar::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
     switch (pEvent->type()) {
-    case QEvent::ShortcutOverride: // comes for every key, also for one that is a shortcut
+    case QEvent::ShortcutOverride: // sent for every key, even for a shortcut
     case QEvent::MouseButtonPress:
     case QEvent::Drop:
         m_bFresh = false;

@@ -7,8 +7,8 @@
 
 class QLabel;
 
-/// A bar inside the window that tells what could not be done. It blocks nothing, takes no focus by itself and
-/// stays until it is closed or something else succeeds; while it is open, further messages join the first.
+/// A bar inside the window that reports failures. It blocks nothing, takes no focus by itself and stays until
+/// the user closes it or another action succeeds; while it is open, it adds further messages to the first.
 class CMessageBar : public QFrame
 {
     Q_OBJECT
@@ -16,17 +16,17 @@ class CMessageBar : public QFrame
 public:
     explicit CMessageBar(QWidget* pParent);
 
-    /// Shows a message with its reason. An empty one is dropped.
+    /// Shows a message with its reason. Ignores an empty one.
     void Tell(const QString& strMessage);
 
-    /// Drops what was told of a file, for it has succeeded now.
+    /// Drops the messages about a file, because it has succeeded now.
     void ForgetAbout(const QString& strPath);
-    /// Something that the user asked for has succeeded: drops everything, unless something was told since the
-    /// user's last key, click or drop, which belongs to the same doing.
+    /// An action of the user has succeeded: drops all messages, unless one came since the user's last key,
+    /// click or drop, because it belongs to the same action.
     void ForgetOld();
 
 protected:
-    /// Watches the whole program for what the user does.
+    /// Watches the whole program for actions of the user.
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
 private:
@@ -34,6 +34,6 @@ private:
     void ShowMessages();
 
     QLabel* m_pText = nullptr;
-    QStringList m_lstMessages; ///< on show
-    bool m_bFresh = false;     ///< something was told since the user did anything
+    QStringList m_lstMessages; ///< visible ones
+    bool m_bFresh = false;     ///< a message came since the user's last action
 };

@@ -15,7 +15,7 @@ namespace
 {
 const QChar kSeparator = QLatin1Char(' ');
 
-/// A file name in a menu: an ampersand stands for itself.
+/// A file name in a menu, with each ampersand escaped.
 QString Label(int nIndex, const QString& strPath)
 {
     const QFileInfo file(strPath);
@@ -31,7 +31,7 @@ CRecentFiles::CRecentFiles(QMenu* pMenu, std::function<void(const QString&)> ope
     connect(pMenu, &QMenu::aboutToShow, this, &CRecentFiles::Fill);
 }
 
-/// Percent-encoded, so that no path holds the separator or a quote, which the settings refuse.
+/// Percent-encoded, so that no path contains the separator or a quote, which the settings refuse.
 QStringList CRecentFiles::Files() const
 {
     QStringList lstFiles;

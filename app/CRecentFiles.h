@@ -8,7 +8,7 @@
 
 class QMenu;
 
-/// The files opened lately, newest first, kept in the settings, and the menu that opens them again.
+/// The recent files, newest first, which the settings keep, and the menu that opens them again.
 class CRecentFiles : public QObject
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ class CRecentFiles : public QObject
 public:
     static constexpr int kMaxFiles = 10;
 
-    /// @param pMenu  is filled each time it opens
+    /// @param pMenu  filled each time it opens
     /// @param open   opens a file
     CRecentFiles(QMenu* pMenu, std::function<void(const QString&)> open);
 

@@ -9,8 +9,8 @@
 
 class QLabel;
 
-/// A bar inside the window that offers annotations which an earlier run has left behind unsaved. It blocks
-/// nothing; what is put off is offered again by the next run.
+/// A bar inside the window that offers unsaved annotations of an earlier run. It blocks nothing; if the user
+/// postpones, the next run offers them again.
 class CRecoveryBar : public QFrame
 {
     Q_OBJECT
@@ -20,11 +20,11 @@ public:
 
     explicit CRecoveryBar(QWidget* pParent);
 
-    /// Shows what there is; hides itself when that is nothing.
+    /// Shows the offer; hides the bar if there is nothing to offer.
     void Offer(const FoundList& vctFound);
 
 Q_SIGNALS:
-    /// Restore was chosen.
+    /// The user chose to restore.
     void signal_Restore(const FoundList& vctFound);
 
 private:

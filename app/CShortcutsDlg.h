@@ -9,7 +9,7 @@ class QAction;
 class QTreeWidget;
 class QTreeWidgetItem;
 
-/// The keys of the menus and what mouse and keys do in a viewer.
+/// Shows the keys of the menus and the effects of mouse and keys in a viewer.
 class CShortcutsDlg : public QDialog
 {
     Q_OBJECT

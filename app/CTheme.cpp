@@ -59,7 +59,7 @@ QPalette DarkPalette()
 CTheme::CTheme(EScheme eDesktop, QObject* pParent)
     : QObject(pParent), m_original(QApplication::palette()), m_eDesktop(eDesktop)
 {
-    // The viewers carry a style sheet, beneath which a new palette would not arrive.
+    // The viewers have a style sheet, below which a new palette would otherwise have no effect.
     QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
     Apply();
     AskDesktop();
@@ -82,7 +82,7 @@ void CTheme::AskDesktop()
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
-    // A slot by name: a signal of the bus has no pointer.
+    // A slot by name, because a signal of the bus has no pointer.
     bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this,
                 SLOT(slot_SettingChanged(QString, QString, QDBusVariant)));
     QDBusMessage call = QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Read"));
@@ -102,7 +102,7 @@ void CTheme::slot_SettingChanged(const QString& strGroup, const QString& strKey,
         TakeDesktop(value.variant());
 }
 
-/// @param value  the number, in an old portal's answer wrapped once more
+/// @param value  the number; an old portal wraps it once more
 void CTheme::TakeDesktop(const QVariant& value)
 {
     const QVariant bare = value.canConvert<QDBusVariant>() ? value.value<QDBusVariant>().variant() : value;

@@ -7,11 +7,11 @@
 #include <QPalette>
 #include <QString>
 
-/// The colours of the program: those that the desktop prefers, or light or dark at the user's choice.
+/// The colours of the program: the desktop's preference, or light or dark as the user chooses.
 ///
-/// What the desktop prefers is asked of its settings portal (org.freedesktop.appearance, color-scheme: 1 is
-/// dark, 2 is light) and followed when it changes. Without a portal, or without a preference, the colours
-/// that Qt found at the start stay.
+/// It asks the desktop's settings portal for the preference (org.freedesktop.appearance, color-scheme: 1 is
+/// dark, 2 is light) and follows its changes. Without a portal or a preference, it keeps the colours that Qt
+/// found at the start.
 class CTheme : public QObject
 {
     Q_OBJECT
@@ -19,13 +19,13 @@ class CTheme : public QObject
 public:
     enum EScheme : int { EScheme_Desktop = 0, EScheme_Light = 1, EScheme_Dark = 2 };
 
-    /// @param eDesktop  what the desktop preferred the last time, until its answer comes
+    /// @param eDesktop  the desktop's last known preference, until its answer comes
     explicit CTheme(EScheme eDesktop, QObject* pParent = nullptr);
 
-    /// A value that is no scheme counts as that of the desktop.
+    /// Sets the scheme; any other value means the desktop's.
     void SetScheme(int nScheme);
     EScheme GetScheme() const { return m_eScheme; }
-    /// What the desktop prefers; EScheme_Desktop while that is not known.
+    /// The desktop's preference; EScheme_Desktop while it is unknown.
     EScheme GetDesktop() const { return m_eDesktop; }
     static bool IsDark();
 

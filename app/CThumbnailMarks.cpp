@@ -24,7 +24,7 @@ void CThumbnailMarks::paint(QPainter* pPainter, const QStyleOptionViewItem& opti
         return;
     pPainter->save();
     pPainter->setRenderHint(QPainter::Antialiasing);
-    // Seen on every picture: a dark dot in a light ring.
+    // A dark dot in a light ring is visible on every picture.
     pPainter->setPen(QPen(Qt::white, 2));
     pPainter->setBrush(QColor(200, 60, 0));
     pPainter->drawEllipse(QRect(option.rect.right() - kEdge - kDot, option.rect.top() + kEdge, kDot, kDot));

@@ -5,13 +5,13 @@
 #include <QStyledItemDelegate>
 #include <functional>
 
-/// Paints the thumbnails of a viewer, with a dot in the corner of those that have something to be saved.
+/// Paints the thumbnails of a viewer, with a dot in the corner of those with unsaved work.
 class CThumbnailMarks : public QStyledItemDelegate
 {
     Q_OBJECT
 
 public:
-    /// @param isMarked  told the row
+    /// @param isMarked  whether the thumbnail in a row gets the dot
     CThumbnailMarks(std::function<bool(int)> isMarked, QObject* pParent);
 
     void paint(QPainter* pPainter, const QStyleOptionViewItem& option,

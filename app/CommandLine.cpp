@@ -8,7 +8,7 @@
 
 namespace
 {
-/// A path as it is, and that of an address such as "file:///home/me/a%20b.png".
+/// The path of an address such as "file:///home/me/a%20b.png", any other argument unchanged.
 QString PathOf(const QString& strArgument)
 {
     if (!strArgument.startsWith(QLatin1String("file://")))

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-/// What the user wants, from the command line.
+/// The user's wishes on the command line.
 struct SCommandLine {
     Q_DECLARE_TR_FUNCTIONS(SCommandLine)
 
@@ -18,9 +18,9 @@ public:
     QString strLogDir;     ///< a folder, or empty
     bool bHelp = false;
     bool bVersion = false;
-    QString strError; ///< what is wrong with it, or empty
+    QString strError; ///< what is wrong with the command line, or empty
     QString strHelp;  ///< the text for --help
 
-    /// Needs an application object, of any kind.
+    /// Needs an application object of any kind.
     static SCommandLine Parse(const QStringList& lstArguments);
 };

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// The names of what the viewer keeps in the settings of the library.
+/// The keys of the viewer's own settings among the library's.
 namespace HostSettings
 {
 const auto kGeometry = QStringLiteral("HOST_GEOMETRY"); ///< of the window, base64
@@ -12,9 +12,9 @@ const auto kState = QStringLiteral("HOST_STATE");       ///< of its docks and to
 const auto kLayout = QStringLiteral("HOST_LAYOUT");     ///< "1x1", "2x1" or "2x2"
 const auto kRecentFiles = QStringLiteral("HOST_RECENT_FILES");
 const auto kScheme = QStringLiteral("HOST_SCHEME");                ///< a CTheme::EScheme
-const auto kDesktopScheme = QStringLiteral("HOST_DESKTOP_SCHEME"); ///< what the desktop preferred last
+const auto kDesktopScheme = QStringLiteral("HOST_DESKTOP_SCHEME"); ///< the desktop's last preference
 const auto kLastStart = QStringLiteral("HOST_LAST_START");         ///< ISO date and time
 const auto kAutoSave = QStringLiteral("HOST_AUTO_SAVE");           ///< of annotations, 1: on
-const auto kReopen = QStringLiteral("HOST_REOPEN");                ///< what was open, at the start; 1: on
-const auto kSession = QStringLiteral("HOST_SESSION");              ///< what was open, see Session
+const auto kReopen = QStringLiteral("HOST_REOPEN");   ///< open the last files again at the start; 1: on
+const auto kSession = QStringLiteral("HOST_SESSION"); ///< the open files, see Session
 } // namespace HostSettings

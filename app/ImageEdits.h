@@ -17,12 +17,12 @@ class CImage;
 /// Changes of a viewer's current image as a whole.
 namespace ImageEdits
 {
-/// Changes a copy of the current image in place, and says how that moves what is on it.
+/// Changes a copy of the current image in place, and returns in sChange how that moves its annotations.
 /// @return 0, or non-zero with the image's reason
 using Edit = std::function<int(Vantor::Algorithms::CImage& image, SImageChange& sChange)>;
 
-/// Puts a changed copy in the place of the current image, with its annotations: an undoable step.
-/// @return empty; else the reason why nothing was changed, in English
+/// Replaces the current image by a changed copy, with its annotations, as an undoable step.
+/// @return empty; otherwise why nothing changed, in English
 QString Apply(const SViewer& viewer, const Edit& edit);
 /// The pixels of the current image that the box of the first selected shape touches; empty without one.
 QRect SelectedBox(const SViewer& viewer);

@@ -11,7 +11,7 @@ namespace
 {
 constexpr const char* kContext = "LibraryTexts";
 
-/// What could not be done, with the file.
+/// The failures, with the file.
 const char* const kFailures[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot load image %1."),
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot load pdf file %1."),
@@ -92,13 +92,16 @@ const char* const kSentences[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "The file cannot be read."),
     QT_TRANSLATE_NOOP("LibraryTexts", "The annotations take more than 64 MiB."),
     QT_TRANSLATE_NOOP("LibraryTexts", "There is not enough memory."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The annotations were made for another version of this picture."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "It stays as it is: only the program that made it can scale it."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "It stays as it is: scaled it would be too large."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of at least %1 frames."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of %1 frames."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of more than %1 pages."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of %1 pages."),
 };
 
-/// An expression for a whole text, "%1" and the like standing for anything.
+/// An expression for a whole text, in which "%1" and the like stand for any text.
 QRegularExpression ExpressionFor(const char* pEnglish)
 {
     QString strPattern = QRegularExpression::escape(QLatin1String(pEnglish));
@@ -107,7 +110,7 @@ QRegularExpression ExpressionFor(const char* pEnglish)
                               QRegularExpression::DotMatchesEverythingOption);
 }
 
-/// The texts of a table that can be found in others.
+/// A table of texts that looks up texts with inserted parts.
 class CTable
 {
 public:
@@ -117,7 +120,7 @@ public:
             m_vctRows.push_back({pEnglish, ExpressionFor(pEnglish)});
     }
 
-    /// Null when the text is none of the table.
+    /// The translation; null when the text is not in the table.
     QString Translate(const QString& strText) const
     {
         for (const SRow& row : m_vctRows) {
@@ -131,7 +134,8 @@ public:
             case 1:
                 return strOwn.arg(match.captured(1));
             default:
-                return strOwn.arg(match.captured(1), match.captured(2)); // at once: a name may hold a "%2"
+                return strOwn.arg(match.captured(1),
+                                  match.captured(2)); // at once, because a name may contain "%2"
             }
         }
         return QString();
@@ -164,8 +168,8 @@ QString LibraryTexts::Sentence(const QString& strSentence)
     return strOwn.isNull() ? strSentence : strOwn;
 }
 
-/// A name may hold anything, also ". ", so every place that may part the two is tried, from the front: the
-/// reason of a known kind that is longest.
+/// A name may contain anything, even ". ", so this tries every possible boundary between failure and reason,
+/// from the front, and takes the longest known reason.
 QString LibraryTexts::Failure(const QString& strMessage)
 {
     const QString strBreak = QStringLiteral(". ");
@@ -180,7 +184,7 @@ QString LibraryTexts::Failure(const QString& strMessage)
     }
     if (nLast < 0)
         return strMessage;
-    // An unknown reason: the first half alone, to where most reasons of one sentence begin.
+    // For an unknown reason translate only the first half, up to where most reasons of one sentence begin.
     const QString strFailure = Failures().Translate(strMessage.left(nLast + 1));
     return strFailure.isNull() ? strMessage : strFailure + strMessage.mid(nLast + 1);
 }

@@ -4,11 +4,11 @@
 
 #include <QString>
 
-/// What the libraries say, which they do in English, in the user's language.
+/// Translates the libraries' English messages into the user's language.
 namespace LibraryTexts
 {
-/// A message of a viewer: what failed, and the reason behind it. Parts that are not known stay as they are.
+/// Translates a message of a viewer: the failure, then the reason. Unknown parts stay unchanged.
 QString Failure(const QString& strMessage);
-/// A reason, or a note on an image; as it is when it is not known.
+/// Translates a reason, or a note on an image; an unknown one stays unchanged.
 QString Sentence(const QString& strSentence);
 } // namespace LibraryTexts

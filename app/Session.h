@@ -6,10 +6,10 @@
 #include <QStringList>
 #include <vector>
 
-/// What is open, as the settings keep it between two runs.
+/// The open files, in the form in which the settings keep them between two runs.
 namespace Session
 {
-/// The files of one viewer and the index of the image on show; a document is one file of many images.
+/// The files of one viewer and the index of its current image; a document is one file of many images.
 struct SOpen {
     QStringList lstFiles; ///< absolute paths, in the order of the list
     int nCurrent = 0;
@@ -17,6 +17,6 @@ struct SOpen {
 
 /// A text without quotes, which the settings refuse. @param vctViewers  the first is viewer 0
 QString ToText(const std::vector<SOpen>& vctViewers);
-/// The opposite; what cannot be read counts as nothing.
+/// The reverse; ignores what it cannot read.
 std::vector<SOpen> FromText(const QString& strText);
 } // namespace Session

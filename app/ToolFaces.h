@@ -4,6 +4,6 @@
 
 #include "CActionTable.h"
 
-/// What the menu shows for a processing tool of the centre, by its title. A tool that is not in the table is
-/// shown by its title alone. Those with an icon stand in the tool bar, too.
+/// The menu entry of a processing tool of the centre, by its title. A tool outside the table shows only its
+/// title. Tools with an icon are in the tool bar, too.
 SActionFace ToolFace(const QString& strTitle);

@@ -30,8 +30,7 @@ bool SViewer::HasImage() const
 
 namespace
 {
-/// The readout tells of another image now: of its point under the mouse, or of nothing where that is
-/// elsewhere.
+/// Updates the readout for another image: its point under the mouse, or nothing if the mouse is elsewhere.
 void RenewReadout(const SViewer& viewer)
 {
     CImageView2DModel* pModel = viewer.Ctrl2D()->GetImageModel();

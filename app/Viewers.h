@@ -12,7 +12,7 @@ class CImageViewer;
 class CImageViewerCtrl;
 class QWidget;
 
-/// One viewer of the centre; neither is owned.
+/// One viewer of the centre; it owns neither pointer.
 struct SViewer {
     CImageViewer* pView = nullptr;
     CImageViewerCtrl* pCtrl = nullptr;
@@ -22,14 +22,14 @@ struct SViewer {
     bool HasImage() const;
 };
 
-/// The four viewers of the centre, and which of them the user works in: the one that had the keyboard focus
-/// last and is shown, else the first.
+/// The four viewers of the centre, and the active one: the last one with the keyboard focus, if it is
+/// visible, otherwise the first.
 class CViewers : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Viewers that the centre's controller has made already.
+    /// The centre's controller must have made the viewers.
     explicit CViewers(CCenterView* pCentre);
 
     const std::vector<SViewer>& All() const { return m_vctViewers; }
@@ -38,7 +38,7 @@ public:
     void FocusActive();
 
 Q_SIGNALS:
-    /// The user has gone into another viewer.
+    /// Another viewer is active.
     void signal_ChangeActive();
 
 private:

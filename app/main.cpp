@@ -25,7 +25,7 @@ namespace
 {
 enum EExit : int { EExit_OK = 0, EExit_Failure = 1, EExit_Usage = 2 };
 
-/// Runs a function once, as soon as the window has painted and the events of its start are through.
+/// Runs a function once, after the window has painted and the events of its start are processed.
 class CFirstPaint : public QObject
 {
 public:
@@ -73,7 +73,7 @@ void InstallTranslations()
         QCoreApplication::installTranslator(pQt);
 }
 
-/// Qt cannot go on without a display: its word, and an exit in place of a core file.
+/// Qt cannot continue without a display: prints its message and exits, instead of leaving a core file.
 void ExitOnFatal(QtMsgType eType, const QMessageLogContext&, const QString& strText)
 {
     std::fprintf(stderr, "vantor-viewer: %s\n", qPrintable(strText));
@@ -100,7 +100,7 @@ int Answer(int argc, char* argv[])
     return EExit_OK;
 }
 
-/// For this run only: not stored, and above what is stored.
+/// Sets a folder for this run only: not stored, and before the stored one.
 void UseFolder(const QString& strKey, const QString& strFolder)
 {
     if (strFolder.isEmpty())
@@ -110,7 +110,7 @@ void UseFolder(const QString& strKey, const QString& strFolder)
     CSettingManager::Set(strKey, QDir(strFolder).absolutePath());
 }
 
-/// Declines whatever asks the user, a password for instance, when there is nobody to answer.
+/// Declines all questions, for example for a password, when there is nobody to answer.
 class CNobody : public QObject
 {
 public:
@@ -143,7 +143,7 @@ int Show(const SCommandLine& line)
         window.ReopenSession();
     const bool bNothingOpened = OpenFiles(window, line) == 0 && !line.lstFiles.isEmpty();
     if (!line.strScreenshot.isEmpty()) {
-        // Nobody would see what the window tells.
+        // Nobody would see the window's messages.
         if (bNothingOpened)
             return EExit_Failure;
         new CFirstPaint(window, [&] { QApplication::exit(SaveScreenshot(window, line.strScreenshot)); });

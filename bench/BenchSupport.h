@@ -9,7 +9,7 @@
 #include <functional>
 #include <vector>
 
-/// Comparing an operation with a peer and with what the machine allows, in the same run.
+/// Compares an operation with a peer and with the limit of the machine, in the same run.
 namespace VantorBench
 {
 
@@ -41,10 +41,10 @@ inline double MedianRatioOf(const std::vector<double>& a, const std::vector<doub
     return MedianOf(std::move(ratios));
 }
 
-/// Runs ours, the peer and the limit in turn, one round of all per iteration, after one round that is not
-/// counted, and reports as counters the medians in milliseconds (ours_ms, peer_ms, limit_ms) and the medians
-/// of the ratios of each round (x_peer = ours / peer, x_limit = ours / limit). An empty callable is left
-/// out. What prepares ours is not timed. The benchmark needs UseManualTime(): its own time is that of ours.
+/// Runs ours, the peer and the limit in turn, one round of all per iteration, after one uncounted round, and
+/// reports as counters the medians in milliseconds (ours_ms, peer_ms, limit_ms) and the medians of the ratios
+/// of each round (x_peer = ours / peer, x_limit = ours / limit). Skips an empty callable. Does not time the
+/// preparation of ours. The benchmark needs UseManualTime(): its time is that of ours.
 inline void Compare(benchmark::State& state, const Callable& ours, const Callable& peer = {},
                     const Callable& limit = {}, const Callable& prepare = {})
 {

@@ -13,12 +13,11 @@
 
 #include <sched.h>
 
-/// What the benchmarks of the filters share: an image, the same pixels for the peer, and a target for the
-/// limit.
+/// Shared by the benchmarks of filters: an image, the same pixels for the peer, and a target for the limit.
 namespace VantorBench
 {
 
-/// Lets this process use one processor or all of them, until it goes.
+/// Lets this process use one processor or all of them, as long as it lives.
 class CProcessors
 {
 public:
@@ -70,7 +69,7 @@ struct SFilterSubject {
         vctTarget.assign(nBytes, 1);
     }
     void Memcpy() { std::memcpy(vctTarget.data(), mat.data, nBytes); }
-    /// Whether the image has the peer's pixels; otherwise the benchmark ends with an error.
+    /// Whether the image equals the peer's; if not, the benchmark ends with an error.
     bool IsEqual(benchmark::State& state, const CImage& ours, const cv::Mat& peer) const
     {
         const bool bEqual = std::memcmp(ours.GetData(), peer.data, nBytes) == 0;

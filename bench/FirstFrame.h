@@ -11,8 +11,8 @@
 
 #include <sys/resource.h>
 
-/// Says on standard output what the process has cost when its window has painted its first frame, as
-/// "<CPU ms> <peak MB>", and quits.
+/// Writes the costs of the process to standard output when its window has painted its first frame, as "<CPU
+/// ms> <peak MB>", and quits.
 class CFirstFrame : public QObject
 {
 public:

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// Painting 1,000 and 10,000 annotations, all of them or one in a hundred visible, and unselecting 10,000 with
-// the paint that follows. The peer paints the same with a plain QPainter, object by object, without leaving
-// out what lies off the screen.
+// Painting 1,000 and 10,000 annotations, all of them or one in a hundred visible, and deselecting 10,000 with
+// the paint that follows. The peer paints the same with a plain QPainter, object by object, including those
+// off the screen.
 #include "bench/BenchSupport.h"
 
 #include "tests/support/ViewReference.h"
@@ -20,7 +20,7 @@ namespace
 constexpr int kWidth = 1920;
 constexpr int kHeight = 1080;
 
-/// A view without an image over which objects lie: of each hundred, the first so many on the screen.
+/// A view of objects without an image: of each hundred, the first nVisiblePercent lie on the screen.
 struct SScene {
     CImageView2DModel model;
     CImageView2DGeometryModel geometry;
@@ -28,7 +28,7 @@ struct SScene {
     CImageView2D view{&model, &geometry, &tools, 0, nullptr};
     QImage target{kWidth, kHeight, QImage::Format_RGB32};
 
-    /// The image's width decides the scale, and with it whether pens of one widget pixel are thin to Qt.
+    /// The image's width decides the scale, and so whether Qt treats pens of one widget pixel as thin.
     SScene(int nCount, int nVisiblePercent, bool bNames, int nImageWidth = kWidth)
     {
         view.resize(kWidth, kHeight);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// Editing among 10,000 annotations through the view's own events: what the user waits for, and the share of
-// it that goes into painting. Needs a display. Limits: a second for what touches all, 16 ms for a drag step
-// of one, painting apart.
+// Editing among 10,000 annotations through the view's own events: the time that the user waits, and the share
+// of painting in it. Needs a display. Limits: a second for operations on all, 16 ms for a drag step of one,
+// without painting.
 #include "BenchSupport.h"
 
 #include <Vantor/geometry/CRectangle.h>
@@ -71,7 +71,7 @@ struct SEditor {
         QApplication::sendEvent(&view, &event);
     }
     void Paint() { view.repaint(); }
-    /// What is logged in between is not the editor's time.
+    /// Drops the log, whose writing is not the editor's time.
     static void DropLog()
     {
         while (!CLogModel::GetInstance()->IsEmpty())
@@ -86,7 +86,7 @@ struct SEditor {
 };
 
 /// Times one operation on all objects, once with and once without the paint that follows it.
-/// @param prepare, tidy bring the editor to where the operation starts and back; not timed
+/// @param prepare, tidy bring the editor to the state in which the operation starts, and back; not timed
 void Measure(benchmark::State& state, SEditor& editor, double dblLimit, const VantorBench::Callable& prepare,
              const VantorBench::Callable& operation, const VantorBench::Callable& tidy)
 {
@@ -114,7 +114,7 @@ const QPoint kInside(7, 7); // in the middle of the first shape
 void BM_RubberBandAll(benchmark::State& state)
 {
     SEditor editor;
-    // No hovering before: the corner is within reach of a handle, and the drag would pull that.
+    // No hovering before, because the corner is within reach of a handle, which the drag would pull.
     Measure(
         state, editor, kAllLimit, [&] { editor.geometry.UnSelectedAll(); },
         [&] {
@@ -134,7 +134,7 @@ void SelectEvery(SEditor& editor)
         pObject->SetSelected(true);
 }
 
-/// The press, one move and, apart, the release.
+/// Times the press, one move and, separately, the release.
 void Drag(benchmark::State& state, bool bAll)
 {
     SEditor editor;

@@ -26,7 +26,7 @@ namespace
 constexpr int kWidth = 1920;
 constexpr int kHeight = 1080;
 
-/// The size of an image of about so many megapixels, 3 : 2.
+/// The size of an image of about nMegapixels, 3 : 2.
 QSize SizeOf(int nMegapixels)
 {
     const int nHeight = static_cast<int>(std::sqrt(nMegapixels * 1e6 / 1.5));

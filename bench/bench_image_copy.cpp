@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// Copying an image: CImage::CopyFrom against cv::Mat::clone, the limit being a memcpy of the same bytes into
-// a warm buffer. Warm: the copy before has been dropped, its buffer can be used again. Cold: all copies are
-// kept, so that every one needs fresh memory.
+// Copying an image: CImage::CopyFrom against cv::Mat::clone; the limit is a memcpy of the same bytes into a
+// warm buffer. Warm: the previous copy was dropped, so its buffer can be used again. Cold: all copies are
+// kept, so that each needs fresh memory.
 #include "bench/BenchSupport.h"
 
 #include <Vantor/image/CImage.h>

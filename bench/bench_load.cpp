@@ -153,7 +153,7 @@ void TiffPlain(benchmark::State& state)
     AgainstReading(state, PlainTiffFile(static_cast<int>(state.range(0))));
 }
 
-/// As CImage::Save writes it, with LZW: what is measured is the codec more than the reading.
+/// A file as CImage::Save writes it, with LZW: the codec takes more of the time than the reading.
 void TiffLzw(benchmark::State& state)
 {
     AgainstReading(state, PictureFile("a.tif", static_cast<int>(state.range(0))));

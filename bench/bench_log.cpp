@@ -2,9 +2,8 @@
 // Copyright (c) The Vantor authors
 //
 // One log call, alone and from eight threads: CLogger::Write against an asynchronous spdlog logger with a
-// sink that writes nothing, the limit being snprintf and a reading of the clock. A figure is the time of a
-// round divided by its calls, those of all threads together. Between rounds, not counted, both queues are
-// emptied.
+// sink that writes nothing; the limit is snprintf and a reading of the clock. A figure is the time of a round
+// divided by its calls from all threads together. Both queues are emptied between rounds, uncounted.
 #include "bench/BenchSupport.h"
 
 #include <VantorCommon/log/CLogModel.h>
@@ -23,7 +22,7 @@
 
 namespace
 {
-constexpr int kCallsPerRound = 4000; // fewer than the peer's queue holds, so that it never waits
+constexpr int kCallsPerRound = 4000; // fewer than fit into the peer's queue, so that it never waits
 constexpr int kRounds = 200;
 constexpr double kNanoseconds = 1e9;
 
@@ -61,7 +60,7 @@ void EmptyBoth()
         std::this_thread::yield();
 }
 
-/// Seconds of one call in a round of kCallsPerRound, shared out among the threads.
+/// The seconds of one call in a round of kCallsPerRound, which the threads share.
 double SecondsOfACall(OneCall call, int nThreads)
 {
     const auto run = [call, nThreads] {
@@ -105,7 +104,7 @@ BENCHMARK(LogCall)->ArgName("threads")->Arg(1)->Arg(8)->Iterations(kRounds)->Use
 int main(int argc, char* argv[])
 {
     QCoreApplication app(argc, argv);
-    // A folder that cannot be made: the messages are drained without a file.
+    // A folder that cannot be created, so that the log drains its messages without a file.
     CSettingManager::Set(QStringLiteral("GENERAL_LOG_DIR"), QStringLiteral("/dev/null/logs"));
     Peer(); // makes the peer's thread pool
     benchmark::Initialize(&argc, argv);

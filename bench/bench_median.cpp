@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// CImage::MedianFilter against OpenCV, whose results are compared first; the limit is a memcpy of the same
+// CImage::MedianFilter against OpenCV, after a comparison of the results; the limit is a memcpy of the same
 // bytes into a warm buffer. One thread means one processor for the process.
 #include "bench/FilterSubject.h"
 
@@ -44,7 +44,7 @@ void InPlace(benchmark::State& state)
         [&] { subject.Memcpy(); });
 }
 
-/// The peer writes into another image, which in-place filtering would have to copy back.
+/// The peer writes into another image; filtering in place would have to copy it back.
 void AgainstAnotherTarget(benchmark::State& state)
 {
     SFilterSubject subject(state);
@@ -97,7 +97,7 @@ void InPolygon(benchmark::State& state)
         [&] { subject.Memcpy(); });
 }
 
-/// The same copy before each round: the time depends a little on the pixels.
+/// Makes the same copy before each round, because the time depends a little on the pixels.
 template <int Radius> void Window(benchmark::State& state)
 {
     SFilterSubject subject(state);

@@ -2,8 +2,8 @@
 // Copyright (c) The Vantor authors
 //
 // The height field of an image of 1, 4 and 16 megapixels, grey and RGB, copy of the image included. The peer
-// builds the same mesh with push_back into reserved vectors; the limit is a memset of both buffers, fresh as
-// ours are.
+// builds the same mesh with push_back into reserved vectors; the limit is a memset of both buffers, as fresh
+// as ours.
 #include "bench/BenchSupport.h"
 
 #include <Vantor/image/CImage.h>

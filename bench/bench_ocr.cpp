@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// CVOCR::Decode against the engine itself, with one OpenMP thread and made ready before, as a plain run would
-// read the same pixels. The peer of the region gets the cut-out. Needs the language data of VANTOR_TESSDATA.
+// CVOCR::Decode against the engine itself, with one OpenMP thread and prepared before, reading the same
+// pixels as a plain run would. The peer of the region gets the cut-out. Needs the language data of
+// VANTOR_TESSDATA.
 #include "bench/BenchSupport.h"
 
 #include <Vantor/geometry/CRectangle.h>

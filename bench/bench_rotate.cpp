@@ -2,8 +2,8 @@
 // Copyright (c) The Vantor authors
 //
 // Turning an image: CImage::Rotate against OpenCV (cv::rotate for quarter turns, cv::warpAffine for other
-// angles), the limit being a memcpy of the same bytes into a warm buffer. The turns go left and right in
-// turn, as a viewer does it, so that the size stays.
+// angles); the limit is a memcpy of the same bytes into a warm buffer. Turns to the left and to the right
+// alternate, so that the size stays.
 #include "bench/BenchSupport.h"
 
 #include <Vantor/geometry/CPoint.h>
@@ -85,7 +85,7 @@ void OtherAngle(benchmark::State& state)
         [&] { subject.Memcpy(); });
 }
 
-// 24 megapixels of a common camera, and a width whose rows fall on the same cache sets.
+// 24 megapixels of a common camera, and a width whose rows map to the same cache sets.
 void Sizes(benchmark::internal::Benchmark* bench)
 {
     bench->ArgNames({"channels", "width", "height"});
@@ -95,7 +95,7 @@ void Sizes(benchmark::internal::Benchmark* bench)
     }
 }
 
-// Little, midway, and steep: along the columns of the source.
+// Small, medium, and steep: along the columns of the source.
 void SizesAndAngles(benchmark::internal::Benchmark* bench)
 {
     bench->ArgNames({"channels", "width", "height", "degrees"});

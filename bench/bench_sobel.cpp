@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// CImage::SobelX, SobelY and SobelXY in place against OpenCV's way to the same bytes, which are compared
-// first; the limit is a memcpy of the same bytes into a warm buffer.
+// CImage::SobelX, SobelY and SobelXY in place against OpenCV's steps to the same bytes, after a comparison of
+// the results; the limit is a memcpy of the same bytes into a warm buffer.
 #include "bench/FilterSubject.h"
 
 #include <opencv2/imgproc.hpp>
@@ -13,7 +13,7 @@ using VantorBench::SFilterSubject;
 
 namespace
 {
-/// The peer's steps, with its buffers kept between the rounds.
+/// The peer's steps; it keeps its buffers between the rounds.
 struct SPeer {
     cv::Mat x, y, xFloat, yFloat, length, target;
 

@@ -2,7 +2,7 @@
 // Copyright (c) The Vantor authors
 //
 // From the start of a process to its first painted frame: the host's main window against an empty Qt window,
-// CPU time and peak memory of each process as it reports them itself. Needs a display: tools/xrun.
+// CPU time and peak memory of each process, which it reports itself. Needs a display: tools/xrun.
 #include "bench/BenchSupport.h"
 
 #include <array>
@@ -18,7 +18,7 @@ namespace
 {
 namespace fs = std::filesystem;
 
-/// A home folder of its own, and no other place for the files of a user.
+/// A home folder of its own, and no other folder for user files.
 class CHome
 {
 public:
@@ -59,7 +59,7 @@ constexpr std::array<const char*, 2> kHost{"start_host", nullptr};
 constexpr std::array<const char*, 2> kEmpty{"start_empty", nullptr};
 constexpr std::array<const char*, 2> kRaster{"start_empty", "raster"};
 
-/// What several starts of a program have cost.
+/// The costs of several starts of a program.
 struct SCosts {
     std::array<const char*, 2> arrCommand;
     std::vector<double> vctMs;
@@ -74,7 +74,7 @@ bool Run(SCosts& costs)
     const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / szName;
     if (::pipe(ends) != 0)
         return false;
-    // What a forked process holds before it becomes another program counts for its peak: little, here.
+    // The memory of a forked process before it becomes another program counts towards its peak: little, here.
     const pid_t child = ::fork();
     if (child == 0) {
         ::dup2(ends[1], STDOUT_FILENO);
@@ -94,7 +94,7 @@ bool Run(SCosts& costs)
     return child > 0 && ::waitpid(child, &nStatus, 0) == child && bRead && nStatus == 0;
 }
 
-/// All in turn. The home folder has been used before, or is new to each host.
+/// Starts all in turn. The home folder was used before, or is new for each host.
 void Start(benchmark::State& state, bool bUsed)
 {
     const CHome home;

@@ -4,9 +4,9 @@
 // The 3D view at work, with a display: the upload of a height field to OpenGL, and the time from pressing 3D
 // in a viewer to the first frame with the relief.
 //
-// Upload: the peer hands the same bytes to two fresh buffers; the limit is a memcpy of them into warm memory.
-// FirstFrame: the peer does only what cannot be left out, one after the other: the mesh, the upload and one
-// frame.
+// Upload: the peer passes the same bytes to two fresh buffers; the limit is a memcpy of them into warm
+// memory. FirstFrame: the peer does only what is indispensable, one after the other: the mesh, the upload and
+// one frame.
 #include "bench/BenchSupport.h"
 
 #include <Vantor/image/CImage.h>
@@ -63,14 +63,14 @@ struct SScene {
     {
         view.resize(kWidth, kHeight);
         view.show();
-        view.grabFramebuffer(); // makes the context, where one can be had
+        view.grabFramebuffer(); // makes the context, if possible
     }
     void LoadSilently(const std::shared_ptr<CImage>& pImage)
     {
         const QSignalBlocker blocker(&model);
         model.LoadImage(pImage);
     }
-    /// Waits for the driver; the context is left current, as the view finds it while it paints.
+    /// Waits for the driver; leaves the context current, as it is while the view paints.
     void Finish()
     {
         view.makeCurrent();
@@ -119,7 +119,7 @@ void Upload(benchmark::State& state)
         [&] { scene.LoadSilently(pImage); });
 }
 
-/// Whether the frame that is in the view shows the relief: its red is that of all the images here.
+/// Whether the view's frame shows the relief: its red is that of all images here.
 bool ShowsRelief(CImageView3D& view)
 {
     std::vector<unsigned char> column(std::size_t(view.height()) * 4);
@@ -132,7 +132,7 @@ bool ShowsRelief(CImageView3D& view)
     return false;
 }
 
-/// From the press to the frame with the relief, by way of the pool thread and the event loop.
+/// Waits from the press to the frame with the relief, through the pool thread and the event loop.
 void PressAndWait(CImageViewer& viewer, CImageView3D& view)
 {
     bool bShown = false;

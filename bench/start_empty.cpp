@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// The peer of bench_start: what any Qt program pays for a window of the host's size. With an argument its
-// limit: the same without OpenGL, which windows load by themselves.
+// The peer of bench_start: the costs of any Qt program with a window of the host's size. With an argument its
+// limit: the same without OpenGL, which windows load by default.
 #include "bench/FirstFrame.h"
 
 #include <QApplication>

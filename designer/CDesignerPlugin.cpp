@@ -96,7 +96,7 @@ QIcon CDesignerWidget::icon() const
     return QIcon(QStringLiteral(":/Image/") + QLatin1String(m_sWidget.pIcon));
 }
 
-/// What stands in a viewer and in a dock is put there by the library when the program runs.
+/// False: the library fills a viewer and a dock when the program runs.
 bool CDesignerWidget::isContainer() const
 {
     return false;

@@ -5,18 +5,18 @@
 #include <QObject>
 #include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 
-/// What Qt Designer is told about one class, and the function that makes a widget of it.
+/// The description of one class for Qt Designer, and the function that makes a widget of it.
 struct SDesignerWidget {
     const char* pClass;
     const char* pFolder; ///< of the header, below VantorCommon/
     const char* pIcon;   ///< a resource of libVantorCommon, below :/Image/
     const char* pToolTip;
-    QSize size; ///< of a widget that was just dropped, in pixels
+    QSize size; ///< of a newly dropped widget, in pixels
     QWidget* (*pCreate)(QWidget* pParent);
 };
 
-/// One entry of Qt Designer's widget box. The class is shown as it is built by a form: with a parent and
-/// nothing else, so a viewer has no image views before a controller fills it.
+/// One entry of Qt Designer's widget box. It shows the class as a form builds it: with only a parent, so a
+/// viewer has no image views before a controller fills it.
 class CDesignerWidget : public QObject, public QDesignerCustomWidgetInterface
 {
     Q_OBJECT
@@ -39,7 +39,7 @@ private:
     const SDesignerWidget& m_sWidget;
 };
 
-/// All of them; Qt Designer makes and owns it.
+/// All entries; Qt Designer makes and owns the collection.
 class CDesignerPlugin : public QObject, public QDesignerCustomWidgetCollectionInterface
 {
     Q_OBJECT

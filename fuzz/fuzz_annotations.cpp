@@ -2,7 +2,7 @@
 // Copyright (c) The Vantor authors
 
 // Feeds the reader of one format of annotations; VANTOR_FUZZ_FORMAT is its name in lower case without blanks.
-// What it reads must be fit for our own format, and come back from that unchanged.
+// Every document read must fit the library's own format, and come back from it unchanged.
 #include <Vantor/annotation/Annotations.h>
 
 #include <QByteArray>
@@ -65,14 +65,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nBy
         const SReport report = Read(own, kOwnFormat, SContext(), again);
         if (!report.failure.empty())
             Fail("not read again: " + report.failure);
-        if (OwnBytes(again) != own && g_strFormat != kOwnFormat) // our reader names what has no identity
+        if (OwnBytes(again) != own && g_strFormat != kOwnFormat) // our reader adds missing identities
             Fail("changed");
         for (const SFormatInfo& format : GetFormats()) {
             std::string foreign;
             if (format.writes)
                 Write(document, format.name, context, foreign);
         }
-    } catch (const std::bad_alloc&) { // what the functions may throw
+    } catch (const std::bad_alloc&) { // the functions may throw it
     }
     return 0;
 }

@@ -17,7 +17,7 @@ using Vantor::Algorithms::SImageFormat;
 
 namespace
 {
-/// Small, because instrumented code is slow; the bounds are tested elsewhere.
+/// Small, because instrumented code is slow; other tests cover the bounds.
 constexpr std::size_t kDecodeLimit = 4U << 20;
 volatile unsigned g_nSink = 0;
 const SImageFormat* g_pFormat = nullptr;
@@ -31,7 +31,7 @@ const SImageFormat* FindFormat()
     return nullptr;
 }
 
-/// Touches every byte of the result, so that one that was never allocated is noticed.
+/// Reads every byte of the result, so that the sanitizer notices one that was never allocated.
 void ReadAll(const CImage& image)
 {
     unsigned nSum = 0;
@@ -66,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nBy
         Vantor::Algorithms::Notes notes;
         if (g_pFormat->pLoad(buffer, image, notes).IsSuccess())
             ReadAll(image);
-    } catch (const std::bad_alloc&) { // what the loaders may throw; CImage::Load catches it
+    } catch (const std::bad_alloc&) { // the loaders may throw it; CImage::Load catches it
     }
     return 0;
 }

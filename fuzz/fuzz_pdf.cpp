@@ -38,7 +38,7 @@ void RenderPage(const Vantor::Utils::CPdfDocument& document, int page)
 }
 } // namespace
 
-/// fontconfig keeps offsets instead of pointers: what it still holds at the end looks lost.
+/// fontconfig keeps offsets instead of pointers, so its remaining memory looks leaked at the end.
 extern "C" const char* __lsan_default_suppressions()
 {
     return "leak:libfontconfig\n";

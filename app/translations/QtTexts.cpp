@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 
-// Words of Qt's that the host shows. Qt's own translations, where they are installed, come first; these stand
-// in for the languages that Qt lacks. lupdate reads this file, nothing compiles it.
+// Qt's texts that the host shows. Qt's own translations, if installed, take precedence; these serve the
+// languages that Qt lacks. lupdate reads this file, nothing compiles it.
 #include <QtGlobal>
 
 [[maybe_unused]] static const char* const kQtTexts[] = {

@@ -3,6 +3,23 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>CMainWindow</name>
+    <message numerus="yes">
+        <source>%n annotation(s) went with the old image. Edit &gt; Restore Cleared Annotations brings them back.</source>
+        <translation>
+            <numerusform>%n annotation went with the old image. Edit &gt; Restore Cleared Annotations brings it back.</numerusform>
+            <numerusform>%n annotations went with the old image. Edit &gt; Restore Cleared Annotations brings them back.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n annotation(s) of a kind that is unknown here did not go along with the image. They keep their old places in the file.</source>
+        <translation>
+            <numerusform>%n annotation of a kind that is unknown here did not go along with the image. It keeps its old place in the file.</numerusform>
+            <numerusform>%n annotations of a kind that is unknown here did not go along with the image. They keep their old places in the file.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>CMessageBar</name>
     <message numerus="yes">
         <source>%n more in the log.</source>

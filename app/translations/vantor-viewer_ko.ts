@@ -40,6 +40,46 @@
         <source>&amp;Cancel</source>
         <translation>취소(&amp;C)</translation>
     </message>
+    <message>
+        <source>Save Annotations</source>
+        <translation>주석 저장</translation>
+    </message>
+    <message>
+        <source>The annotations in %1 were changed by another window or program.</source>
+        <translation>다른 창이나 프로그램이 %1의 주석을 변경했습니다.</translation>
+    </message>
+    <message>
+        <source>Overwriting the file loses those changes.</source>
+        <translation>파일을 덮어쓰면 그 변경 사항이 사라집니다.</translation>
+    </message>
+    <message>
+        <source>&amp;Overwrite</source>
+        <translation>덮어쓰기(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>다른 이름으로 저장(&amp;A)...</translation>
+    </message>
+    <message>
+        <source>The annotations were made for an image of %1 x %2 pixels; this one has %3 x %4.</source>
+        <translation>이 주석은 %1 x %2 픽셀 이미지에 만든 것입니다. 이 이미지는 %3 x %4입니다.</translation>
+    </message>
+    <message>
+        <source>Scale fits them to this image, Keep shows them at the same pixels.</source>
+        <translation>크기 조정은 이 이미지에 맞추고, 유지는 같은 픽셀에 표시합니다.</translation>
+    </message>
+    <message>
+        <source>&amp;Scale</source>
+        <translation>크기 조정(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Keep</source>
+        <translation>유지(&amp;K)</translation>
+    </message>
+    <message>
+        <source>&amp;Do Not Show</source>
+        <translation>표시하지 않음(&amp;D)</translation>
+    </message>
 </context>
 <context>
     <name>CAnnotationFiles</name>
@@ -62,6 +102,10 @@
     <message>
         <source>Cannot save the annotations in %1. %2</source>
         <translation>%1에 주석을 저장할 수 없습니다. %2</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another window or program. The annotations do not save themselves any more.</source>
+        <translation>다른 창이나 프로그램이 %1을(를) 변경했습니다. 주석이 더 이상 자동으로 저장되지 않습니다.</translation>
     </message>
 </context>
 <context>
@@ -463,10 +507,6 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>%1에는 이 이미지의 주석이 없습니다.</translation>
     </message>
     <message>
-        <source>The annotations in %1 were made for an image of %2 x %3 pixels.</source>
-        <translation>%1의 주석은 %2 x %3픽셀 이미지용입니다.</translation>
-    </message>
-    <message>
         <source>Cannot save the annotations in %1. %2</source>
         <translation>%1에 주석을 저장할 수 없습니다. %2</translation>
     </message>
@@ -477,6 +517,22 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>The image of some annotations is gone. They are in %1.</source>
         <translation>일부 주석의 이미지가 없어졌습니다. 주석은 %1에 있습니다.</translation>
+    </message>
+    <message>
+        <source>R&amp;estore Cleared Annotations</source>
+        <translation>사라진 주석 되돌리기(&amp;E)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n annotation(s) went with the old image. Edit &gt; Restore Cleared Annotations brings them back.</source>
+        <translation>
+            <numerusform>이전 이미지와 함께 주석 %n개가 사라졌습니다. 편집 &gt; 사라진 주석 되돌리기로 되돌릴 수 있습니다.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n annotation(s) of a kind that is unknown here did not go along with the image. They keep their old places in the file.</source>
+        <translation>
+            <numerusform>여기에서 알 수 없는 종류의 주석 %n개는 이미지를 따라가지 않았습니다. 파일에서 예전 위치를 유지합니다.</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -964,7 +1020,7 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     </message>
     <message>
         <source>&quot;%1&quot; is there already and is not overwritten. %2</source>
-        <translation>"%1"이(가) 이미 있으며 덮어쓰지 않습니다. %2</translation>
+        <translation>&quot;%1&quot;이(가) 이미 있으며 덮어쓰지 않습니다. %2</translation>
     </message>
     <message>
         <source>It is damaged at byte %1.</source>
@@ -989,6 +1045,18 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>There is not enough memory.</source>
         <translation>메모리가 부족합니다.</translation>
+    </message>
+    <message>
+        <source>The annotations were made for another version of this picture.</source>
+        <translation>이 주석은 이 그림의 다른 버전에 만든 것입니다.</translation>
+    </message>
+    <message>
+        <source>It stays as it is: only the program that made it can scale it.</source>
+        <translation>그대로 둡니다. 만든 프로그램만 크기를 조정할 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>It stays as it is: scaled it would be too large.</source>
+        <translation>그대로 둡니다. 크기를 조정하면 너무 커집니다.</translation>
     </message>
 </context>
 <context>

@@ -40,6 +40,46 @@
         <source>&amp;Cancel</source>
         <translation>&amp;Hủy</translation>
     </message>
+    <message>
+        <source>Save Annotations</source>
+        <translation>Lưu chú thích</translation>
+    </message>
+    <message>
+        <source>The annotations in %1 were changed by another window or program.</source>
+        <translation>Chú thích trong %1 đã bị một cửa sổ hoặc chương trình khác thay đổi.</translation>
+    </message>
+    <message>
+        <source>Overwriting the file loses those changes.</source>
+        <translation>Ghi đè lên tệp sẽ làm mất những thay đổi đó.</translation>
+    </message>
+    <message>
+        <source>&amp;Overwrite</source>
+        <translation>&amp;Ghi đè</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Lưu &amp;thành...</translation>
+    </message>
+    <message>
+        <source>The annotations were made for an image of %1 x %2 pixels; this one has %3 x %4.</source>
+        <translation>Chú thích được tạo cho hình %1 x %2 điểm ảnh; hình này có %3 x %4.</translation>
+    </message>
+    <message>
+        <source>Scale fits them to this image, Keep shows them at the same pixels.</source>
+        <translation>Thu phóng làm chúng vừa với hình này, Giữ nguyên hiển thị chúng ở cùng điểm ảnh.</translation>
+    </message>
+    <message>
+        <source>&amp;Scale</source>
+        <translation>&amp;Thu phóng</translation>
+    </message>
+    <message>
+        <source>&amp;Keep</source>
+        <translation>&amp;Giữ nguyên</translation>
+    </message>
+    <message>
+        <source>&amp;Do Not Show</source>
+        <translation>&amp;Không hiển thị</translation>
+    </message>
 </context>
 <context>
     <name>CAnnotationFiles</name>
@@ -62,6 +102,10 @@
     <message>
         <source>Cannot save the annotations in %1. %2</source>
         <translation>Không lưu được chú thích vào %1. %2</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another window or program. The annotations do not save themselves any more.</source>
+        <translation>%1 đã bị một cửa sổ hoặc chương trình khác thay đổi. Chú thích không còn tự lưu nữa.</translation>
     </message>
 </context>
 <context>
@@ -463,10 +507,6 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>%1 không có chú thích của ảnh này.</translation>
     </message>
     <message>
-        <source>The annotations in %1 were made for an image of %2 x %3 pixels.</source>
-        <translation>Chú thích trong %1 được tạo cho ảnh %2 x %3 điểm ảnh.</translation>
-    </message>
-    <message>
         <source>Cannot save the annotations in %1. %2</source>
         <translation>Không lưu được chú thích vào %1. %2</translation>
     </message>
@@ -477,6 +517,22 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>The image of some annotations is gone. They are in %1.</source>
         <translation>Ảnh của một số chú thích không còn. Chúng nằm trong %1.</translation>
+    </message>
+    <message>
+        <source>R&amp;estore Cleared Annotations</source>
+        <translation>Khôi phục chú thích đã mất (&amp;R)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n annotation(s) went with the old image. Edit &gt; Restore Cleared Annotations brings them back.</source>
+        <translation>
+            <numerusform>%n chú thích đã mất cùng với hình cũ. Chỉnh sửa &gt; Khôi phục chú thích đã mất sẽ đưa chúng trở lại.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n annotation(s) of a kind that is unknown here did not go along with the image. They keep their old places in the file.</source>
+        <translation>
+            <numerusform>%n chú thích thuộc loại chưa biết đã không đi theo hình. Chúng giữ vị trí cũ trong tệp.</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -964,7 +1020,7 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
     <message>
         <source>&quot;%1&quot; is there already and is not overwritten. %2</source>
-        <translation>"%1" đã có sẵn và không bị ghi đè. %2</translation>
+        <translation>&quot;%1&quot; đã có sẵn và không bị ghi đè. %2</translation>
     </message>
     <message>
         <source>It is damaged at byte %1.</source>
@@ -989,6 +1045,18 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>There is not enough memory.</source>
         <translation>Không đủ bộ nhớ.</translation>
+    </message>
+    <message>
+        <source>The annotations were made for another version of this picture.</source>
+        <translation>Chú thích được tạo cho một phiên bản khác của hình này.</translation>
+    </message>
+    <message>
+        <source>It stays as it is: only the program that made it can scale it.</source>
+        <translation>Giữ nguyên: chỉ chương trình đã tạo ra mới thu phóng được.</translation>
+    </message>
+    <message>
+        <source>It stays as it is: scaled it would be too large.</source>
+        <translation>Giữ nguyên: nếu thu phóng thì quá lớn.</translation>
     </message>
 </context>
 <context>

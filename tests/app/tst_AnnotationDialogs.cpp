@@ -6,6 +6,10 @@
 #include "WorkSupport.h"
 #include "tests/support/TestMain.h"
 
+#include <Vantor/image/CImage.h>
+
+#include <cmath>
+
 class tst_AnnotationDialogs : public QObject
 {
     Q_OBJECT
@@ -51,6 +55,43 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowActive(&host.window));
         host.Entry("Edit", "Undo")->trigger();
         QCOMPARE(host.Annotations(0), 1);
+    }
+
+    void whatWasMadeForAnotherSizeIsAskedFor_data()
+    {
+        QTest::addColumn<QByteArray>("entry");
+        QTest::addColumn<QString>("strButton");
+        QTest::addColumn<double>("dblX");
+        for (const char* pEntry : {"Open Annotations...", "Import Annotations..."}) {
+            QTest::addRow("%s scale", pEntry) << QByteArray(pEntry) << QStringLiteral("Scale") << 30.0;
+            QTest::addRow("%s keep", pEntry) << QByteArray(pEntry) << QStringLiteral("Keep") << 10.0;
+            QTest::addRow("%s leave", pEntry) << QByteArray(pEntry) << QStringLiteral("Do Not Show") << -1.0;
+        }
+    }
+    void whatWasMadeForAnotherSizeIsAskedFor()
+    {
+        QFETCH(QByteArray, entry);
+        QFETCH(QString, strButton);
+        QFETCH(double, dblX);
+        const Pictures pictures;
+        const QString strFile = pictures.folder.filePath(QStringLiteral("x.vantor.json"));
+        Host host;
+        QVERIFY(host.Show({pictures.Add(QStringLiteral("a.png"))}));
+        const auto pImage = CtrlOf(host, 0)->GetCurrentImgage();
+        Vantor::Annotations::SDocument document;
+        document.pages.resize(1);
+        document.pages[0].objects.resize(1);
+        document.pages[0].objects[0].kind = "point";
+        document.pages[0].objects[0].numbers = {10, 20};
+        document.pages[0].width = pImage->GetWidth() / 3;
+        document.pages[0].height = pImage->GetHeight();
+        QVERIFY(Save(document, strFile.toStdString(), Vantor::Annotations::kOwnFormat, {}).failure.empty());
+        Answers answers(strButton);
+        ChooseFile(strFile);
+        host.Entry("File", entry.constData())->trigger();
+        QCOMPARE(answers.lstAsked.size(), 1);
+        const auto vctObjects = StoreOf(host, 0)->TakeDocument().pages.at(0).objects;
+        QCOMPARE(vctObjects.empty() ? -1.0 : std::floor(vctObjects[0].numbers[0]), dblX);
     }
 
     void whatIsNoFileOfAnnotationsIsToldAndChangesNothing()

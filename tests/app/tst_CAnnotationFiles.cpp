@@ -6,6 +6,8 @@
 #include "WorkSupport.h"
 #include "tests/support/TestMain.h"
 
+#include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
+
 namespace
 {
 const QByteArray kDamaged = "{ \"format\": \"vantor-annotations\", \"vers";
@@ -21,6 +23,28 @@ QString Annotated(const Pictures& pictures, const QString& strName)
     host.DrawRectangle(0);
     host.Entry("File", "Save")->trigger();
     return QTest::qWaitFor([&] { return !StoreOf(host, 0)->HasUnsaved(); }) ? strPicture : QString();
+}
+/// As another program would: two points beside the picture, for one of that side.
+void ChangeElsewhere(const QString& strPicture, int nSide = 0)
+{
+    Vantor::Annotations::SObject point;
+    point.kind = "point";
+    point.numbers = {1, 2};
+    Vantor::Annotations::SDocument document;
+    document.pages.resize(1);
+    document.pages[0].objects = {point, point};
+    document.pages[0].width = document.pages[0].height = nSide;
+    QVERIFY(Vantor::Annotations::Save(document, Pictures::Beside(strPicture).toStdString(),
+                                      Vantor::Annotations::kOwnFormat, {})
+                .failure.empty());
+}
+
+/// How many annotations stand in a file; -1 when it cannot be read.
+int CountIn(const QString& strPath)
+{
+    Vantor::Annotations::SDocument document;
+    const auto report = Vantor::Annotations::Load(strPath.toStdString(), {}, {}, document);
+    return report.failure.empty() ? static_cast<int>(document.pages.at(0).objects.size()) : -1;
 }
 } // namespace
 
@@ -125,6 +149,128 @@ private Q_SLOTS:
         QVERIFY(host.Show({strPicture}));
         QTRY_COMPARE(strLoaded, strElsewhere);
         QVERIFY(QFile::remove(strElsewhere));
+    }
+
+    void twoWindowsOnOneFileTheLaterOneAsks_data()
+    {
+        QTest::addColumn<QString>("strButton");
+        QTest::addColumn<int>("nInFile");
+        QTest::addColumn<bool>("bSaved");
+        QTest::newRow("overwrite") << QStringLiteral("Overwrite") << 1 << true;
+        QTest::newRow("save as") << QStringLiteral("Save As...") << 2 << true;
+        QTest::newRow("cancel") << QStringLiteral("Cancel") << 2 << false;
+    }
+    void twoWindowsOnOneFileTheLaterOneAsks()
+    {
+        QFETCH(QString, strButton);
+        QFETCH(int, nInFile);
+        QFETCH(bool, bSaved);
+        const Pictures pictures;
+        const QString strPicture = Annotated(pictures, QStringLiteral("a.png"));
+        const QString strOther = pictures.folder.filePath(QStringLiteral("mine.vantor.json"));
+        Host later;
+        QVERIFY(later.Show({strPicture}));
+        QTRY_COMPARE(later.Annotations(0), 1);
+        CtrlOf(later, 0)->GetGeometryModel()->ClearObject();
+        later.DrawRectangle(0);
+        ChangeElsewhere(strPicture);
+        Answers answers(strButton);
+        ChooseFile(strOther);
+        later.Entry("File", "Save")->trigger();
+        QTRY_VERIFY(!answers.lstAsked.isEmpty());
+        QTRY_COMPARE(!StoreOf(later, 0)->HasUnsaved(), bSaved);
+        QCOMPARE(answers.lstAsked.size(), 1);
+        QVERIFY2(answers.lstAsked.first().contains(QStringLiteral("a.png.vantor.json")),
+                 qPrintable(answers.lstAsked.first()));
+        QCOMPARE(CountIn(Pictures::Beside(strPicture)), nInFile);
+        QCOMPARE(QFile::exists(strOther), strButton == QStringLiteral("Save As..."));
+    }
+
+    void aFileThatAppearedMeanwhileIsAskedFor()
+    {
+        const Pictures pictures;
+        const QString strPicture = pictures.Add(QStringLiteral("a.png"));
+        Host host;
+        QVERIFY(host.Show({strPicture}));
+        host.DrawRectangle(0);
+        ChangeElsewhere(strPicture);
+        Answers cancel(QStringLiteral("Cancel"));
+        host.Entry("File", "Save")->trigger();
+        QTRY_COMPARE(cancel.lstAsked.size(), 1);
+        QCOMPARE(CountIn(Pictures::Beside(strPicture)), 2);
+        QVERIFY(StoreOf(host, 0)->HasUnsaved());
+    }
+
+    void whatSavesItselfLeavesAChangedFileAloneAndTellsOnce()
+    {
+        const Pictures pictures;
+        const QString strPicture = Annotated(pictures, QStringLiteral("a.png"));
+        Host host;
+        QVERIFY(host.Show({strPicture}));
+        QTRY_COMPARE(host.Annotations(0), 1);
+        host.Entry("Settings", "Save Annotations by Themselves")->trigger();
+        ChangeElsewhere(strPicture);
+        int nTried = 0;
+        connect(StoreOf(host, 0), &CAnnotationStore::signal_Saved, this, [&] { ++nTried; });
+        host.DrawRectangle(0);
+        QTRY_COMPARE(nTried, 1);
+        QVERIFY2(host.Message().contains(QStringLiteral("a.png.vantor.json")), qPrintable(host.Message()));
+        host.DrawRectangle(0); // which removes the message
+        QTRY_COMPARE(nTried, 2);
+        QCOMPARE(host.Message(), QString());
+        QCOMPARE(CountIn(Pictures::Beside(strPicture)), 2);
+        QVERIFY(StoreOf(host, 0)->HasUnsaved());
+    }
+
+    void annotationsOfAnImageOfAnotherSizeAreAskedForOnce_data()
+    {
+        QTest::addColumn<QString>("strButton");
+        QTest::addColumn<int>("nShown");
+        QTest::newRow("scale") << QStringLiteral("Scale") << 2;
+        QTest::newRow("keep") << QStringLiteral("Keep") << 2;
+        QTest::newRow("do not show") << QStringLiteral("Do Not Show") << 0;
+    }
+    void annotationsOfAnImageOfAnotherSizeAreAskedForOnce()
+    {
+        QFETCH(QString, strButton);
+        QFETCH(int, nShown);
+        const Pictures pictures;
+        const QString strPicture = pictures.Add(QStringLiteral("a.png"));
+        ChangeElsewhere(strPicture, 10);
+        Host host;
+        QVERIFY(host.Show());
+        Answers answers(strButton);
+        QCOMPARE(host.window.OpenFiles({strPicture}), 1);
+        QTRY_COMPARE(answers.lstAsked.size(), 1);
+        QVERIFY2(answers.lstAsked[0].contains(QStringLiteral("10 x 10 pixels")),
+                 qPrintable(answers.lstAsked[0]));
+        QTRY_COMPARE(host.Annotations(0), nShown);
+        QCOMPARE(StoreOf(host, 0)->HasUnsaved(), strButton == QStringLiteral("Scale"));
+        if (nShown > 0)
+            return;
+        // What is not shown stays in its file, and nobody is asked again.
+        host.DrawRectangle(0);
+        host.Entry("File", "Save")->trigger();
+        QVERIFY2(host.Message().contains(QStringLiteral("It stays as it is.")), qPrintable(host.Message()));
+        CtrlOf(host, 0)->DeleteSelectedObjects();
+        CtrlOf(host, 0)->slot_SelectImage(0);
+        host.Entry("Edit", "Rotate Left")->trigger();
+        QCOMPARE(answers.lstAsked.size(), 1);
+        QCOMPARE(CountIn(Pictures::Beside(strPicture)), 2);
+    }
+
+    void aNewVersionOfThePictureIsTold()
+    {
+        const Pictures pictures;
+        const QString strPicture = Annotated(pictures, QStringLiteral("a.png"));
+        QFile file(strPicture);
+        QVERIFY(file.open(QIODevice::Append) && file.write("x") == 1);
+        file.close();
+        Host host;
+        QVERIFY(host.Show({strPicture}));
+        QTRY_COMPARE(host.Annotations(0), 1);
+        QVERIFY2(host.Message().contains(QStringLiteral("another version of this picture")),
+                 qPrintable(host.Message()));
     }
 
     void aChangedImageIsSavedWithItsAnnotations()

@@ -86,6 +86,19 @@ CResult CheckReplaced(const std::string& path, const std::string& format)
         return kept(report.failure);
     return old.IsReadOnly() ? kept("It was saved by a later version.") : CResult::Success();
 }
+
+std::string DigestOf(const std::string& bytes)
+{
+    return QCryptographicHash::hash(QByteArray::fromStdString(bytes), QCryptographicHash::Sha256)
+        .toHex()
+        .toStdString();
+}
+
+/// Whether the file at the path, if there is one, is the one that the caller knows.
+bool IsKnown(const std::string& path, const std::string& digest)
+{
+    return !Exists(path) || (!digest.empty() && IdentityOf(path).sha256 == digest);
+}
 } // namespace
 
 SReport Load(const std::string& path, const std::string& format, SContext context, SDocument& document)
@@ -101,15 +114,22 @@ SReport Load(const std::string& path, const std::string& format, SContext contex
     // Without the names they are numbers: a file that cannot be read is as good as none.
     if (pFormat && pFormat->pClasses && context.classes.empty())
         (void)ReadFile(Beside(path, pFormat->pClasses), context.classes).IsSuccess();
-    return Read(bytes, strFormat, context, document);
+    SReport report = Read(bytes, strFormat, context, document);
+    if (report.failure.empty())
+        report.digest = DigestOf(bytes);
+    return report;
 }
 
-SReport Save(const SDocument& document, const std::string& path, const std::string& format, SContext context)
+SReport Save(const SDocument& document, const std::string& path, const std::string& format, SContext context,
+             const std::optional<std::string>& known)
 {
     const SFormat* pFormat = FindFormat(format);
     const std::string strClasses =
         pFormat && pFormat->pClasses ? Beside(path, pFormat->pClasses) : std::string();
     CResult result = CheckReplaced(path, format);
+    if (result.IsSuccess() && known && !IsKnown(path, *known))
+        return {
+            '"' + NameOf(path) + "\" was changed by another program and is not overwritten.", {}, {}, true};
     // The classes that are there already keep their numbers.
     if (result.IsSuccess() && !strClasses.empty() && Exists(strClasses))
         result = ReadFile(strClasses, context.classes);
@@ -127,6 +147,7 @@ SReport Save(const SDocument& document, const std::string& path, const std::stri
         result = WriteFile(path, bytes);
     if (!result.IsSuccess())
         return {result.GetReason(), {}};
+    report.digest = DigestOf(bytes);
     return report;
 }
 
@@ -148,6 +169,17 @@ SSource IdentityOf(const std::string& path)
     source.bytes = static_cast<std::uint64_t>(file.pos());
     source.sha256 = hash.result().toHex().toStdString();
     return source;
+}
+
+bool IsOther(const SSource& source, const std::string& path)
+{
+    struct stat status = {};
+    if (source.sha256.empty() || ::stat(path.c_str(), &status) != 0)
+        return false;
+    if (source.bytes != 0 && source.bytes != static_cast<std::uint64_t>(status.st_size))
+        return true;
+    const SSource now = IdentityOf(path);
+    return !now.sha256.empty() && now.sha256 != source.sha256;
 }
 
 } // namespace Vantor::Annotations

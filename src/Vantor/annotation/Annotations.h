@@ -104,6 +104,8 @@ struct SRemark {
 struct SReport {
     std::string failure;          ///< a sentence in English; empty for a success
     std::vector<SRemark> remarks; ///< what was lost or left out; none after a failure
+    std::string digest = {};      ///< SHA-256 of the file that was loaded or saved, as in SSource
+    bool conflict = false;        ///< nothing was saved: another file than the caller knows stands there
 };
 
 /// What formats need to know beside the annotations.
@@ -172,9 +174,11 @@ VANTOR_EXPORT SReport Load(const std::string& path, const std::string& format, S
 /// @param path      of the file, in UTF-8
 /// @param format    a name of GetFormats
 /// @param context   what the format needs to know
+/// @param known     the digest of the only file that may be replaced, empty for none: any other one there is
+///                  a conflict, such as what another program has saved meanwhile; no value: any may be
 /// @return how it went; the remarks tell everything that the file does not say
 VANTOR_EXPORT SReport Save(const SDocument& document, const std::string& path, const std::string& format,
-                           SContext context);
+                           SContext context, const std::optional<std::string>& known = std::nullopt);
 
 /// The file beside an image that keeps its annotations: "photo.jpg" gives "photo.jpg.vantor.json".
 VANTOR_EXPORT std::string SidecarOf(const std::string& imagePath);
@@ -182,5 +186,16 @@ VANTOR_EXPORT std::string SidecarOf(const std::string& imagePath);
 /// The identity of a file: its name, size and digest. Reads the whole file.
 /// @return its digest is empty when the file cannot be read
 VANTOR_EXPORT SSource IdentityOf(const std::string& path);
+/// Whether a file is another one than that of the identity. Reads the whole file when their sizes are equal.
+/// @return false also when one of them is unknown or cannot be read
+VANTOR_EXPORT bool IsOther(const SSource& source, const std::string& path);
+
+/// Takes annotations to a copy of their image in another size, so that they mark the same things. A circle
+/// stays one: its area grows as that of the image does. Sizes of image and pixel follow.
+/// @param page  its annotations and sizes are changed
+/// @param x     new width divided by the old one, > 0; nothing is done for other values
+/// @param y     new height divided by the old one, > 0
+/// @return what stays as it is: annotations that only their program understands, and what would be too large
+VANTOR_EXPORT std::vector<SRemark> ScalePage(SPage& page, double x, double y);
 
 } // namespace Vantor::Annotations

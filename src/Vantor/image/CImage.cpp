@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <climits>
+#include <cmath>
 #include <cstring>
 #include <new>
 #include <vector>
@@ -156,6 +157,7 @@ int CImage::CopyFrom(const CImage* source)
         m_pPixels = std::move(pPixels);
         m_strName.swap(strName);
         m_strFolder.swap(strFolder);
+        m_dPageResolution = source->m_dPageResolution;
         return m_pFailure->Succeed();
     } catch (const std::bad_alloc&) {
         return m_pFailure->Fail("There is not enough memory for the copy.");
@@ -248,6 +250,16 @@ void CImage::SetFolder(const std::wstring& folder)
 const std::wstring& CImage::GetFolder() const
 {
     return m_strFolder;
+}
+
+void CImage::SetPageResolution(double dpi)
+{
+    m_dPageResolution = std::isfinite(dpi) && dpi > 0.0 ? dpi : 0.0;
+}
+
+double CImage::GetPageResolution() const
+{
+    return m_dPageResolution;
 }
 
 std::string CImage::GetFailureReason() const

@@ -111,6 +111,12 @@ public:
     void SetFolder(const std::wstring& folder);
     const std::wstring& GetFolder() const;
     /// @}
+    /// @{
+    /// The resolution at which a page of a document was made to pixels, in dots per inch; 0 for everything
+    /// else, also after Load. CopyFrom copies it, changes of the pixels keep it.
+    void SetPageResolution(double dpi);
+    double GetPageResolution() const;
+    /// @}
 
     /// Loads the first page or frame of a BMP, JPEG, PNG, GIF or TIFF file (its content decides, not its
     /// suffix; file/ImageFormats.h lists the formats) as 8 bits per channel and sets name and folder.
@@ -242,6 +248,7 @@ private:
     std::unique_ptr<CFailureReason> m_pFailure;
     std::wstring m_strName;
     std::wstring m_strFolder;
+    double m_dPageResolution = 0.0;
 };
 
 } // namespace Vantor::Algorithms

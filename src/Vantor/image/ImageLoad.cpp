@@ -50,6 +50,7 @@ int CImage::Load(const std::wstring& path)
         m_pPixels.swap(loaded.m_pPixels);
         m_strName.swap(strName);
         m_strFolder.swap(strFolder);
+        m_dPageResolution = 0.0;
         return m_pFailure->Succeed();
     } catch (const std::bad_alloc&) {
         return m_pFailure->Fail("There is not enough memory for the image.");

@@ -157,7 +157,10 @@ try {
     if (image->Create(drawing.nWidth, drawing.nHeight, kChannels, 8, EImageType::Interleaved,
                       kRowAlignment) != 0)
         return CResult::Failure("There is not enough memory for the page.");
-    return client.TakeDrawing(image->GetData());
+    result = client.TakeDrawing(image->GetData());
+    if (result.IsSuccess())
+        image->SetPageResolution(drawing.dDpiX);
+    return result;
 } catch (const std::bad_alloc&) {
     return CResult::Failure("Out of memory.");
 }

@@ -4,7 +4,7 @@
 
 #include <VantorCommon/Export.h>
 
-/// The common base of processing operations. It carries no state; any thread.
+/// The common base of processing operations. It has no state; any thread.
 class VANTORCOMMON_EXPORT CImage2DProcessBase
 {
 public:

@@ -26,19 +26,19 @@ namespace Vantor::Geometry
 class CGeometry;
 }
 
-/// The controller of a processing tool: bound to one viewer of the centre, the source, it keeps the dialog's
-/// list of regions in step with the shapes of that viewer and times the runs.
+/// The controller of a processing tool. Bound to one viewer of the centre, the source, it keeps the dialog's
+/// list of regions equal to that viewer's shapes and times the runs.
 ///
-/// A run of a derived tool is: TakeSource, CopyOf, StartProcess, a call of the core library, ShowResult, or
-/// Fail where that call gave no result; RunOn does all of it. A run that cannot be done ends early;
-/// signal_Failed and GetFailureReason tell why. Dialog and viewer are not owned; the binding is dropped when
-/// the viewer dies. GUI thread only; a run blocks it.
+/// A run of a derived tool is: TakeSource, CopyOf, StartProcess, a call of the core library, then ShowResult,
+/// or Fail if that call failed; RunOn does all of it. A run that is impossible ends early; signal_Failed and
+/// GetFailureReason report the reason. Dialog and viewer are not owned; the binding ends with the viewer. GUI
+/// thread only; a run blocks it.
 class VANTORCOMMON_EXPORT CImage2DProcessBaseCtrl : public CBaseCtrl
 {
     Q_OBJECT
 
 public:
-    /// Images are shared with the viewers and their undo steps.
+    /// The tool shares images with the viewers and their undo steps.
     using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
 
     /// Binds the tool to the viewer that the dialog shows; the dialog may be null.
@@ -46,16 +46,16 @@ public:
     ~CImage2DProcessBaseCtrl() override;
 
     /// @{
-    /// A run is undone by its viewer; nothing here, false.
+    /// Does nothing and returns false, because the viewer undoes a run.
     bool Undo() override;
     bool Redo() override;
     /// @}
 
-    /// Binds the tool to the registered viewer with that window title. Without one the tool is unbound, and
-    /// the dialog's list of regions stays as it was.
+    /// Binds the tool to the registered viewer with that window title. Without one it unbinds the tool and
+    /// does not change the dialog's list of regions.
     void ChangeSourceImageView(const QString& strTitle);
-    /// ChangeSourceImageView, with the dialog's chooser following, and the selected shape of that viewer, of
-    /// several the one listed first, as the region; without one no region, which is the whole image.
+    /// Calls ChangeSourceImageView, shows the viewer in the dialog's chooser and chooses its selected shape,
+    /// of several the first in the list, as the region; without one no region, which means the whole image.
     void WorkOn(const QString& strTitle);
     /// @{
     /// The source; null while the tool is unbound.
@@ -63,65 +63,64 @@ public:
     CImageViewer* GetSourceView() const;
     /// @}
 
-    /// Starts the clock of a run and announces it.
+    /// Starts the clock of a run and emits signal_Started.
     void StartProcess();
-    /// Announces the end; shows and logs the time since StartProcess, nothing of that without a dialog.
+    /// Emits signal_Ended; with a dialog shows and logs the time since StartProcess.
     void EndProcess();
 
-    /// Why the last run gave no result or only an unprocessed one, in English; empty after a good one.
+    /// Why the last run had no result or only an unprocessed one, in English; empty after a success.
     QString GetFailureReason() const { return m_strFailureReason; }
 
 Q_SIGNALS:
-    /// The work itself begins, during which the thread is busy.
+    /// The work begins and keeps the thread busy.
     void signal_Started();
-    /// It is over, done or failed; once for each signal_Started.
+    /// The work has succeeded or failed; once for each signal_Started.
     void signal_Ended();
-    /// The run gave no result or only an unprocessed one, and why; after signal_Ended if it had started.
+    /// The run had no result or only an unprocessed one, and why; after signal_Ended if it had started.
     void signal_Failed(const QString& strReason);
 
 public Q_SLOTS:
     /// The user has chosen another viewer in the dialog: ChangeSourceImageView.
     void slot_ChangeSourceImageView(const QString& strTitle);
     /// @{
-    /// Lists a new shape of the source at the end of the regions, or takes the first one of a deleted shape's
-    /// name out of them; what is a region, ShapeKinds tells.
-    /// Deliberate: neither the viewer nor the image is compared, the signal comes from the source itself.
+    /// Append a new shape of the source to the list of regions, or remove the first region with a deleted
+    /// shape's name; ShapeKinds says which kinds are regions. Deliberate: compare neither viewer nor image,
+    /// because only the source is connected.
     void slot_AddDrawableObjectWithViewID(int nViewID, unsigned int nImageUID, unsigned int nGeometryUID,
                                           QString strName);
     void slot_DeleteDrawableObjectWithViewID(int nViewID, unsigned int nImageUID, unsigned int nGeometryUID,
                                              QString strName);
     /// @}
-    /// Deliberate: nothing. A region keeps the name under which it was listed.
+    /// Deliberate: does nothing. A region keeps the name under which it was listed.
     void slot_ChangeDrawableObjectProperty(unsigned int nUID);
 
 protected:
-    /// What a run works on.
+    /// The input of a run.
     struct SSource {
-        ImagePtr pImage;                                      ///< null: there is nothing to run on
+        ImagePtr pImage;                                      ///< null: there is no image
         std::shared_ptr<Vantor::Geometry::CGeometry> pRegion; ///< null: the whole image
     };
 
-    /// The current image of the source viewer, and the shape that is chosen by name; of several with that
-    /// name the last one in the viewer's list.
+    /// The current image of the source viewer, and the shape with the chosen name; of several with that name
+    /// the last one in the viewer's list.
     [[nodiscard]] SSource TakeSource();
-    /// A copy to work on, for images that a viewer holds never change. Null when there is no image or not
-    /// enough memory.
+    /// A copy to work on, because images in a viewer never change. Null without an image or enough memory.
     [[nodiscard]] ImagePtr CopyOf(const SSource& source);
     /// Ends the run (EndProcess) and makes the image the current one of the source viewer, an undoable step
-    /// that drops the annotations. The viewer keeps the image: it must not be changed any more.
+    /// that drops the annotations. The viewer keeps the image; do not change it afterwards.
     void ShowResult(const ImagePtr& pImage);
-    /// Changes an image in a region, null being the whole image.
-    /// @return why it could not, a sentence in English; empty for a success
+    /// Changes an image in a region; null means the whole image.
+    /// @return the reason of a failure, a sentence in English; empty for a success
     using Change =
         std::function<QString(Vantor::Algorithms::CImage& image, const Vantor::Geometry::CGeometry* pRegion)>;
-    /// A run as most tools have it: the source is taken and copied, the copy changed, and shown as the result
-    /// or the reason announced. An exception of the change is a failure.
+    /// The usual run: takes and copies the source, changes the copy, and shows it as the result or reports
+    /// the failure. An exception of the change is a failure.
     void RunOn(const Change& change);
-    /// Ends the run, if it has started, and announces that it failed and why. Called when a call of the core
-    /// library did not give 0, with its reason, or with a sentence of the tool's own.
+    /// Ends the run, if it has started, and emits signal_Failed. Call it when a call of the core library did
+    /// not return 0, with its reason, or with a sentence of the tool's own.
     /// @param strReason  a sentence in English
     void Fail(const QString& strReason);
-    /// For tools that were written for version 1.0: calls Fail when the result is not 0.
+    /// For tools written for version 1.0: calls Fail when the result is not 0.
     /// @return whether it is 0
     [[deprecated("Ask whether the result is 0, and call Fail.")]] bool
     Succeeded(int nResult, const std::string& strReason);

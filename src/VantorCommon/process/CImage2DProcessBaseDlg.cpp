@@ -20,7 +20,7 @@
 namespace
 {
 constexpr QSize kSizeHint(600, 300);
-/// No centre has as many cells; it keeps a mistaken size from filling the memory.
+/// More cells than any centre has; keeps a wrong size from filling the memory.
 constexpr long long kMostEntries = 1024;
 
 const CCenterModel* FindCentre()
@@ -78,8 +78,8 @@ CImage2DProcessBaseDlg::CImage2DProcessBaseDlg(QWidget* pParent) : QDialog(pPare
 
 CImage2DProcessBaseDlg::~CImage2DProcessBaseDlg()
 {
-    // An editor that is still open writes its value back when it dies, which is after this: a derived dialog
-    // would hear of it although it is gone.
+    // An open editor writes its value back when it is destroyed, later than this, and would call a derived
+    // dialog that no longer exists.
     for (const auto* pParameters : findChildren<QStandardItemModel*>(QString(), Qt::FindDirectChildrenOnly))
         disconnect(pParameters, nullptr, this, nullptr);
 }
@@ -141,7 +141,7 @@ QStandardItemModel* CImage2DProcessBaseDlg::AddParameterTree(const std::vector<S
     pTree->setModel(pModel);
     pTree->setItemDelegateForColumn(1, pDelegate);
     pTree->setAccessibleName(m_pParameterGroup->title());
-    // The arrow keys reach the values, which F2 edits; they begin at the first.
+    // The arrow keys reach the values, which F2 edits; they start at the first.
     pTree->setSelectionBehavior(QAbstractItemView::SelectItems);
     pTree->selectionModel()->setCurrentIndex(pModel->index(0, 1), QItemSelectionModel::NoUpdate);
     pTree->resizeColumnToContents(0);

@@ -5,8 +5,8 @@
 #include <VantorCommon/process/CImage2DProcessToolDelegate.h>
 #include <VantorCommon/process/EnumKey.h>
 
-/// Edits the first row of a parameter tree by a combo box of the keys of an enumeration, in the order of
-/// their declaration; the cell gets the key as text. Every other cell has no editor. The values run from 0
+/// Edits the first row of a parameter tree with a combo box of the keys of an enumeration, in the order of
+/// their declaration; the cell gets the key as text. No other cell has an editor. The values run from 0
 /// without a gap. It has no state of its own. GUI thread only.
 template <class Enum> class CImage2DProcessEnumDelegate : public CImage2DProcessToolDelegate
 {

@@ -4,14 +4,14 @@
 
 #include <VantorCommon/shell/mvc/CBaseModel.h>
 
-/// The state of a tool with one parameter, a type out of an enumeration. It announces no change; only the
-/// tool itself writes it. GUI thread only.
+/// The state of a tool with one parameter, a type of an enumeration. It emits no signals; only the tool
+/// itself changes it. GUI thread only.
 template <class Enum> class CImage2DProcessEnumModel : public CBaseModel
 {
 public:
-    /// Chooses a type; any value is stored.
+    /// Stores the chosen type, any value.
     void SetType(Enum eType) { m_eType = eType; }
-    /// The chosen type, the one with the value 0 at the start.
+    /// The chosen type; the one with the value 0 at first.
     Enum GetType() const { return m_eType; }
 
 private:

@@ -11,7 +11,7 @@
 class QModelIndex;
 
 /// The base of the dialogs of the median, the Sobel and the OCR tool: their parameters are texts, and every
-/// edit is announced by its row. GUI thread only.
+/// edit emits a signal with its row. GUI thread only.
 class VANTORCOMMON_EXPORT CImage2DProcessToolDlg : public CImage2DProcessBaseDlg
 {
     Q_OBJECT
@@ -24,15 +24,14 @@ Q_SIGNALS:
     void signal_ChangeData(int nCode, const QString& strValue);
 
 public Q_SLOTS:
-    /// Announces the new text. Deliberate: the column is not looked at, a new label is announced like a new
-    /// value.
+    /// Emits the new text. Deliberate: ignores the column, so a new label counts as a new value.
     void slot_DataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                           const QVector<int>& roles);
 
 protected:
-    /// With empty sections.
-    /// @param strTitle  of the window
-    /// @param pModel    the state of the tool, not owned; while there is none no edit is announced
+    /// Starts with empty sections.
+    /// @param strTitle  title of the window
+    /// @param pModel    the state of the tool, not owned; without it edits emit nothing
     /// @param pParent   owns the dialog
     CImage2DProcessToolDlg(const QString& strTitle, QObject* pModel, QWidget* pParent);
 

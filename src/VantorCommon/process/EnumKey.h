@@ -6,8 +6,8 @@
 #include <QString>
 #include <QStringList>
 
-/// The printable keys of an enumeration that Qt's meta-object system knows (Q_ENUM or Q_ENUM_NS). It must
-/// have int underneath, for -1 is stored in it. Any thread.
+/// The printable keys of an enumeration that Qt's meta-object system knows (Q_ENUM or Q_ENUM_NS). Its
+/// underlying type must be int, because ToValue may return -1. Any thread.
 namespace EnumKey
 {
 /// Empty for a value that has no key.
@@ -16,7 +16,7 @@ template <class Enum> QString FromValue(Enum eValue)
     return QString::fromLatin1(QMetaEnum::fromType<Enum>().valueToKey(static_cast<int>(eValue)));
 }
 
-/// Of the values that run from 0 without a gap, in their order.
+/// The keys of the values that run from 0 without a gap, in their order.
 template <class Enum> QStringList AllOf()
 {
     QStringList lstKeys;
@@ -25,7 +25,7 @@ template <class Enum> QStringList AllOf()
     return lstKeys;
 }
 
-/// -1 for a text that is no key.
+/// The value of a key; -1 for any other text.
 template <class Enum> Enum ToValue(const QString& strKey)
 {
     return static_cast<Enum>(QMetaEnum::fromType<Enum>().keyToValue(strKey.toUtf8().constData()));

@@ -19,7 +19,7 @@ namespace
 {
 constexpr double kPointsPerInch = 72.0;
 
-/// Nothing is selected while it lives, which nobody hears of.
+/// Deselects all objects while it lives, without signals.
 class CUnselected
 {
 public:
@@ -46,7 +46,7 @@ private:
     BurnIn::ObjectList m_vctSelected;
 };
 
-/// Never shown: it lends its painting, at a scale of 1.
+/// Never shown: only its painting is used, at a scale of 1.
 class CSurface : public CImageView2DDrawableWidget
 {
 public:
@@ -66,7 +66,7 @@ public:
 QImage Wrap(const CImage& image)
 {
     QImage wrapped;
-    CUtilManager::ConvertImage(const_cast<CImage*>(&image), wrapped, false); // which reads it only
+    CUtilManager::ConvertImage(const_cast<CImage*>(&image), wrapped, false); // it only reads the image
     return wrapped;
 }
 } // namespace
@@ -106,7 +106,7 @@ QByteArray BurnIn::ToPdf(const CImage& image, const ObjectList& vctObjects, bool
     if (underlay.isNull())
         return {};
     CSurface surface(underlay.size(), vctObjects, bOwnColors);
-    const int nDpi = surface.logicalDpiX(); // in which letters have the size of the screen
+    const int nDpi = surface.logicalDpiX(); // the resolution at which letters have their size on the screen
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);

@@ -31,7 +31,7 @@ constexpr double kMinZoom = 0.1;
 using OnePoint = SViewGesture::OnePoint;
 using TwoPoints = SViewGesture::TwoPoints;
 
-/// Emits with variables of its own: receivers get the points by reference and may change them.
+/// Emits copies, because receivers get the points by reference and may change them.
 void Send(CImageView2D* pView, OnePoint pSignal, QPointF point)
 {
     if (pSignal)
@@ -44,15 +44,15 @@ void Send(CImageView2D* pView, TwoPoints pSignal, QPointF start, QPointF end)
         Q_EMIT(pView->*pSignal)(start, end);
 }
 
-/// An integer of which two can be added.
+/// An integer so small that the sum of two does not overflow.
 int ClampCoordinate(double dblValue)
 {
     constexpr int kMax = 1 << 30;
     return std::clamp(TruncateToInt(dblValue), -kMax, kMax);
 }
 
-/// How many pixels the pan must change so that a stretch, in widget pixels, comes to lie within 0 .. dblRoom;
-/// one that is longer comes to the middle. The view shows whole pixels of the pan.
+/// By how many pixels the pan must change so that a stretch, in widget pixels, lies within 0 .. dblRoom;
+/// centres a longer one. The view shows whole pixels of the pan.
 double PanInto(double dblBegin, double dblEnd, double dblRoom, double dblZoom)
 {
     if (dblEnd - dblBegin > dblRoom)
@@ -202,7 +202,7 @@ void CImageView2D::ZoomFit()
 
 void CImageView2D::BringIntoView(const QRectF& part)
 {
-    // Twice: where the pan changes its sign, the first time may be a pixel short.
+    // Twice, because the first time may be a pixel short where the pan changes its sign.
     for (int i = 0; i < 2; ++i) {
         const QRectF box = MapToWidget(part.normalized());
         m_pZoom->dblPanX += PanInto(box.left(), box.right(), width(), m_pZoom->dblZoom);
@@ -251,10 +251,10 @@ void CImageView2D::slot_Goto()
     pDialog->SetMinimumY(0);
     pDialog->SetMaximumY(m_pImage->GetHeight() - 1);
     const bool bAccepted = pDialog->exec() == QDialog::Accepted;
-    if (!pDialog) // gone with the view while the user was asked
+    if (!pDialog) // the view was destroyed while the dialog was open
         return;
     if (bAccepted) {
-        // Deliberate: the position becomes the pan as it is, whatever the zoom.
+        // Deliberate: the position becomes the pan unchanged, whatever the zoom.
         m_pZoom->dblPanX = -pDialog->GetX();
         m_pZoom->dblPanY = -pDialog->GetY();
         Repaint();
@@ -361,8 +361,8 @@ bool CImageView2D::CancelDrag()
     return true;
 }
 
-/// A release can go elsewhere: to a menu that popped up, or nowhere, while the view was hidden. After a press
-/// that was only sent to the view, as scripts and tests do, the buttons tell nothing.
+/// A release can go to a menu that popped up, or nowhere while the view was hidden. After a press that was
+/// only sent to the view, as scripts and tests do, the buttons say nothing.
 bool CImageView2D::CancelLostDrag(Qt::MouseButtons buttons)
 {
     return m_bHeld && !buttons.testFlag(Qt::LeftButton) && CancelDrag();
@@ -400,7 +400,7 @@ void CImageView2D::mouseMoveEvent(QMouseEvent* pEvent)
     DoMove(pos);
 }
 
-/// The move by mode. The last position changes in panning alone, so elsewhere it is the press point.
+/// Handles a move by mode. Only panning changes the last position, so in other modes it is the press point.
 void CImageView2D::DoMove(const QPoint& pos)
 {
     if (!ToolModel())
@@ -441,7 +441,8 @@ void CImageView2D::mouseReleaseEvent(QMouseEvent* pEvent)
     const int nMode = ToolModel()->GetViewMode();
     if (nMode != EImageView2DMode_Selecting || start != end)
         Send(this, ViewGestureOf(nMode).end, start, end);
-    else if (m_bMoved) // A drag that came back has no End; the hover tells that it is over.
+    else if (m_bMoved) // A drag that ends at its press point has no End; the hover signal shows that it is
+                       // over.
         Send(this, &CImageView2D::signal_CheckResizeRotate, end);
 }
 
@@ -449,7 +450,7 @@ void CImageView2D::wheelEvent(QWheelEvent* pEvent)
 {
     SZoomState& zoom = *m_pZoom;
     const double dblNew = zoom.dblZoom + zoom.dblZoom * pEvent->angleDelta().y() * kZoomPerDelta;
-    // Deliberate: there is no upper bound; only what is no number any more is refused.
+    // Deliberate: there is no upper bound; only values that are not finite are refused.
     if (!(dblNew > kMinZoom) || !std::isfinite(dblNew)) {
         pEvent->ignore();
         return;

@@ -29,8 +29,8 @@ class CImage;
 /// pixel is 50 widget pixels wide, and turns mouse, keys, drops and context menus into signals in image
 /// coordinates.
 ///
-/// The models are not owned and may die first; the view belongs to its Qt parent. A layer on top of it paints
-/// the objects being drawn. GUI thread; a mutex guards the current image against painting.
+/// The models are not owned and may be destroyed first; the Qt parent owns the view. A layer on top of it
+/// paints the objects being drawn. GUI thread; a mutex guards the current image while the view paints.
 class VANTORCOMMON_EXPORT CImageView2D : public CImageView2DDrawableWidget
 {
     Q_OBJECT
@@ -52,28 +52,28 @@ public:
     void ShowContextMenuDrawableObject(const QPointF& point, unsigned int nUID);
     /// @}
 
-    /// Works viewport and window out from the zoom state and hands both to the layer. Coordinates of the
+    /// Computes viewport and window from the zoom state and passes both to the layer. Coordinates of the
     /// viewport stay within 2^30; the zoom has no upper bound.
     void CalculateViewPort();
     /// CalculateViewPort and a repaint.
     void Repaint();
     /// The whole image, centred.
     void ZoomFit();
-    /// Pans by as little as shows a part of the image; in the middle, when it is larger than the view.
+    /// Pans by the least that shows a part of the image; centres a part that is larger than the view.
     void BringIntoView(const QRectF& part);
     /// Ends the drag in progress without its End signal; until the next press the mouse merely hovers.
     /// @return whether there was one
     bool CancelDrag();
-    /// The same if, by the buttons of a later event, the release has gone elsewhere.
+    /// The same if the buttons of a later event show that the release went elsewhere.
     bool CancelLostDrag(Qt::MouseButtons buttons);
 
-    /// Where the whole image lies, in widget pixels.
+    /// The rectangle of the whole image, in widget pixels.
     QRect GetViewPort() const;
     /// Widget pixels per image pixel along x, 0.0 for an empty window.
     double GetSizePixel() const;
     /// The layer on top, which belongs to the view. Never null.
     CImageView2DLayer* GetLayerDrawing() const;
-    /// The annotations; null when the model is gone.
+    /// The annotations; null when the model no longer exists.
     CImageView2DGeometryModel* GetGeometryModel() const;
     /// Identifier of the image shown, 0xFFFFFFFF without one.
     unsigned int GetImageUID() const;
@@ -85,20 +85,21 @@ public:
     std::vector<std::shared_ptr<CImageView2DDrawableObject>> GetDrawableObjects() override;
     void Paint(QPainter& painter) override;
     /// Writes the channel bytes of the pixel (x, y) into its cell, one line each in red, green, blue and
-    /// white, or one in white for grey; the scales are widget pixels per image pixel. Nothing when the cell
-    /// is too low for one line per channel, and nothing for two channels.
+    /// white, or one in white for grey; the scales are widget pixels per image pixel. Writes nothing when the
+    /// cell is too low for one line per channel, or for two channels.
     void DrawPixelValue(QPainter& painter, const unsigned char* pPixel, int nChannels, int x, int y,
                         double dblScaleX, double dblScaleY);
     /// Becoming visible announces signal_Active.
     void setVisible(bool bVisible) override;
 
-    // Points that go out by reference are the emitter's own: a receiver that changes one changes what the
-    // next receiver gets, and nothing else.
+    // Points passed by reference belong to the emitter: a receiver that changes one changes only what the
+    // next receiver gets.
 Q_SIGNALS:
-    /// The view was shown or pressed: its panels belong into the docks.
+    /// The view was shown or pressed, so its panels belong in the docks.
     void signal_Active();
     /// @{
-    /// Chosen in the menu of the image, copy and paste also by their keys; whoever receives it does the work.
+    /// The user chose it in the menu of the image, or copy and paste by their keys; the receiver does the
+    /// work.
     void signal_LoadImage();
     void signal_LoadPdf();
     void signal_SaveImage();
@@ -108,18 +109,18 @@ Q_SIGNALS:
     /// @}
     /// The mouse is over this point, in image coordinates, which may lie outside the image.
     void signal_ChangeMousePosition(QPointF& mousePos);
-    /// A key of Qt::Key was pressed; sent before the signal that the key may have of its own.
+    /// The user pressed a key of Qt::Key; emitted before the key's own signal, if it has one.
     void signal_PressKey(int nkey);
     /// @{
-    /// The platform's key for it was pressed.
+    /// The user pressed the platform's key for it.
     void signal_Undo();
     void signal_Redo();
     /// @}
     /// @{
     /// A drag with the left button in the mode of the tool model, in image coordinates: Start at the press,
-    /// Doing at each move and End at the release, these with the press point and the present one. In
-    /// selecting mode a release where the press was sends no End. A polygon's edge is one drag;
-    /// signal_DrawPolygonWaiting follows the mouse between them. What was interrupted (CancelDrag) has no
+    /// Doing at each move and End at the release, both with the press point and the current one. In selecting
+    /// mode a release at the press point emits no End. A polygon's edge is one drag;
+    /// signal_DrawPolygonWaiting follows the mouse between drags. An interrupted drag (CancelDrag) has no
     /// End.
     void signal_SelectMovingStart(QPointF& pointStart);
     void signal_SelectMovingDoing(QPointF& pointStart, QPointF& pointEnd);
@@ -148,24 +149,25 @@ Q_SIGNALS:
     void signal_DrawShapeEnd(QPointF& pointStart, QPointF& pointEnd);
     void signal_DrawShapeWaiting(QPointF& point);
     /// @}
-    /// The mouse hovers there in selecting mode, in image coordinates: is there a handle?
+    /// The mouse hovers at this point in selecting mode, in image coordinates; the receiver looks for a
+    /// handle.
     void signal_CheckResizeRotate(QPointF& point);
     /// @{
-    /// Never emitted: resizing goes by the SelectMoving signals.
+    /// Never emitted: resizing uses the SelectMoving signals.
     void signal_SelectResizeStart(QPointF& pointStart);
     void signal_SelectResizeDoing(QPointF& pointStart, QPointF& pointEnd);
     void signal_SelectResizeEnd(QPointF& pointStart, QPointF& pointEnd);
     /// @}
-    /// A menu is wanted at this point, in image coordinates; the receiver decides which one.
+    /// The user asks for a menu at this point, in image coordinates; the receiver decides which one.
     void signal_ShowContextMenu(QPointF& point);
-    /// "Delete" in the menu of an annotation: what is selected shall go.
+    /// "Delete" in the menu of an annotation; the receiver deletes the selection.
     void signal_DeleteDrawableObject();
     /// @{
     /// Never emitted; for hosts.
     void signal_CopyDrawableObject();
     void signal_PasteDrawableObject();
     /// @}
-    /// A file was dropped on the view: its path, empty for what is not local.
+    /// The user dropped a file on the view: its path, empty if it is not local.
     void signal_AddImage(QString file);
     /// "Switch To 3D View" in the menu of the image.
     void signal_Switch2DTo3D();
@@ -173,13 +175,13 @@ Q_SIGNALS:
 public Q_SLOTS:
     /// Emits signal_ShowContextMenu for a point in widget pixels.
     void slot_ShowContextMenu(const QPoint& pos);
-    /// Takes the model's current image over, without a copy, and fits it; without one the view is empty.
+    /// Shows the model's current image, without a copy, and fits it; without one the view is empty.
     void slot_ChangeCurrentImage();
-    /// Deliberate: the identifier is not used, the whole list is taken over from the geometry model. That
-    /// happens late, once before the list is painted or read.
+    /// Deliberate: ignores the identifier and takes the whole list from the geometry model, once before the
+    /// view next paints or returns the list.
     void slot_ChangeDrawableObjectProperty(unsigned int nUID);
     /// @{
-    /// Deliberate: nothing; the list follows by slot_ChangeDrawableObjectProperty.
+    /// Deliberate: does nothing; slot_ChangeDrawableObjectProperty updates the list.
     void slot_DeleteDrawableObject(unsigned int nUID, QString strName);
     void slot_AddDrawableObject(unsigned int nUID, QString strName);
     /// @}
@@ -187,17 +189,16 @@ public Q_SLOTS:
     void slot_ClearObject();
     /// ZoomFit.
     void slot_ZoomFit();
-    /// Asks for an image position and pans by it; blocks until the dialog is closed. Without an image
-    /// nothing. Deliberate: the position becomes the pan as it is, whatever the zoom.
+    /// Asks for an image position and pans by it; blocks until the dialog is closed. Does nothing without an
+    /// image. Deliberate: the position becomes the pan unchanged, whatever the zoom.
     void slot_Goto();
-    /// Calls the function of the menu entry that sends the signal, with the annotation the menu was opened
-    /// for.
+    /// Calls the function of the menu entry that emits the signal, with the annotation of the menu.
     void slot_CallbackDrawableObject();
 
 protected:
     /// @{
-    /// Turned into the signals above. The wheel zooms about the mouse, by a thousandth for each unit (a notch
-    /// is 120); keys that mean nothing here go on to the parent; whatever has an URL may be dropped.
+    /// Emit the signals above. The wheel zooms about the mouse, by a thousandth for each unit (a notch is
+    /// 120); keys without a meaning here go on to the parent; anything with a URL may be dropped.
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseReleaseEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;

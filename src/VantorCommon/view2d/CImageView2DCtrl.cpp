@@ -25,8 +25,8 @@ CImageView2DCtrl::SParts::SParts(const SImageView2DCtrlContext& given,
 {
 }
 
-/// Push first, then execute: the order of every editing step. A step that comes in the middle of a drag must
-/// not find the drag's unfinished shapes.
+/// Every editing step is pushed first, then executed. A step in the middle of a drag must not find the drag's
+/// unfinished shapes.
 CCommand* CImageView2DCtrl::SParts::Execute(std::unique_ptr<CCommand> pCommand)
 {
     gestures.Interrupt();

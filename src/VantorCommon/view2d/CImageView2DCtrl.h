@@ -29,12 +29,12 @@ namespace Vantor::Algorithms
 class CImage;
 }
 
-/// The controller of a 2D view: its image and file operations, the clipboard, undo and redo, and the slots
-/// behind the view's gestures.
+/// The controller of a 2D view: images and files, the clipboard, undo and redo, and the slots of its
+/// gestures.
 ///
-/// Models, view and docks are not owned and any of them may be null or die first; an operation that misses
+/// Models, view and docks are not owned; any of them may be null or destroyed first, and an operation without
 /// its target does nothing. The controller owns its undo history, its snip tool, and its three panels (tools,
-/// properties, status), which it puts into the docks whenever its view becomes active. GUI thread only.
+/// properties, status), which it puts into the docks when its view becomes active. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DCtrl : public CBaseCtrl
 {
     Q_OBJECT
@@ -54,96 +54,90 @@ public:
     ~CImageView2DCtrl() override;
 
     /// @{
-    /// Acts only while the view has the keyboard focus; true then. A drag in progress is taken back first.
+    /// Acts, and returns true, only while the view has the keyboard focus. First undoes a drag in progress.
     bool Undo() override;
     bool Redo() override;
     /// @}
     /// @{
-    /// Whether Undo or Redo would have something to do, wherever the focus is.
+    /// Whether there is a step for Undo or Redo, wherever the focus is.
     bool CanUndo() const;
     bool CanRedo() const;
     /// @}
-    /// The options of the centre; all off at first. They hold from the next operation on.
+    /// The options of the centre; all off at first. They apply from the next operation on.
     void SetOptions(const SCenterOptions& sOptions);
-
-    /// Loads an image or the pages of a PDF document and shows them in place of the list; annotations go.
-    /// Deliberate: what cannot be loaded is logged and leaves an empty list, without annotations (unless
-    /// SCenterOptions::bKeepOnFailedLoad). Deliberate: "pdf" or "PDF" behind any character anywhere in the
-    /// path, a folder's name included, tells a document (unless SCenterOptions::bReaderByContent).
+    /// Replaces the list by an image or the pages of a PDF document and drops the annotations. Deliberate: a
+    /// failure is logged and leaves an empty list without annotations (unless
+    /// SCenterOptions::bKeepOnFailedLoad). Deliberate: "pdf" or "PDF" after any character anywhere in the
+    /// path, even in a folder's name, means a document (unless SCenterOptions::bReaderByContent).
     void LoadFile(const QString& strPath);
-    /// The image in a list of one; empty and one log line when it cannot be loaded.
+    /// The image in a list of one; an empty list and a log line if it cannot be loaded.
     std::vector<ImagePtr> LoadImage(const QString& strPath);
-    /// One image per page, in page order, up to the first that cannot be rendered. Asks for a password when
-    /// the document wants one, and blocks meanwhile. What cannot be read is logged, after a password also
-    /// shown in a message box. Deliberate: the setting "PDF_RESOLUTION_Y" (dots per inch, 144 by default)
-    /// holds for both directions.
+    /// One image per page, in page order, up to the first that cannot be rendered. Asks for a password if
+    /// necessary, and blocks meanwhile. Logs a failure; after a password a message box shows it, too.
+    /// Deliberate: the setting "PDF_RESOLUTION_Y" (dots per inch, 144 by default) holds for both directions.
     std::vector<ImagePtr> LoadPDF(const QString& strPath);
     /// Appends an image or the pages of a document, the first of which becomes current. Annotations stay.
     void AddImage(const QString& strPath);
-    /// Saves the current image in the format of the suffix. A failure is logged.
+    /// Saves the current image in the format of the suffix. Logs a failure.
     void SaveFile(const QString& strPath);
-
-    /// Puts a copy of the current image on the clipboard, as a picture; nothing without one.
+    /// Puts a copy of the current image, if any, on the clipboard, as a picture.
     void CopyToClipBoard();
-    /// Shows the first registered main window, maximised and active (true), or minimises it
-    /// (SCenterOptions::bRestoreAfterCapture: shows it as it was when it was minimised).
+    /// True shows the first registered main window, maximised (with SCenterOptions::bRestoreAfterCapture as
+    /// before it was minimised) and active; false minimises it.
     void SetApplicationVisible(bool bVisible);
-
     /// Drops the current image and all annotations, without a way back.
     void CloseCurrentImage();
     /// Replaces one image of the list and drops all annotations, also when the index is not 0 to count - 1.
     void ChangeImage(ImagePtr pImage, int nIndex);
     /// Replaces the current image and drops the annotations, without a way back; see ChangeCurrentImage.
     void SetCurrentImage(ImagePtr pImage);
-    /// The same, with the reason that the store of annotations tells.
+    /// The same, with the reason that the store of annotations reports.
     void SetCurrentImage(ImagePtr pImage, EAnnotationsGone eReason);
     /// Appends an image. @return whether there was a model
     bool PushImage(ImagePtr pImage);
-    /// The current image, which must not be changed; null without one.
+    /// The current image, which nobody may change; null without one.
     ImagePtr GetCurrentImgage() const;
-    /// Replaces the current image and drops the annotations, as an undoable step; null changes nothing.
+    /// Replaces the current image and drops the annotations, as an undoable step; ignores null.
     void ChangeCurrentImage(ImagePtr pImage);
-    /// The same for an image that has come from the present one by a turn, a flip or a cut.
+    /// The same for an image made from the current one by a turn, a flip or a cut.
     void ChangeCurrentImage(ImagePtr pImage, const SImageChange& sChange);
     /// @{
     /// A quarter turn, counter-clockwise or clockwise, as an undoable step.
     void RotateLeft();
     void RotateRight();
     /// @}
-
-    /// Adds a shape of any kind as an undoable step and selects it alone; null is ignored.
+    /// Adds a shape of any kind as an undoable step and selects only it; ignores null.
     void AddRectangle(std::shared_ptr<CImageView2DDrawableGeometry> pObject);
-    /// Adds an object and selects it alone. Called back by the commands, as are the next three.
+    /// Adds an object and selects only it. The commands call this and the next three functions.
     void AddDrawableObject(ObjectPtr pObject);
     /// @{
-    /// Deletes an object, without a step of its own. @return whether it was there
+    /// Deletes an object, without an undoable step. @return whether it was there
     bool DeleteDrawableObject(ObjectPtr pObject);
     bool DeleteDrawableObject(unsigned int nUID);
     /// @}
     /// Moves the object so that the point is (dx, dy) from its top-left corner, all in image pixels.
     void MoveDrawableObject(ObjectPtr pObject, double dx, double dy, QPointF& point);
-    /// Moves the handle found within 10 widget pixels of `from` to `to`, less the resize offset. The third
-    /// point is not used.
+    /// Moves the handle within 10 widget pixels of `from` to `to`, less the resize offset; ignores the third.
     void ResizeDrawableObject(ObjectPtr pObject, const QPointF& from, const QPointF& to,
                               const QPointF& third);
-    /// Deletes what is selected, as one undoable step; nothing when nothing is.
+    /// Deletes the selected objects, if there are any, as one undoable step.
     void DeleteSelectedObjects();
-    /// How near to a handle counts as on it: 10 widget pixels, in image pixels. 0.0 without a view.
+    /// The reach of a handle, 10 widget pixels, in image pixels; 0.0 without a view.
     double HandleTolerance() const;
     /// @{
-    /// The models that were given; null when there is none any more.
+    /// The models given at construction; null when they no longer exist.
     CImageView2DModel* GetImageModel() const;
     CImageView2DGeometryModel* GetGeometryModel() const;
     /// @}
-    /// The annotations as a document, with their files and their steps. Never null; the controller's own.
+    /// The annotations as a document, with their files and their steps. Never null; the controller owns it.
     CAnnotationStore* GetAnnotationStore() const;
 
 public Q_SLOTS:
     /// Puts the controller's panels into the docks.
     void slot_Active();
     /// @{
-    /// Asks for a file (an image or a document, an image, a document), and shows it in place of the list, as
-    /// LoadFile does. These five block while the dialog is open; the controller may be deleted meanwhile.
+    /// Ask for a file (an image or a document, an image, a document) and replace the list by it, as LoadFile
+    /// does. These five block while the dialog is open; the controller may be deleted meanwhile.
     void slot_LoadFile();
     void slot_LoadImage();
     void slot_LoadPdf();
@@ -152,11 +146,11 @@ public Q_SLOTS:
     /// Asks for a name (SCenterOptions::bProposeSaveName proposes one) and saves the current image.
     void slot_SaveImage();
     /// @}
-    /// Appends the image files or the picture on the clipboard. Deliberate: text wins over a picture and is
-    /// ignored; documents are not opened, and what does not load is not logged.
+    /// Appends the image files or the picture on the clipboard. Deliberate: text takes precedence over a
+    /// picture and is ignored; documents are not opened, and failures are not logged.
     void slot_Paste();
     /// @{
-    /// The functions above of these names: AddImage, CloseCurrentImage, CopyToClipBoard, Undo and so on.
+    /// Call the functions above of these names: AddImage, CloseCurrentImage, CopyToClipBoard, Undo and so on.
     void slot_AddImageDragDrop(const QString& strPath);
     void slot_CloseImage();
     void slot_Copy();
@@ -167,22 +161,21 @@ public Q_SLOTS:
     void slot_DeleteDrawableObject();
     /// @}
     /// @{
-    /// Previous, Next, SetCurrentIndex and Clear of the image model; annotations stay.
+    /// Call Previous, Next, SetCurrentIndex and Clear of the image model; annotations stay.
     void slot_Previous();
     void slot_Next();
     void slot_SelectImage(int nIndex);
     void slot_ClearImage();
     /// @}
-    /// Minimises the main window and lays the snip tool over the screen that it was on.
+    /// Minimises the main window and opens the snip tool on its screen.
     void slot_OpenSnipTool();
-    /// Tells the image model, in image coordinates.
+    /// Passes the position to the image model, in image coordinates.
     void slot_ChangeMousePosition(QPointF& mousePos);
-    /// Opens the menu of the first annotation whose bounding rectangle holds the point (image coordinates),
-    /// and selects it; where there is none, the menu of the image.
+    /// Selects the first annotation whose bounding rectangle contains the point (image coordinates) and opens
+    /// its menu; if there is none, opens the menu of the image.
     void slot_ShowContextMenu(const QPointF& point);
-
     /// @{
-    /// Sets the mode of the tool model, which all viewers share; SelectShape that of a kind of ShapeKinds.
+    /// Set the mode of the tool model, which all viewers share; SelectShape sets that of any kind.
     void slot_ChangeSelectMode();
     void slot_ChangePanningMode();
     void slot_SelectROIRectangle();
@@ -192,13 +185,12 @@ public Q_SLOTS:
     void slot_DrawRuler();
     void slot_SelectShape(int nMode);
     /// @}
-
     /// @{
     /// The drags of the drawing modes, in image coordinates. Doing shows a preview; End adds the shape as an
-    /// undoable step and returns to selecting. Deliberate: there is no least size, a click leaves a shape of
-    /// 0 x 0. A circle is an ellipse with equal axes about the press point; a line becomes a ruler. A polygon
-    /// is closed by a release within HandleTolerance of its first point, from three edges on. DrawShape is
-    /// for the kind that is drawn in the tool model's mode; what clicks draw is closed as a polygon is.
+    /// undoable step and returns to selecting. Deliberate: no minimum size, a click makes a shape of 0 x 0. A
+    /// circle is an ellipse with equal axes about the press point; a line becomes a ruler. A release within
+    /// HandleTolerance of its first point closes a polygon of three or more edges. DrawShape draws the kind
+    /// of the current mode; kinds drawn by clicks close as a polygon does.
     void slot_DrawRectangleStart(QPointF& pointStart);
     void slot_DrawRectangleDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_DrawRectangleEnd(QPointF& pointStart, QPointF& pointEnd);
@@ -220,13 +212,12 @@ public Q_SLOTS:
     void slot_DrawShapeWaiting(QPointF& point);
     void slot_DrawShapeEnd(QPointF& pointStart, QPointF& pointEnd);
     /// @}
-
-    /// Looks for a handle of any annotation within HandleTolerance; the cursor tells.
+    /// Looks for a handle of any annotation within HandleTolerance; the cursor shows whether there is one.
     void slot_CheckResizeRotate(QPointF& point);
     /// @{
-    /// The drag of the selecting mode, in image coordinates: pulls a handle, moves what is selected, or
-    /// catches annotations in a rubber band; with Ctrl a press adds to the selection. End makes an undoable
-    /// step of it. Deliberate: the SelectResize slots do nothing, resizing is part of this drag.
+    /// The drag of the selecting mode, in image coordinates: pulls a handle, moves the selection, or selects
+    /// annotations with a rubber band; with Ctrl a press adds to the selection. End makes it an undoable
+    /// step. Deliberate: the SelectResize slots do nothing, because resizing is part of this drag.
     void slot_SelectMovingStart(QPointF& pointStart);
     void slot_SelectMovingDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_SelectMovingEnd(QPointF& pointStart, QPointF& pointEnd);
@@ -234,20 +225,20 @@ public Q_SLOTS:
     void slot_SelectResizeDoing(QPointF& pointStart, QPointF& pointEnd);
     void slot_SelectResizeEnd(QPointF& pointStart, QPointF& pointEnd);
     /// @}
-    /// Delete and Backspace delete the selection, Escape leaves a drawing mode while the view is visible.
+    /// Delete and Backspace delete the selection; Escape leaves a drawing mode while the view is visible.
     void slot_PressKey(int nKey);
 
 Q_SIGNALS:
     /// @{
-    /// A file has been loaded or added (once for a document of many pages), or the image has been saved.
+    /// The controller has loaded or added a file (once for a document of many pages), or saved the image.
     void signal_FileOpened(const QString& strPath);
     void signal_FileSaved(const QString& strPath);
     /// @}
-    /// Something that was asked for could not be done: loading, adding, pasting or saving a file, rotating
-    /// the image, capturing the screen. One line in English with the path and the reason.
+    /// Loading, adding, pasting, saving, rotating or capturing failed: one line in English with path and
+    /// reason.
     void signal_Failed(const QString& strMessage);
     /// @{
-    /// The pages of a document are being rendered, which keeps the thread busy: how many, how many are done.
+    /// Rendering the pages of a document keeps the thread busy: the number of pages, and of those done.
     void signal_ChangeProgressMaxRange(int nMaxRange);
     void signal_ChangeProgressValue(int nValue);
     /// @}

@@ -10,8 +10,8 @@
 class CSnipToolCtrl;
 class CSnipToolModel;
 
-/// The screen capture of a 2D controller: owns the snip tool with its model and controller, and takes the
-/// main window out of the way meanwhile.
+/// The screen capture of a 2D controller: owns the snip tool with its model and controller, and minimises the
+/// main window meanwhile.
 class CImageView2DCtrlCapture
 {
 public:
@@ -22,7 +22,7 @@ public:
 
     /// Shows the first registered main window, or minimises it.
     void SetApplicationVisible(bool bVisible);
-    /// Minimises the main window and lays the snip tool over the screen that it was on.
+    /// Minimises the main window and opens the snip tool on its screen.
     void Open();
 
 private:
@@ -30,6 +30,6 @@ private:
     std::unique_ptr<CSnipToolModel> m_pSnipToolModel;
     QPointer<QWidget> m_pSnipTool; ///< without a parent, because the view may die first
     std::unique_ptr<CSnipToolCtrl> m_pSnipToolCtrl;
-    bool m_bWasMaximised = false; ///< the main window, before it was minimised; so the next
+    bool m_bWasMaximised = false; ///< the main window before it was minimised, as the next
     bool m_bWasFullScreen = false;
 };

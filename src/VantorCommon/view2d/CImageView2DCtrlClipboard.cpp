@@ -40,7 +40,7 @@ void CImageView2DCtrlClipboard::Copy() const
     QGuiApplication::clipboard()->setMimeData(pData);
 }
 
-/// In our own format; empty where nothing is selected or SCenterOptions::bEditKeys is off.
+/// In the library's own format; empty without a selection or with SCenterOptions::bEditKeys off.
 QByteArray CImageView2DCtrlClipboard::SelectedAnnotations() const
 {
     if (!m_context.sOptions.bEditKeys)
@@ -59,7 +59,7 @@ QByteArray CImageView2DCtrlClipboard::SelectedAnnotations() const
     return QByteArray::fromStdString(bytes);
 }
 
-/// Where they were, or a little beside their originals.
+/// At their stored positions, or a little beside their originals.
 void CImageView2DCtrlClipboard::PasteAnnotations(const QByteArray& bytes)
 {
     SContext context;
@@ -95,17 +95,17 @@ void CImageView2DCtrlClipboard::Paste()
         PasteUrls(pData->urls());
         return;
     }
-    // Deliberate: text wins over an image, and is ignored.
+    // Deliberate: text takes precedence over an image, and is ignored.
     if (pData->hasText() || !pData->hasImage())
         return;
-    // Of an image with fewer than 32 bits a pixel the conversion would take a part only.
+    // ConvertImage would take only a part of an image with fewer than 32 bits a pixel.
     const auto image = qvariant_cast<QImage>(pData->imageData()).convertToFormat(QImage::Format_RGBA8888);
     const auto pImage = std::make_shared<CImage>();
     if (CUtilManager::ConvertImage(image, pImage.get()))
         m_context.pCtrl->PushImage(pImage);
 }
 
-/// Deliberate: every file is taken for an image, also a PDF document, and what does not load is not logged.
+/// Deliberate: every file, even a PDF document, is read as an image, and failures are not logged.
 void CImageView2DCtrlClipboard::PasteUrls(const QList<QUrl>& lstUrls)
 {
     for (const QUrl& url : lstUrls) {

@@ -9,14 +9,14 @@
 
 class QUrl;
 
-/// Copies the current image of a 2D controller to the clipboard, with SCenterOptions::bEditKeys the selected
-/// annotations beside it, and pastes what is there.
+/// Copies the current image of a 2D controller to the clipboard, with SCenterOptions::bEditKeys also the
+/// selected annotations, and pastes from it.
 class CImageView2DCtrlClipboard
 {
 public:
     explicit CImageView2DCtrlClipboard(const SImageView2DCtrlContext& context) : m_context(context) {}
 
-    /// Nothing without an image.
+    /// Does nothing without an image.
     void Copy() const;
     /// Adds annotations, or appends the image files of a list of URLs, or a picture.
     void Paste();

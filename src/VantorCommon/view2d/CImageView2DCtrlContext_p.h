@@ -12,13 +12,13 @@ class CImageView2DGeometryModel;
 class CImageView2DModel;
 class CImageView2DToolModel;
 
-/// What the parts of one 2D controller work on. They belong to the controller; models and view may be null or
-/// die first.
+/// The objects on which the parts of one 2D controller work. The controller owns the parts; models and view
+/// may be null or destroyed first.
 struct SImageView2DCtrlContext {
     CImageView2DCtrl* pCtrl = nullptr;
     QPointer<CImageView2DModel> pModel;
     QPointer<CImageView2DGeometryModel> pGeometryModel;
     QPointer<CImageView2DToolModel> pToolModel;
     QPointer<CImageView2D> pView;
-    SCenterOptions sOptions; ///< those that were set last
+    SCenterOptions sOptions; ///< as set last
 };

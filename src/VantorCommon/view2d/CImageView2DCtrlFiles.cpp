@@ -25,7 +25,7 @@ using Vantor::Utils::CPDFReader;
 namespace
 {
 constexpr double kDefaultResolution = 144.0; // dots per inch
-constexpr int kDocumentHead = 1024;          // bytes in which the header of a document stands
+constexpr int kDocumentHead = 1024;          // bytes within which the header of a document stands
 
 /// Deliberate: any character followed by "pdf" or "PDF", anywhere in the path.
 bool LooksLikePdf(const QString& strPath)
@@ -33,11 +33,11 @@ bool LooksLikePdf(const QString& strPath)
     return strPath.contains(QRegExp(QStringLiteral(".pdf|.PDF"), Qt::CaseSensitive, QRegExp::RegExp));
 }
 
-/// Whether the file begins as a PDF document does; nothing when it cannot be read. Readers of documents allow
-/// for some bytes in front of the header.
+/// Whether the file begins as a PDF document does; nothing if it cannot be read. Readers of documents allow
+/// some bytes before the header.
 std::optional<bool> BeginsAsPdf(const QString& strPath)
 {
-    // By the standard library: Qt would encode the path as the locale says, not as UTF-8.
+    // With the standard library, because Qt would encode the path in the locale's encoding, not in UTF-8.
     const std::filesystem::path path = std::filesystem::u8path(strPath.toStdString());
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) // opening a FIFO would wait for its other end
@@ -60,7 +60,7 @@ void TellUnreadablePdf(const QString& strPath, QWidget* pParent)
     pBox->open();
 }
 
-/// @param bTried  whether a password was given that did not open it
+/// @param bTried  whether the user gave a password and it did not open the document
 QString WhyUnreadable(int nResult, bool bTried)
 {
     switch (nResult) {
@@ -82,16 +82,17 @@ QString ReasonOf(const CImage& image)
 }
 } // namespace
 
-/// The failure of something that was asked for, beside what the log says of it.
+/// Emits the failure of an operation, in addition to its log line.
 void CImageView2DCtrlFiles::Fail(const QString& strWhat, const QString& strReason)
 {
     Q_EMIT m_context.pCtrl->signal_Failed(strWhat + QLatin1Char(' ') + strReason);
 }
 
-/// Opens the document, with a password from the user where it wants one. True when its pages can be had.
+/// Opens the document, with a password from the user if it needs one. @return whether its pages can be
+/// rendered
 bool CImageView2DCtrlFiles::ReadDocument(CPDFReader& reader, const QString& strPath)
 {
-    // View and controller may go while the user is asked.
+    // View and controller may be destroyed while the dialog is open.
     const QPointer<CImageView2D> pParent = m_context.pView;
     const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
     int nResult = reader.Read(strPath.toStdWString(), std::wstring());
@@ -140,7 +141,7 @@ void CImageView2DCtrlFiles::ReplaceImages(const std::vector<ImagePtr>& vctImages
     const bool bLoaded = !vctImages.empty();
     if (!m_context.pModel || (!bLoaded && m_context.sOptions.bKeepOnFailedLoad))
         return;
-    // Deliberate: a load that failed leaves an empty list.
+    // Deliberate: a failed load leaves an empty list.
     m_images.ReplaceAll(vctImages);
     if (bLoaded)
         Q_EMIT m_context.pCtrl->signal_FileOpened(strPath);
@@ -165,7 +166,7 @@ std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::LoadPDF(cons
     CPDFReader reader;
     reader.SetResolutionX(
         CSettingManager::GetDouble(CSettingManager::kLoaderResolutionX, kDefaultResolution));
-    // Deliberate: the Y setting goes to X, too, and overwrites it; Y itself is never set.
+    // Deliberate: the Y setting also goes to X and overwrites it; Y itself is never set.
     reader.SetResolutionX(
         CSettingManager::GetDouble(CSettingManager::kLoaderResolutionY, kDefaultResolution));
     if (!ReadDocument(reader, strPath))

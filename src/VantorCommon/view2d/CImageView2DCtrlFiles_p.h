@@ -20,9 +20,8 @@ namespace Vantor::Utils
 class CPDFReader;
 }
 
-/// Loads the images and documents of a 2D controller and saves its images; tells success and failure by the
-/// controller's signals. Controller and view may be deleted while the user is asked: nothing more happens
-/// then.
+/// Loads the images and documents of a 2D controller and saves its images; the controller's signals report
+/// success and failure. Controller and view may be deleted while a dialog is open: then it does nothing more.
 class CImageView2DCtrlFiles
 {
 public:
@@ -33,11 +32,11 @@ public:
     {
     }
 
-    /// Shows an image or a document in place of the list.
+    /// Replaces the list by an image or the pages of a document.
     void Load(const QString& strPath);
-    /// The image in a list of one; empty when it cannot be loaded.
+    /// The image in a list of one; an empty list if it cannot be loaded.
     std::vector<ImagePtr> LoadImage(const QString& strPath);
-    /// One image per page; blocks while a password is asked for.
+    /// One image per page; blocks while it asks for a password.
     std::vector<ImagePtr> LoadPDF(const QString& strPath);
     /// Appends the images of a file, the first of which becomes current.
     void Add(const QString& strPath);
@@ -45,7 +44,7 @@ public:
     void Save(const QString& strPath);
 
     /// @{
-    /// The same, of files that the user chooses in a dialog; blocks meanwhile.
+    /// The same for files that the user chooses in a dialog; blocks meanwhile.
     void AskAndLoad();
     void AskAndLoadImage();
     void AskAndLoadPdf();

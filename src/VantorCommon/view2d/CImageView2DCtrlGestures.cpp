@@ -44,7 +44,7 @@ void CImageView2DCtrlGestures::Watch()
 
 bool CImageView2DCtrlGestures::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
-    // Null for the last events of a view, which come when only the QWidget in it is left.
+    // Null for the last events of a view, which arrive when only its QWidget base still exists.
     auto* pView = qobject_cast<CImageView2D*>(pWatched);
     if (pView && m_context.sOptions.bEditKeys && IsForKeys(*pEvent))
         return true;
@@ -59,7 +59,7 @@ bool CImageView2DCtrlGestures::eventFilter(QObject* pWatched, QEvent* pEvent)
     return QObject::eventFilter(pWatched, pEvent);
 }
 
-/// A key, or the double click that does what Enter does. A polygon's second click of two was there already.
+/// A key, or the double click that acts as Enter. The second click of a polygon has already added its point.
 bool CImageView2DCtrlGestures::IsForKeys(QEvent& event)
 {
     if (event.type() == QEvent::KeyPress)
@@ -73,7 +73,7 @@ bool CImageView2DCtrlGestures::IsForKeys(QEvent& event)
     return true;
 }
 
-/// With Shift, as the kind says.
+/// With Shift the point that the kind's constraint allows.
 QPointF CImageView2DCtrlGestures::Constrained(const SShapeKind& kind, const QPointF& start,
                                               const QPointF& point) const
 {

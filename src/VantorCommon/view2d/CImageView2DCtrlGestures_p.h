@@ -13,23 +13,23 @@
 class CCommand;
 class QMouseEvent;
 
-/// The gestures of a 2D controller: drawing, selecting and writing, which have handlers of their own, by the
-/// mode of the tool model, and what ends them without a release. Points are image coordinates.
+/// The gestures of a 2D controller: passes drawing, selecting and writing to their handlers, by the mode of
+/// the tool model, and ends gestures that have no release. Points are image coordinates.
 class CImageView2DCtrlGestures : public QObject
 {
 public:
-    /// @param execute  records a step, carries it out and returns what was recorded
+    /// @param execute  records a step, executes it and returns the recorded step
     CImageView2DCtrlGestures(const SImageView2DCtrlContext& context,
                              const std::function<CCommand*(std::unique_ptr<CCommand>)>& execute);
 
-    /// Begins to watch the view and the mode.
+    /// Starts watching the view and the mode.
     void Watch();
-    /// Ends a drag in progress and takes back what it has changed; a polygon in progress stays.
+    /// Ends a drag in progress and undoes its changes; a polygon in progress stays.
     void Interrupt();
 
     int Mode() const;
     void SetMode(int nMode);
-    /// How near to a handle counts as on it, in image pixels.
+    /// The distance within which a point counts as on a handle, in image pixels.
     double HandleTolerance() const;
 
     /// @{
@@ -39,17 +39,17 @@ public:
     void EndShape(int nMode, const QPointF& start, const QPointF& end);
     void WaitForClick(const QPointF& point);
     /// @}
-    /// The press of the selecting mode; Select() has what follows it.
+    /// The press of the selecting mode; Select() handles the rest of the drag.
     void StartSelecting(const QPointF& point);
     CSelectHandler& Select() { return m_select; }
-    /// The menu of the first annotation whose bounding rectangle holds the point, or of the image.
+    /// The menu of the first annotation whose bounding rectangle contains the point, or of the image.
     void ShowMenuAt(const QPointF& point);
     /// A key of Qt::Key.
     void PressKey(int nKey);
 
 protected:
-    /// Watches the view for what ends a gesture without a release, and for a double click on a text,
-    /// and for what SCenterOptions::bEditKeys brings.
+    /// Watches the view for events that end a gesture without a release, for a double click on a text, and
+    /// for the keys of SCenterOptions::bEditKeys.
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
 private:

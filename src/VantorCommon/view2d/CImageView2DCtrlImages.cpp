@@ -42,6 +42,7 @@ void CImageView2DCtrlImages::ReplaceAll(const std::vector<ImagePtr>& vctImages)
 {
     if (!m_context.pModel)
         return;
+    m_context.pCtrl->GetAnnotationStore()->BeginLoading();
     m_context.pModel->SetImages(vctImages);
     m_context.pCtrl->GetAnnotationStore()->Clear(EAnnotationsGone_Loaded);
 }

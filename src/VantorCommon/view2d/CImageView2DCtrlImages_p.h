@@ -13,8 +13,8 @@ namespace Vantor::Algorithms
 class CImage;
 }
 
-/// The image list of a 2D controller, and what changes an image as a whole. What takes an image away drops
-/// the annotations with it. Without a model nothing happens.
+/// The image list of a 2D controller, and the operations on whole images. An operation that removes an image
+/// drops the annotations, too. Without a model nothing happens.
 class CImageView2DCtrlImages
 {
 public:
@@ -28,7 +28,7 @@ public:
     bool Push(ImagePtr pImage);
 
     /// @{
-    /// Without a way back.
+    /// These have no undo.
     void CloseCurrent();
     void ReplaceAll(const std::vector<ImagePtr>& vctImages);
     void Replace(ImagePtr pImage, int nIndex);

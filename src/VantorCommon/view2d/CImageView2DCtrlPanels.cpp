@@ -30,7 +30,7 @@ CImageView2DCtrlPanels::CImageView2DCtrlPanels(const SImageView2DCtrlContext& co
 
 CImageView2DCtrlPanels::~CImageView2DCtrlPanels()
 {
-    // A panel is in a dock or nowhere; in both cases it goes with its controller.
+    // The controller deletes its panels, whether they are in a dock or nowhere.
     delete m_pToolPanel;
     delete m_pPropertyPanel;
     delete m_pStatusPanel;
@@ -55,14 +55,14 @@ void CImageView2DCtrlPanels::CreateToolPanel()
     on(&V::signal_ShapeSelected, &C::slot_SelectShape);
 }
 
-/// A click on a tool leaves the keyboard to the image view, whose undo and Escape need it. A focus proxy
-/// would do that to the Tab key, too.
+/// A click on a tool leaves the focus in the image view, whose undo and Escape need it. A focus proxy would
+/// also divert the Tab key.
 void CImageView2DCtrlPanels::KeepFocusInView()
 {
     CImageView2DToolView* pPanel = m_pToolPanel;
     pPanel->setFocusPolicy(Qt::ClickFocus);
     QObject::connect(qApp, &QApplication::focusChanged, pPanel, [this, pPanel](QWidget* pOld, QWidget* pNow) {
-        // First, for while the view goes the focus moves, too.
+        // First, because the focus also moves while the view is destroyed.
         if (pNow != pPanel)
             return;
         CImageView2D* pView = m_context.pView;

@@ -11,7 +11,7 @@ class CImageView2DToolView;
 class CSelectHandler;
 
 /// The panels of a 2D controller: its tools, its properties and its status, which stand in the docks while
-/// its view is the active one. It owns the panels, wherever they are; docks may be null or die first.
+/// its view is active. It owns the panels, wherever they are; docks may be null or destroyed first.
 class CImageView2DCtrlPanels
 {
 public:
@@ -21,16 +21,16 @@ public:
         QPointer<QScrollArea> pStatus;
     };
 
-    /// @param select  changes the looks of what is selected; outlives the panels
+    /// @param select  changes the look of the selected objects; outlives the panels
     CImageView2DCtrlPanels(const SImageView2DCtrlContext& context, const SDocks& sDocks,
                            CSelectHandler& select);
     ~CImageView2DCtrlPanels();
     CImageView2DCtrlPanels(const CImageView2DCtrlPanels&) = delete;
     CImageView2DCtrlPanels& operator=(const CImageView2DCtrlPanels&) = delete;
 
-    /// In place of those of another viewer, which stay alive.
+    /// Puts the panels in place of another viewer's, which stay alive.
     void PutIntoDocks();
-    /// Shows what the options of the context ask for.
+    /// Adapts the panels to the options of the context.
     void FollowOptions();
 
 private:

@@ -12,19 +12,19 @@
 #include <VantorCommon/view2d/CImageView2DCtrlImages_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrlPanels_p.h>
 
-/// What a 2D controller is made of. The panels and the snip tool, whose last events reach the others, go
-/// first.
+/// The parts of a 2D controller. The panels and the snip tool are destroyed first, because their last events
+/// reach the others.
 struct CImageView2DCtrl::SParts {
     SParts(const SImageView2DCtrlContext& given, const CImageView2DCtrlPanels::SDocks& sDocks);
 
-    /// Connects the signals of the view, which must be there, with the controller's slots.
+    /// Connects the signals of the view, which must exist, with the controller's slots.
     void ConnectView();
-    /// Records a step and carries it out. @return the recorded step, which the history keeps
+    /// Records a step and executes it. @return the recorded step, which the history keeps
     CCommand* Execute(std::unique_ptr<CCommand> pCommand);
 
     SImageView2DCtrlContext context;
     CCommandContainer commands;
-    std::unique_ptr<CAnnotationStore> pStore; ///< never null once the controller is made
+    std::unique_ptr<CAnnotationStore> pStore; ///< never null once the controller is constructed
     CImageView2DCtrlGestures gestures;
     CImageView2DCtrlImages images;
     CImageView2DCtrlFiles files;

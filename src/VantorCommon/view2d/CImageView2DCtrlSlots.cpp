@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// The slots of CImageView2DCtrl, and what of the view they are connected with.
+// The slots of CImageView2DCtrl, and their connections with the signals of the view.
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>

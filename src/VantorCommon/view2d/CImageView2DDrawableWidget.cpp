@@ -18,9 +18,9 @@ using namespace Vantor::Geometry;
 namespace
 {
 constexpr double kHandleRadius = 3.0; // widget pixels
-/// What an outline, a handle or a dash may reach beyond the shape's box, in widget pixels.
+/// How far an outline, a handle or a dash may reach beyond the shape's box, in widget pixels.
 constexpr double kOutlineMargin = 8.0;
-/// More than the height of a label and than the width of any of its letters, in widget pixels.
+/// More than the height of a label and the width of any of its letters, in widget pixels.
 constexpr double kLabelHeight = 64.0;
 
 const QColor kBoxColor(100, 100, 100, 255);
@@ -37,7 +37,7 @@ QPen OutlinePen(const QColor& color, double dblWidth, Qt::PenStyle style = Qt::S
     return QPen(QBrush(color, Qt::SolidPattern), dblWidth, style, Qt::SquareCap, Qt::BevelJoin);
 }
 
-/// A pen of an object's own: its width counts widget pixels, of which s image pixels are one.
+/// An object's own pen: its width counts widget pixels, each of s image pixels.
 QPen OwnPen(const CImageView2DDrawableObject& object, double s)
 {
     QPen pen = object.GetPen();
@@ -59,7 +59,7 @@ QVector<QPointF> PointsOf(const SOutline& piece)
     return vctPoints;
 }
 
-/// Between the first two places, as far as they are given.
+/// The box of the first two points, as far as there are any.
 QRectF BoxOf(const SOutline& piece)
 {
     if (piece.vctPlaces.size() < 2)
@@ -69,7 +69,7 @@ QRectF BoxOf(const SOutline& piece)
     return QRectF(a.x, a.y, b.x - a.x, b.y - a.y);
 }
 
-/// A dot gets the radius r, in image pixels.
+/// Draws a dot with the radius r, in image pixels.
 void DrawPiece(QPainter& painter, const SOutline& piece, double r)
 {
     switch (piece.eForm) {
@@ -226,18 +226,18 @@ void CImageView2DDrawableWidget::PaintAll(QPainter& painter)
         InternalDrawObject(&painter, pObject);
 }
 
-/// Whether any pixel of the object, its handles and its label may fall into the widget. It may say yes for
-/// nothing, never no for something.
+/// Whether any pixel of the object, its handles and its label may lie in the widget. It may return true for
+/// an object outside, but never false for one inside.
 bool CImageView2DDrawableWidget::MayBeSeen(const CImageView2DDrawableObject& object) const
 {
-    // The window's origin moves what is painted, though not what is mapped.
+    // The window's origin shifts the painting, but not the mapping.
     if (!m_rectWindow.topLeft().isNull())
         return true;
     const QRectF box = MapToWidget(object.GetBoundary());
     const double dblMargin = kOutlineMargin + kLabelHeight + object.GetPen().widthF();
     if (box.bottom() < -dblMargin || box.top() > height() + dblMargin || box.left() > width() + dblMargin)
         return false;
-    // A label begins in the box and runs to the right.
+    // A label starts in the box and extends to the right.
     return !(box.right() < -dblMargin) || box.right() + object.GetLabel().strText.size() * kLabelHeight > 0.0;
 }
 
@@ -271,7 +271,7 @@ void CImageView2DDrawableWidget::InternalDrawCompositeGeometry(QPainter* pPainte
         DrawComposite(*pPainter, pGeometry, s, pPainter->pen(), pPainter->brush());
 }
 
-/// The outline has the painter's pen and brush, the handles those that are given.
+/// Draws the outline with the painter's pen and brush, the handles with the given ones.
 void CImageView2DDrawableWidget::DrawComposite(QPainter& painter, const CGeometry* pGeometry, double s,
                                                const QPen& penHandles, const QBrush& brushHandles)
 {
@@ -294,7 +294,7 @@ void CImageView2DDrawableWidget::DrawComposite(QPainter& painter, const CGeometr
     painter.drawRect(QRectF(box.x(), box.y(), box.width(), box.height()));
 }
 
-/// Deliberate: polygons are left out; a shape as a whole has them.
+/// Deliberate: leaves polygons out; DrawComposite draws them.
 void CImageView2DDrawableWidget::InternalDrawElementGeometry(QPainter* pPainter, CGeometry* pGeometry,
                                                              double r)
 {

@@ -22,41 +22,42 @@ namespace Vantor::Geometry
 class CGeometry;
 }
 
-/// The painting surface beneath the 2D view: keeps the two rectangles that tie image pixels to widget pixels,
-/// maps between them and paints annotations over what a derived class paints in Paint().
+/// The painting surface beneath the 2D view: keeps the two rectangles that map image pixels to widget pixels,
+/// maps between them and paints annotations over the output of a derived class's Paint().
 ///
-/// The viewport is where the image lies, in widget pixels; the window is the part of the image shown, in
-/// image pixels. Owned by its Qt parent; the annotations are shared with the geometry model. GUI thread only.
+/// The viewport is the rectangle of the image, in widget pixels; the window is the visible part of the image,
+/// in image pixels. The Qt parent owns the widget, which shares the annotations with the geometry model. GUI
+/// thread only.
 class VANTORCOMMON_EXPORT CImageView2DDrawableWidget : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// The tool model (not owned, may be null or die first) decides the mouse cursor.
+    /// The tool model (not owned, may be null or destroyed first) decides the mouse cursor.
     CImageView2DDrawableWidget(CImageView2DToolModel* pToolModel, QWidget* pParent);
     ~CImageView2DDrawableWidget() override;
 
-    /// Appends an object to be painted; a null pointer is ignored. Deliberate: duplicates are not looked for,
-    /// an object handed in twice is painted twice.
+    /// Appends an object to paint; ignores null. Deliberate: does not look for duplicates and paints an
+    /// object passed twice twice.
     virtual void DrawObject(std::shared_ptr<CImageView2DDrawableObject> pObject);
-    /// Takes every object off the list.
+    /// Empties the list of objects.
     virtual void Clear();
-    /// Where the image lies, in widget pixels; at first, and until it is set, the widget as it was made.
+    /// The rectangle of the image, in widget pixels; until it is set, the initial rectangle of the widget.
     virtual void SetViewPort(const QRect& rect);
-    /// The part of the image shown, in image pixels; at first the widget as it was made.
+    /// The visible part of the image, in image pixels; until it is set, the initial rectangle of the widget.
     virtual void SetWindow(const QRect& rect);
     /// A copy of the list, in painting order.
     virtual std::vector<std::shared_ptr<CImageView2DDrawableObject>> GetDrawableObjects();
-    /// Paints what lies below the annotations; the painter is untransformed. Nothing here.
+    /// Paints the ground below the annotations; the painter is untransformed. The base paints nothing.
     virtual void Paint(QPainter& painter);
 
-    /// Whether objects that have a pen or a brush are painted by them, the width of the pen in widget pixels;
-    /// their handles tell the selection. Not at first.
+    /// Whether objects with a pen or a brush of their own are painted with them, the width of the pen in
+    /// widget pixels, and show only by their handles that they are selected. Off at first.
     void SetOwnColors(bool bOwn);
 
     /// @{
-    /// Widget to image coordinates and back. With an empty viewport or window the result is zero.
-    /// Deliberate: the window's origin takes no part; image coordinates count from its top-left corner.
+    /// Widget to image coordinates and back. With an empty viewport or window the result is zero. Deliberate:
+    /// the window's origin does not count; image coordinates begin at its top-left corner.
     QPointF MapToImage(const QPointF& point) const;
     QRectF MapToImage(const QRectF& rect) const;
     QPointF MapToWidget(const QPointF& point) const;
@@ -64,21 +65,21 @@ public:
     /// @}
 
 public Q_SLOTS:
-    /// Sets the cursor: an arrow for selecting, four arrows for panning, that of the kind for drawing.
+    /// Sets the cursor: an arrow for selecting, four arrows for panning, the kind's cursor for drawing.
     void slot_ChangeViewMode();
 
 protected:
-    /// Paint, then the objects in the order of the list; no objects without a mapping.
+    /// Calls Paint, then draws the objects in the order of the list; no objects without a mapping.
     void paintEvent(QPaintEvent* pEvent) override;
-    /// The same with any painter, which is untransformed and left with viewport and window.
+    /// The same with any untransformed painter; it keeps viewport and window afterwards.
     void PaintAll(QPainter& painter);
 
-    // The painter of all four maps the window to the viewport; nothing is painted without one.
+    // In all four the painter maps the window to the viewport; without one they paint nothing.
 
-    /// Draws a shape, green or, when it is selected, red, what else the object paints, and its label.
-    /// Deliberate: the object's own pen and brush take no part before SetOwnColors.
+    /// Draws a shape, green or, if selected, red, the object's own additions, and its label. Deliberate: the
+    /// object's own pen and brush have no effect before SetOwnColors.
     void InternalDrawObject(QPainter* pPainter, std::shared_ptr<CImageView2DDrawableObject> pObject);
-    /// Draws the outline of a shape with the painter's pen and brush, polygons left out; r is the radius of a
+    /// Draws the outline of a shape, without polygons, with the painter's pen and brush; r is the radius of a
     /// dot, in image pixels.
     void InternalDrawElementGeometry(QPainter* pPainter, Vantor::Geometry::CGeometry* pGeometry, double r);
     /// Draws a shape with its handles and its dashed bounding box; s is the size of a widget pixel in image
@@ -92,9 +93,9 @@ protected:
     /// Replaces the list without asking for a repaint.
     void ReplaceDrawableObjects(std::vector<std::shared_ptr<CImageView2DDrawableObject>> vctObjects);
 
-    const QRect& ViewPort() const { return m_rectViewPort; } ///< what SetViewPort was given
-    const QRect& Window() const { return m_rectWindow; }     ///< what SetWindow was given
-    /// Null when there is none any more.
+    const QRect& ViewPort() const { return m_rectViewPort; } ///< as passed to SetViewPort
+    const QRect& Window() const { return m_rectWindow; }     ///< as passed to SetWindow
+    /// Null when it no longer exists.
     CImageView2DToolModel* ToolModel() const;
 
 private:

@@ -9,8 +9,8 @@
 
 class QSpinBox;
 
-/// Asks for an image position in whole pixels. Its user sets the ranges, runs it modally and takes the values
-/// only when it was accepted. GUI thread only.
+/// Asks for an image position in whole pixels. The caller sets the ranges, runs the dialog modally and reads
+/// the values only after it was accepted. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DGotoDlg : public QDialog
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ public:
     ~CImageView2DGotoDlg() override;
 
     /// @{
-    /// Smallest and largest position that can be chosen, in pixels; 0 and 99 at the start.
+    /// The smallest and largest position that the user can choose, in pixels; 0 and 99 at first.
     void SetMinimumX(int nMinimum);
     void SetMaximumX(int nMaximum);
     void SetMinimumY(int nMinimum);
@@ -29,7 +29,7 @@ public:
     /// @}
 
     /// @{
-    /// The position; 0 if the spin box is gone.
+    /// The position; 0 if the spin box no longer exists.
     int GetX() const;
     int GetY() const;
     /// @}

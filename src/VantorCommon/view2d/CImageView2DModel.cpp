@@ -103,7 +103,7 @@ void CImageView2DModel::SetCurrentIndex(int nIndex)
 
 void CImageView2DModel::Next()
 {
-    // Without a current image there is no next one either: an index of -1 stays.
+    // Without a current image there is no next one: an index of -1 stays.
     const int nIndex = GetCurrentIndex() + 1;
     if (nIndex >= 1 && StepTo(nIndex))
         CLogger::Write(NORMAL, "Next Image At %d", nIndex);
@@ -160,13 +160,13 @@ void CImageView2DModel::Clear()
     CLogger::Write(NORMAL, "Clear");
 }
 
-/// With the mutex held. A negative index becomes a large unsigned one and so is out of range.
+/// Call with the mutex held. A negative index becomes a large unsigned one, which is out of range.
 bool CImageView2DModel::IsInRange(int nIndex) const
 {
     return static_cast<std::size_t>(nIndex) < m_vctImages.size();
 }
 
-/// Makes an index current and announces it; false, without a signal, if it is out of range.
+/// Makes an index current and emits the change; false, without a signal, if it is out of range.
 bool CImageView2DModel::StepTo(int nIndex)
 {
     {

@@ -18,67 +18,67 @@ class CImage;
 /// The images of one viewer (the pages of a document, the images added to the view), the index of the one on
 /// screen and the image position last under the mouse.
 ///
-/// Entries may be null. The current index is not kept in range by every operation; a value outside
-/// 0..count-1 means that there is no current image. Everything that changes the model runs on the GUI thread
-/// and its signals go out synchronously; the getters of list and index may be called on any thread.
+/// Entries may be null. Not every operation keeps the current index in range; a value outside 0..count-1
+/// means that there is no current image. Only the GUI thread changes the model, and signals are emitted
+/// synchronously; any thread may call the getters of list and index.
 class VANTORCOMMON_EXPORT CImageView2DModel : public CBaseModel
 {
     Q_OBJECT
 
 public:
-    /// Shared with whoever shows or processes an image; what is in the list is never changed.
+    /// Shared with all that show or process an image; nobody changes an image in the list.
     using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
 
-    /// Without images, the index 0; the Qt parent, if any, owns the model.
+    /// Starts without images, at index 0; the Qt parent, if any, owns the model.
     explicit CImageView2DModel(QObject* parent = nullptr);
     ~CImageView2DModel() override;
 
     /// @{
-    /// In image coordinates (pixels, any value). Emits only when the point differs by QPointF's own fuzzy
+    /// In image coordinates (pixels, any value). Emits only when the point differs by QPointF's fuzzy
     /// comparison.
     void SetMousePosition(const QPointF& ptPosition);
     QPointF GetMousePosition() const;
     /// @}
-    /// Tells who shows the point under the mouse that it is not known: another image came, say, or the mouse
-    /// went. The next SetMousePosition is announced whatever its point.
+    /// Announces that the point under the mouse is unknown, for example because the image changed or the
+    /// mouse left. The next SetMousePosition emits whatever its point.
     void ForgetMousePosition();
 
-    int GetImageCount() const;   ///< the entries, null ones too
+    int GetImageCount() const;   ///< all entries, null ones too
     int GetCurrentIndex() const; ///< any value, see above
     /// Null outside 0..count-1.
     ImagePtr GetImage(int nIndex) const;
     /// Null when there is no current image, or when its entry is null.
     ImagePtr GetCurrentImage() const;
 
-    /// Replaces one entry; nothing happens outside 0..count-1. Emits list, and current image when it was
-    /// that.
+    /// Replaces one entry; does nothing outside 0..count-1. Emits list, and current image if the entry is
+    /// current.
     void SetImage(ImagePtr pImage, int nIndex);
     /// Replaces the whole list and shows its first image. Emits list, current image.
     void SetImages(const std::vector<ImagePtr>& vctImages);
     /// Appends an image and shows it. Emits list, current image, current index.
     void PushImage(ImagePtr pImage);
-    /// Shows another image; nothing happens outside 0..count-1. Emits current index, current image.
+    /// Shows another image; does nothing outside 0..count-1. Emits current index, current image.
     void SetCurrentIndex(int nIndex);
     /// @{
-    /// Steps to the neighbour, if there is one. Emits current index, current image.
+    /// Steps to the neighbouring image, if there is one. Emits current index, current image.
     void Next();
     void Previous();
     /// @}
     /// Replaces the current image and emits current image. Without one the given image becomes the only
-    /// entry; emits list, current image. Deliberate: in that case the index stays as it is, so the image is
-    /// not current unless the index was 0.
+    /// entry; emits list, current image. Deliberate: in that case the index does not change, so the image is
+    /// current only if the index was 0.
     void SetCurrentImage(ImagePtr pImage);
     /// Drops the current image; the following one, else the previous one, becomes current, and closing the
     /// only image leaves the index -1. Emits list, current image; nothing at all for an empty list.
-    /// Deliberate: without a current image only the index is decremented, the list stays.
+    /// Deliberate: without a current image it only decrements the index; the list stays.
     void CloseCurrentImage();
-    /// Empties the list; the index becomes 0. Emits list, current image, for an empty list too.
+    /// Empties the list; the index becomes 0. Emits list, current image, even for an empty list.
     void Clear();
 
 Q_SIGNALS:
     void signal_MousePositionChanged();   ///< the mouse is over another point
-    void signal_MousePositionForgotten(); ///< the point under the mouse is not known
-    void signal_ChangeImageList();        ///< entries came, went or were replaced
+    void signal_MousePositionForgotten(); ///< the point under the mouse is unknown
+    void signal_ChangeImageList();        ///< entries were added, removed or replaced
     void signal_ChangeCurrentIndex();     ///< another entry was stepped to
     void signal_ChangeCurrentImage();     ///< another image, or none, is current
 
@@ -90,6 +90,6 @@ private:
     bool m_bMouseForgotten = false;
     std::vector<ImagePtr> m_vctImages;
     int m_nCurrentIndex = 0;
-    /// Guards list and index. Never held while a signal goes out.
+    /// Guards list and index. Never held while a signal is emitted.
     mutable std::mutex m_mutex;
 };

@@ -29,7 +29,7 @@ QPen LinePen()
     return QPen(QBrush(kLineColor), 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
 }
 
-/// Cuts one side of a rectangle to 0 .. dblLimit.
+/// Limits one side of a rectangle to 0 .. dblLimit.
 void ClampSide(double& dblBegin, double& dblSize, double dblLimit)
 {
     if (dblBegin < 0.0) {
@@ -66,7 +66,7 @@ void CImageView2D::Paint(QPainter& painter)
     }
 }
 
-/// The background and the given part of the image.
+/// Draws the background and the given part of the image.
 void CImageView2D::DrawImage(QPainter& painter, const QRectF& source)
 {
     if (ImageBlit::Paint(painter, m_image, {rect(), ViewPort(), Window(), source}, kBackground))
@@ -79,7 +79,7 @@ void CImageView2D::DrawImage(QPainter& painter, const QRectF& source)
     painter.drawImage(source, m_image, source);
 }
 
-/// The part of the image that the widget shows, with a margin, cut to the image.
+/// The visible part of the image, with a margin, limited to the image.
 QRectF CImageView2D::VisibleImageRect(double dblScaleX, double dblScaleY) const
 {
     double dblLeft = (ViewPort().left() < 0 ? -double(ViewPort().left()) : 0.0) / dblScaleX - kSourceMargin;

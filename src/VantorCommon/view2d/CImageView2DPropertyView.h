@@ -17,19 +17,19 @@ class VANTORCOMMON_EXPORT CImageView2DPropertyView : public QWidget
     Q_OBJECT
 
 public:
-    /// With labels that have no values yet.
+    /// The labels have no values at first.
     explicit CImageView2DPropertyView(CImageView2DModel* pModel, QWidget* parent = nullptr);
     ~CImageView2DPropertyView() override;
 
 public Q_SLOTS:
-    /// Position with three decimals, in pixels. Outside the image the pixel shown last stays.
+    /// Shows the position with three decimals, in pixels. Outside the image the last pixel stays.
     void slot_ChangeMousePosition();
-    /// Size and format of the current image. Without one all labels go back to their initial texts.
+    /// Shows size and format of the current image. Without one all labels return to their initial texts.
     void slot_ChangeCurrentImage();
 
 private:
     void ShowInitialTexts();
-    /// Position and pixel without values.
+    /// Shows position and pixel without values.
     void ForgetMousePosition();
 
     QPointer<CImageView2DModel> m_pModel;

@@ -6,7 +6,7 @@
 
 #include <QWidget>
 
-/// The status panel of a 2D view; it has no content. GUI thread only.
+/// The status panel of a 2D view, without content. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView2DStatusView : public QWidget
 {
     Q_OBJECT

@@ -17,7 +17,7 @@ namespace
 constexpr int kChannels = 4;
 constexpr int kBitDepth = 8;
 constexpr int kRowAlignment = 4;
-/// Size of the pieces in which an image is converted: they stay in the cache.
+/// The size of the strips in which an image is converted: a strip stays in the cache.
 constexpr int kStripBytes = 64 * 1024;
 
 QImage::Format FormatOf(int nChannels)
@@ -38,9 +38,8 @@ QImage Wrap(CImage* pImage, QImageCleanupFunction pCleanup = nullptr, void* pInf
                   FormatOf(pImage->GetChannel()), pCleanup, pInfo);
 }
 
-/// An image over a copy of the source, which dies with the image's last user. The core library's buffers are
-/// recycled, so this is several times faster than QImage::copy for large images. Null when there is no
-/// memory.
+/// An image over a copy of the source; the image's last user frees the copy. The core library recycles
+/// buffers, so this is several times faster than QImage::copy for large images. Null when memory ends.
 QImage WrapCopy(const CImage* pSource)
 {
     auto pCopy = std::make_unique<CImage>();
@@ -73,14 +72,15 @@ bool CUtilManager::ConvertImage(const QImage& source, CImage* pDestination)
 {
     if (source.isNull() || !pDestination)
         return false;
-    if (source.constBits() == pDestination->GetData()) // the source shares the buffer that is about to go
+    if (source.constBits() ==
+        pDestination->GetData()) // the source shares the buffer that is about to be freed
         return ConvertImage(source.copy(), pDestination);
     const int nWidth = source.width();
     const int nHeight = source.height();
     if (pDestination->Create(nWidth, nHeight, kChannels, kBitDepth, EImageType::Interleaved, kRowAlignment) !=
         0)
         return false;
-    // Deliberate: the bytes per line of the source, not of what it is converted to.
+    // Deliberate: the bytes per line of the source, not of the converted image.
     const auto nBytes = static_cast<std::size_t>(std::min(source.bytesPerLine(), pDestination->GetStride()));
     if (source.format() == QImage::Format_RGBA8888) {
         CopyRows(source, pDestination, 0, nBytes);

@@ -12,7 +12,7 @@
 namespace
 {
 constexpr double kMinBlendScale = 3.0; // widget pixels per image pixel
-constexpr int kMaxSide = 32767;        // beyond it QPainter computes in another way
+constexpr int kMaxSide = 32767;        // beyond it QPainter computes differently
 
 /// Three bytes for each number from 0 to kMaxSide: an RGB888 image whose pixels say where they stand.
 const std::vector<uchar>& Numbers()
@@ -40,13 +40,13 @@ struct SAxis {
 };
 
 /// The widget pixels nBegin .. nBegin + positions.size() - 1 of one direction and the image's columns (rows)
-/// that they show.
+/// in them.
 struct SLookUp {
     int nBegin = 0;
     std::vector<int> positions;
 };
 
-/// Asks QPainter itself, whose rounding nobody else knows: it paints an image of numbers, one pixel high (or
+/// Asks QPainter, the only one that knows its rounding, to paint an image of numbers, one pixel high (or
 /// wide), through the same transformation.
 SLookUp LookUp(const SAxis& axis, Qt::Orientation eOrientation)
 {
@@ -91,7 +91,7 @@ QRgb RgbPixel(const uchar* p)
     return qRgb(p[0], p[1], p[2]);
 }
 
-/// Twice as fast; looks at the byte behind the pixel, too.
+/// Twice as fast; also reads the byte after the pixel.
 QRgb RgbPixelAndOneByte(const uchar* p)
 {
     return 0xFF000000u | qFromBigEndian<quint32>(p) >> 8;
@@ -108,12 +108,12 @@ QRgb Multiply(QRgb pixel, unsigned int a)
 }
 
 /// Paints the rows of one rectangle (the target's coordinates), whose first pixel shows columns[0] of
-/// rows[0]. The image's last row is converted in a way of its own, for nothing lies behind it.
+/// rows[0]. It converts the image's last row differently, because no byte follows it.
 template <int nBytes, class Convert, class ConvertLast>
 void PaintRows(QImage& target, const QRect& rect, const QImage& image, const int* pColumns, const int* pRows,
                Convert convert, ConvertLast convertLast)
 {
-    // Not scanLine: it would detach the image from the painter at work on it.
+    // Not scanLine, which would detach the image from its active painter.
     uchar* pBits = const_cast<uchar*>(target.constBits());
     const auto nStride = static_cast<std::size_t>(target.bytesPerLine());
     const auto nWidth = static_cast<std::size_t>(rect.width());
@@ -156,7 +156,7 @@ void PaintPart(QImage& target, const QRect& rect, const QImage& image, const int
 
 bool IsSupported(const QImage& image, double dblScale)
 {
-    // Blending costs more than looking up: it pays where rows repeat.
+    // Blending costs more than looking up, so it pays only where rows repeat.
     return (image.format() == QImage::Format_Grayscale8 || image.format() == QImage::Format_RGB888 ||
             (image.format() == QImage::Format_RGBA8888 && dblScale >= kMinBlendScale)) &&
            image.width() > 1 && image.height() > 1 && image.width() <= kMaxSide && image.height() <= kMaxSide;

@@ -31,9 +31,9 @@ bool LacksSuffix(const QString& strFile)
     return !strFile.isEmpty() && !QFileInfo(strFile).fileName().contains(QLatin1Char('.'));
 }
 
-/// Appends the default suffix to a name that Qt has left without one: it looks for a dot in the whole path.
-/// Qt has asked about the name that was typed, so the completed one is asked about here.
-/// @return whether that is the answer; false: the person wants another name
+/// Appends the default suffix to a name that Qt has left without one, because it looks for a dot in the whole
+/// path. Qt asked whether to replace the file of the typed name, so this asks for the completed one.
+/// @return whether the user accepts; false: the user wants another name
 bool AddSuffix(const QPointer<QFileDialog>& pDialog, QString& strFile)
 {
     strFile += QLatin1Char('.') + pDialog->defaultSuffix();
@@ -53,8 +53,8 @@ bool AddSuffix(const QPointer<QFileDialog>& pDialog, QString& strFile)
     return bReplace || !pDialog;
 }
 
-/// Shows the dialog. The parent may go while the user chooses, and take the dialog with it: that counts as
-/// cancelled.
+/// Shows the dialog. The parent may be destroyed while the user chooses, and the dialog with it: that counts
+/// as cancelled.
 /// @return the chosen files, none when cancelled
 QStringList Ask(QFileDialog* pDialog)
 {
@@ -119,7 +119,7 @@ struct SFilter {
     QStringList lstSuffixes; ///< the first one is the default
 };
 
-/// The formats for saving, PNG first, which loses nothing, those of few colours last.
+/// The formats for saving: PNG, which loses nothing, first, those of few colours last.
 std::vector<SFilter> SaveFilters()
 {
     std::vector<SImageFormatInfo> formats = Vantor::Algorithms::GetImageFormats();
@@ -148,7 +148,7 @@ QString PatternsOf(const SFilter& filter)
     return QStringLiteral("%1 (%2)").arg(filter.strName, lstPatterns.join(QLatin1Char(' ')));
 }
 
-/// The filter of the format that a name says by its suffix; the first one for others.
+/// The filter of the format of a name's suffix; the first one for other suffixes.
 SFilter FilterOf(const std::vector<SFilter>& vctFilters, const QString& strName)
 {
     const QString strSuffix = QFileInfo(strName).suffix().toLower();

@@ -6,8 +6,8 @@
 
 class QWidget;
 
-/// The modal file dialogs of the viewers and of the centre. Whoever calls them, or the parent, may be gone
-/// when they return; without its parent a dialog ends as if it were cancelled.
+/// The modal file dialogs of the viewers and of the centre. Caller and parent may be destroyed meanwhile; a
+/// dialog that loses its parent ends as if cancelled.
 namespace ImageFileDialogs
 {
 /// "Files (...)" of all image formats and PDF, then all files.
@@ -21,10 +21,11 @@ QString PdfFilter();
 QString ChooseFile(QWidget* pParent, const QString& strTitle, const QString& strFilter);
 /// Any number of existing files.
 QStringList ChooseFiles(QWidget* pParent, const QString& strTitle, const QString& strFilter);
-/// Where to save an image: titled "Save Image", a name without a suffix gets "bmp". Empty when
-/// cancelled.
+/// The file to which to save an image. The title is "Save Image"; a name without a suffix gets "bmp". Empty
+/// when cancelled.
 QString ChooseImageToSave(QWidget* pParent);
-/// The same, beginning with a folder (empty: the one used last) and a name, and with a filter for each format
-/// beside that for all. The format of the name is chosen, PNG where it has none; its suffix is the default.
+/// The same, starting with a folder (empty: the last one) and a name, with a filter for each format beside
+/// the common one. The dialog selects the format of the name, PNG if it has none, and its suffix is the
+/// default.
 QString ChooseImageToSave(QWidget* pParent, const QString& strFolder, const QString& strName);
 } // namespace ImageFileDialogs

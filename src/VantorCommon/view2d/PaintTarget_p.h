@@ -9,14 +9,14 @@
 class QImage;
 class QPainter;
 
-/// The pixels that a painter writes to, where they can be written to directly: in a plain RGB32 image, with
-/// no clipping, opacity or composition mode of the painter's own, moved by whole pixels at most.
+/// The pixels of a painter's target, if code can write to them directly: a plain RGB32 image, and a painter
+/// without clipping, opacity or composition mode, moved by whole pixels at most.
 struct SPaintTarget {
-    QImage* pImage = nullptr; ///< null where the painter has to be used
+    QImage* pImage = nullptr; ///< null if only the painter can write
     QPoint origin;            ///< of the painter's coordinates, in the image
-    std::vector<QRect> parts; ///< what may be written, in the image's coordinates
+    std::vector<QRect> parts; ///< where writing is allowed, in the image's coordinates
 
     static SPaintTarget Of(const QPainter& painter);
-    /// The pixels of a row, without detaching what the painter holds.
+    /// The pixels of a row, without detaching the painter's image.
     QRgb* Row(int y) const;
 };

@@ -11,8 +11,8 @@
 
 namespace
 {
-constexpr int kOne = 64;         // a pixel in the fixed-point numbers that text is laid out with
-constexpr int kMargin = 8;       // pixels around a digit while it is looked at
+constexpr int kOne = 64;         // a pixel in the fixed-point numbers of text layout
+constexpr int kMargin = 8;       // pixels around a digit while it is examined
 constexpr int kMaxHeight = 200;  // pixels; larger fonts are drawn plainly
 constexpr double kInch = 0.0254; // metres
 const QColor kGround(0, 0, 0, 255);
@@ -76,7 +76,7 @@ void CPixelStamps::Measure(int nDotsPerInch)
         number.nWidth = Fixed(metrics.horizontalAdvance(strText));
         number.nDigits = strText.size();
         for (int i = 0; i < number.nDigits; ++i) {
-            // Kerning belongs to the digit before: measured from the right it is left out.
+            // Kerning belongs to the digit before, so measuring from the right leaves it out.
             const double dblEnd = metrics.horizontalAdvance(strText.left(i + 1));
             number.digits[std::size_t(i)] = strText[i].digitValue();
             number.offsets[std::size_t(i)] = Fixed(dblEnd - metrics.horizontalAdvance(strText.mid(i, 1)));
@@ -97,10 +97,10 @@ void CPixelStamps::Write(const QRectF& where, int nFlags, const QColor& color, u
         at.ry() += (where.height() - m_nHeight) / 2;
     if (m_pTarget->pImage && !IsInSight(at, number))
         return;
-    // Fixed-point numbers around 0 and below are rounded in ways of their own.
+    // Rounding of fixed-point numbers around 0 and below differs.
     const bool bSimple = at.x() >= 1.0 && at.y() >= 1.0;
     if (bSimple && m_bUsable && m_pTarget->pImage) {
-        // Text that is wider than its rectangle is cut by it.
+        // A rectangle cuts text that is wider than it.
         m_clip =
             dblSpare < 0.0 ? where.toAlignedRect().translated(m_pTarget->origin) : m_pTarget->pImage->rect();
         if (Copy(at, number, color))
@@ -114,7 +114,7 @@ void CPixelStamps::Write(const QRectF& where, int nFlags, const QColor& color, u
     m_pPainter->setBackgroundMode(Qt::TransparentMode);
 }
 
-/// Whether a number whose text begins at a point can touch what may be written. Glyphs may overhang a little.
+/// Whether a number whose text begins at a point can reach a writable part. Glyphs may overhang a little.
 bool CPixelStamps::IsInSight(const QPointF& at, const SNumber& number) const
 {
     const QRectF box(at + QPointF(m_pTarget->origin), QSizeF(double(number.nWidth) / kOne, m_nHeight));
@@ -123,8 +123,8 @@ bool CPixelStamps::IsInSight(const QPointF& at, const SNumber& number) const
                        [&](const QRect& part) { return part.intersects(touched); });
 }
 
-/// Copies the digits of a number whose text begins at a point. False, and nothing done, where that would not
-/// be the same as drawing them: where digits touch or reach beyond the ground.
+/// Copies the digits of a number whose text begins at a point. Does nothing and returns false where drawing
+/// would give another result: where digits touch or reach beyond the ground.
 bool CPixelStamps::Copy(const QPointF& at, const SNumber& number, const QColor& color)
 {
     const int nX = Fixed(at.x()) + m_pTarget->origin.x() * kOne;
@@ -196,7 +196,8 @@ void CPixelStamps::Fill(const QRect& rect)
     }
 }
 
-/// The columns of a digit that are not all black; at is where it begins, at the top of the text.
+/// Copies the columns of a digit that are not all black; the digit begins at the point `at`, at the top of
+/// the text.
 void CPixelStamps::CopyColumns(const SDigit& digit, const QPoint& at)
 {
     const QRect rect(at.x() + digit.nFirst, at.y(), digit.nLast - digit.nFirst + 1, m_nHeight);

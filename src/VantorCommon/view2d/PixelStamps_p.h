@@ -15,34 +15,35 @@ class QPaintDevice;
 class QPainter;
 
 /// Writes the numbers 0 to 255 over an opaque black ground, pixel for pixel as QPainter::drawText does. Where
-/// the painter's pixels can be written to directly each digit is drawn once for each quarter of a pixel and
-/// copied from then on, many times faster; everywhere else it is drawText itself. GUI thread only.
+/// it can write to the painter's pixels directly, it draws each digit once for each quarter of a pixel and
+/// copies it from then on, many times faster; elsewhere it calls drawText. GUI thread only.
 class CPixelStamps
 {
 public:
-    /// The font is taken at the resolution of each painter's device.
+    /// The font has the resolution of each painter's device.
     explicit CPixelStamps(const QFont& font);
     ~CPixelStamps();
 
-    /// What the numbers of one paint go to. The painter lives until the last Write or the next Begin.
-    /// @param device  whose metrics give the height of a line
+    /// Sets the target of the numbers. The painter lives until the last Write or the next Begin.
+    /// @param device  its metrics give the height of a line
     void Begin(QPainter& painter, const QPaintDevice& device);
-    /// Pixels, since Begin.
+    /// In pixels; valid after Begin.
     int LineHeight() const { return m_nLine; }
     /// Writes a number into the rectangle, in the painter's coordinates, which must be those of widget
     /// pixels.
-    /// @param nFlags  as of drawText, of which horizontal centring, vertical centring and bottom count
+    /// @param nFlags  as for drawText; only horizontal centring, vertical centring and bottom count
     void Write(const QRectF& where, int nFlags, const QColor& color, unsigned char nValue);
 
 private:
-    /// Where the digits of a number stand, in 64ths of a pixel.
+    /// The positions of the digits of a number, in 64ths of a pixel.
     struct SNumber {
         int nWidth = 0;
         int nDigits = 0;
         std::array<int, 3> digits{};
         std::array<int, 3> offsets{};
     };
-    /// A digit on black. Its columns from nFirst to nLast are not all black; 0 is the pixel where it begins.
+    /// A digit on black. Its columns from nFirst to nLast are not all black; column 0 is the pixel in which
+    /// it begins.
     struct SDigit {
         QImage picture;
         int nFirst = 0;
@@ -61,13 +62,13 @@ private:
 
     QFont m_font;
     int m_nLine = 0;
-    int m_nDotsPerInch = 0; ///< what the numbers and digits below were made for
+    int m_nDotsPerInch = 0; ///< for which the numbers and digits below were made
     int m_nAscent = 0;      ///< pixels
     int m_nHeight = 0;      ///< of a text, pixels
-    bool m_bUsable = false; ///< digits can be copied at all
+    bool m_bUsable = false; ///< whether digits can be copied at all
     std::array<SNumber, 256> m_numbers;
     QHash<QRgb, Digits> m_digits;
     QPainter* m_pPainter = nullptr;
     std::unique_ptr<SPaintTarget> m_pTarget;
-    QRect m_clip; ///< what the number at work may touch, in the target's coordinates
+    QRect m_clip; ///< where the current number may be written, in the target's coordinates
 };

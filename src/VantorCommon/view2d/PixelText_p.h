@@ -16,8 +16,8 @@ inline QString PixelValues(const unsigned char* pPixel, int nChannels, const QSt
     return lstValues.join(strBetween);
 }
 
-/// "Pixel: [12, 200, 7]", for the property panel. Empty where there is nothing to show: outside the image
-/// (null) and for images that are not interleaved bytes.
+/// "Pixel: [12, 200, 7]", for the property panel. Empty outside the image (null) and for images that are not
+/// interleaved bytes.
 inline QString PixelText(Vantor::Algorithms::EImageType eType, const unsigned char* pPixel, int nChannels)
 {
     if (eType != Vantor::Algorithms::EImageType::Interleaved || !pPixel)

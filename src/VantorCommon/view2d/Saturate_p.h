@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-/// The integer part, cut off toward zero. What does not fit becomes the nearest int, NaN becomes 0.
+/// The integer part, truncated toward zero. Values beyond the range become the nearest int, NaN becomes 0.
 inline int TruncateToInt(double dblValue)
 {
     constexpr int nMin = std::numeric_limits<int>::min();
@@ -17,7 +17,7 @@ inline int TruncateToInt(double dblValue)
     return dblValue >= nMax ? nMax : static_cast<int>(dblValue);
 }
 
-/// The nearest integer, halves away from zero; limits and NaN as above.
+/// The nearest integer, halves rounded away from zero; limits and NaN as above.
 inline int RoundToInt(double dblValue)
 {
     return TruncateToInt(std::round(dblValue));

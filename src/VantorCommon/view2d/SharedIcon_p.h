@@ -6,12 +6,12 @@
 #include <QHash>
 #include <QIcon>
 
-/// The icon of a file among the images of the resources, such as "add.png". It is decoded once for all
-/// viewers, which have the same buttons and menus, and kept until the application ends. GUI thread.
+/// The icon of a file among the images of the resources, such as "add.png". All viewers have the same buttons
+/// and menus, so it is decoded once and kept until the application ends. GUI thread.
 inline QIcon SharedIcon(const char* pName)
 {
     static QHash<QByteArray, QIcon> icons;
-    if (icons.isEmpty()) // their pixels must go before the platform does
+    if (icons.isEmpty()) // the pixels must be freed before the platform plugin
         qAddPostRoutine([] { icons.clear(); });
     QIcon& icon = icons[pName];
     if (icon.isNull())

@@ -4,8 +4,8 @@
 
 #include <VantorCommon/view2d/CImageView2D.h>
 
-/// The signals by which the 2D view tells of the mouse in a mode: those of a drag, and of the mouse without a
-/// button. Null: it tells nothing.
+/// The signals that the 2D view emits for the mouse in a mode: those of a drag, and of the mouse without a
+/// button. Null: it emits nothing.
 struct SViewGesture {
     using OnePoint = void (CImageView2D::*)(QPointF&);
     using TwoPoints = void (CImageView2D::*)(QPointF&, QPointF&);
@@ -16,6 +16,6 @@ struct SViewGesture {
     OnePoint hover = nullptr;
 };
 
-/// The signals that a mode has of its own, or those of every other kind that is drawn; none in panning and in
+/// The mode's own signals, or the common ones of all other kinds that users draw; none for panning and for
 /// unknown modes.
 SViewGesture ViewGestureOf(int nMode);

@@ -4,11 +4,11 @@
 
 #include <VantorCommon/view2d/CImageView2D.h>
 
-/// Where the image lies. Fit and 100 % zoom put the image in "unzoomed" widget pixels.
+/// The place of the image. Fit and 100 % zoom put the image in "unzoomed" widget pixels.
 struct CImageView2D::SZoomState {
     double dblAnchorX = 0.0; ///< unzoomed widget pixels
     double dblAnchorY = 0.0;
-    double dblWheelX = 0.0; ///< the same anchor in widget pixels: the last wheel position
+    double dblWheelX = 0.0; ///< the same anchor in widget pixels, the last wheel position
     double dblWheelY = 0.0;
     double dblCrossX = 0.0; ///< crosshair, widget pixels
     double dblCrossY = 0.0;

@@ -20,7 +20,7 @@ constexpr double kDegreesPerWheelUnit = 0.01; // a notch is 120 units
 constexpr int kSize = 200;
 constexpr int kMinimumSize = 50;
 
-/// GL answers with null when something is wrong.
+/// GL returns null on an error.
 const char* TextOf(const GLubyte* pText)
 {
     return pText ? reinterpret_cast<const char*>(pText) : "unknown";
@@ -78,7 +78,7 @@ void CImageView3D::setVisible(bool visible)
     Q_EMIT signal_Active3DView();
 }
 
-/// Shown with its window, not by setVisible: the image may have changed while nobody looked.
+/// When the window, not setVisible, shows the view, the image may have changed while it was hidden.
 void CImageView3D::showEvent(QShowEvent* pEvent)
 {
     CImageView3DBase::showEvent(pEvent);
@@ -181,7 +181,7 @@ void CImageView3D::resizeGL(int nWidth, int nHeight)
     SetProjection(nWidth, nHeight);
 }
 
-/// The base class paints at once, and the window paints again: of a large mesh once is enough.
+/// The base class would paint at once, and the window paints again; a large mesh should be painted once.
 void CImageView3D::resizeEvent(QResizeEvent* pEvent)
 {
     m_bResizing = true;

@@ -15,17 +15,17 @@ class QOpenGLDebugLogger;
 class QOpenGLDebugMessage;
 class QOpenGLShaderProgram;
 
-/// Compiles and links a program from two files; the context must be current. Null when that fails, with the
-/// reason in the log. The caller owns the result.
+/// Compiles and links a program from two files; the context must be current. Returns null on failure and logs
+/// the reason. The caller owns the result.
 VANTORCOMMON_EXPORT QOpenGLShaderProgram* __InternalCreateProgram(QString strVertexFile,
                                                                   QString strFragmentFile);
 
 /// Shows the height field of a 3D model with coloured axes (x red, y green, z blue) and a grey frame in the
-/// ground plane. Dragging asks for another rotation, the wheel for another field of view; the view itself
-/// never changes the model, which is not owned.
+/// ground plane. Dragging asks by signals for another rotation, the wheel for another field of view; the view
+/// never changes the model, which it does not own.
 ///
-/// The OpenGL objects are made anew each time the view is shown and whenever it gets another context; the
-/// mesh is asked for again then. Without OpenGL 3.3 the view shows a label and does nothing else. GUI thread.
+/// Each time it is shown or gets another context, the view makes new OpenGL objects and asks for the mesh
+/// again. Without OpenGL 3.3 it only shows a label. GUI thread.
 class VANTORCOMMON_EXPORT CImageView3D : public CImageView3DBase
 {
     Q_OBJECT
@@ -35,39 +35,39 @@ public:
     CImageView3D(CImageView3DModel* pModel, QWidget* pParent);
     ~CImageView3D() override;
 
-    /// Becoming visible makes the OpenGL objects anew, asks for the image and announces signal_Active3DView.
+    /// Becoming visible makes new OpenGL objects, asks for the image and emits signal_Active3DView.
     void setVisible(bool visible) override;
     QSize sizeHint() const override;        ///< 200 x 200 pixels
     QSize minimumSizeHint() const override; ///< 50 x 50 pixels
 
     /// @{
-    /// Only repaints; the arguments are not used.
+    /// Only repaint; the arguments are not used.
     void rotatedBy(int nX, int nY, int nZ);
     void setClearColor(const QColor& color);
     /// @}
 
-    /// Drops the OpenGL objects, the mesh among them, and makes new ones; nothing without a valid context.
+    /// Destroys the OpenGL objects with the mesh and makes new ones; does nothing without a valid context.
     void InitImageView3DGL();
-    /// Logs the version and starts the logging of the driver's messages.
+    /// Logs the version and starts logging the driver's messages.
     void InitLog();
     /// Computes the three matrices from the model.
     void InitMatrix();
-    /// Shows no height field until the next one is loaded.
+    /// Shows no height field until the next one arrives.
     void ClearMesh();
 
 Q_SIGNALS:
-    /// The view was shown or pressed: its panel belongs into the dock.
+    /// The view was shown or pressed, so its panel belongs in the dock.
     void signal_Active3DView();
-    /// The view has nothing to show and wants the current image.
+    /// The view has no mesh and asks for the current image.
     void signal_ChangeCurrentImage();
     /// @{
-    /// What the model shall hold, in degrees: a drag turns by 0.1 a pixel, the wheel changes the field of
-    /// view by 1.2 a notch. Not limited here.
+    /// The new value for the model, in degrees: a drag turns by 0.1 a pixel, the wheel changes the field of
+    /// view by 1.2 a notch. The view does not limit it.
     void signal_ChangeRotateX(double dblAngle);
     void signal_ChangeRotateY(double dblAngle);
     void signal_ChangeFOV(double dblValue);
     /// @}
-    /// The view was shown but cannot show anything, and why: one line in English.
+    /// The view became visible but cannot paint; the reason, one line in English.
     void signal_Failed(const QString& strMessage);
     /// "Switch To 2D View" in the menu.
     void signal_Switch3DTo2D();
@@ -77,9 +77,9 @@ public Q_SLOTS:
     void slot_ChangeImage();
     /// Repaints.
     void slot_Timmer();
-    /// Takes the newest mesh from the model and uploads it.
+    /// Moves the newest mesh out of the model and uploads it.
     void slot_LoadFinished();
-    /// InitMatrix, which repaints.
+    /// Calls InitMatrix, which repaints.
     void slot_ChangeTransformMatrix();
     /// Logs a message of the driver.
     void slot_OpenGLMessageLogged(const QOpenGLDebugMessage& debugMessage);
@@ -88,15 +88,15 @@ public Q_SLOTS:
 
 protected:
     /// @{
-    /// Called by Qt with the context current: makes the objects, paints axes, frame and mesh, sets the
-    /// viewport.
+    /// Qt calls these with the context current: they make the objects, paint axes, frame and mesh, and set
+    /// the viewport.
     void initializeGL() override;
     void paintGL() override;
     void resizeGL(int nWidth, int nHeight) override;
     /// @}
     /// @{
-    /// Drag and wheel become the signals above. A resize paints once, not twice; a view that is shown with
-    /// its window asks for the image.
+    /// Drag and wheel emit the signals above. A resize paints once, not twice; a view that is shown with its
+    /// window asks for the image.
     void resizeEvent(QResizeEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
@@ -117,7 +117,7 @@ private:
     void PaintAxes();
     void PaintReference();
     void PaintMesh();
-    /// Asks for the image after the events at hand, unless setVisible does it first.
+    /// Asks for the image after the pending events, unless setVisible does so first.
     void AskForImageLater();
     void AskForImage();
 

@@ -35,7 +35,7 @@ void CImageView3DBase::setVisible(bool bVisible)
 void CImageView3DBase::FollowContext()
 {
     initializeOpenGLFunctions();
-    // The context goes when the widget moves into another window.
+    // Moving the widget into another window destroys its context.
     connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &CImageView3DBase::DestroyGL);
 }
 

@@ -121,7 +121,7 @@ void CImageView3DCtrl::StartBuild()
     m_bBuilding = true;
     const auto funcGone = [this, pEnded = m_pEnded] {
         QMetaObject::invokeMethod(this, &CImageView3DCtrl::BuildEnded, Qt::QueuedConnection);
-        pEnded->release(); // from here on the controller may be gone
+        pEnded->release(); // from here on the controller may be destroyed
     };
     QThreadPool::globalInstance()->start(new CInternalRunnable(m_pModel3D, m_pModel2D, funcGone), 0);
 }

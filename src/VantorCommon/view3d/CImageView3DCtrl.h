@@ -17,26 +17,26 @@ class CStatusBarDockView;
 class CToolBoxDockView;
 class QSemaphore;
 
-/// The controller of a 3D view: loads the current image of the list into the 3D model on a thread of the
-/// global pool while the view is visible, sets the model's parameters as view and panel ask, and puts the
-/// panel into the property dock when the view becomes active.
+/// The controller of a 3D view: while the view is visible it loads the current image of the list into the 3D
+/// model on a thread of the global pool; it sets the model's parameters on request of view and panel, and
+/// puts the panel into the property dock when the view becomes active.
 ///
-/// Models, view and docks are not owned and any of them may be null; an operation that misses its target does
-/// nothing. The models must outlive the controller, whose destructor waits for its own work in the pool.
-/// The controller owns the panel. GUI thread only.
+/// Models, view and docks are not owned; any of them may be null, and an operation without its target does
+/// nothing. The models must outlive the controller, whose destructor waits for its work in the pool. The
+/// controller owns the panel. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView3DCtrl : public CBaseCtrl
 {
     Q_OBJECT
 
 public:
-    /// Makes the panel and connects view and models. The tool box and the status dock are not used.
+    /// Makes the panel and connects view and models. It does not use the tool box and the status dock.
     CImageView3DCtrl(CImageView3DModel* pModel3D, CImageView2DModel* pModel2D, CImageView3D* pView,
                      CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                      CStatusBarDockView* pStatusBarDockView);
     ~CImageView3DCtrl() override;
 
     /// @{
-    /// There are no steps here: false, and nothing happens.
+    /// Do nothing and return false, because a 3D view has no undoable steps.
     bool Undo() override;
     bool Redo() override;
     /// @}
@@ -44,14 +44,14 @@ public:
 public Q_SLOTS:
     /// Puts the panel into the property dock.
     void slot_Active3DView();
-    /// Starts a build, or drops the mesh when there is no image. One build runs at a time; a change that
-    /// comes meanwhile starts another one when it has ended, so that the newest image always comes last.
+    /// Starts a build, or drops the mesh when there is no image. One build runs at a time; a change during a
+    /// build starts another one after it, so that the newest image always comes last.
     void slot_ChangeCurrentImage();
 
     // clang-format off
     /// @{
-    /// Sets a parameter of the model. Beyond the range of float it becomes the largest float, not a number is
-    /// refused; the panel's ranges do not hold here.
+    /// Set a parameter of the model. A value beyond the range of float becomes the largest float; NaN is
+    /// refused. The panel's ranges do not apply.
     void slot_ChangeRotateX(double dblAngle);
     void slot_ChangeRotateY(double dblAngle);
     void slot_ChangeRotateZ(double dblAngle);
@@ -77,7 +77,7 @@ public Q_SLOTS:
     // clang-format on
 
 Q_SIGNALS:
-    /// An image could not be shown, and why: one line in English.
+    /// The view could not show an image; the reason, one line in English.
     void signal_Failed(const QString& strMessage);
 
 private:
@@ -91,7 +91,7 @@ private:
     QPointer<CImageView3D> m_pView;
     QPointer<CPropertyDockView> m_pPropertyDockView;
     QPointer<CImageView3DPropertyView> m_pPropertyView;
-    /// Released by the build as its last deed; shared, because that deed may outlast the controller.
+    /// The build releases it when it finishes; shared, because the release may outlast the controller.
     std::shared_ptr<QSemaphore> m_pEnded;
     bool m_bBuilding = false;
     bool m_bBuildAgain = false;

@@ -127,7 +127,7 @@ void CImageView3DEarth::UploadSphere()
     attribute(kTextureCoordinate, 2, offsetof(_SVertex, s));
 }
 
-/// Rows as in the picture: its first one, the north pole, is t = 0.
+/// The rows keep the picture's order: its first one, the north pole, is t = 0.
 void CImageView3DEarth::LoadTexture()
 {
     const QImage image(QStringLiteral(":/OpenGL/8081_earthmap4k.jpg"));

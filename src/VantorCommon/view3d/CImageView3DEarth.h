@@ -29,8 +29,8 @@ static_assert(sizeof(_SVertex) == 32);
 
 /// Fills the lists with a sphere about the origin, its poles on the z axis: rings from the north pole to the
 /// south, each from longitude -180 degrees eastwards, with the seam doubled, so (sectors + 1) (stacks + 1)
-/// vertices; three indices per triangle, one triangle per sector at the poles and two elsewhere. Nothing for
-/// no sectors or no stacks. Normals are undefined for a radius of 0.
+/// vertices; three indices per triangle, one triangle per sector at the poles and two elsewhere. Does nothing
+/// for no sectors or no stacks. Normals are undefined for a radius of 0.
 VANTORCOMMON_EXPORT void __InternalCreateEarth(std::vector<_SVertex>& vctVertices,
                                                std::vector<unsigned int>& vctIndices, float radius,
                                                unsigned int sectorCount, unsigned int stackCount);
@@ -42,17 +42,18 @@ class VANTORCOMMON_EXPORT CImageView3DEarth : public CImageView3DBase
     Q_OBJECT
 
 public:
-    /// At yaw -90, pitch 0 and a field of view of 45 degrees. It repaints each 16 ms while it is shown.
+    /// Starts at yaw -90, pitch 0 and a field of view of 45 degrees. Repaints every 16 ms while it is
+    /// visible.
     explicit CImageView3DEarth(QWidget* parent = nullptr);
     ~CImageView3DEarth() override;
 
-    /// Whether it repaints each 16 ms while it is shown (true, as at the start), or only when there is
-    /// something else to see, which takes no time while nothing moves.
+    /// Whether the globe repaints every 16 ms while it is visible (true, the initial value), or only when its
+    /// picture changes, which takes no time while nothing moves.
     void SetSteadyRepaint(bool bSteady);
 
     /// @{
-    /// The camera: where it stands, (0, 0, 3) for good, in radii of the globe; where it looks to, and what is
-    /// up for it, both of length 1.
+    /// The camera: its fixed position, (0, 0, 3), in radii of the globe; the direction in which it looks and
+    /// its up direction, both of length 1.
     QVector3D GetCameraPosition() const { return m_cameraPosition; }
     QVector3D GetCameraFront() const { return m_cameraFront; }
     QVector3D GetCameraUp() const { return m_cameraUp; }
@@ -67,7 +68,8 @@ public Q_SLOTS:
 
 protected:
     /// @{
-    /// Called by Qt with the context current: makes sphere and texture, paints them, sets the viewport.
+    /// Qt calls these with the context current: they make sphere and texture, paint them, and set the
+    /// viewport.
     void initializeGL() override;
     void paintGL() override;
     void resizeGL(int nWidth, int nHeight) override;

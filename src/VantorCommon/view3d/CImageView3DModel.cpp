@@ -49,7 +49,7 @@ std::uint64_t IndexCount(const CImage& image)
     return std::uint64_t(image.GetWidth() - 1) * std::uint64_t(image.GetHeight() - 1) * kSquareIndices;
 }
 
-/// Sizes are read as int and indices have 32 bits, whatever the limit.
+/// Whatever the limit, the size getters return int and indices have 32 bits.
 bool IsWithinLimit(const CImage& image)
 {
     const std::uint64_t nFloats =
@@ -59,7 +59,7 @@ bool IsWithinLimit(const CImage& image)
            nFloats * sizeof(float) + nIndices * sizeof(unsigned int) <= s_nLimit.load();
 }
 
-/// The grey value for a channel count that is known when it is compiled, see __InternalGetGrayValue.
+/// The grey value for a channel count known at compile time, see __InternalGetGrayValue.
 template <int kChannels> inline float GrayOf(const unsigned char* pPixel)
 {
     if constexpr (kChannels == 1)
@@ -70,7 +70,7 @@ template <int kChannels> inline float GrayOf(const unsigned char* pPixel)
         return 0.0F;
 }
 
-/// What a byte stands for as a colour, 0 to 1.
+/// The colour value of each byte, 0 to 1.
 const std::array<float, 256>& Colours()
 {
     static const std::array<float, 256> arrColours = [] {
@@ -82,7 +82,7 @@ const std::array<float, 256>& Colours()
     return arrColours;
 }
 
-/// Overwrites a row's vertices, of which x stays the same from row to row.
+/// Overwrites a row's vertices; x is the same in every row.
 template <int kChannels>
 void FillRow(std::vector<float>& vctRow, const unsigned char* pRow, const std::size_t* pOffsets, float fY)
 {
@@ -204,7 +204,7 @@ void CImageView3DModel::LoadImage(std::shared_ptr<CImage> pImage)
     }
 }
 
-/// @param strWhat  with places for the image's width and height
+/// @param strWhat  with placeholders for the image's width and height
 void CImageView3DModel::Fail(const QString& strWhat, const CImage& image)
 {
     const QString strMessage = strWhat.arg(image.GetWidth()).arg(image.GetHeight());

@@ -6,10 +6,10 @@
 
 #include <QWidget>
 
-/// Stands in the place of the 3D view where it cannot be had: one label that says so. GUI thread only.
+/// Replaces the 3D view where it is not available: one label that says so. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView3DNotSupported : public QWidget
 {
 public:
-    /// Made where there is no desktop OpenGL; the parent owns it.
+    /// For systems without desktop OpenGL; the parent owns it.
     explicit CImageView3DNotSupported(QWidget* parent = nullptr);
 };

@@ -22,8 +22,8 @@ double ShownValue(const QDoubleSpinBox& box, double dblValue)
     return std::clamp(std::round(dblValue * dblScale) / dblScale, box.minimum(), box.maximum());
 }
 
-/// Lets a number beyond the range be typed and makes it the limit when the entry ends; the plain box would
-/// refuse the digit that leads beyond, and 150 would become 15.
+/// Accepts a typed number beyond the range and makes it the limit when the entry ends; the plain box would
+/// refuse the digit that exceeds the range, and 150 would become 15.
 class CClampingBox : public QDoubleSpinBox
 {
 public:

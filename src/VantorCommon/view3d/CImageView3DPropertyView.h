@@ -12,24 +12,24 @@ class CImageView3DModel;
 class QDoubleSpinBox;
 
 /// The panel with the parameters of a 3D model: a spin box for each, in the groups "Model", "View" and
-/// "Perspective". An edit is only announced; somebody else changes the model, whose signal refreshes the
+/// "Perspective". An edit only emits a signal; the receiver changes the model, whose signal updates the
 /// panel. The model is not owned. GUI thread only.
 class VANTORCOMMON_EXPORT CImageView3DPropertyView : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// Shows the model's values; without a model, the boxes' own.
+    /// Shows the model's values; without a model, the boxes' initial ones.
     CImageView3DPropertyView(CImageView3DModel* pModel, QWidget* pParent);
     ~CImageView3DPropertyView() override;
 
-    /// Sets every box to the model's value. The boxes stay loud: a value outside a box's range comes back as
-    /// the clamped one, if the box did not show that already. The text of a box that has the model's value is
-    /// left alone, or a number could not be typed digit by digit.
+    /// Sets every box to the model's value. The boxes still emit: a value outside a box's range comes back as
+    /// the clamped one, unless the box showed that already. A box that has the model's value keeps its text,
+    /// so that users can type a number digit by digit.
     void UpdateValue();
 
 public Q_SLOTS:
-    /// UpdateValue.
+    /// Calls UpdateValue.
     void slot_ChangeTransformMatrix();
 
 Q_SIGNALS:

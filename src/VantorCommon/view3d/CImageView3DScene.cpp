@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
-// What the 3D view draws: its OpenGL objects, their upload and their painting.
+// The drawing of the 3D view: its OpenGL objects, their upload and their painting.
 #include <VantorCommon/view3d/CImageView3D.h>
 
 #include <VantorCommon/log/CLogger.h>
@@ -24,7 +24,7 @@ constexpr float kBackground = 0.2F;
 const QVector3D kReferenceColour(0.5F, 0.5F, 0.5F);
 
 /// Three axes of length 1, two vertices each, then an arrowhead at each tip: the tip lies at 1.01, the other
-/// corners 0.01 beside the axis. Deliberate: the buffer is larger than what is drawn of it.
+/// corners 0.01 beside the axis. Deliberate: the buffer is larger than the drawn part.
 constexpr float kAxisVertices[180] = {
     0,     0,     0,     1,     0,     0, 0,      0,      0, 0, 1, 0, 0, 0, 0, 0, 0, 1, // lines
     1.01F, 0,     0,     1,     0.01F, 0, 1,      -0.01F, 0,                            // x
@@ -55,7 +55,7 @@ constexpr unsigned int kReferenceIndices[] = {
 static_assert(sizeof(kReferenceIndices) == 96);
 constexpr int kReferenceIndexCount = sizeof(kReferenceIndices) / sizeof(kReferenceIndices[0]);
 
-/// Whether every index has a vertex. The last triangle of a mesh holds its largest index.
+/// Whether every index has a vertex. The last triangle of a mesh contains its largest index.
 bool HasAllVertices(const std::vector<float>& vctVertices, const std::vector<unsigned int>& vctIndices)
 {
     if (vctIndices.size() < 3)
@@ -63,7 +63,7 @@ bool HasAllVertices(const std::vector<float>& vctVertices, const std::vector<uns
     return *std::max_element(vctIndices.end() - 3, vctIndices.end()) < vctVertices.size() / kVertexFloats;
 }
 
-/// Frees a buffer on another thread: giving its pages back takes the system as long as the upload.
+/// Frees a buffer on another thread, because the system needs as long to release its pages as for the upload.
 template <typename T> void FreeElsewhere(std::vector<T>&& vctBuffer)
 {
     QThreadPool::globalInstance()->start([vctDropped = std::move(vctBuffer)] {});
@@ -157,7 +157,7 @@ void CImageView3D::slot_LoadFinished()
     if (!m_pModel)
         return;
     if (!m_pObjects) {
-        m_pModel->ClearBufferData(); // nobody can show it
+        m_pModel->ClearBufferData(); // nothing can show it
         return;
     }
     if (!m_pObjects->meshArray.isCreated() || !m_pObjects->meshVertices.isCreated() ||
@@ -166,7 +166,7 @@ void CImageView3D::slot_LoadFinished()
     std::vector<float> vctVertices;
     std::vector<unsigned int> vctIndices;
     if (!m_pModel->TakeBuffers(vctVertices, vctIndices))
-        return; // an earlier call has taken a newer mesh than its own
+        return; // an earlier call has taken this mesh already
     const CCurrentContext current(*this);
     CLogger::Write(DEBUG, "Start upload data to gpu");
     CLogger::Write(DEBUG, "OpenGL Error: %d", static_cast<int>(glGetError()));

@@ -9,7 +9,7 @@
 #include <QOpenGLTexture>
 #include <QOpenGLVertexArrayObject>
 
-/// The OpenGL objects of a 3D view. They are made and destroyed as one, with their context current.
+/// The OpenGL objects of a 3D view, made and destroyed together while their context is current.
 struct CImageView3D::SObjects {
     std::unique_ptr<QOpenGLShaderProgram> pMeshProgram;
     std::unique_ptr<QOpenGLShaderProgram> pAxisProgram;
@@ -22,5 +22,5 @@ struct CImageView3D::SObjects {
     QOpenGLBuffer referenceVertices{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer referenceIndices{QOpenGLBuffer::IndexBuffer};
     QOpenGLVertexArrayObject referenceArray;
-    std::unique_ptr<QOpenGLTexture> pTexture; ///< the place of a texture; none is made
+    std::unique_ptr<QOpenGLTexture> pTexture; ///< for a texture; the view makes none
 };

@@ -5,7 +5,7 @@
 #include <VantorCommon/view3d/CImageView3DModel.h>
 #include <VantorCommon/view3d/CImageView3DPropertyView.h>
 
-/// One row of the property panel, and what it stands for. Getter and setter are the model's GetParameter and
+/// One row of the property panel, and its parameter. Getter and setter are the model's GetParameter and
 /// SetParameter with the row's number.
 struct SImageView3DParameter {
     const char* pGroup;
@@ -18,7 +18,7 @@ struct SImageView3DParameter {
 
 namespace ImageView3D
 {
-/// Deliberate: a length starts at -1000 and ends at 99.99, where a spin box ends by itself.
+/// Deliberate: the range of a length begins at -1000 and ends at 99.99, the default maximum of a spin box.
 constexpr double kLengthMinimum = -1000.0;
 constexpr double kLengthMaximum = 99.99;
 constexpr double kLengthStep = 0.1;

@@ -37,8 +37,8 @@ bool HasUsableContext(const QOpenGLWidget& widget)
 
 namespace
 {
-/// Makes the system's window, if it is not there yet. Of a window with a parent, the globe's, Qt would make
-/// the children of that parent windows of the system, too, which would stay without OpenGL.
+/// Creates the system's window, if it does not exist yet. For a window with a parent, the globe's, Qt would
+/// also create system windows for that parent's children, and these would stay without OpenGL.
 void CreateHandle(const QWidget& window)
 {
     const bool bBefore = QCoreApplication::testAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
@@ -47,7 +47,7 @@ void CreateHandle(const QWidget& window)
     QCoreApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings, bBefore);
 }
 
-/// The dialogs that stand above the window: a window of the system's that is new needs to be told again.
+/// Shows the dialogs above the window again, because a new system window does not know them.
 void ShowDialogsAgain(const QWidget& window)
 {
     for (QWidget* pDialog : QApplication::topLevelWidgets()) {

@@ -9,25 +9,25 @@
 #include <cstddef>
 #include <memory>
 
-/// What the shaders need: OpenGL 3.3 core, a depth buffer, and a context that reports its errors.
+/// The format that the shaders need: OpenGL 3.3 core, a depth buffer, and a context that reports its errors.
 QSurfaceFormat OpenGLFormat();
 
 /// Whether the widget has a context that can run the shaders.
 bool HasUsableContext(const QOpenGLWidget& widget);
 
-/// Lets the widget's window carry OpenGL; to be called before the widget is shown. Windows can by themselves,
-/// unless the host has set Qt::AA_ForceRasterWidgets, which spares it half the time and the memory of its
-/// start: then the system's window is exchanged for one that can, once, and disappears for a moment. Where
-/// there is no OpenGL it stays.
+/// Prepares the widget's window for OpenGL; call it before the widget is shown. Windows are ready by default,
+/// unless the host has set Qt::AA_ForceRasterWidgets, which saves it half the time and the memory of its
+/// start: then this replaces the system's window once by one with OpenGL, and the window disappears for a
+/// moment. Without OpenGL the window stays.
 void PrepareWindow(QOpenGLWidget& widget);
 
-/// Logs that there is no such context, and lays a label that says so over the widget; once per widget.
+/// Logs that there is no such context, and shows a label that says so over the widget; once per widget.
 void ShowNotSupported(QOpenGLWidget& widget);
 
-/// Creates a buffer and fills it; the vertex array that is bound remembers an index buffer.
+/// Creates a buffer and fills it; the bound vertex array remembers an index buffer.
 bool FillBuffer(QOpenGLBuffer& buffer, const void* pData, std::size_t nBytes);
 
-/// Makes a widget's context current for a scope, unless it is already.
+/// Makes a widget's context current for a scope, unless it already is.
 class CCurrentContext
 {
 public:

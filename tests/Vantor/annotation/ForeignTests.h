@@ -2,6 +2,8 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include "Documents.h"
+
 #include <Vantor/annotation/AnnotationFormats_p.h>
 #include <Vantor/annotation/ObjectOutline_p.h>
 
@@ -10,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <random>
 
 /// What the tests of other programs' formats share: random documents, and whether a report is complete.
@@ -17,25 +20,12 @@ namespace ForeignTests
 {
 using namespace Vantor::Annotations;
 
-inline SObject Make(const char* pKind, std::vector<double> numbers, const char* pName = "cell")
-{
-    SObject object;
-    object.kind = pKind;
-    object.numbers = std::move(numbers);
-    object.name = pName;
-    object.named = true;
-    return object;
-}
+using Documents::Make;
 
 inline SDocument DocumentOf(std::vector<SObject> objects)
 {
-    SDocument document;
+    SDocument document = Documents::MakeDocument(std::move(objects));
     document.source.name = "photo.jpg";
-    SPage page;
-    page.width = 400;
-    page.height = 300;
-    page.objects = std::move(objects);
-    document.pages.push_back(page);
     return document;
 }
 
@@ -156,27 +146,41 @@ inline bool IsTold(const Remarks& remarks, const std::string& object, const Word
     });
 }
 
+/// The words of which a remark has one when a member of an annotation is lost. What is not here is no loss.
+inline const std::map<std::string, Words>& WordsOfLosses()
+{
+    static const std::map<std::string, Words> words{{"kind", {"becomes"}},
+                                                    {"numbers", {"rounded", "clipped", "whole pixels"}},
+                                                    {"name", {"name"}},
+                                                    {"text", {"text"}},
+                                                    {"showName", {"its name is hidden"}},
+                                                    {"locked", {"its lock"}},
+                                                    {"visible", {"it is hidden"}},
+                                                    {"penColor", {"colour of its outline"}},
+                                                    {"penWidth", {"width of its outline"}},
+                                                    {"fillColor", {"colour that fills it"}},
+                                                    {"extra", {"the program stored"}},
+                                                    {"unknown", {"a later version stored"}}};
+    return words;
+}
+
 /// What changed of an annotation without a remark. Which corner a box was drawn from is no loss.
 inline std::string Untold(const SObject& before, const SObject& after, const Remarks& remarks)
 {
-    const auto lost = [&](bool bChanged, const char* pWhat, const Words& words) {
-        return bChanged && !IsTold(remarks, before.name, words) ? before.name + ": " + pWhat + "; "
-                                                                : std::string();
-    };
-    const bool bKind = before.kind != after.kind;
-    const bool bPlace = bKind ? !(BoundsOf(before) == BoundsOf(after))
-                              : Normalised(before).numbers != Normalised(after).numbers;
-    return lost(bKind, "kind", {"becomes"}) + lost(bPlace, "place", {"rounded", "clipped", "whole pixels"}) +
-           lost(before.name != after.name, "name", {"name"}) +
-           lost(before.text != after.text, "text", {"text"}) +
-           lost(before.showName != after.showName, "showName", {"its name is hidden"}) +
-           lost(before.locked != after.locked, "locked", {"its lock"}) +
-           lost(before.visible != after.visible, "visible", {"it is hidden"}) +
-           lost(before.style.penColor != after.style.penColor, "penColor", {"colour of its outline"}) +
-           lost(before.style.penWidth != after.style.penWidth, "penWidth", {"width of its outline"}) +
-           lost(before.style.fillColor != after.style.fillColor, "fillColor", {"colour that fills it"}) +
-           lost(before.extra != after.extra, "extra", {"the program stored"}) +
-           lost(before.unknown != after.unknown, "unknown", {"a later version stored"});
+    const bool bSamePlace = before.kind == after.kind
+                                ? Normalised(before).numbers == Normalised(after).numbers
+                                : BoundsOf(before) == BoundsOf(after);
+    std::vector<std::string> members = Documents::Differences(before, after);
+    members.erase(std::remove(members.begin(), members.end(), "numbers"), members.end());
+    if (!bSamePlace)
+        members.emplace_back("numbers");
+    std::string untold;
+    for (const std::string& member : members) {
+        const auto it = WordsOfLosses().find(member);
+        if (it != WordsOfLosses().end() && !IsTold(remarks, before.name, it->second))
+            untold += before.name + ": " + member + "; ";
+    }
+    return untold;
 }
 
 /// The same of a page and all its annotations, in their order.

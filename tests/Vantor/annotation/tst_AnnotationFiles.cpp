@@ -83,7 +83,9 @@ private Q_SLOTS:
     void aReadOnlyFolderIsTold();
     void afterAKillTheFileIsOldOrNew();
     void namesOfClassesStandInAFileBesideTheOther();
+    void onlyTheKnownFileIsReplacedWhereOneIsKnown();
     void anIdentityIsNameSizeAndDigest();
+    void aFileIsAnotherWhenItsBytesAre();
 };
 
 void tst_AnnotationFiles::theTableTellsEveryFormat()
@@ -314,6 +316,35 @@ void tst_AnnotationFiles::namesOfClassesStandInAFileBesideTheOther()
     QCOMPARE(read.pages[0].objects[0].name, std::string("class_1"));
 }
 
+void tst_AnnotationFiles::onlyTheKnownFileIsReplacedWhereOneIsKnown()
+{
+    const QTemporaryDir folder;
+    const std::string path = PathIn(folder, "photo.jpg.vantor.json");
+    const auto save = [&](double dX, const std::optional<std::string>& known) {
+        return Save(Small(dX), path, kOwnFormat, SContext(), known);
+    };
+    const SReport first = save(1, std::string());
+    QCOMPARE(first.failure, std::string());
+    QCOMPARE(first.digest, IdentityOf(path).sha256);
+    const SReport unseen = save(2, std::string()); // nobody has seen the file that is there by now
+    QVERIFY(unseen.conflict && !unseen.failure.empty() && unseen.digest.empty());
+    const SReport second = save(3, first.digest);
+    QVERIFY(second.failure.empty() && !second.conflict);
+    const QByteArray before = ContentOf(path);
+    QVERIFY(save(4, first.digest).conflict);
+    QCOMPARE(ContentOf(path), before);
+    QCOMPARE(CountIn(folder), 1);
+    SDocument read;
+    QCOMPARE(Load(path, "", SContext(), read).digest, second.digest);
+    QVERIFY(save(5, std::nullopt).failure.empty()); // no value: whatever is there
+    // What is gone can be lost no more; what cannot be read is not called a conflict.
+    QVERIFY(QFile::remove(QString::fromStdString(path)));
+    QVERIFY(save(6, first.digest).failure.empty());
+    SetContent(path, "{");
+    const SReport damaged = save(7, first.digest);
+    QVERIFY(!damaged.conflict && !damaged.failure.empty());
+}
+
 void tst_AnnotationFiles::anIdentityIsNameSizeAndDigest()
 {
     const QTemporaryDir folder;
@@ -326,6 +357,25 @@ void tst_AnnotationFiles::anIdentityIsNameSizeAndDigest()
     QVERIFY(IdentityOf(path + "x").sha256.empty());
     QCOMPARE(IdentityOf(path + "x").name, std::string("photo.jpgx"));
     QVERIFY(IdentityOf(folder.path().toStdString()).sha256.empty());
+}
+
+void tst_AnnotationFiles::aFileIsAnotherWhenItsBytesAre()
+{
+    const QTemporaryDir folder;
+    const std::string path = PathIn(folder, "photo.jpg");
+    SetContent(path, "abc");
+    SSource source = IdentityOf(path);
+    QVERIFY(!IsOther(source, path));
+    SetContent(path, "abd");
+    QVERIFY(IsOther(source, path));
+    SetContent(path, "abcd");
+    QVERIFY(IsOther(source, path));
+    source.bytes = 0; // unknown
+    QVERIFY(IsOther(source, path));
+    SetContent(path, "abc");
+    QVERIFY(!IsOther(source, path));
+    QVERIFY(!IsOther(source, path + "x"));
+    QVERIFY(!IsOther(SSource(), path));
 }
 
 VANTOR_CORE_TEST_MAIN(tst_AnnotationFiles)

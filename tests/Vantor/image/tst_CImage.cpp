@@ -8,7 +8,9 @@
 #include <QFile>
 #include <atomic>
 #include <climits>
+#include <cmath>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -173,6 +175,25 @@ private Q_SLOTS:
             QCOMPARE(std::memcmp(copy.GetData(), source->GetData(), BytesOf(*source)), 0);
             copy.GetPixel(3, 3)[0] ^= 1;
             QCOMPARE(source->GetPixel(3, 3)[0], TestImageByte(3, 3, 0));
+        }
+    }
+
+    void theResolutionOfAPageGoesWithItsCopiesAndNotWithAFile()
+    {
+        CImage image, copy;
+        QCOMPARE(image.GetPageResolution(), 0.0);
+        image.SetPageResolution(144.5);
+        QCOMPARE(image.GetPageResolution(), 144.5);
+        QCOMPARE(image.Create(2, 2, 1, 8, kInterleaved, 1), 0);
+        QCOMPARE(copy.CopyFrom(&image), 0);
+        QCOMPARE(copy.GetPageResolution(), 144.5);
+        QVERIFY(copy.Load(L"/nowhere/a.png") != 0);
+        QCOMPARE(copy.GetPageResolution(), 144.5);
+        QCOMPARE(copy.Load(TestDataPath(QStringLiteral("png/basn2c08.png")).toStdWString()), 0);
+        QCOMPARE(copy.GetPageResolution(), 0.0);
+        for (const double dpi : {-1.0, std::nan(""), std::numeric_limits<double>::infinity()}) {
+            image.SetPageResolution(dpi);
+            QCOMPARE(image.GetPageResolution(), 0.0);
         }
     }
 

@@ -280,6 +280,8 @@ private Q_SLOTS:
         QCOMPARE(sizeOf(), QSize(200, 300));
         reader.SetResolutionX(36.0);
         QCOMPARE(sizeOf(), QSize(100, 150));
+        CImage page;
+        QVERIFY(reader.RenderPage(0, &page) == 0 && page.GetPageResolution() == 36.0);
         reader.SetResolutionY(144.0);
         QCOMPARE(sizeOf(), QSize(100, 600));
         reader.SetResolutionX(72.0);

@@ -166,9 +166,10 @@ private:
     {
         QTest::addColumn<QString>("name");
         for (const char* name :
-             {"2D",        "3D",    "selection", "move",  "zoomfit", "rotate-left", "rotate-right",
-              "previous",  "next",  "capture",   "ruler", "clear",   "add",         "open-folder",
-              "save_file", "photo", "pdf",       "close", "copy",    "paste",       "search"})
+             {"2D",        "3D",     "selection", "move",    "zoomfit", "rotate-left", "rotate-right",
+              "previous",  "next",   "capture",   "ruler",   "clear",   "add",         "open-folder",
+              "save_file", "photo",  "pdf",       "close",   "copy",    "paste",       "search",
+              "rectangle", "circle", "ellipse",   "polygon", "arrow",   "text"})
             QTest::newRow(name) << QStringLiteral(":/Image/") + QString::fromLatin1(name);
         for (const char* name :
              {"undo",       "redo",       "delete",     "quit",  "image-add", "recent", "layout-1x1",

@@ -73,6 +73,8 @@ void CImageView2DCommandChangeCurrentImage::exec()
     if (Carry()) {
         pModel->SetCurrentImage(m_pNewImage);
         m_pCarried->Do(*m_pCtrl->GetGeometryModel());
+        if (m_pCarried->Moves())
+            m_pCtrl->GetAnnotationStore()->TellNotCarried();
         return;
     }
     KeepAnnotations();

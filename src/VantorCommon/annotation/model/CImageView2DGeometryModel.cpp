@@ -137,6 +137,7 @@ bool CImageView2DGeometryModel::DeleteObject(unsigned int nUID)
 
 void CImageView2DGeometryModel::ClearObject()
 {
+    Q_EMIT signal_BeforeClearObject();
     const ObjectList vctCleared = std::exchange(m_vctObjects, {});
     for (const ObjectPtr& pObject : vctCleared)
         Disconnect(*pObject);

@@ -60,7 +60,8 @@ public:
     bool DeleteObject(ObjectPtr pObject);
     bool DeleteObject(unsigned int nUID);
     /// @}
-    /// Removes all finished objects with one signal_ClearObject, also when there are none.
+    /// Emits signal_BeforeClearObject, then removes all finished objects with one signal_ClearObject, also
+    /// when there are none.
     void ClearObject();
 
     /// Unselects every finished object; those that were selected announce it.
@@ -96,6 +97,8 @@ Q_SIGNALS:
     void signal_ChangeOrder();
     /// The drawing or the waiting object has changed.
     void signal_ChangeDrawingObject();
+    /// All finished objects are still in the list.
+    void signal_BeforeClearObject();
     /// All finished objects have left the list at once, without the two signals above.
     void signal_ClearObject();
 

@@ -262,6 +262,7 @@ SShapeKind Drawn(SShapeKind kind, int nMode, const char* szMenu, const char* szB
     kind.nMode = nMode;
     kind.strMenu = QLatin1String(szMenu);
     kind.strButton = QLatin1String(szButton);
+    kind.strIcon = QStringLiteral(":/Image/%1.png").arg(kind.strName.toLower());
     return kind;
 }
 

@@ -191,6 +191,12 @@ AnnotationDocument::ObjectList AnnotationDocument::Unpack(SPage& page)
     return vctObjects;
 }
 
+int AnnotationDocument::CountKept(const SPage& page)
+{
+    const auto nMarks = std::count_if(page.objects.begin(), page.objects.end(), &IsMark);
+    return static_cast<int>(page.objects.size()) - static_cast<int>(nMarks);
+}
+
 SPage AnnotationDocument::Pack(const SPage& page, const ObjectList& vctObjects)
 {
     std::vector<SObject> vctWritten;

@@ -28,6 +28,8 @@ bool ChangeShape(CImageView2DDrawableObject& object, const SShapeData& data);
 /// Reads the objects of a page. What cannot be painted stays in the page as it is; of every other object only
 /// its id and its unknown members stay, to mark its place.
 ObjectList Unpack(Vantor::Annotations::SPage& page);
+/// How many annotations Unpack has left in the page because they cannot be painted.
+int CountKept(const Vantor::Annotations::SPage& page);
 /// The page with the objects, and with what Unpack has left in it: behind the object that stood above it.
 Vantor::Annotations::SPage Pack(const Vantor::Annotations::SPage& page, const ObjectList& vctObjects);
 } // namespace AnnotationDocument

@@ -62,6 +62,10 @@ CAnnotationPages::Pages CAnnotationPages::Follow(const CImageView2DModel& model)
     for (std::size_t i = 0; i < vctOld.size(); ++i)
         if (!vctTaken[i])
             vctGone.push_back(std::move(vctOld[i]));
+    for (const SAnnotatedPage& page : vctGone)
+        if (std::none_of(m_vctPages.begin(), m_vctPages.end(),
+                         [&page](const SAnnotatedPage& other) { return other.strFile == page.strFile; }))
+            m_mapPages.erase(page.strFile); // added again, it begins with its first page
     return vctGone;
 }
 

@@ -13,6 +13,8 @@
 #include <QPointer>
 #include <QThreadPool>
 #include <map>
+#include <string>
+#include <utility>
 #include <vector>
 
 /// What a store consists of.
@@ -27,6 +29,15 @@ struct CAnnotationStore::SPrivate {
         {
             return nOutside == other.nOutside && vctSteps == other.vctSteps;
         }
+    };
+
+    using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
+
+    /// Annotations that left the view at once.
+    struct SCleared {
+        QString strFile; ///< see SAnnotatedPage; empty with one set
+        int nPage = 0;   ///< in its file
+        ObjectList vctObjects;
     };
 
     CImageView2DCtrl& ctrl;
@@ -51,11 +62,16 @@ struct CAnnotationStore::SPrivate {
 
     std::unique_ptr<CAnnotationJournal> pJournal; ///< null without the option
     bool bWriteSoon = false;
-    bool bLoading = false; ///< what is being applied stands in a file
+    bool bReplacing = false; ///< Clear will say why annotations have gone
+    bool bLoading = false;   ///< what is being applied stands in a file
+    AskSize askSize;
 
-    QThreadPool files; ///< one thread, so that files are written in order
+    std::map<QString, std::string> known; ///< digests of files, by path; belongs to the tasks of the pool
+    QThreadPool files;                    ///< one thread, so that files are written in order
 
     SPrivate(CAnnotationStore& store, CImageView2DCtrl& owner, Execute run);
+
+    std::vector<SCleared> cleared; ///< by page, those that went last
 
     bool bPages = false; ///< each image of the list has its own set
     CAnnotationPages pages;
@@ -71,6 +87,10 @@ struct CAnnotationStore::SPrivate {
     QString FileKey();
     Vantor::Annotations::SDocument WholeSet();
     Vantor::Annotations::SPage Packed(const SAnnotatedPage& page) const;
+    std::vector<std::pair<Vantor::Annotations::SPage*, ImagePtr>>
+    PagesInList(Vantor::Annotations::SDocument& document) const;
+    EOtherSize Fit(Vantor::Annotations::SDocument& document,
+                   std::vector<Vantor::Annotations::SRemark>& vctRemarks) const;
     void ApplySet(CAnnotationStore& store, const Vantor::Annotations::SDocument& document);
     void ApplyPages(CAnnotationStore& store, const Vantor::Annotations::SDocument& document);
     Vantor::Annotations::SDocument JournalDocument(const CAnnotationStore& store);
@@ -80,7 +100,9 @@ struct CAnnotationStore::SPrivate {
     void SetSaved(CAnnotationStore& store, const QString& strFile, const SVersion& sVersion);
     void TellGone(CAnnotationStore& store, EAnnotationsGone eWhy, int nCount);
     Vantor::Annotations::SPage& FilePage();
-    void Clear(CAnnotationStore& store, int nCount);
+    void Clear(CAnnotationStore& store, const ObjectList& vctGone);
+    void KeepCleared(const ObjectList& vctGone);
+    ObjectList Cleared() const;
     void ChangeOutside(CAnnotationStore& store);
     void EndStep(CAnnotationStore& store, const CWatched& step, bool bDone);
     void TellUnsaved(CAnnotationStore& store);

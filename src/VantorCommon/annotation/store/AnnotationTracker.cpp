@@ -6,7 +6,8 @@
 
 #include <utility>
 
-CAnnotationTracker::CAnnotationTracker(CImageView2DGeometryModel* pModel, std::function<void(int)> onClear,
+CAnnotationTracker::CAnnotationTracker(CImageView2DGeometryModel* pModel,
+                                       std::function<void(const ObjectList&)> onClear,
                                        std::function<void()> onChange)
     : m_pModel(pModel), m_onClear(std::move(onClear)), m_onChange(std::move(onChange))
 {
@@ -19,6 +20,7 @@ CAnnotationTracker::CAnnotationTracker(CImageView2DGeometryModel* pModel, std::f
     connect(pModel, &M::signal_BeforeDeleteDrawableObject, this, [this](unsigned int nUID) { Delete(nUID); });
     connect(pModel, &M::signal_ChangeDrawableObjectProperty, this,
             [this](unsigned int nUID) { m_touched.insert(nUID); });
+    connect(pModel, &M::signal_BeforeClearObject, this, [this] { m_vctLeaving = m_pModel->GetObjects(); });
     connect(pModel, &M::signal_ClearObject, this, [this] { Clear(); });
     connect(pModel, &M::signal_ChangeOrder, this, [this] {
         m_sChanges.bOrder = true;
@@ -51,15 +53,15 @@ void CAnnotationTracker::Delete(unsigned int nUID)
 
 void CAnnotationTracker::Clear()
 {
+    const ObjectList vctGone = std::exchange(m_vctLeaving, {});
     if (m_bReplacing)
         return;
-    const int nCount = static_cast<int>(m_known.size());
     for (auto& [nUID, known] : m_known)
         m_deleted[nUID] = std::move(known.id);
     m_known.clear();
     m_added.clear();
     m_touched.clear();
-    m_onClear(nCount);
+    m_onClear(vctGone);
 }
 
 void CAnnotationTracker::Replace(const CImageView2DGeometryModel::ObjectList& vctObjects)

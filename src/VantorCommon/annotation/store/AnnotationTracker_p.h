@@ -34,15 +34,17 @@ struct SAnnotationChanges {
 class CAnnotationTracker : public QObject
 {
 public:
-    /// The functions are called when the set was emptied, with the number of objects that went, and when an
-    /// object came or went or the order changed.
-    CAnnotationTracker(CImageView2DGeometryModel* pModel, std::function<void(int)> onClear,
+    using ObjectList = CImageView2DGeometryModel::ObjectList;
+
+    /// The functions are called when the set was emptied, with the objects that went, and when an object came
+    /// or went or the order changed.
+    CAnnotationTracker(CImageView2DGeometryModel* pModel, std::function<void(const ObjectList&)> onClear,
                        std::function<void()> onChange);
 
     SAnnotationChanges Take();
     int Count() const { return static_cast<int>(m_known.size()); }
     /// Replaces all objects of the model, which is told as bAll; calls neither function.
-    void Replace(const CImageView2DGeometryModel::ObjectList& vctObjects);
+    void Replace(const ObjectList& vctObjects);
 
 private:
     struct SKnown {
@@ -54,12 +56,13 @@ private:
     void Delete(unsigned int nUID);
     void Clear();
     void ReadAll();
-    CImageView2DGeometryModel::ObjectList Objects(const std::unordered_set<unsigned int>& uids) const;
+    ObjectList Objects(const std::unordered_set<unsigned int>& uids) const;
 
     QPointer<CImageView2DGeometryModel> m_pModel;
-    std::function<void(int)> m_onClear;
+    std::function<void(const ObjectList&)> m_onClear;
     std::function<void()> m_onChange;
     bool m_bReplacing = false;
+    ObjectList m_vctLeaving; ///< between the two signals of a model that is emptied
     std::unordered_map<unsigned int, SKnown> m_known;
     std::unordered_map<unsigned int, std::string> m_deleted;
     std::unordered_set<unsigned int> m_added;

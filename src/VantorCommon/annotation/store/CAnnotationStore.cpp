@@ -10,6 +10,7 @@
 
 #include <QDateTime>
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 using Vantor::Annotations::SContext;
@@ -19,27 +20,33 @@ using Vantor::Annotations::SReport;
 
 namespace
 {
+constexpr const char* kOtherVersion = "The annotations were made for another version of this picture.";
 constexpr const char* kNoMemory = "There is not enough memory.";
 
 /// On a thread of the store's.
 SReport WriteFile(SDocument document, const QString& strImage, const QString& strPath,
-                  const QString& strFormat, const SContext& context)
+                  const QString& strFormat, const SContext& context, const std::optional<std::string>& known)
 {
     try {
         if (!strImage.isEmpty())
             document.source = Vantor::Annotations::IdentityOf(strImage.toStdString());
         document.saved = QDateTime::currentDateTimeUtc().toString(Qt::ISODate).toStdString();
-        return Vantor::Annotations::Save(document, strPath.toStdString(), strFormat.toStdString(), context);
+        return Vantor::Annotations::Save(document, strPath.toStdString(), strFormat.toStdString(), context,
+                                         known);
     } catch (const std::bad_alloc&) {
         return SReport{kNoMemory, {}};
     }
 }
 
 /// On a thread of the store's.
-SReport ReadFile(const QString& strPath, const SContext& context, SDocument& document)
+SReport ReadFile(const QString& strPath, const QString& strImage, const SContext& context,
+                 SDocument& document)
 {
     try {
-        return Vantor::Annotations::Load(strPath.toStdString(), {}, context, document);
+        SReport report = Vantor::Annotations::Load(strPath.toStdString(), {}, context, document);
+        if (report.failure.empty() && Vantor::Annotations::IsOther(document.source, strImage.toStdString()))
+            report.remarks.push_back({{}, kOtherVersion});
+        return report;
     } catch (const std::bad_alloc&) {
         return SReport{kNoMemory, {}};
     }
@@ -94,7 +101,7 @@ CAnnotationStore::SPrivate::SPrivate(CAnnotationStore& store, CImageView2DCtrl& 
     : ctrl(owner), execute(std::move(run)), pImages(owner.GetImageModel()),
       pGeometry(owner.GetGeometryModel()),
       tracker(
-          pGeometry, [this, &store](int nCount) { Clear(store, nCount); },
+          pGeometry, [this, &store](const ObjectList& vctGone) { Clear(store, vctGone); },
           [this, &store] { ChangeOutside(store); })
 {
     files.setMaxThreadCount(1);
@@ -128,13 +135,25 @@ bool CAnnotationStore::IsCarrying() const
     return m_p->sOptions.bCarryAnnotations;
 }
 
+void CAnnotationStore::TellNotCarried()
+{
+    if (const int nKept = AnnotationDocument::CountKept(m_p->FilePage()))
+        Q_EMIT signal_NotCarried(nKept);
+}
+
 std::unique_ptr<CCommand> CAnnotationStore::Watch(std::unique_ptr<CCommand> pCommand)
 {
     return std::make_unique<CWatched>(*this, std::move(pCommand));
 }
 
+void CAnnotationStore::BeginLoading()
+{
+    m_p->bReplacing = true;
+}
+
 void CAnnotationStore::Clear(EAnnotationsGone eReason)
 {
+    m_p->bReplacing = false;
     if (!m_p->pGeometry)
         return;
     if (m_p->bPages && eReason == EAnnotationsGone_Closed) // the next image shows its own by now
@@ -144,9 +163,11 @@ void CAnnotationStore::Clear(EAnnotationsGone eReason)
     m_p->eReason = EAnnotationsGone_Cleared;
 }
 
-void CAnnotationStore::SPrivate::Clear(CAnnotationStore& store, int nCount)
+void CAnnotationStore::SPrivate::Clear(CAnnotationStore& store, const ObjectList& vctGone)
 {
+    const int nCount = static_cast<int>(vctGone.size());
     nObjects = 0;
+    KeepCleared(vctGone);
     if (eReason == EAnnotationsGone_Loaded || eReason == EAnnotationsGone_Closed) {
         file = {};
         nPage = 0;
@@ -259,13 +280,23 @@ QString CAnnotationStore::GetSidecarPath() const
                : QString::fromStdString(Vantor::Annotations::SidecarOf(strImage.toStdString()));
 }
 
-void CAnnotationStore::Save(const QString& strPath, const QString& strFormat)
+void CAnnotationStore::SetKnownFile(const QString& strPath, const std::string& digest)
+{
+    m_p->files.start([=] { m_p->known[strPath] = digest; });
+}
+
+void CAnnotationStore::Save(const QString& strPath, const QString& strFormat, EAnnotationsReplace eReplace)
 {
     const SContext context = ContextOf(m_p->ctrl.GetCurrentImgage().get());
     const bool bOwn = strFormat == QLatin1String(Vantor::Annotations::kOwnFormat);
     m_p->files.start([=, document = TakeDocument(), strImage = m_p->ImagePath(), strFile = m_p->FileKey(),
                       sVersion = m_p->now[m_p->FileKey()]] {
-        const SReport report = WriteFile(document, strImage, strPath, strFormat, context);
+        std::optional<std::string> known;
+        if (eReplace == EAnnotationsReplace_Known)
+            known = m_p->known[strPath];
+        const SReport report = WriteFile(document, strImage, strPath, strFormat, context, known);
+        if (report.failure.empty())
+            m_p->known[strPath] = report.digest;
         QMetaObject::invokeMethod(
             this,
             [=] {
@@ -278,26 +309,41 @@ void CAnnotationStore::Save(const QString& strPath, const QString& strFormat)
     });
 }
 
+void CAnnotationStore::SetAskSize(AskSize ask)
+{
+    m_p->askSize = std::move(ask);
+}
+
 void CAnnotationStore::Load(const QString& strPath)
 {
     const auto pImage = m_p->ctrl.GetCurrentImgage();
-    m_p->files.start([=, context = ContextOf(pImage.get())] {
+    m_p->files.start([=, context = ContextOf(pImage.get()), strImage = m_p->ImagePath()] {
         const auto pDocument = std::make_shared<SDocument>();
-        const SReport report = ReadFile(strPath, context, *pDocument);
+        const SReport report = ReadFile(strPath, strImage, context, *pDocument);
         QMetaObject::invokeMethod(
-            this,
-            [=] {
-                SReport told = report;
-                if (told.failure.empty() && pImage != m_p->ctrl.GetCurrentImgage())
-                    told.failure = "Another image is shown by now.";
-                if (told.failure.empty()) {
-                    m_p->bLoading = true;
-                    Apply(*pDocument);
-                    m_p->bLoading = false;
-                    m_p->SetSaved(*this, m_p->FileKey(), m_p->now[m_p->FileKey()]);
-                }
-                Q_EMIT signal_Loaded(strPath, told);
-            },
-            Qt::QueuedConnection);
+            this, [=] { ShowLoaded(strPath, pImage, report, *pDocument); }, Qt::QueuedConnection);
     });
+}
+
+void CAnnotationStore::ShowLoaded(const QString& strPath,
+                                  const std::shared_ptr<Vantor::Algorithms::CImage>& pImage, SReport report,
+                                  SDocument& document)
+{
+    const auto checkImage = [&] {
+        if (report.failure.empty() && pImage != m_p->ctrl.GetCurrentImgage())
+            report.failure = "Another image is shown by now.";
+        return report.failure.empty();
+    };
+    const QPointer<CAnnotationStore> self(this); // a dialog may be open for long
+    const EOtherSize eSize = checkImage() ? m_p->Fit(document, report.remarks) : EOtherSize_Leave;
+    if (!self)
+        return;
+    if (checkImage() && eSize != EOtherSize_Leave) {
+        m_p->bLoading = eSize != EOtherSize_Scale;
+        Apply(document);
+        if (std::exchange(m_p->bLoading, false))
+            m_p->SetSaved(*this, m_p->FileKey(), m_p->now[m_p->FileKey()]);
+        SetKnownFile(strPath, report.digest);
+    }
+    Q_EMIT signal_Loaded(strPath, report);
 }

@@ -8,15 +8,21 @@
 
 #include <QObject>
 #include <QPointF>
+#include <QSize>
 #include <QString>
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 class CCommand;
 class CImageView2DCtrl;
 class CImageView2DDrawableObject;
 struct SShapeData;
+namespace Vantor::Algorithms
+{
+class CImage;
+}
 
 /// Why annotations have left a view at once.
 enum EAnnotationsGone : int {
@@ -25,6 +31,19 @@ enum EAnnotationsGone : int {
     EAnnotationsGone_Filtered, ///< the image was changed otherwise, as a step that can be undone
     EAnnotationsGone_Closed,   ///< the image was closed
     EAnnotationsGone_Cleared   ///< somebody emptied the geometry model
+};
+
+/// What CAnnotationStore::Save may replace.
+enum EAnnotationsReplace : int {
+    EAnnotationsReplace_Any,  ///< whatever stands there
+    EAnnotationsReplace_Known ///< only what this store has loaded or saved there last
+};
+
+/// What to do with annotations that were made for an image of another size.
+enum EOtherSize : int {
+    EOtherSize_Keep,  ///< shows them where their numbers say
+    EOtherSize_Scale, ///< shows them scaled, see Vantor::Annotations::ScalePage; they are unsaved then
+    EOtherSize_Leave  ///< does not show them
 };
 
 /// The annotations of one 2D view as a document: to and from files, the steps of editing that need no mouse,
@@ -43,6 +62,8 @@ public:
     using ObjectPtr = std::shared_ptr<CImageView2DDrawableObject>;
     using ObjectList = std::vector<ObjectPtr>;
     /// @}
+    /// Decides on a page, by the size of its image in pixels; may open a dialog.
+    using AskSize = std::function<EOtherSize(const Vantor::Annotations::SPage& page, const QSize& size)>;
     /// Records a step and carries it out.
     using Execute = std::function<void(std::unique_ptr<CCommand>)>;
 
@@ -67,14 +88,29 @@ public:
     bool HasUnsaved() const;
 
     /// Writes the annotations; signal_Saved tells the end. The format is a name of
-    /// Vantor::Annotations::GetFormats; only in our own are they saved, in others they are exported.
+    /// Vantor::Annotations::GetFormats; only in our own are they saved, in others they are exported. A file
+    /// that must not be replaced is a conflict, see SReport: another window or program has written it.
     void Save(const QString& strPath,
-              const QString& strFormat = QLatin1String(Vantor::Annotations::kOwnFormat));
+              const QString& strFormat = QLatin1String(Vantor::Annotations::kOwnFormat),
+              EAnnotationsReplace eReplace = EAnnotationsReplace_Any);
+    /// Takes a file with this digest, see SReport, for one that this store has loaded.
+    void SetKnownFile(const QString& strPath, const std::string& digest);
     /// Reads annotations of any format and applies them, which counts as saved; signal_Loaded tells the end.
-    /// They are dropped, and told as a failure, when another image is shown by then.
+    /// They are dropped, and told as a failure, when another image is shown by then. Pages of a document that
+    /// were made at another resolution are scaled. A remark tells that the file of the image is another one
+    /// than that which was annotated.
     void Load(const QString& strPath);
+    /// Load asks once for each file with a page that was made for an image of another size. Without a
+    /// function the numbers are kept, and a remark tells it.
+    void SetAskSize(AskSize ask);
     /// The file beside the current image that keeps its annotations; empty for an image without a file.
     QString GetSidecarPath() const;
+
+    /// How many annotations RestoreCleared would bring back.
+    int CountCleared() const;
+    /// Shows the annotations that left the view at once last, whatever the reason, as they were then, as one
+    /// step; of several pages those of the page that is shown, or else those of the first.
+    void RestoreCleared();
 
     /// Gives a name. An empty one gives back the name that kind and number make.
     void Rename(const ObjectPtr& pObject, const QString& strName);
@@ -109,10 +145,14 @@ public:
     /// For the controller: a step that the store hears of, and the end of all annotations for a reason.
     std::unique_ptr<CCommand> Watch(std::unique_ptr<CCommand> pCommand);
     void Clear(EAnnotationsGone eReason);
+    /// What goes from now on goes because a file is loaded, which Clear will say.
+    void BeginLoading();
     /// The same for the image at an index of the list, which has been replaced.
     void ClearImage(int nIndex);
     /// Whether annotations are taken along when their image changes.
     bool IsCarrying() const;
+    /// Says what could not be taken along on the page that is shown.
+    void TellNotCarried();
     /// @}
 
 Q_SIGNALS:
@@ -122,6 +162,9 @@ Q_SIGNALS:
     void signal_StepFinished();
     /// So many annotations have left the view at once; not when there were none.
     void signal_AnnotationsGone(EAnnotationsGone eReason, int nCount);
+    /// The image was turned, flipped or cut, and its annotations with it, but for so many of kinds that are
+    /// unknown here: these stay in the file as they are, and so at their old places.
+    void signal_NotCarried(int nCount);
     /// @{
     /// The end of Save and Load; the report tells a failure or what was left out.
     void signal_Saved(const QString& strPath, const Vantor::Annotations::SReport& report);
@@ -132,6 +175,8 @@ private:
     struct SPrivate;
     class CWatched;
 
+    void ShowLoaded(const QString& strPath, const std::shared_ptr<Vantor::Algorithms::CImage>& pImage,
+                    Vantor::Annotations::SReport report, Vantor::Annotations::SDocument& document);
     void RunCall(std::function<void()> funcDo, std::function<void()> funcUndo);
     void SetOrder(const ObjectList& vctOrder);
     ObjectList Present(const ObjectList& vctObjects) const;

@@ -33,6 +33,8 @@ void Measure(SPage& page, const Vantor::Algorithms::CImage* pImage)
         return;
     page.width = pImage->GetWidth();
     page.height = pImage->GetHeight();
+    if (pImage->GetPageResolution() > 0.0)
+        page.dpi = pImage->GetPageResolution();
 }
 } // namespace
 
@@ -65,11 +67,16 @@ void CAnnotationStore::SPrivate::FollowList(CAnnotationStore& store)
         pShown->vctObjects = pGeometry->GetObjects();
     const std::size_t nBefore = pages.All().size();
     const auto vctGone = pages.Follow(*pImages);
+    std::vector<SCleared> vctCleared;
     for (const SAnnotatedPage& page : vctGone) {
         nGone += static_cast<int>(page.vctObjects.size());
+        if (!page.vctObjects.empty())
+            vctCleared.push_back({page.strFile, page.file.page, page.vctObjects});
         // The annotations of a page that is closed stay in its file.
         PutPage(rest[page.strFile], AnnotationDocument::Pack(page.file, page.vctObjects));
     }
+    if (!vctCleared.empty())
+        cleared = std::move(vctCleared);
     ForgetFiles();
     const int nIndex = pImages->GetCurrentIndex();
     const auto& vctPages = pages.All();
@@ -83,7 +90,7 @@ void CAnnotationStore::SPrivate::FollowList(CAnnotationStore& store)
     }
     if (!vctGone.empty() || vctPages.size() != nBefore)
         RewriteJournal(store);
-    if (vctPages.empty())
+    if (vctPages.empty() && !bReplacing)
         TellGone(store, EAnnotationsGone_Closed, 0);
 }
 
@@ -115,6 +122,7 @@ void CAnnotationStore::ClearImage(int nIndex)
     const auto vctGone = std::exchange(page.vctObjects, {});
     if (vctGone.empty())
         return;
+    m_p->cleared = {{page.strFile, page.file.page, vctGone}};
     ++m_p->now[page.strFile].nOutside;
     m_p->RewriteJournal(*this);
     m_p->TellGone(*this, EAnnotationsGone_Filtered, static_cast<int>(vctGone.size()));

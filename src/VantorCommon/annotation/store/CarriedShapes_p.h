@@ -14,6 +14,8 @@ class CCarriedShapes
 public:
     explicit CCarriedShapes(const SPlaneMap& map) : m_map(map) {}
 
+    /// Whether anything changes its place.
+    bool Moves() const { return !m_map.IsIdentity(); }
     void Do(CImageView2DGeometryModel& model);
     void Undo(CImageView2DGeometryModel& model);
 

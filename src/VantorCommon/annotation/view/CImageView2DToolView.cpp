@@ -5,6 +5,7 @@
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/log/CLogger.h>
+#include <VantorCommon/view2d/SharedIcon_p.h>
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -32,6 +33,16 @@ QByteArray NameOf(int nMode)
     const char* szName = QMetaEnum::fromType<EImageView2DMode>().valueToKey(nMode);
     const SShapeKind* pKind = szName ? nullptr : ShapeKinds::OfMode(nMode);
     return pKind ? pKind->strName.toUtf8() : QByteArray(szName);
+}
+
+QIcon IconOf(int nMode)
+{
+    if (nMode == EImageView2DMode_Selecting)
+        return SharedIcon("selection.png");
+    if (nMode == EImageView2DMode_Panning)
+        return SharedIcon("move.png");
+    const SShapeKind* pKind = ShapeKinds::OfMode(nMode);
+    return pKind ? QIcon(pKind->strIcon) : QIcon();
 }
 } // namespace
 
@@ -79,10 +90,16 @@ void CImageView2DToolView::AddShapes(bool bOptional)
     for (const SShapeKind& kind : ShapeKinds::All()) {
         if (kind.nMode == SShapeKind::kNone || kind.strButton.isEmpty() || kind.bOptional != bOptional)
             continue;
-        QPushButton* pButton = AddButton(kind.nMode, kind.strButton);
-        pButton->setIcon(QIcon(kind.strIcon));
-        pButton->setToolTip(kind.strToolTip);
+        AddButton(kind.nMode, kind.strButton)->setToolTip(kind.strToolTip);
     }
+    UpdateIcons();
+}
+
+void CImageView2DToolView::UpdateIcons()
+{
+    // Deliberate: the buttons of the six modes have texts only, until the optional kinds are shown.
+    for (const auto& [nMode, pButton] : m_mapButtons)
+        pButton->setIcon(m_bOptional || kSignals.count(nMode) == 0 ? IconOf(nMode) : QIcon());
 }
 
 void CImageView2DToolView::ShowOptionalShapes(bool bShow)
@@ -96,6 +113,7 @@ void CImageView2DToolView::ShowOptionalShapes(bool bShow)
         for (const SShapeKind& kind : ShapeKinds::All())
             if (kind.bOptional)
                 RemoveButton(kind.nMode);
+    UpdateIcons();
     if (m_pModel)
         PressButtonOfMode();
 }

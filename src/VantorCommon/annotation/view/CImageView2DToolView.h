@@ -26,7 +26,8 @@ public:
     explicit CImageView2DToolView(CImageView2DToolModel* pModel, QWidget* pParent = nullptr);
     ~CImageView2DToolView() override;
 
-    /// Adds the buttons of the optional kinds after the others, or removes them; there are none at first.
+    /// Adds the buttons of the optional kinds after the others, and pictures to all buttons, or removes them;
+    /// there are none at first.
     void ShowOptionalShapes(bool bShow);
 
 Q_SIGNALS:
@@ -50,6 +51,7 @@ private:
     QPushButton* AddButton(int nMode, const QString& strText);
     void RemoveButton(int nMode);
     void AddShapes(bool bOptional);
+    void UpdateIcons();
     void PressButtonOfMode();
 
     CImageView2DToolModel* m_pModel;

@@ -35,7 +35,7 @@ void CImage2DProcessMedianCtrl::ChangeData(int nCode, const QString& strValue)
 void CImage2DProcessMedianCtrl::Run()
 {
     RunOn([](CImage& image, const CGeometry* pRegion) {
-        // Deliberate: always 3x3; the type that the model holds is not read.
+        // Deliberate: always 3x3; the model's type is not read.
         const int nResult = image.MedianFilter(kRadius, kRadius, pRegion, ERegionMode::Inside, kExact);
         return nResult == 0 ? QString() : QString::fromStdString(image.GetFailureReason());
     });

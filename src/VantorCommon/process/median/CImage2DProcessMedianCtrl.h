@@ -14,14 +14,14 @@ class VANTORCOMMON_EXPORT CImage2DProcessMedianCtrl : public CImage2DProcessTool
     Q_OBJECT
 
 public:
-    /// Connects the dialog's signals. Null is allowed for both: then nothing runs.
+    /// Connects the dialog's signals. Both may be null: then nothing runs.
     CImage2DProcessMedianCtrl(CImage2DProcessMedianModel* pModel, CImage2DProcessMedianDlg* pDlg);
     ~CImage2DProcessMedianCtrl() override;
 
 protected:
-    /// Filters a copy of the source image and makes it the current one. Deliberate: 3x3 whatever the type is.
+    /// Filters a copy of the source image and makes it the current one. Deliberate: 3x3, whatever the type.
     void Run() override;
-    /// Code 0 is the type, given by its key; other codes are ignored.
+    /// Code 0 is the type, as its key; ignores other codes.
     void ChangeData(int nCode, const QString& strValue) override;
 
 private:

@@ -13,7 +13,7 @@ class VANTORCOMMON_EXPORT CImage2DProcessMedianDlg : public CImage2DProcessToolD
     Q_OBJECT
 
 public:
-    /// Shows the model's type; the parent owns the dialog. Without a model no edit is announced.
+    /// Shows the model's type; the parent owns the dialog. Without a model edits emit nothing.
     CImage2DProcessMedianDlg(CImage2DProcessMedianModel* pModel, QWidget* pParent);
     ~CImage2DProcessMedianDlg() override;
 };

@@ -7,12 +7,12 @@
 
 #include <QObject>
 
-/// Holds the enumeration, whose keys are printable; its names are used without the namespace.
+/// Holds the enumeration, whose keys are printable; code uses its names without the namespace.
 namespace Image2DProcessMedianType
 {
 Q_NAMESPACE_EXPORT(VANTORCOMMON_EXPORT)
 
-/// The values are part of the interface; -1 is stored for what is none of them.
+/// The values are part of the interface; -1 stands for any other text.
 enum EImage2DProcessMedian : int {
     EImage2DProcessMedian3x3 = 0, ///< a window of 3 x 3 pixels
     EImage2DProcessMedian5x5 = 1, ///< of 5 x 5
@@ -26,7 +26,7 @@ using Image2DProcessMedianType::EImage2DProcessMedian3x3;
 using Image2DProcessMedianType::EImage2DProcessMedian5x5;
 using Image2DProcessMedianType::EImage2DProcessMedianNxN;
 
-/// The state of the median tool: the type that the user chose, 3 x 3 at the start. GUI thread only.
+/// The state of the median tool: the type that the user chose, 3 x 3 at first. GUI thread only.
 class VANTORCOMMON_EXPORT CImage2DProcessMedianModel : public CImage2DProcessEnumModel<EImage2DProcessMedian>
 {
 public:

@@ -7,18 +7,18 @@
 class CImage2DProcessOCRModel;
 class QTextEdit;
 
-/// The dialog of the OCR tool: language, folder of the language data and resolution, and the text that was
-/// read. The model is not owned and may be null. GUI thread only.
+/// The dialog of the OCR tool: language, folder of the language data and resolution, and the resulting text.
+/// The model is not owned and may be null. GUI thread only.
 class VANTORCOMMON_EXPORT CImage2DProcessOCRDlg : public CImage2DProcessToolDlg
 {
     Q_OBJECT
 
 public:
-    /// Shows the model's values; the parent owns the dialog. Without a model no edit is announced.
+    /// Shows the model's values; the parent owns the dialog. Without a model edits emit nothing.
     CImage2DProcessOCRDlg(CImage2DProcessOCRModel* pModel, QWidget* pParent);
     ~CImage2DProcessOCRDlg() override;
 
-    /// Replaces the whole text. Plain text: what was read is never taken for markup.
+    /// Replaces the whole text. It is plain text, never interpreted as markup.
     void SetResultText(const QString& strText);
 
 private:

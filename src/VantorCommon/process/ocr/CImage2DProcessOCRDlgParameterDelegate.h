@@ -4,8 +4,8 @@
 
 #include <VantorCommon/process/CImage2DProcessToolDelegate.h>
 
-/// Edits the values of the OCR tool's parameter tree: the language by a combo box of eng, vie and kor, the
-/// folder by a file dialog, the resolution by a spin box from 1 to 1024. Deliberate: the last one opens at
+/// Edits the values of the OCR tool's parameter tree: the language in a combo box of eng, vie and kor, the
+/// folder in a file dialog, the resolution in a spin box from 1 to 1024. Deliberate: the spin box opens at
 /// 70, not at the stored value. GUI thread only.
 class VANTORCOMMON_EXPORT CImage2DProcessOCRDlgParameterDelegate : public CImage2DProcessToolDelegate
 {

@@ -7,8 +7,8 @@
 
 #include <QString>
 
-/// The state of the OCR tool: language, folder of the language data and resolution. Nothing is checked here,
-/// the engine does that when it runs. It announces no change, but each call of a setter writes one line to
+/// The state of the OCR tool: language, folder of the language data and resolution. It checks nothing; the
+/// engine checks the values when it runs. It emits no signals, but each call of a setter writes one line to
 /// the log. GUI thread only.
 class VANTORCOMMON_EXPORT CImage2DProcessOCRModel : public CBaseModel
 {
@@ -17,19 +17,19 @@ public:
     ~CImage2DProcessOCRModel() override;
 
     /// @{
-    /// One language, or several joined by '+', such as "eng+vie"; "eng" at the start.
+    /// One language, or several joined by '+', such as "eng+vie"; "eng" at first.
     void SetLanguageCode(const QString& strCode);
     QString GetLanguageCode() const { return m_strCode; }
     /// @}
 
     /// @{
-    /// Where the trained data of the languages lies; at the start where the library was built to look for it.
+    /// The folder of the languages' trained data; at first the one set when the library was built.
     void SetLanguagePath(const QString& strPath);
     QString GetLanguagePath() const { return m_strPath; }
     /// @}
 
     /// @{
-    /// Dots per inch that the engine is to assume; 144 at the start.
+    /// The dots per inch that the engine assumes; 144 at first.
     void SetUserDefinedDpi(int nDpi);
     int GetUserDefinedDpi() const { return m_nDpi; }
     /// @}

@@ -71,7 +71,7 @@ QWidget* CreateEditor(const SProcessParameter& parameter, QWidget* pParent)
 }
 
 /// @{
-/// What an editor holds; invalid when it is none of the kind.
+/// The value of an editor; invalid if it is not of the kind.
 template <class Spin> QVariant NumberOf(QWidget* pEditor)
 {
     auto* pSpin = qobject_cast<Spin*>(pEditor);

@@ -8,8 +8,8 @@
 #include <QStyledItemDelegate>
 #include <vector>
 
-/// Edits the values of an operation's parameters: a choice by a combo box, numbers by spin boxes, a text by a
-/// line, a folder by a file dialog. Each editor opens at the value of its cell. GUI thread only.
+/// Edits the values of an operation's parameters: a choice in a combo box, numbers in spin boxes, a text in a
+/// line, a folder in a file dialog. Each editor opens at the value of its cell. GUI thread only.
 class VANTORCOMMON_EXPORT CImage2DProcessOperationDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -21,24 +21,24 @@ public:
                                               QObject* pParent = nullptr);
     ~CImage2DProcessOperationDelegate() override;
 
-    /// By the parameter of the row, for the second column; otherwise null. Its name for those who do not see
-    /// is the text of the first column.
+    /// The editor of the row's parameter, for the second column; otherwise null. Its accessible name is the
+    /// text of the first column.
     QWidget* createEditor(QWidget* pParent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;
-    /// Begins with the value of the cell.
+    /// Sets the editor to the value of the cell.
     void setEditorData(QWidget* pEditor, const QModelIndex& index) const override;
-    /// Writes the text of a choice, a number as int or double, else a text; nothing from a file dialog that
-    /// was cancelled.
+    /// Writes the text of a choice, a number as int or double, otherwise a text; does nothing for a cancelled
+    /// file dialog.
     void setModelData(QWidget* pEditor, QAbstractItemModel* pModel, const QModelIndex& index) const override;
-    /// The file dialog is a window and is not put into the cell.
+    /// Leaves the file dialog, which is a window, out of the cell.
     void updateEditorGeometry(QWidget* pEditor, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const override;
 
 protected:
-    /// What an editor holds, as setModelData writes it; invalid for an editor that does not fit the row, and
-    /// for a file dialog that was cancelled.
+    /// The value of an editor, as setModelData writes it; invalid for an editor that does not fit the row,
+    /// and for a cancelled file dialog.
     QVariant ValueOf(QWidget* pEditor, const QModelIndex& index) const;
-    /// Keeps Return and Tab in a file dialog from ending the edit: only its hiding does.
+    /// Keeps Return and Tab in a file dialog from ending the edit; only hiding the dialog ends it.
     bool eventFilter(QObject* pEditor, QEvent* pEvent) override;
 
 private:

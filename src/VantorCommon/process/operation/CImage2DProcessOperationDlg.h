@@ -12,8 +12,8 @@ class QModelIndex;
 class QStandardItem;
 class QStandardItemModel;
 
-/// The dialog of a tool that is made of an operation: a row for each parameter, whose value is edited by what
-/// fits its kind. The model is not owned and not changed here. GUI thread only.
+/// The dialog of a tool that consists of an operation: a row for each parameter, with an editor that fits its
+/// kind. It neither owns nor changes the model. GUI thread only.
 class VANTORCOMMON_EXPORT CImage2DProcessOperationDlg : public CImage2DProcessBaseDlg
 {
     Q_OBJECT
@@ -23,14 +23,14 @@ public:
     CImage2DProcessOperationDlg(const CImage2DProcessOperationModel& model, QWidget* pParent);
     ~CImage2DProcessOperationDlg() override;
 
-    /// Shows a value in place of the one in that row; a row that is not there is ignored.
+    /// Replaces the value shown in that row; ignores a row that does not exist.
     void ShowValue(int nRow, const QVariant& varValue);
-    /// Shows how much of a run is done in the section "Message", at once, also while the thread is busy.
+    /// Shows the progress of a run in the section "Message", at once, even while the thread is busy.
     /// @param dblDone  0 to 1, clamped
     void ShowProgress(double dblDone);
 
 Q_SIGNALS:
-    /// The value in that row was edited, by a person or by a program: it may be anything.
+    /// A person or a program has edited the value in that row: it may be anything.
     void signal_ChangeValue(int nRow, const QVariant& varValue);
 
 private:

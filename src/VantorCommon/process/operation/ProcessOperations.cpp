@@ -15,7 +15,7 @@ constexpr double kExact = 0.0; // the region neither grows nor shrinks
 
 enum EThreshold { EThreshold_Value, EThreshold_Otsu, EThreshold_Mean };
 
-/// @param filter  calls a filter of the image, whose reason becomes that of the operation
+/// @param filter  calls a filter of the image; its reason becomes the operation's
 template <class Filter> auto ByFilter(Filter filter)
 {
     return [filter](CImage& image, const CGeometry* pRegion, const ProcessValues& v, const ProcessProgress&) {

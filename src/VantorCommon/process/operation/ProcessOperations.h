@@ -7,7 +7,7 @@
 
 #include <vector>
 
-/// The operations that the library brings.
+/// The operations that the library provides.
 namespace ProcessOperations
 {
 /// In the order of the centre's list of tools. GUI thread only.

@@ -10,6 +10,6 @@ class VANTORCOMMON_EXPORT CImage2DProcessSobel : public CImage2DProcessBase
 public:
     ~CImage2DProcessSobel() override;
 
-    /// Deliberate: nothing. The place of what a derived operation does when it ends.
+    /// Deliberate: does nothing. A derived operation overrides it to act at its end.
     virtual void End();
 };

@@ -40,7 +40,7 @@ void CImage2DProcessSobelCtrl::Run()
     StartProcess();
     if (Filter(*pCopy, source.pRegion.get()) != 0)
         Fail(QString::fromStdString(pCopy->GetFailureReason()));
-    // Deliberate: also after a failure, and for a type that is none, the viewer gets the copy.
+    // Deliberate: the viewer gets the copy also after a failure and for an invalid type.
     ShowResult(pCopy);
 }
 

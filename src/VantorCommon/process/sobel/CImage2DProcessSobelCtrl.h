@@ -14,15 +14,15 @@ class VANTORCOMMON_EXPORT CImage2DProcessSobelCtrl : public CImage2DProcessToolC
     Q_OBJECT
 
 public:
-    /// Connects the dialog's signals. Null is allowed for both: then nothing runs.
+    /// Connects the dialog's signals. Both may be null: then nothing runs.
     CImage2DProcessSobelCtrl(CImage2DProcessSobelModel* pModel, CImage2DProcessSobelDlg* pDlg);
     ~CImage2DProcessSobelCtrl() override;
 
 protected:
     /// Filters a copy of the source image by the model's type and makes it the current one. Deliberate: also
-    /// when the filter has failed, and for a type that is none; the copy is unfiltered then.
+    /// after a failure of the filter and for an invalid type, when the copy is unfiltered.
     void Run() override;
-    /// Code 0 is the type, given by its key; other codes are ignored.
+    /// Code 0 is the type, as its key; ignores other codes.
     void ChangeData(int nCode, const QString& strValue) override;
 
 private:

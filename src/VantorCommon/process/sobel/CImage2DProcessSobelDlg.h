@@ -13,7 +13,7 @@ class VANTORCOMMON_EXPORT CImage2DProcessSobelDlg : public CImage2DProcessToolDl
     Q_OBJECT
 
 public:
-    /// Shows the model's type; the parent owns the dialog. Without a model no edit is announced.
+    /// Shows the model's type; the parent owns the dialog. Without a model edits emit nothing.
     CImage2DProcessSobelDlg(CImage2DProcessSobelModel* pModel, QWidget* pParent);
     ~CImage2DProcessSobelDlg() override;
 };

@@ -7,12 +7,12 @@
 
 #include <QObject>
 
-/// Holds the enumeration, whose keys are printable; its names are used without the namespace.
+/// Holds the enumeration, whose keys are printable; code uses its names without the namespace.
 namespace Image2DProcessSobelType
 {
 Q_NAMESPACE_EXPORT(VANTORCOMMON_EXPORT)
 
-/// The values are part of the interface; -1 is stored for what is none of them.
+/// The values are part of the interface; -1 stands for any other text.
 enum EImage2DProcessSobel : int {
     EImage2DProcessSobelX = 0,  ///< from left to right
     EImage2DProcessSobelY = 1,  ///< from top to bottom
@@ -26,7 +26,7 @@ using Image2DProcessSobelType::EImage2DProcessSobelX;
 using Image2DProcessSobelType::EImage2DProcessSobelXY;
 using Image2DProcessSobelType::EImage2DProcessSobelY;
 
-/// The state of the Sobel tool: the direction in which edges are looked for, X at the start. GUI thread only.
+/// The state of the Sobel tool: the direction in which it looks for edges, X at first. GUI thread only.
 class VANTORCOMMON_EXPORT CImage2DProcessSobelModel : public CImage2DProcessEnumModel<EImage2DProcessSobel>
 {
 public:

@@ -24,7 +24,7 @@
 namespace
 {
 constexpr int kViewerCount = 4;
-constexpr long long kMaxCells = 64; // what a dialog offers of a grid that no viewers could fill
+constexpr long long kMaxCells = 64; // the most names that a dialog lists, however large the grid
 constexpr int kNoView = -1;
 const SMVCItem kNoItem{nullptr, nullptr, nullptr};
 
@@ -47,13 +47,13 @@ CCenterCtrl::CCenterCtrl(CCenterModel* pModel, CCenterView* pView, CToolBoxDockV
     if (m_pView)
         ConnectCentre();
     CMVCManager::PushMVC(pModel, pView, this);
-    // The docks begin with the panels of viewer 0, not with those of the viewer that was made last.
+    // The docks first show the panels of viewer 0, not those of the viewer made last.
     static_cast<CImageViewer*>(m_vctMVC.front().pView)->slot_Press2D();
 }
 
 CCenterCtrl::~CCenterCtrl()
 {
-    m_pTools.reset(); // they work on the viewers
+    m_pTools.reset(); // the tools work on the viewers
     for (const SMVCItem& item : m_vctMVC) {
         delete item.pModel;
         delete item.pCtrl;
@@ -69,7 +69,7 @@ void CCenterCtrl::CreateViewer(int nIndex)
                                        m_pPropertyDockView, m_pStatusBarDockView);
     m_vctMVC.push_back(SMVCItem{pModel, pCtrl, pViewer});
     if (!m_pView) {
-        // There is no centre view to own the viewer: it goes with its controller.
+        // No centre view owns the viewer, so it is deleted with its controller.
         connect(pCtrl, &QObject::destroyed, pViewer, [pViewer] { delete pViewer; });
         return;
     }
@@ -165,7 +165,7 @@ SMVCItem CCenterCtrl::SelectMVC()
     for (int i = 0; i < nCount; ++i)
         pDialog->AddSelectionItem(ViewerName(i));
     const bool bAccepted = pDialog->exec() == QDialog::Accepted;
-    // The centre may go while the user is asked, and its view takes the dialog with it.
+    // The centre may be destroyed while the dialog is open, and its view deletes the dialog.
     const QString strName = pDialog && bAccepted ? pDialog->GetSelectedItem() : QString();
     delete pDialog;
     return pThis ? FindByName(strName, nCount) : kNoItem;
@@ -189,7 +189,7 @@ void CCenterCtrl::OpenFileWithViewIDImageID(const QString& strFile, int& nViewID
     const QPointer<CImageViewerCtrl> pCtrl = ViewerCtrl(SelectMVC());
     if (pCtrl)
         pCtrl->LoadFile(strFile);
-    if (!pCtrl) // gone with the centre while a password was asked for
+    if (!pCtrl) // destroyed with the centre while a password dialog was open
         return;
     nViewID = pCtrl->GetViewID();
     nImageID = pCtrl->GetImageID();

@@ -89,7 +89,7 @@ CImage2DProcessBaseCtrl* CCenterCtrlTools::Open(int nTool, QWidget* pParent)
         return nullptr;
     SRow& row = m_vctRows[static_cast<std::size_t>(nTool)];
     if (!row.pTriple || !row.pTriple->pDlg) {
-        row.pTriple.reset(); // the old controller releases the viewer before a new one takes it
+        row.pTriple.reset(); // the old controller releases the viewer before a new one binds it
         row.pTriple = row.make(pParent);
         m_made(row.strTitle, *row.pTriple->pCtrl);
     }

@@ -13,11 +13,12 @@
 #include <memory>
 #include <vector>
 
-/// Places of the tools with slots of their own in CCenterCtrlTools.
+/// Indices in CCenterCtrlTools of the tools that have slots of their own.
 enum ECenterTool { ECenterTool_Median, ECenterTool_Sobel, ECenterTool_OCR };
 
-/// The processing tools of the centre: a list of rows, each with its title and a maker of its triple. Opening
-/// a tool makes its triple at the first time, and again after its dialog was destroyed. GUI thread.
+/// The processing tools of the centre: a list of rows, each with its title and a maker of its triple. The
+/// first opening of a tool makes its triple, and so does the first after its dialog was destroyed. GUI
+/// thread.
 class CCenterCtrlTools
 {
 public:
@@ -31,7 +32,7 @@ public:
     /// Appends a tool.
     /// @return its index, or -1 as CCenterCtrl::RegisterOperation
     int Add(const SProcessOperation& operation);
-    /// By index.
+    /// The titles, by index.
     QStringList Titles() const;
     /// Shows a tool, modeless.
     /// @param pParent  owns the dialog; may be null

@@ -14,11 +14,10 @@ public:
     explicit CCenterModel(QObject* parent = nullptr);
     ~CCenterModel() override;
 
-    /// Stores any values; a grid that cannot be laid out shows no viewer or changes nothing. Equal values
-    /// emit nothing.
+    /// Stores any values; an impossible grid shows no viewer or changes nothing. Equal values emit nothing.
     void ChangeSize(int nColumn, int nRow);
-    int GetColumn() const { return m_nColumn; } ///< 1 at the start
-    int GetRow() const { return m_nRow; }       ///< 1 at the start
+    int GetColumn() const { return m_nColumn; } ///< 1 at first
+    int GetRow() const { return m_nRow; }       ///< 1 at first
 
 Q_SIGNALS:
     void signal_ChangedSize(); ///< rows or columns have changed

@@ -12,8 +12,8 @@
 class CCenterModel;
 class CImageViewer;
 
-/// The main work surface: shows one, two or four of its viewers in a grid and passes their announcements on.
-/// It owns the viewers; the model is not owned. GUI thread only.
+/// The main work surface: shows one, two or four of its viewers in a grid and relays their signals. It owns
+/// the viewers; the model is not owned. GUI thread only.
 class VANTORCOMMON_EXPORT CCenterView : public QWidget
 {
     Q_OBJECT
@@ -23,20 +23,20 @@ public:
     CCenterView(CCenterModel* pModel, QWidget* pParent);
     ~CCenterView() override;
 
-    /// Takes a viewer over as a hidden child; null is ignored. The two numbers are not used.
+    /// Takes ownership of a viewer, as a hidden child; ignores null. The two numbers are not used.
     void AddImageView(CImageViewer* pViewer, int, int);
-    /// The viewer with that index, which counts from 0 in the order in which they were added: 0 to 3 in the
-    /// view of a CCenterCtrl, and then the viewer's identifier, too. It belongs to the view. Null for another
-    /// index, and when the viewer has been deleted.
+    /// The viewer with that index, from 0 in the order of addition: 0 to 3 in the view of a CCenterCtrl,
+    /// where it is also the viewer's identifier. The view owns it. Null for any other index, and when the
+    /// viewer was deleted.
     CImageViewer* GetViewer(int nIndex) const;
-    /// Shows as many viewers as the grid has cells and hides the rest. A grid of no cells hides all; one of
-    /// more cells than viewers changes nothing. Deliberate: the place of viewer i is (i mod 2, i div 2),
-    /// whatever the column count; that serves the layouts 1x1, 2x1 and 2x2.
+    /// Shows as many viewers as the grid has cells and hides the rest. A grid without cells hides all; one of
+    /// more cells than viewers changes nothing. Deliberate: viewer i stands at (i mod 2, i div 2), whatever
+    /// the column count, which serves the layouts 1x1, 2x1 and 2x2.
     void UpdateLayout();
 
 Q_SIGNALS:
     /// @{
-    /// Sent by the host, for its menus: the centre's controller changes the layout.
+    /// The host emits them, for its menus; the centre's controller changes the layout.
     void signal_ChangeLayout1x1();
     void signal_ChangeLayout2x1();
     void signal_ChangeLayout2x2();
@@ -44,11 +44,10 @@ Q_SIGNALS:
     /// Deliberate: nobody in the library emits it.
     void signal_Active();
     /// @{
-    /// An annotation of one of the viewers was added, is about to be deleted (it is still there), was
-    /// deleted, or has changed (place, form, selection, name). Annotations without a name are not announced
-    /// but for changes. When all go at once, as with a new image, nothing is sent.
-    /// The identifiers are those of the viewer (0 to 3), of the image that it shows (0xFFFFFFFF without one)
-    /// and of the annotation.
+    /// An annotation of one of the viewers was added, is about to be deleted (it still exists), was deleted,
+    /// or has changed (position, form, selection, name). Annotations without a name emit only changes.
+    /// Dropping all at once, as for a new image, emits nothing. The identifiers are those of the viewer (0 to
+    /// 3), of its current image (0xFFFFFFFF without one) and of the annotation.
     void signal_AddDrawableObjectWithViewID(int nViewID, unsigned int nImageUID, unsigned int nGeometryUID,
                                             QString strName);
     void signal_DeleteDrawableObjectWithViewID(int nViewID, unsigned int nImageUID,
@@ -60,7 +59,7 @@ Q_SIGNALS:
     /// @}
 
 public Q_SLOTS:
-    /// UpdateLayout.
+    /// Calls UpdateLayout.
     void slot_Update();
 
 protected:

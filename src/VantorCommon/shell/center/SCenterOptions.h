@@ -6,40 +6,43 @@
 /// is off changes nothing. CCenterCtrl::SetOptions passes them to all viewers; they apply from the next
 /// operation on. A value without resources; any thread may copy it.
 struct SCenterOptions {
-    /// A file that cannot be loaded leaves images and annotations of the viewer as they are. Off: the viewer
-    /// is empty then.
+    /// A file that cannot be loaded changes no image or annotation of the viewer. Off: it empties the viewer.
     bool bKeepOnFailedLoad = false;
-    /// Chooses the reader of a file by its first bytes: a document is what has "%PDF-" among its first 1024,
-    /// everything else is an image. A file whose bytes cannot be read goes by its path. Off: by the path
-    /// alone, see CImageView2DCtrl::LoadFile.
+    /// The first bytes of a file choose its reader: a file with "%PDF-" among its first 1024 bytes is a
+    /// document, any other is an image. For an unreadable file the path decides. Off: the path alone decides,
+    /// see CImageView2DCtrl::LoadFile.
     bool bReaderByContent = false;
-    /// After a capture of the screen the main window comes back as it was before: maximised, full screen or
+    /// After a capture of the screen the main window returns to its former state: maximised, full screen or
     /// neither. Off: maximised.
     bool bRestoreAfterCapture = false;
-    /// The dialog that asks where to save an image begins in the image's folder, with its name and format,
-    /// and has a filter for each format, whose suffix a name without one gets. Off: no name, the folder of
-    /// the process, one filter for all, and the suffix "bmp".
+    /// The dialog for saving an image starts in the image's folder, with its name and format, and has a
+    /// filter for each format, whose suffix completes a name without one. Off: no name, the folder of the
+    /// process, one filter for all, and the suffix "bmp".
     bool bProposeSaveName = false;
-    /// The tool panels have the buttons of the optional kinds of ShapeKinds, too: arrows and texts, and what
-    /// a host registers as optional. Off: those of the six modes.
+    /// The tool panels also have the buttons of the optional kinds of ShapeKinds: arrows, texts, and the
+    /// kinds that a host registers as optional; all buttons have pictures beside their texts. Off: only the
+    /// buttons of the six modes, with texts.
     bool bMoreShapes = false;
-    /// Annotations that have a pen or a brush are painted by them, and the property panel has their colour,
-    /// width and fill. Off: every annotation is green or, selected, red.
+    /// Annotations with a pen or a brush of their own are painted with them, and the property panel has their
+    /// colour, width and fill. Off: every annotation is green or, if selected, red.
     bool bOwnColors = false;
     /// Each image or page of a viewer's list has its own annotations: paging, adding and closing images keep
     /// them with it, and undoing a step of another page shows that page first. Off: a viewer has one set.
     bool bAnnotationsPerImage = false;
-    /// Annotations stay when their image is turned by a quarter, flipped or cut, at their places on the new
-    /// image, and when it is changed into one of equal size; undo brings both back exactly. Off: they go.
+    /// When their image is turned by a quarter, flipped or cut, annotations keep their places on it, and when
+    /// it is replaced by one of equal size, they stay; undo restores both exactly. Off: they are dropped.
     bool bCarryAnnotations = false;
-    /// Every step on annotations that are not saved goes into a file in the user's folder of states, which
-    /// outlives the program however it ends; AnnotationRecovery finds it. Off: nothing is written.
+    /// Every step on unsaved annotations is written to a file in the user's folder of states, which survives
+    /// any end of the program; AnnotationRecovery finds it. Off: nothing is written.
     bool bAnnotationJournal = false;
-    /// Keys edit the annotations of the 2D view that has the focus. Arrow keys move what is selected by a
-    /// pixel of the image, with Shift by ten, those that follow each other within a second as one step;
-    /// Ctrl+A selects everything, Ctrl+D duplicates; copying takes the selected annotations along, pasting
-    /// prefers them to the picture. Shift draws squares, circles and lines at steps of 45 degrees. Enter or a
-    /// double click closes a polygon, Backspace takes its last corner back, Escape gives it up. Off: none of
-    /// this; Backspace then deletes what is selected, and Escape leaves the corners until the next press.
+    /// Keys edit the annotations of the 2D view that has the focus. Arrow keys move the selection by a pixel
+    /// of the image, with Shift by ten; moves that follow each other within a second are one step. Ctrl+A
+    /// selects everything, Ctrl+D duplicates; copying includes the selected annotations, pasting prefers them
+    /// to the picture. Shift draws squares, circles and lines at steps of 45 degrees. Enter or a double click
+    /// closes a polygon, Backspace removes its last corner, Escape cancels it. Off: none of this; Backspace
+    /// then deletes the selection, and Escape leaves the corners until the next press.
     bool bEditKeys = false;
+    /// The button of a viewer that drops all its images has a picture of its own and stands last in the row.
+    /// Off: it has the picture of "Delete" and stands beside the ruler.
+    bool bClearApart = false;
 };

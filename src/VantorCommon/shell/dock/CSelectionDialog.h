@@ -14,7 +14,7 @@ class VANTORCOMMON_EXPORT CSelectionDialog : public QDialog
     Q_OBJECT
 
 public:
-    /// Without items. It is run modally.
+    /// Starts without items. Run it modally.
     explicit CSelectionDialog(QWidget* parent = nullptr);
 
     /// Appends an item at the end.

@@ -6,14 +6,13 @@
 
 #include <QScrollArea>
 
-/// Shows the status panel of the active view, which its user sets with setWidget. The host places it. A
-/// widget that is to outlive its stay here is taken out with takeWidget before the next one is set. GUI
-/// thread only.
+/// Shows the status panel of the active view. The host places it, controllers set the panel with setWidget.
+/// To keep a panel alive, take it out with takeWidget before setting the next one. GUI thread only.
 class VANTORCOMMON_EXPORT CStatusBarDockView : public QScrollArea
 {
     Q_OBJECT
 
 public:
-    /// Empty, its widget resized with it.
+    /// Starts empty; resizes its widget with itself.
     explicit CStatusBarDockView(QWidget* parent = nullptr);
 };

@@ -5,8 +5,7 @@
 #include <VantorCommon/Export.h>
 #include <VantorCommon/shell/mvc/CBaseModel.h>
 
-/// Progress of long work: a value between 0 and a maximum. Neither is checked against the other. GUI thread
-/// only.
+/// Progress of long work: a value from 0 to a maximum. Nothing checks one against the other. GUI thread only.
 class VANTORCOMMON_EXPORT CStatusBarModel : public CBaseModel
 {
     Q_OBJECT
@@ -15,8 +14,8 @@ public:
     /// The Qt parent, if any, owns the model.
     explicit CStatusBarModel(QObject* parent = nullptr);
 
-    int GetMaxRange() const; ///< 100 at the start
-    int GetValue() const;    ///< 0 at the start
+    int GetMaxRange() const; ///< 100 at first
+    int GetValue() const;    ///< 0 at first
 
     /// @{
     /// Emits only when the value differs from the stored one.
@@ -25,8 +24,8 @@ public:
     /// @}
 
 Q_SIGNALS:
-    void signal_MaxRangeChanged(); ///< the maximum is another one
-    void signal_ValueChanged();    ///< the value is another one
+    void signal_MaxRangeChanged(); ///< the maximum has changed
+    void signal_ValueChanged();    ///< the value has changed
 
 private:
     int m_nMaxRange = 100;

@@ -11,20 +11,20 @@ class CStatusBarModel;
 class QProgressBar;
 
 /// A progress bar that follows a model, which is not owned and may be null. Deliberate: the bar does not show
-/// the values that the model has at the start, only the changes. GUI thread only.
+/// the model's initial values, only changes. GUI thread only.
 class VANTORCOMMON_EXPORT CStatusBarView : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// Follows the model from now on.
+    /// Starts to follow the model.
     explicit CStatusBarView(CStatusBarModel* pModel, QWidget* parent = nullptr);
     ~CStatusBarView() override;
 
 public Q_SLOTS:
-    /// The bar goes from 0 to the model's maximum.
+    /// Sets the bar's range, 0 to the model's maximum.
     void slot_ChangeMaxRange();
-    /// The bar shows the model's value; one outside its range is not shown.
+    /// Shows the model's value, unless it is outside the bar's range.
     void slot_ChangeValue();
 
 private:

@@ -6,7 +6,7 @@
 
 #include <QWidget>
 
-/// An empty page for the parameters of a tool; whoever uses it fills it. GUI thread only.
+/// An empty page for the parameters of a tool; its user fills it. GUI thread only.
 class VANTORCOMMON_EXPORT CToolParameterView : public QWidget
 {
     Q_OBJECT

@@ -6,7 +6,7 @@
 
 #include <QWidget>
 
-/// An empty page for the parameters of a view; whoever uses it fills it. GUI thread only.
+/// An empty page for the parameters of a view; its user fills it. GUI thread only.
 class VANTORCOMMON_EXPORT CViewParameterView : public QWidget
 {
     Q_OBJECT

@@ -4,8 +4,8 @@
 
 #include <QScrollArea>
 
-/// Shows a panel in a dock. The one that was there stays alive and has no parent then. With a null dock or
-/// panel nothing happens. GUI thread only.
+/// Shows a panel in a dock. The former panel stays alive, without a parent. Does nothing for a null dock or
+/// panel. GUI thread only.
 inline void PutIntoDock(QScrollArea* pDock, QWidget* pPanel)
 {
     if (!pDock || !pPanel)

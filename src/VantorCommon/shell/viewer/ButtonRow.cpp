@@ -31,6 +31,13 @@ void CButtonRow::Add(QPushButton* pButton)
     updateGeometry();
 }
 
+void CButtonRow::Move(QPushButton* pButton, int nPlace)
+{
+    m_vctButtons.erase(std::remove(m_vctButtons.begin(), m_vctButtons.end(), pButton), m_vctButtons.end());
+    m_vctButtons.insert(m_vctButtons.begin() + nPlace, pButton);
+    PlaceAll();
+}
+
 QSize CButtonRow::sizeHint() const
 {
     return {m_pMore->width() * static_cast<int>(m_vctButtons.size()), m_pMore->height()};
@@ -44,6 +51,11 @@ QSize CButtonRow::minimumSizeHint() const
 void CButtonRow::resizeEvent(QResizeEvent* pEvent)
 {
     QWidget::resizeEvent(pEvent);
+    PlaceAll();
+}
+
+void CButtonRow::PlaceAll()
+{
     const int nButtons = static_cast<int>(m_vctButtons.size());
     const int nPlaces = width() / m_pMore->width();
     const int nShown = nPlaces >= nButtons ? nButtons : std::max(1, nPlaces - 1);

@@ -9,7 +9,7 @@ class QMenu;
 class QPushButton;
 class QToolButton;
 
-/// Buttons in one row. Buttons without room become entries of a menu behind a last button.
+/// Buttons in one row. Buttons without room become entries of the menu of a last button.
 class CButtonRow : public QWidget
 {
 public:
@@ -19,15 +19,19 @@ public:
     /// icon, and presses it.
     void Add(QPushButton* pButton);
 
-    /// Room for all.
+    /// Gives a button of the row another place, counted from 0.
+    void Move(QPushButton* pButton, int nPlace);
+
+    /// The size with room for all buttons.
     QSize sizeHint() const override;
-    /// Room for one, and for the menu of the others.
+    /// The size with room for one button and the menu of the others.
     QSize minimumSizeHint() const override;
 
 protected:
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:
+    void PlaceAll();
     void Place(QWidget* pWidget, int nPlace);
     void FillMenu();
 

@@ -31,6 +31,8 @@ namespace
 {
 constexpr int kIconSize = 20;
 constexpr int kButtonSize = 28;
+constexpr int kClearPlace = 11; // in the row, beside the ruler
+constexpr int kLastPlace = 14;
 constexpr QRgb kTitleGround = 0xFFF0F0F0; // light
 
 QString TitleOf(int nViewID, const CImage* pImage)
@@ -95,7 +97,7 @@ void CImageViewer::AddButton(CButtonRow* pRow, QPushButton* pButton, const char*
 
 QWidget* CImageViewer::CreateButtons()
 {
-    auto* pRow = new CButtonRow(this);
+    auto* pRow = m_pButtons = new CButtonRow(this);
     const auto add = [&](QPushButton* pButton, const char* pIcon, const QString& strName, auto pTarget) {
         AddButton(pRow, pButton, pIcon, strName);
         connect(pButton, &QPushButton::pressed, this, pTarget);
@@ -103,7 +105,7 @@ QWidget* CImageViewer::CreateButtons()
         return pButton;
     };
     const auto plain = [&](const char* pIcon, const QString& strName, auto pTarget) {
-        add(new QPushButton(pRow), pIcon, strName, pTarget);
+        return add(new QPushButton(pRow), pIcon, strName, pTarget);
     };
     const auto state = [&](const char* pIcon, const QString& strName, auto pTarget) {
         return add(new CModelStateButton(pRow), pIcon, strName, pTarget);
@@ -119,11 +121,17 @@ QWidget* CImageViewer::CreateButtons()
     plain("next.png", QStringLiteral("Next image"), &CImageViewer::signal_Next);
     plain("capture.png", QStringLiteral("Capture the screen"), &CImageViewer::signal_OpenSnipTool);
     plain("ruler.png", QStringLiteral("Ruler"), &CImageViewer::signal_Ruler);
-    plain("clear.png", QStringLiteral("Clear the images"), &CImageViewer::signal_ClearImage);
+    m_pButtonClear = plain("clear.png", QStringLiteral("Clear the images"), &CImageViewer::signal_ClearImage);
     plain("add.png", QStringLiteral("Add images"), &CImageViewer::signal_AddImage);
     plain("open-folder.png", QStringLiteral("Open a file"), &CImageViewer::signal_OpenFile);
     plain("save_file.png", QStringLiteral("Save the image"), &CImageViewer::signal_SaveFile);
     return pRow;
+}
+
+void CImageViewer::SetClearApart(bool bApart)
+{
+    m_pButtonClear->setIcon(SharedIcon(bApart ? "clear-images.png" : "clear.png"));
+    m_pButtons->Move(m_pButtonClear, bApart ? kLastPlace : kClearPlace);
 }
 
 QWidget* CImageViewer::CreateBottomLine()
@@ -135,7 +143,7 @@ QWidget* CImageViewer::CreateBottomLine()
     pLayout->setAlignment(Qt::AlignLeft);
     m_pTitle = new QLabel(TitleOf(m_nViewID, nullptr), pLine);
     m_pTitle->setStyleSheet(QStringLiteral("QLabel{color: green;}"));
-    // The dark green of the title would be lost on a dark window.
+    // The dark green of the title would be illegible on a dark window.
     QPalette ground = m_pTitle->palette();
     ground.setColor(QPalette::Window, QColor(kTitleGround));
     m_pTitle->setPalette(ground);
@@ -214,11 +222,11 @@ void CImageViewer::ShowView(bool b2D)
 {
     QWidget* pShown = b2D ? m_pView2D : m_pView3D;
     QWidget* pHidden = b2D ? m_pView3D : m_pView2D;
-    // The frame holds the keyboard meanwhile: it must not go to another viewer.
+    // The frame has the keyboard meanwhile, so that no other viewer gets it.
     const bool bFocus = pHidden && pHidden->hasFocus();
     if (bFocus)
         setFocus(Qt::OtherFocusReason);
-    // First one goes: side by side for a moment, both would be resized to half their width.
+    // Hide one first: side by side for a moment, both would be resized to half their width.
     if (pHidden)
         pHidden->setVisible(false);
     if (pShown)
@@ -228,7 +236,7 @@ void CImageViewer::ShowView(bool b2D)
     CheckView(b2D);
 }
 
-/// By hand: a button group would uncheck the other one by nextCheckState, which does nothing here.
+/// Not by a button group, which would uncheck the other button by nextCheckState, which does nothing here.
 void CImageViewer::CheckView(bool b2D)
 {
     ShowState(m_pButton2D, b2D);
@@ -239,7 +247,7 @@ void CImageViewer::AfterPress(QPushButton* pButton)
 {
     // The visible view keeps the keyboard: undo acts only where the focus is.
     FocusVisibleView();
-    // A dialog that the press opened has swallowed the release.
+    // A dialog that the press opened has consumed the release.
     if (QGuiApplication::mouseButtons() == Qt::NoButton)
         pButton->setDown(false);
 }
@@ -325,7 +333,7 @@ void CImageViewer::slot_ChangeDrawableObjectProperty(unsigned int nUID)
 void CImageViewer::ShowFocus(bool bFocus)
 {
     const QString strBorder = bFocus ? QStringLiteral("rgb(0, 100, 200)") : QStringLiteral("none");
-    // A form gives the viewer a name of its own.
+    // By its name, because a form gives the viewer a name of its own.
     const QString strStyle = QStringLiteral("#%1 { border: 0.5px solid %2; }").arg(objectName(), strBorder);
     if (strStyle != styleSheet())
         setStyleSheet(strStyle);

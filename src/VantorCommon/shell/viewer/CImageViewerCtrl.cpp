@@ -55,7 +55,7 @@ CImageViewerCtrl::~CImageViewerCtrl()
 {
     if (m_pViewer)
         return;
-    // Without a viewer nobody else owns them.
+    // Without a viewer, no other object owns them.
     delete m_pView2D;
     delete m_pStatusBarView;
     delete m_pView3D;
@@ -182,6 +182,8 @@ CImageView2D* CImageViewerCtrl::Get2DView() const
 void CImageViewerCtrl::SetOptions(const SCenterOptions& sOptions)
 {
     m_pCtrl2D->SetOptions(sOptions);
+    if (m_pViewer)
+        m_pViewer->SetClearApart(sOptions.bClearApart);
 }
 
 void CImageViewerCtrl::LoadFile(const QString& strPath)

@@ -37,25 +37,25 @@ namespace Vantor::Algorithms
 class CImage;
 }
 
-/// The controller of one viewer: makes the models, views and controllers inside it and wires the viewer's
-/// buttons to them. It owns the models and controllers; the widgets belong to the viewer. An operation that
-/// misses its target does nothing or returns the empty value. GUI thread only.
+/// The controller of one viewer: makes the models, views and controllers inside it and connects the viewer's
+/// buttons with them. It owns the models and controllers; the viewer owns the widgets. An operation without
+/// its target does nothing or returns the empty value. GUI thread only.
 class VANTORCOMMON_EXPORT CImageViewerCtrl : public CBaseCtrl
 {
     Q_OBJECT
 
 public:
-    /// Images are shared with the models and the undo steps.
+    /// Models and undo steps share the images.
     using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
 
-    /// Makes what is inside the viewer and registers the triple. Everything may be null.
+    /// Makes the parts of the viewer and registers the triple. Any argument may be null.
     CImageViewerCtrl(CImageViewer* pViewer, CImageViewerModel* pModel, CImageView2DToolModel* pToolModel,
                      CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                      CStatusBarDockView* pStatusBarDockView);
     ~CImageViewerCtrl() override;
 
     /// @{
-    /// Asked of the 2D and of the 3D controller; false always.
+    /// Call the 2D and the 3D controller; always return false.
     bool Undo() override;
     bool Redo() override;
     /// @}
@@ -67,18 +67,18 @@ public:
     CImageView3DCtrl* Get3DCtrl() const { return m_pCtrl3D.get(); }
     /// The 2D view, owned by the viewer; null when it has been deleted.
     CImageView2D* Get2DView() const;
-    /// Hands the options to what is inside the viewer; they hold from the next operation on.
+    /// Passes the options to the parts of the viewer; they apply from the next operation on.
     void SetOptions(const SCenterOptions& sOptions);
-    /// Shows the images of a file in place of the list; annotations go. What cannot be loaded is logged and
-    /// leaves an empty list. See CImageView2DCtrl for this and the next two.
+    /// Replaces the list by the images of a file and drops the annotations. A failure is logged and leaves an
+    /// empty list. See CImageView2DCtrl for this and the next two.
     void LoadFile(const QString& strPath);
     /// Appends an image or the pages of a document to the viewer's list.
     void AddImage(const QString& strPath);
-    /// Saves the current image in the format of the suffix; a failure is logged.
+    /// Saves the current image in the format of the suffix; logs a failure.
     void SaveFile(const QString& strPath);
-    /// Deliberate: nothing. The place of a conversion that a host may ask of all viewers.
+    /// Deliberate: does nothing. Reserved for a conversion that a host requests of all viewers.
     void Convert();
-    /// The current image, which must not be changed; null without one.
+    /// The current image, which nobody may change; null without one.
     ImagePtr GetImage() const;
     /// Identifier of the current image, 0xFFFFFFFF without one.
     unsigned int GetImageID() const;
@@ -86,48 +86,47 @@ public:
     int GetViewID() const;
     /// The annotations, newest first.
     std::vector<std::shared_ptr<CImageView2DDrawableObject>> Get2DDrawableObjects() const;
-    /// Deletes an annotation, without a way back. @return whether it was there
+    /// Deletes an annotation, without undo. @return whether it existed
     bool Delete2DDrawableObject(unsigned int nUID);
-    /// Drops the current image and all annotations, without a way back.
+    /// Drops the current image and all annotations, without undo.
     void CloseCurrentImage();
-    /// Replaces the current image and drops the annotations, an undoable step; null changes nothing.
+    /// Replaces the current image and drops the annotations, as an undoable step; ignores null.
     void ChangeCurrentImage(ImagePtr pImage);
-    /// The same for an image that has come from the present one by a turn, a flip or a cut.
+    /// The same for an image made from the current one by a turn, a flip or a cut.
     void ChangeCurrentImage(ImagePtr pImage, const SImageChange& sChange);
-    /// Adds a shape of any kind and selects it alone, an undoable step; null is ignored.
+    /// Adds a shape of any kind, as an undoable step, and selects only it; ignores null.
     void AddRectangle(std::shared_ptr<CImageView2DDrawableGeometry> pObject);
     /// Adds an entry to the menu of annotations; the function gets view identifier and annotation identifier.
     void RegisterGeometryAction(const QString& strText, const QIcon& icon,
                                 std::function<void(int, unsigned int)> func);
 
 Q_SIGNALS:
-    /// Something that the viewer was asked for could not be done, in its 2D or its 3D view: their
-    /// signal_Failed.
+    /// An operation of the 2D or the 3D view failed: relays their signal_Failed.
     void signal_Failed(const QString& strMessage);
 
 public Q_SLOTS:
     /// @{
-    /// The progress of the 3D build and of the pages of a document. The bar is shown while the value lies
-    /// strictly between 0 and the maximum.
+    /// Receive the progress of the 3D build and of the pages of a document. The bar is visible while the
+    /// value lies strictly between 0 and the maximum.
     void slot_ChangeProgressMaxRange(int nMaxRange);
     void slot_ChangeProgressValue(int nValue);
     /// @}
 
 protected:
-    /// Makes the panels in the docks those of the viewer that gets the focus, however it gets it.
+    /// Puts the panels of the viewer that gets the focus into the docks, however it gets the focus.
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
 private:
     void Create2D(CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                   CStatusBarDockView* pStatusBarDockView);
-    /// The 3D view with its model and controller, or, where there is no desktop OpenGL, only a placeholder.
+    /// Makes the 3D view with its model and controller or, without desktop OpenGL, only a placeholder.
     QWidget* Create3D(CToolBoxDockView* pToolBoxDockView, CPropertyDockView* pPropertyDockView,
                       CStatusBarDockView* pStatusBarDockView);
     void ConnectButtons();
     void ConnectModels();
-    /// Shows what the status bar has to show although the thread does not return to its events.
+    /// Paints the status bar at once, because the thread does not return to its events.
     void PaintStatusBar();
-    /// Progress is shown while it lies strictly between 0 and its maximum.
+    /// Shows the bar while the progress lies strictly between 0 and its maximum.
     void UpdateStatusBar();
 
     QPointer<CImageViewer> m_pViewer;
@@ -139,7 +138,7 @@ private:
     std::unique_ptr<CImageView2DCtrl> m_pCtrl2D;
     std::unique_ptr<CStatusBarModel> m_pStatusBarModel;
     QPointer<CStatusBarView> m_pStatusBarView;
-    std::unique_ptr<CImageView3DModel> m_pModel3D; ///< null with the placeholder, as the controller
+    std::unique_ptr<CImageView3DModel> m_pModel3D; ///< null with the placeholder, as the controller is
     QPointer<QWidget> m_pView3D;
     std::unique_ptr<CImageView3DCtrl> m_pCtrl3D;
 };

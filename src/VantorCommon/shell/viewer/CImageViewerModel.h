@@ -4,7 +4,7 @@
 
 #include <VantorCommon/shell/mvc/CBaseModel.h>
 
-/// Completes the triple of a viewer; it holds nothing. GUI thread only.
+/// Completes the triple of a viewer; it has no content. GUI thread only.
 class VANTORCOMMON_EXPORT CImageViewerModel : public CBaseModel
 {
     Q_OBJECT

@@ -20,16 +20,18 @@ using Vantor::Algorithms::CImage;
 namespace
 {
 constexpr int kSideListWidth = 90;
-constexpr int kSideListShare = 5; // and at most one of so many parts of the viewer's width
-/// A thumbnail is first sampled from the image at this many times its size, then smoothed: fast and of good
-/// quality.
+constexpr int kSideListShare = 5; // the list is no wider than the viewer divided by this
+/// A thumbnail is sampled from the image at this many times its size and then smoothed, which is fast and of
+/// good quality.
 constexpr int kThumbnailOversampling = 4;
-/// A very tall image gets a thumbnail narrower than the list, so that it does not fill the memory.
+/// The limit makes the thumbnail of a very tall image narrower than the list, so that it does not fill the
+/// memory.
 constexpr int kMaxThumbnailHeight = 4096;
-/// The image's index, beside which row it stands in: images that cannot be shown have no row.
+/// The image's index, which may differ from its row: images that cannot be shown have no row.
 constexpr int kImageIndexRole = Qt::UserRole + 1;
 
-/// The image scaled to a width, in pixels of the screen and of its own. Null when it cannot be shown.
+/// The image scaled to a width in device-independent pixels, with the screen's pixel ratio. Null when it
+/// cannot be shown.
 QImage MakeThumbnail(CImage* pImage, int nWidth, double dblPixelRatio)
 {
     QImage view;
@@ -65,17 +67,18 @@ void CImageViewer::CreateSideList()
     m_pSideList->setFocusPolicy(Qt::NoFocus);
     m_pSideList->setAccessibleName(QStringLiteral("Images"));
     m_pSideList->setMinimumWidth(1); // as narrow as the user likes
-    // A bar that came and went with the height of the thumbnails would change their width each time.
+    // A bar that appeared and disappeared with the height of the thumbnails would change their width each
+    // time.
     m_pSideList->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     m_pSideList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_pSideList->viewport()->installEventFilter(this);
-    // White pages stand out from it.
+    // So that white pages stand out.
     m_pSideList->viewport()->setBackgroundRole(QPalette::Mid);
     connect(m_pSideList->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &CImageViewer::slot_CurrentChanged);
 }
 
-/// Narrow in a narrow viewer, until the user has chosen a width.
+/// Makes the list narrow in a narrow viewer, until the user has chosen a width.
 void CImageViewer::FitSideList()
 {
     const int nWidth = std::min(kSideListWidth, width() / kSideListShare);
@@ -85,7 +88,8 @@ void CImageViewer::FitSideList()
     m_pSplitter->setSizes({nWidth, std::max(1, m_pSplitter->width() - nWidth)});
 }
 
-/// The view keeps the keyboard, for undo and the like; the keys that walk in a list walk in this one.
+/// Moves in the list by the keys for moving in a list, while the view keeps the keyboard for undo and the
+/// like.
 void CImageViewer::StepInList(QKeyEvent& event)
 {
     switch (event.key()) {
@@ -110,7 +114,7 @@ void CImageViewer::RenewThumbnail(int nIndex, CImage* pImage)
     Q_EMIT m_pSideModel->layoutChanged();
 }
 
-/// The width of the list; while it is folded away, that is 0 and the items stay.
+/// The width of the list; 0 while it is collapsed, and the items stay.
 int CImageViewer::ThumbnailWidth() const
 {
     return std::max(1, m_pSideList->viewport()->rect().width());

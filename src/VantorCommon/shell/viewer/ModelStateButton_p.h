@@ -4,7 +4,7 @@
 
 #include <QPushButton>
 
-/// A checkable button that only code can check: it shows the state of a model, and a press merely requests a
+/// A checkable button that only code can check: it shows the state of a model, and a press only requests a
 /// change.
 class CModelStateButton : public QPushButton
 {

@@ -71,6 +71,7 @@ SShapeKind DiamondKind()
     kind.strPrefix = QStringLiteral("Diamond_");
     kind.strMenu = QStringLiteral("&Diamond");
     kind.strButton = QStringLiteral("Diamond");
+    kind.strIcon = QStringLiteral(":/Image/2D.png");
     kind.strToolTip = QStringLiteral("Drag from the middle to a corner");
     kind.eCursor = Qt::PointingHandCursor;
     kind.nGeometry = EGeometryType_Host + 5;
@@ -151,6 +152,16 @@ private Q_SLOTS:
         QCOMPARE(f.tool.GetViewMode(), EImageView2DMode_Selecting);
         f.PressUndo();
         QCOMPARE(f.geometry.Size(), 0);
+    }
+
+    void itsButtonShowsItsPictureThoughTheSixHaveNone()
+    {
+        EditFixture f;
+        QStringList lstTexts;
+        for (const QPushButton* pButton : f.toolDock->findChildren<QPushButton*>())
+            if (!pButton->icon().isNull())
+                lstTexts << pButton->text();
+        QCOMPARE(lstTexts, QStringList{QStringLiteral("Diamond")});
     }
 
     void itIsMovedResizedAndBroughtBackLikeAnyOther()

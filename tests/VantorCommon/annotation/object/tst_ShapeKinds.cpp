@@ -16,6 +16,7 @@
 #include <VantorCommon/annotation/object/ShapeKinds.h>
 
 #include <QApplication>
+#include <QImage>
 #include <QSet>
 #include <cmath>
 #include <limits>
@@ -131,6 +132,20 @@ private Q_SLOTS:
         for (int nMode : {-1, int(EImageView2DMode_Selecting), int(EImageView2DMode_Panning), 7, 99})
             QVERIFY(!ShapeKinds::OfMode(nMode));
         QVERIFY(!ShapeKinds::OfName(QStringLiteral("Nonagon")));
+    }
+
+    void everyKindOfTheMenusHasItsOwnPicture()
+    {
+        QList<QImage> pictures;
+        for (const SShapeKind& kind : ShapeKinds::All()) {
+            if (kind.strMenu.isEmpty())
+                continue;
+            const QImage picture(kind.strIcon);
+            QVERIFY2(!picture.isNull(), qPrintable(kind.strName));
+            QVERIFY2(!pictures.contains(picture), qPrintable(kind.strName));
+            pictures << picture;
+        }
+        QCOMPARE(pictures.size(), 6);
     }
 
     void namesAndModesAreUnique()

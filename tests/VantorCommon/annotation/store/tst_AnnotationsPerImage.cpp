@@ -97,6 +97,38 @@ private Q_SLOTS:
         QVERIFY(!Store(f).HasUnsaved() && spy.isEmpty() && !bGone);
     }
 
+    void aLoadThatFailsTellsOnceThatAFileWasLoaded()
+    {
+        EditFixture f;
+        UseOption(f);
+        Add(f, 1);
+        f.ctrl->slot_Next();
+        Add(f, 2);
+        QList<QPair<int, int>> lstGone;
+        connect(&Store(f), &CAnnotationStore::signal_AnnotationsGone, this,
+                [&](EAnnotationsGone eReason, int nCount) { lstGone << qMakePair(int(eReason), nCount); });
+        f.ctrl->LoadFile(QStringLiteral("/nowhere/a.png"));
+        QCOMPARE(f.images.GetImageCount(), 0);
+        QCOMPARE(lstGone, (QList<QPair<int, int>>{{int(EAnnotationsGone_Loaded), 2}}));
+        // Closing is told as such still.
+        UseOption(f);
+        Add(f, 1);
+        f.images.Clear();
+        QCOMPARE(lstGone.last(), qMakePair(int(EAnnotationsGone_Closed), 1));
+    }
+
+    void aFileThatIsAddedAgainBeginsWithItsFirstPage()
+    {
+        EditFixture f;
+        UseOption(f);
+        f.images.Clear();
+        UseOption(f);
+        std::vector<int> vctPages;
+        for (const SPage& page : Store(f).TakeDocument().pages)
+            vctPages.push_back(page.page);
+        QCOMPARE(vctPages, (std::vector<int>{0, 1, 2}));
+    }
+
     void undoingAStepOfAnotherPageShowsThatPageFirst()
     {
         EditFixture f;

@@ -200,6 +200,30 @@ private Q_SLOTS:
         QCOMPARE(vctObjects.at(1).numbers, (std::vector<double>{40 - 4.2, 3.1, 5.3}));
     }
 
+    void whatCannotBePaintedStaysAsItIsAndIsTold()
+    {
+        EditFixture f;
+        UseOption(f);
+        SObject later;
+        later.raw = "{\"kind\":\"later\"}";
+        SDocument document;
+        document.pages.resize(1);
+        document.pages[0].objects = {Object("unheard", {1, 2}), Object("point", {3, 4}), later};
+        Store(f).Apply(document);
+        QList<int> lstTold;
+        connect(&Store(f), &CAnnotationStore::signal_NotCarried, this, [&](int n) { lstTold << n; });
+        f.ctrl->RotateRight();
+        QCOMPARE(lstTold, QList<int>{2});
+        const auto vctObjects = Store(f).TakeDocument().pages.at(0).objects;
+        QCOMPARE(vctObjects.at(0).numbers, (std::vector<double>{1, 2}));
+        QCOMPARE(vctObjects.at(1).numbers, (std::vector<double>{36, 3}));
+        QCOMPARE(vctObjects.at(2).raw, later.raw);
+        f.PressUndo();
+        QCOMPARE(lstTold.size(), 1);                                  // they are at their places again
+        ChangeBy(*f.ctrl, SImageChange(), [](CImage&) { return 0; }); // nothing moves
+        QCOMPARE(lstTold.size(), 1);
+    }
+
     void aTextStaysUprightWithItsMiddleInPlace()
     {
         EditFixture f;

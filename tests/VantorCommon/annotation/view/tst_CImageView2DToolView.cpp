@@ -80,6 +80,41 @@ private Q_SLOTS:
             }
     }
 
+    void deliberateTheSixButtonsHaveTextsOnlyUntilOptionalKindsAreShown()
+    {
+        CImageView2DToolModel model;
+        View view(&model);
+        const auto lstIcons = [&view] {
+            QStringList lstTexts;
+            for (const QPushButton* pButton : view.findChildren<QPushButton*>())
+                if (!pButton->icon().isNull())
+                    lstTexts << pButton->text();
+            return lstTexts;
+        };
+        QCOMPARE(lstIcons(), QStringList());
+        view.ShowOptionalShapes(true);
+        QCOMPARE(lstIcons().size(), 8);
+        view.ShowOptionalShapes(false);
+        QCOMPARE(lstIcons(), QStringList());
+    }
+
+    void withTheOptionalKindsEachButtonHasItsPicture()
+    {
+        CImageView2DToolModel model;
+        View view(&model);
+        view.ShowOptionalShapes(true);
+        const std::pair<const char*, const char*> pictures[] = {
+            {"Select", "selection"}, {"Panning", "move"},    {"Rect", "rectangle"}, {"Circle", "circle"},
+            {"Ellipse", "ellipse"},  {"Polygon", "polygon"}, {"Arrow", "arrow"},    {"Text", "text"}};
+        for (const auto& [szButton, szPicture] : pictures) {
+            const QIcon icon(QStringLiteral(":/Image/%1.png").arg(QLatin1String(szPicture)));
+            const QPushButton* pButton = Button(view, QLatin1String(szButton));
+            QVERIFY2(pButton, szButton);
+            QVERIFY2(!icon.pixmap(24).isNull(), szPicture);
+            QCOMPARE(pButton->icon().pixmap(24).toImage(), icon.pixmap(24).toImage());
+        }
+    }
+
     void aNewViewShowsTheModelsMode()
     {
         CImageView2DToolModel model;

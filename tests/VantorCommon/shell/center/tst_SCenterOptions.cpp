@@ -10,9 +10,11 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
 #include <VantorCommon/shell/mvc/CMVCManager.h>
+#include <VantorCommon/shell/viewer/CImageViewer.h>
 
 #include <QFile>
 #include <QFileInfo>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <sys/stat.h>
 
@@ -160,6 +162,35 @@ private Q_SLOTS:
         c.Ctrl(0)->CloseCurrentImage();
         c.Ctrl(0)->AddImage(strPath);
         QCOMPARE(SizeIn(c.Ctrl(0)), byContent);
+    }
+
+    void theButtonThatDropsAllImagesStandsApart()
+    {
+        SCentre c;
+        QVERIFY(c.Show());
+        const auto* pViewer = c.pView->GetViewer(0);
+        const QPushButton* pClear = nullptr;
+        const QPushButton* pSave = nullptr;
+        for (const auto* pButton : pViewer->findChildren<QPushButton*>()) {
+            if (pButton->toolTip() == QStringLiteral("Clear the images"))
+                pClear = pButton;
+            if (pButton->toolTip() == QStringLiteral("Save the image"))
+                pSave = pButton;
+        }
+        QVERIFY(pClear && pSave);
+        const auto picture = [&] { return pClear->icon().pixmap(24, 24).toImage(); };
+        const auto bin = QIcon(QStringLiteral(":/Image/clear.png")).pixmap(24, 24).toImage();
+        const int nPlace = pClear->x();
+        QVERIFY(nPlace < pSave->x());
+        QCOMPARE(picture(), bin);
+        SCenterOptions sOptions;
+        sOptions.bClearApart = true;
+        c.pCtrl->SetOptions(sOptions);
+        QCOMPARE(pClear->x(), pSave->x() + pSave->width());
+        QVERIFY(picture() != bin);
+        c.pCtrl->SetOptions({});
+        QCOMPARE(pClear->x(), nPlace);
+        QCOMPARE(picture(), bin);
     }
 
     void whatCannotBeReadGoesByItsPath()
