@@ -61,19 +61,12 @@ void TellUnreadablePdf(const QString& strPath, QWidget* pParent)
 }
 
 /// @param bTried  whether the user gave a password and it did not open the document
-QString WhyUnreadable(int nResult, bool bTried)
+QString WhyUnreadable(const CPDFReader& reader, int nResult, bool bTried)
 {
-    switch (nResult) {
-    case CPDFReader::EReadResult_CannotOpen:
-        return QStringLiteral("The file is missing, no regular file, or must not be read.");
-    case CPDFReader::EReadResult_NoMemory:
-        return QStringLiteral("The document is too large for the memory.");
-    case CPDFReader::EReadResult_PasswordRequired:
-        return bTried ? QStringLiteral("The password is wrong.")
-                      : QStringLiteral("The document needs a password.");
-    default:
-        return QStringLiteral("It is not a PDF document with pages, or it is damaged.");
-    }
+    if (nResult != CPDFReader::EReadResult_PasswordRequired)
+        return QString::fromStdString(reader.GetFailureReason());
+    return bTried ? QStringLiteral("The password is wrong.")
+                  : QStringLiteral("The document needs a password.");
 }
 
 QString ReasonOf(const CImage& image)
@@ -108,7 +101,8 @@ bool CImageView2DCtrlFiles::ReadDocument(CPDFReader& reader, const QString& strP
         return pCtrl;
     CLogger::Write(ERROR, "Cannot load pdf file %s", qUtf8Printable(strPath));
     if (pCtrl)
-        Fail(QStringLiteral("Cannot load pdf file %1.").arg(strPath), WhyUnreadable(nResult, bPasswordGiven));
+        Fail(QStringLiteral("Cannot load pdf file %1.").arg(strPath),
+             WhyUnreadable(reader, nResult, bPasswordGiven));
     if (bPasswordGiven)
         TellUnreadablePdf(strPath, pParent);
     return false;
@@ -180,7 +174,8 @@ std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::LoadPDF(cons
         auto pPage = std::make_shared<CImage>();
         if (reader.RenderPage(i, pPage.get()) != 0) {
             Fail(QStringLiteral("Cannot load all of pdf file %1.").arg(strPath),
-                 QStringLiteral("Page %1 of %2 cannot be rendered.").arg(i + 1).arg(nPages));
+                 QStringLiteral("Page %1 of %2 cannot be rendered. ").arg(i + 1).arg(nPages) +
+                     QString::fromStdString(reader.GetFailureReason()));
             break;
         }
         pPage->SetName(strName);
