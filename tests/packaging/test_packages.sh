@@ -51,13 +51,11 @@ export LD_LIBRARY_PATH=$usr/$libdir
 "$source/tools/xrun" "$usr/bin/vantor-viewer" --screenshot "$work/viewer.png" "$image"
 [ -s "$work/viewer.png" ]
 
-# Documents open with the package vantor-pdf, and without it the reason names it.
+# Documents open with the package vantor-pdf, and only with it.
 document=$source/tests/data/pdf/pdfium_hello_world.pdf
-read_document() { "$source/tools/xrun" "$work/host/consumer" "$image" "$document"; }
-read_document
+"$source/tools/xrun" "$work/host/consumer" "$document"
 rm "$usr/libexec/vantor-pdf"
-if read_document >"$work/without.log" 2>&1; then
+if "$source/tools/xrun" "$work/host/consumer" "$document"; then
     echo "a document opened without vantor-pdf"
     exit 1
 fi
-grep -q "in the package vantor-pdf" "$work/without.log"

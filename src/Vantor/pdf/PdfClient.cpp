@@ -19,9 +19,11 @@ namespace Vantor::Utils
 
 namespace
 {
-/// What the program maps and allocates beside the document: libraries, fonts and their tables. Of the
-/// documents of the tests the neediest one takes 330 MB of addresses.
-constexpr std::size_t kProgramMemory = std::size_t(512) << 20;
+/// Addresses for libraries, fonts and their tables: with the documents of the tests the program takes 98 MB.
+constexpr std::size_t kProgramMemory = std::size_t(256) << 20;
+/// A drawing of four bytes a pixel exists twice in the renderer, beside the shared memory of three. The
+/// decode limit allows seven.
+constexpr std::size_t kDrawings = 2;
 /// Shared memory up to this size serves the next page of the same size.
 constexpr std::size_t kKeptPixels = std::size_t(64) << 20;
 constexpr const char* kChanged = "The document could not be opened again.";
@@ -84,7 +86,7 @@ int CPdfClient::Open(const QByteArray& bytes, std::size_t nMemory, std::string p
 {
     Close();
     m_password = std::move(password);
-    m_nMemory = nMemory + kProgramMemory + 2 * static_cast<std::size_t>(bytes.size());
+    m_nMemory = kDrawings * nMemory + kProgramMemory + 2 * static_cast<std::size_t>(bytes.size());
     if (m_password.size() > kMaxPasswordBytes)
         return CPDFReader::EReadResult_PasswordRequired;
     if (!KeepDocument(bytes))

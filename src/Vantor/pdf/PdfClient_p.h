@@ -44,7 +44,7 @@ public:
 
     /// Opens a document, and closes the one before.
     /// @param bytes     the document, which is copied
-    /// @param nMemory   what the process may take beside its own needs, in bytes
+    /// @param nMemory   the largest drawing and image together, in bytes
     /// @param password  in UTF-8; kept as long as the document, then wiped
     /// @return an EReadResult: EReadResult_NotAPdf also when the process did not cope with the document,
     ///         EReadResult_CannotOpen when there is no process or it was cancelled

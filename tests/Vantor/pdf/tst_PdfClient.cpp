@@ -100,6 +100,9 @@ private Q_SLOTS:
             const CResult result = RenderPage(client, page);
             QVERIFY(timer.elapsed() < kLimit.count() + kSlackMs);
             QCOMPARE(QString::fromStdString(result.GetReason()), page == kBadPage ? reason : QString());
+            // Once it waits, it has sent everything, also what nobody asked for.
+            const pid_t nProcess = ChildrenOf(::getpid()).value(0);
+            QTRY_VERIFY(nProcess == 0 || StateOf(nProcess) == 'S');
         }
         QCOMPARE(ChildrenOf(::getpid()).size(), 1);
         QCOMPARE(CountOpenFiles(), m_nFiles + 4); // event, socket, document and pixels
