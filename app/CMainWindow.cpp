@@ -379,7 +379,8 @@ void CMainWindow::About()
             QStringLiteral("\n\n") +
             tr("Vantor's own code is under the MIT licence. It uses Qt 5 (LGPL 3), poppler (GPL 2 or 3), "
                "Tesseract and Leptonica (Apache 2.0, BSD-like), libtiff (BSD-like), giflib (MIT) and "
-               "Highway (Apache 2.0 or BSD). With poppler the program as a whole is under the GPL."),
+               "Highway (Apache 2.0 or BSD). Only the separate program vantor-pdf contains poppler; as a "
+               "whole it is under the GPL."),
         QMessageBox::Close, this);
     pBox->setIconPixmap(windowIcon().pixmap(64, 64));
     pBox->setAttribute(Qt::WA_DeleteOnClose);

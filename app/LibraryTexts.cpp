@@ -69,6 +69,17 @@ const char* const kSentences[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "The password is wrong."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is not a PDF document with pages, or it is damaged."),
     QT_TRANSLATE_NOOP("LibraryTexts", "Page %1 of %2 cannot be rendered."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The page is empty or larger than the limit."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The page cannot be drawn."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "There is not enough memory for the page."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The document could not be opened again."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "It took longer than the time limit."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "It was cancelled."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The program that reads documents ended unexpectedly."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The program that reads documents gave no valid answer."),
+    QT_TRANSLATE_NOOP("LibraryTexts",
+                      "The program vantor-pdf, which reads documents, cannot be started: %1. It "
+                      "is in the package vantor-pdf."),
     QT_TRANSLATE_NOOP("LibraryTexts", "No source viewer is chosen."),
     QT_TRANSLATE_NOOP("LibraryTexts", "The source viewer shows no image."),
     QT_TRANSLATE_NOOP("LibraryTexts", "No language was selected."),
@@ -168,6 +179,21 @@ const CTable& Sentences()
     static const CTable table(kSentences);
     return table;
 }
+
+/// A reason of one known sentence or of two. Null for any other.
+QString TranslateReason(const QString& strReason)
+{
+    const QString strBreak = QStringLiteral(". ");
+    QString strOwn = Sentences().Translate(strReason);
+    for (int i = strReason.indexOf(strBreak); strOwn.isNull() && i >= 0;
+         i = strReason.indexOf(strBreak, i + 1)) {
+        const QString strFirst = Sentences().Translate(strReason.left(i + 1));
+        const QString strSecond = Sentences().Translate(strReason.mid(i + 2));
+        if (!strFirst.isNull() && !strSecond.isNull())
+            strOwn = strFirst + QLatin1Char(' ') + strSecond;
+    }
+    return strOwn;
+}
 } // namespace
 
 QString LibraryTexts::Sentence(const QString& strSentence)
@@ -183,7 +209,7 @@ QString LibraryTexts::Failure(const QString& strMessage)
     const QString strBreak = QStringLiteral(". ");
     int nLast = -1;
     for (int i = strMessage.indexOf(strBreak); i >= 0; i = strMessage.indexOf(strBreak, i + 1)) {
-        const QString strReason = Sentences().Translate(strMessage.mid(i + 2));
+        const QString strReason = TranslateReason(strMessage.mid(i + 2));
         const QString strFailure =
             strReason.isNull() ? QString() : Failures().Translate(strMessage.left(i + 1));
         if (!strFailure.isNull())

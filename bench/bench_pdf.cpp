@@ -95,8 +95,23 @@ void ScanAt144Dpi(benchmark::State& state)
 {
     RenderPage(state, ScanPage());
 }
+
+/// From nothing to a document that is open: the start of the program that reads it.
+void OpenDocument(benchmark::State& state)
+{
+    const QTemporaryDir dir;
+    QFile file(dir.filePath(QStringLiteral("page.pdf")));
+    if (!file.open(QIODevice::WriteOnly) || file.write(TextPage()) < 0 || !file.flush())
+        return state.SkipWithError("no document");
+    for (auto _ : state) {
+        CPDFReader reader;
+        if (reader.Read(file.fileName().toStdWString(), std::wstring()) != 0)
+            return state.SkipWithError("it cannot be opened");
+    }
+}
 } // namespace
 
+BENCHMARK(OpenDocument)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(TextAt144Dpi)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(ScanAt144Dpi)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK_MAIN();

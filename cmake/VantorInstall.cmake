@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # What `cmake --install` puts where, below any prefix. Components, a Debian package each: Core and Common (the libraries
-# as programs need them), Development, Viewer.
+# as programs need them), Documents (the program that reads them), Development, Viewer.
 include(CMakePackageConfigHelpers)
 
 # vantor_install_library(<library> <component> [<line for the package file> ...]): the library, its headers and the package

@@ -396,10 +396,6 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>로그(&amp;L)</translation>
     </message>
     <message>
-        <source>Vantor&apos;s own code is under the MIT licence. It uses Qt 5 (LGPL 3), poppler (GPL 2 or 3), Tesseract and Leptonica (Apache 2.0, BSD-like), libtiff (BSD-like), giflib (MIT) and Highway (Apache 2.0 or BSD). With poppler the program as a whole is under the GPL.</source>
-        <translation>Vantor 자체의 코드는 MIT 라이선스를 따릅니다. Qt 5(LGPL 3), poppler(GPL 2 또는 3), Tesseract와 Leptonica(Apache 2.0, BSD 계열), libtiff(BSD 계열), giflib(MIT), Highway(Apache 2.0 또는 BSD)를 사용합니다. poppler와 함께라면 프로그램 전체는 GPL을 따릅니다.</translation>
-    </message>
-    <message>
         <source>Flip &amp;Horizontally</source>
         <translation>좌우 뒤집기(&amp;H)</translation>
     </message>
@@ -566,6 +562,10 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>Page</source>
         <translation>페이지</translation>
+    </message>
+    <message>
+        <source>Vantor&apos;s own code is under the MIT licence. It uses Qt 5 (LGPL 3), poppler (GPL 2 or 3), Tesseract and Leptonica (Apache 2.0, BSD-like), libtiff (BSD-like), giflib (MIT) and Highway (Apache 2.0 or BSD). Only the separate program vantor-pdf contains poppler; as a whole it is under the GPL.</source>
+        <translation>Vantor 자체의 코드는 MIT 라이선스를 따릅니다. Qt 5(LGPL 3), poppler(GPL 2 또는 3), Tesseract와 Leptonica(Apache 2.0, BSD 계열), libtiff(BSD 계열), giflib(MIT), Highway(Apache 2.0 또는 BSD)를 사용합니다. poppler는 별도의 프로그램 vantor-pdf에만 들어 있으며, 이 프로그램 전체는 GPL을 따릅니다.</translation>
     </message>
 </context>
 <context>
@@ -1122,6 +1122,42 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>Change the image</source>
         <translation>이미지 변경</translation>
+    </message>
+    <message>
+        <source>The page is empty or larger than the limit.</source>
+        <translation>쪽이 비어 있거나 한도보다 큽니다.</translation>
+    </message>
+    <message>
+        <source>The page cannot be drawn.</source>
+        <translation>쪽을 그릴 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the page.</source>
+        <translation>쪽을 위한 메모리가 부족합니다.</translation>
+    </message>
+    <message>
+        <source>The document could not be opened again.</source>
+        <translation>문서를 다시 열 수 없었습니다.</translation>
+    </message>
+    <message>
+        <source>It took longer than the time limit.</source>
+        <translation>시간 제한을 넘었습니다.</translation>
+    </message>
+    <message>
+        <source>It was cancelled.</source>
+        <translation>취소되었습니다.</translation>
+    </message>
+    <message>
+        <source>The program that reads documents ended unexpectedly.</source>
+        <translation>문서를 읽는 프로그램이 예기치 않게 끝났습니다.</translation>
+    </message>
+    <message>
+        <source>The program that reads documents gave no valid answer.</source>
+        <translation>문서를 읽는 프로그램이 올바르게 응답하지 않았습니다.</translation>
+    </message>
+    <message>
+        <source>The program vantor-pdf, which reads documents, cannot be started: %1. It is in the package vantor-pdf.</source>
+        <translation>문서를 읽는 프로그램 vantor-pdf를 시작할 수 없습니다: %1. 이 프로그램은 vantor-pdf 패키지에 있습니다.</translation>
     </message>
 </context>
 <context>

@@ -396,10 +396,6 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>&amp;Nhật ký</translation>
     </message>
     <message>
-        <source>Vantor&apos;s own code is under the MIT licence. It uses Qt 5 (LGPL 3), poppler (GPL 2 or 3), Tesseract and Leptonica (Apache 2.0, BSD-like), libtiff (BSD-like), giflib (MIT) and Highway (Apache 2.0 or BSD). With poppler the program as a whole is under the GPL.</source>
-        <translation>Mã nguồn riêng của Vantor theo giấy phép MIT. Chương trình dùng Qt 5 (LGPL 3), poppler (GPL 2 hoặc 3), Tesseract và Leptonica (Apache 2.0, kiểu BSD), libtiff (kiểu BSD), giflib (MIT) và Highway (Apache 2.0 hoặc BSD). Cùng với poppler, toàn bộ chương trình theo GPL.</translation>
-    </message>
-    <message>
         <source>Flip &amp;Horizontally</source>
         <translation>Lật &amp;ngang</translation>
     </message>
@@ -566,6 +562,10 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>Page</source>
         <translation>Trang</translation>
+    </message>
+    <message>
+        <source>Vantor&apos;s own code is under the MIT licence. It uses Qt 5 (LGPL 3), poppler (GPL 2 or 3), Tesseract and Leptonica (Apache 2.0, BSD-like), libtiff (BSD-like), giflib (MIT) and Highway (Apache 2.0 or BSD). Only the separate program vantor-pdf contains poppler; as a whole it is under the GPL.</source>
+        <translation>Mã nguồn riêng của Vantor theo giấy phép MIT. Chương trình dùng Qt 5 (LGPL 3), poppler (GPL 2 hoặc 3), Tesseract và Leptonica (Apache 2.0, kiểu BSD), libtiff (kiểu BSD), giflib (MIT) và Highway (Apache 2.0 hoặc BSD). Chỉ chương trình riêng vantor-pdf chứa poppler; toàn bộ chương trình đó theo GPL.</translation>
     </message>
 </context>
 <context>
@@ -1122,6 +1122,42 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>Change the image</source>
         <translation>Thay đổi hình ảnh</translation>
+    </message>
+    <message>
+        <source>The page is empty or larger than the limit.</source>
+        <translation>Trang trống hoặc lớn hơn giới hạn.</translation>
+    </message>
+    <message>
+        <source>The page cannot be drawn.</source>
+        <translation>Không thể vẽ trang.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the page.</source>
+        <translation>Không đủ bộ nhớ cho trang.</translation>
+    </message>
+    <message>
+        <source>The document could not be opened again.</source>
+        <translation>Không thể mở lại tài liệu.</translation>
+    </message>
+    <message>
+        <source>It took longer than the time limit.</source>
+        <translation>Quá thời gian cho phép.</translation>
+    </message>
+    <message>
+        <source>It was cancelled.</source>
+        <translation>Đã bị hủy.</translation>
+    </message>
+    <message>
+        <source>The program that reads documents ended unexpectedly.</source>
+        <translation>Chương trình đọc tài liệu đã kết thúc bất ngờ.</translation>
+    </message>
+    <message>
+        <source>The program that reads documents gave no valid answer.</source>
+        <translation>Chương trình đọc tài liệu trả lời không hợp lệ.</translation>
+    </message>
+    <message>
+        <source>The program vantor-pdf, which reads documents, cannot be started: %1. It is in the package vantor-pdf.</source>
+        <translation>Không thể khởi động chương trình đọc tài liệu vantor-pdf: %1. Chương trình này nằm trong gói vantor-pdf.</translation>
     </message>
 </context>
 <context>

@@ -37,9 +37,10 @@ int main(int argc, char* argv[])
     const int nDecoded = g_ocr.Decode(&image, nullptr);
     std::printf("ocr %d %s\n", nDecoded, g_ocr.GetFailureReason().c_str());
     const int nRead = g_reader.Read(Wide(argv[2]), std::wstring());
+    const std::string strReason = g_reader.GetFailureReason();
     CImage page;
     const int nRendered = g_reader.RenderPage(0, &page);
-    std::printf("pdf %d %d\n", nRead, nRendered);
+    std::printf("pdf %d %d %s\n", nRead, nRendered, strReason.c_str());
     const int nSobel = image.SobelX(nullptr, ERegionMode::Inside, 0.0);
     std::printf("sobel %d %s\n", nSobel, image.GetFailureReason().c_str());
     const int nWindow = image.MedianFilter(3, 3, nullptr, ERegionMode::Inside, 0.0);

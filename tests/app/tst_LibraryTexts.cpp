@@ -46,6 +46,13 @@ private Q_SLOTS:
         row("numbers", QStringLiteral("Cannot load all of pdf file /a.pdf. Page 3 of 7 cannot be rendered."),
             QStringLiteral(
                 "PDF 파일 /a.pdf을(를) 끝까지 불러올 수 없습니다. 7쪽 중 3쪽을 그릴 수 없습니다."));
+        row("two sentences",
+            QStringLiteral(
+                "Cannot load all of pdf file /a. b.pdf. Page 3 of 7 cannot be rendered. It took longer "
+                "than the time limit."),
+            QStringLiteral(
+                "PDF 파일 /a. b.pdf을(를) 끝까지 불러올 수 없습니다. 7쪽 중 3쪽을 그릴 수 없습니다. "
+                "시간 제한을 넘었습니다."));
         row("no name", QStringLiteral("Cannot rotate the image. The rotated image would be too large."),
             QStringLiteral("이미지를 회전할 수 없습니다. 회전한 이미지가 너무 커집니다."));
         row("unknown reason", QStringLiteral("Cannot load image /a.png. It rains."),

@@ -31,6 +31,7 @@ cmake -S "$source/tests/consumer" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=D
     -DCMAKE_PREFIX_PATH="$work/prefix" -DVANTOR_INCLUDE_DIR="$headers" -DVANTOR_README_SOURCE="$work/readme.cpp"
 cmake --build "$work/build" -- -j1 --quiet
 "$source/tools/xrun" "$work/build/consumer" "$image"
+"$source/tools/xrun" "$work/build/consumer" "$source/tests/data/pdf/pdfium_hello_world.pdf" # by the installed program
 "$source/tools/xrun" "$work/build/readme"
 [ ! -x "$work/prefix/bin/vantor-viewer" ] ||
     "$source/tools/xrun" "$work/prefix/bin/vantor-viewer" --screenshot "$work/viewer.png" "$image"

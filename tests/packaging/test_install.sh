@@ -30,6 +30,9 @@ for library in Vantor VantorCommon; do
     [ "$pc" = "$version" ] || fail "pkg-config has version $pc of $library"
 done
 
+readelf -d "$prefix/libexec/vantor-pdf" | grep -q 'NEEDED.*poppler' || fail "vantor-pdf does not use poppler"
+gpl=$(find "$prefix/$libdir" "$prefix/bin" -type f -exec sh -c 'readelf -d "$1" 2>/dev/null | grep -q "NEEDED.*poppler" && echo "$1"' - {} \;)
+[ -z "$gpl" ] || fail "linked with poppler: $gpl"
 find "$prefix" -name '*_p.h' | grep . && fail "private headers are installed"
 grep -rlF "$source" "$prefix/$libdir/cmake" "$prefix/$libdir/pkgconfig" | grep . && fail "package files name the source tree"
 

@@ -2,6 +2,8 @@
 // Copyright (c) The Vantor authors
 #include "FileReading.h"
 
+#include "tests/support/ChildProcesses.h"
+
 #include <Vantor/image/CImage.h>
 #include <Vantor/pdf/CPDFReader.h>
 
@@ -40,24 +42,15 @@ struct SResult {
     QByteArray digest; ///< of sizes, channels and pixels
 };
 
+/// What starting the process that reads a document costs, whatever the document.
+SChildCosts g_start;
+
+/// Of this process and those that read documents for it.
 qint64 CpuMicroseconds()
 {
     timespec now{};
     ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<qint64>(now.tv_sec) * 1000000 + now.tv_nsec / 1000;
-}
-
-/// A line of /proc/self/status, in bytes.
-qint64 StatusBytes(const QByteArray& name)
-{
-    QFile file(QStringLiteral("/proc/self/status"));
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray& line : file.readAll().split('\n')) {
-        if (line.startsWith(name))
-            return line.mid(name.size()).simplified().split(' ').value(0).toLongLong() * 1024;
-    }
-    return 0;
+    return static_cast<qint64>(now.tv_sec) * 1000000 + now.tv_nsec / 1000 + ChildCosts().nCpuMicroseconds;
 }
 
 void AddPixels(const CImage& image, QCryptographicHash& hash)
@@ -102,7 +95,7 @@ SResult ReadDocument(const QString& strPath)
     reader.SetResolutionX(kDotsPerInch);
     qint64 nStart = CpuMicroseconds();
     const int nRead = reader.Read(strPath.toStdWString(), std::wstring());
-    result.nCpuMicroseconds = CpuMicroseconds() - nStart;
+    result.nCpuMicroseconds = std::max<qint64>(CpuMicroseconds() - nStart - g_start.nCpuMicroseconds, 0);
     const int nPages = reader.GetPageNumber();
     if ((nRead == CPDFReader::EReadResult_OK) != (nPages > 0)) {
         result.eOutcome = EOutcome::AtOdds;
@@ -141,10 +134,12 @@ SResult ReadOnce(const QString& strPath)
     QFile peak(QStringLiteral("/proc/self/clear_refs")); // begins the peak anew
     if (peak.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         peak.write("5");
-    const qint64 nBefore = StatusBytes("VmRSS:");
+    const qint64 nBefore = StatusBytesOf(::getpid(), "VmRSS:");
     SResult results[2];
     for (int i = 0; i < 2; ++i) {
         ::mallopt(M_PERTURB, kFillPatterns[i]);
+        qputenv("MALLOC_PERTURB_",
+                QByteArray::number(kFillPatterns[i])); // for the process that reads documents
         results[i] = ReadOnce(strPath);
     }
     const bool bDiffers =
@@ -154,7 +149,9 @@ SResult ReadOnce(const QString& strPath)
     QDataStream stream(&answer, QIODevice::WriteOnly);
     stream << static_cast<int>(results[0].eOutcome) << bDiffers << results[0].nPages
            << std::min(results[0].nCpuMicroseconds, results[1].nCpuMicroseconds)
-           << std::max<qint64>(StatusBytes("VmHWM:") - nBefore, 0) << results[0].strReason;
+           << std::max<qint64>(StatusBytesOf(::getpid(), "VmHWM:") - nBefore, 0) +
+                  std::max<qint64>(ChildCosts().nPeakBytes - g_start.nPeakBytes, 0)
+           << results[0].strReason;
     const bool bWritten = ::write(nPipe, answer.constData(), static_cast<std::size_t>(answer.size())) ==
                           static_cast<ssize_t>(answer.size());
     ::_exit(bWritten ? 0 : 1);
@@ -207,6 +204,15 @@ SReading ReadApart(const QString& strPath)
     reading.strReason = nSignal != 0 ? QStringLiteral("signal %1").arg(nSignal)
                                      : QStringLiteral("exit %1").arg(WEXITSTATUS(nStatus));
     return reading;
+}
+
+void MeasureStart(const QString& strPath)
+{
+    CPDFReader reader;
+    CImage page;
+    if (reader.Read(strPath.toStdWString(), std::wstring()) != 0 || reader.RenderPage(0, &page) != 0)
+        qFatal("documents cannot be rendered");
+    g_start = ChildCosts();
 }
 
 void ReadHere(const QString& strPath)

@@ -31,6 +31,10 @@ struct SReading {
 /// Reads a file in a child process.
 SReading ReadApart(const QString& strPath);
 
+/// Notes what it costs to start the process that reads a document, so that no file is charged with it.
+/// @param strPath  a document of one small page
+void MeasureStart(const QString& strPath);
+
 /// Reads a file in this process, for tools that look into one. Prints one line with its outcome and a digest
 /// of every pixel.
 void ReadHere(const QString& strPath);

@@ -11,8 +11,6 @@
 //   read_files --unwritten                prints the digest of memory that nobody wrote (for valgrind)
 #include "FileReading.h"
 
-#include <Vantor/image/CImage.h>
-#include <Vantor/pdf/CPDFReader.h>
 #include <tests/support/TestPdf.h>
 
 #include <QCoreApplication>
@@ -96,16 +94,12 @@ void PrintLine(const char* pMark, const SReading& reading)
                 qUtf8Printable(reading.strReason));
 }
 
-/// Loads the renderer's module now, so that no file is charged with it.
 void WarmUp()
 {
     QTemporaryFile file;
     if (!file.open() || file.write(MakeOnePagePdf("/MediaBox [0 0 10 10]")) < 0 || !file.flush())
         qFatal("no temporary file");
-    Vantor::Utils::CPDFReader reader;
-    Vantor::Algorithms::CImage page;
-    if (reader.Read(file.fileName().toStdWString(), std::wstring()) != 0 || reader.RenderPage(0, &page) != 0)
-        qFatal("documents cannot be rendered");
+    MeasureStart(file.fileName());
 }
 
 /// @return how many files offend

@@ -2,23 +2,28 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/pdf/CPDFReader.h>
 
-#include <Vantor/EngineModule_p.h>
+#include <Vantor/FailureReason_p.h>
+#include <Vantor/LibraryFolder_p.h>
+#include <Vantor/Result_p.h>
 #include <Vantor/file/OpenFile_p.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/DecodeBounds_p.h>
 #include <Vantor/pdf/PdfClaims_p.h>
-#include <Vantor/pdf/PdfEngine_p.h>
+#include <Vantor/pdf/PdfClient_p.h>
 
 #include <QByteArray>
 #include <QFile>
-#include <QSizeF>
+#include <QString>
 
 #include <algorithm>
+#include <chrono>
 #include <climits>
 #include <cmath>
 #include <cstddef>
-#include <exception>
+#include <cstring>
+#include <filesystem>
 #include <new>
+#include <system_error>
 
 using Vantor::Algorithms::CImage;
 using Vantor::Algorithms::EImageType;
@@ -35,12 +40,34 @@ constexpr double kPointsPerInch = 72.0;
 constexpr double kRoundingSlack = 1e-6;
 constexpr std::size_t kRenderedBytesPerPixel = 4;
 constexpr int kChannels = 3;
-constexpr int kFailed = 1;
+constexpr const char* kProgram = "vantor-pdf";
+/// A day: more makes no difference, and fits every clock.
+constexpr std::chrono::milliseconds kMaxTimeLimit = std::chrono::hours(24);
 
-struct SPixelSize {
-    int nWidth = 0;
-    int nHeight = 0;
-};
+/// Where the program that reads documents lies: beside the libraries' modules in a build, otherwise in the
+/// folder of the installation for programs that users do not call.
+std::string PdfProgram()
+{
+    const std::filesystem::path folder = LibraryFolder();
+    const std::filesystem::path built = folder / kModuleFolder / kProgram;
+    std::error_code error;
+    return (std::filesystem::exists(built, error) ? built : folder / VANTOR_LIBEXEC / kProgram).string();
+}
+
+/// What a failure means where nothing more is known.
+const char* TextOf(int nResult)
+{
+    switch (nResult) {
+    case CPDFReader::EReadResult_CannotOpen:
+        return "The file is missing, no regular file, or must not be read.";
+    case CPDFReader::EReadResult_NoMemory:
+        return "The document is too large for the memory.";
+    case CPDFReader::EReadResult_PasswordRequired:
+        return "The document needs a password, or another one.";
+    default:
+        return "It is not a PDF document with pages, or it is damaged.";
+    }
+}
 
 /// Reads a regular file into memory.
 /// @return an EReadResult
@@ -65,25 +92,78 @@ int PixelsOf(double points, double dpi)
 }
 
 /// Whether the rendered page and the image made of it fit the limit together.
-bool FitsDecodeLimit(const SPixelSize& size)
+bool FitsDecodeLimit(const SPdfDrawing& size)
 {
     const std::size_t nPixels =
         static_cast<std::size_t>(size.nWidth) * static_cast<std::size_t>(size.nHeight);
     return nPixels <= CImage::GetDecodeLimit() / (kRenderedBytesPerPixel + kChannels);
 }
 
-const SEngineModule<IPdfEngine>& PdfModule()
+/// The password in UTF-8; no other copy of it stays.
+std::string ToPassword(const std::wstring& password)
 {
-    static const auto module = LoadEngineModule<IPdfEngine>(kPdfModule, kPdfFunction);
-    return module;
+    QString strPassword = QString::fromStdWString(password);
+    QByteArray bytes = strPassword.toUtf8();
+    std::string strUtf8(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    ::explicit_bzero(strPassword.data(), static_cast<std::size_t>(strPassword.size()) * sizeof(QChar));
+    ::explicit_bzero(bytes.data(), static_cast<std::size_t>(bytes.size()));
+    return strUtf8;
 }
 } // namespace
 
 struct CPDFReader::SDocument {
-    EnginePtr<IPdfEngine> pPdf; ///< null, or with a readable document of at least one page
+    int Open(const std::wstring& path, const std::wstring& password);
+    CResult Render(int page, CImage* image);
+
+    CPdfClient client{PdfProgram()}; ///< with a readable document of at least one page, or with none
     double dResolutionX = kPointsPerInch;
     double dResolutionY = 0.0; ///< 0: as along x
+    CFailureReason failure;
 };
+
+int CPDFReader::SDocument::Open(const std::wstring& path, const std::wstring& password)
+try {
+    QByteArray bytes;
+    const int nResult = ReadFile(path, bytes);
+    if (nResult != EReadResult_OK)
+        return nResult;
+    if (ClaimsTooManyObjects(bytes))
+        return EReadResult_NotAPdf;
+    return client.Open(bytes, CImage::GetDecodeLimit(), ToPassword(password));
+} catch (const std::bad_alloc&) {
+    return EReadResult_NoMemory;
+}
+
+CResult CPDFReader::SDocument::Render(int page, CImage* image)
+try {
+    if (!image || page < 0 || page >= client.GetPageNumber())
+        return CResult::Failure("There is no such page.");
+    double dWidth = 0.0;
+    double dHeight = 0.0;
+    CResult result = client.GetPageSize(page, dWidth, dHeight);
+    if (!result.IsSuccess())
+        return result;
+    SPdfDrawing drawing;
+    drawing.dDpiX = dResolutionX;
+    drawing.dDpiY = dResolutionY > 0.0 ? dResolutionY : drawing.dDpiX;
+    drawing.nWidth = PixelsOf(dWidth, drawing.dDpiX);
+    drawing.nHeight = PixelsOf(dHeight, drawing.dDpiY);
+    if (drawing.nWidth == 0 || drawing.nHeight == 0 || !FitsDecodeLimit(drawing))
+        return CResult::Failure("The page is empty or larger than the limit.");
+    drawing.nStride = (drawing.nWidth * kChannels + kRowAlignment - 1) / kRowAlignment * kRowAlignment;
+    result = client.Render(page, drawing);
+    if (!result.IsSuccess())
+        return result;
+    if (image->Create(drawing.nWidth, drawing.nHeight, kChannels, 8, EImageType::Interleaved,
+                      kRowAlignment) != 0)
+        return CResult::Failure("There is not enough memory for the page.");
+    result = client.TakeDrawing(image->GetData());
+    if (result.IsSuccess())
+        image->SetPageResolution(drawing.dDpiX);
+    return result;
+} catch (const std::bad_alloc&) {
+    return CResult::Failure("Out of memory.");
+}
 
 CPDFReader::CPDFReader() : m_pDocument(std::make_unique<SDocument>())
 {
@@ -103,51 +183,44 @@ void CPDFReader::SetResolutionY(double dpi)
         m_pDocument->dResolutionY = dpi;
 }
 
+void CPDFReader::SetTimeLimit(double seconds)
+{
+    if (!std::isfinite(seconds) || seconds <= 0.0)
+        return;
+    const double ms = std::min(std::ceil(seconds * 1000.0), static_cast<double>(kMaxTimeLimit.count()));
+    m_pDocument->client.SetTimeLimit(std::chrono::milliseconds(static_cast<int>(ms)));
+}
+
 int CPDFReader::Read(const std::wstring& path, const std::wstring& password)
-try {
-    m_pDocument->pPdf.reset();
-    QByteArray bytes;
-    int nResult = ReadFile(path, bytes);
-    if (nResult != EReadResult_OK)
-        return nResult;
-    if (ClaimsTooManyObjects(bytes))
-        return EReadResult_NotAPdf;
-    if (!PdfModule().pFunction)
-        return EReadResult_CannotOpen;
-    EnginePtr<IPdfEngine> pPdf(PdfModule().pFunction());
-    nResult = pPdf->Read(bytes, password);
+{
+    m_pDocument->client.Close();
+    const int nResult = m_pDocument->Open(path, password);
+    const std::string& strReason = m_pDocument->client.GetOpenFailure();
     if (nResult == EReadResult_OK)
-        m_pDocument->pPdf = std::move(pPdf);
+        m_pDocument->failure.Succeed();
+    else
+        m_pDocument->failure.Fail(strReason.empty() ? TextOf(nResult) : strReason.c_str());
     return nResult;
-} catch (const std::bad_alloc&) {
-    return EReadResult_NoMemory;
-} catch (const std::exception&) {
-    return EReadResult_NotAPdf;
 }
 
 int CPDFReader::GetPageNumber() const
 {
-    return m_pDocument->pPdf ? m_pDocument->pPdf->GetPageNumber() : 0;
+    return m_pDocument->client.GetPageNumber();
 }
 
 int CPDFReader::RenderPage(int page, CImage* image)
-try {
-    if (!image || page < 0 || page >= GetPageNumber())
-        return kFailed;
-    const double dResolutionX = m_pDocument->dResolutionX;
-    const double dResolutionY = m_pDocument->dResolutionY > 0.0 ? m_pDocument->dResolutionY : dResolutionX;
-    const QSizeF points = m_pDocument->pPdf->GetPageSize(page);
-    const SPixelSize size{PixelsOf(points.width(), dResolutionX), PixelsOf(points.height(), dResolutionY)};
-    if (size.nWidth == 0 || size.nHeight == 0 || !FitsDecodeLimit(size))
-        return kFailed;
-    if (!m_pDocument->pPdf->Render(page, dResolutionX, dResolutionY, size.nWidth, size.nHeight) ||
-        image->Create(size.nWidth, size.nHeight, kChannels, 8, EImageType::Interleaved, kRowAlignment) != 0)
-        return kFailed;
-    m_pDocument->pPdf->TakeDrawing(image->GetRows());
-    image->SetPageResolution(dResolutionX);
-    return 0;
-} catch (const std::exception&) {
-    return kFailed;
+{
+    return m_pDocument->failure.Note(m_pDocument->Render(page, image));
+}
+
+std::string CPDFReader::GetFailureReason() const
+{
+    return m_pDocument->failure.GetText();
+}
+
+void CPDFReader::Cancel()
+{
+    m_pDocument->client.Cancel();
 }
 
 } // namespace Vantor::Utils

@@ -16,19 +16,21 @@ class CImage;
 namespace Vantor::Utils
 {
 
-/// Renders the pages of a PDF document into images. One reader serves one document and one thread; several
-/// readers may work on several threads. Nothing throws. Passwords are neither stored nor logged. The first
-/// Read of the process whose file passes the first checks loads the renderer's libraries (the module
-/// vantor/vantor-pdf.so beside libVantor), which then stay loaded. It also silences the renderer's messages
-/// on standard error for the whole process.
+/// Renders the pages of a PDF document into images. One reader serves one document and one thread at a time;
+/// several readers may work on several threads. Nothing throws. The work is done by a process of its own for
+/// each reader, the program vantor-pdf, from a Read whose file passes the first checks until the reader's end
+/// or its next Read. It is limited in time and memory and may neither write, nor reach the network, nor start
+/// programs. What a document does to it costs the page in work; the next page has a fresh process. It ends
+/// with the program that uses the library, however that ends. The password is kept in memory as long as the
+/// document, for a fresh process, then wiped; it is never logged.
 class VANTOR_EXPORT CPDFReader
 {
 public:
     /// What Read returns.
     enum EReadResult : int {
         EReadResult_OK = 0,              ///< the document is open
-        EReadResult_CannotOpen = 1,      ///< missing, no regular file, not readable, or there is no renderer
-        EReadResult_NotAPdf = 2,         ///< damaged beyond use, without pages, or another format
+        EReadResult_CannotOpen = 1,      ///< missing, no regular file, not readable; no vantor-pdf; Cancel
+        EReadResult_NotAPdf = 2,         ///< damaged beyond use, too slow, without pages, another format
         EReadResult_NoMemory = 3,        ///< or the file is larger than the decode limit of CImage
         EReadResult_PasswordRequired = 4 ///< a password is needed, or the one given is wrong
     };
@@ -43,6 +45,11 @@ public:
     void SetResolutionX(double dpi);
     /// The same along y. While it is unset, the resolution along x is used.
     void SetResolutionY(double dpi);
+
+    /// The longest time that opening a document, finding a page's size and rendering it may take each. 10 at
+    /// the start; what is not above 0 is ignored, and a day is the most.
+    /// @param seconds  on the wall
+    void SetTimeLimit(double seconds);
 
     /// Opens a document and closes the previous one, also when it fails.
     /// @param path      UTF-8 for the system, whatever the locale; only regular files are opened
@@ -61,6 +68,13 @@ public:
     /// @param image  receives the page; not owned
     /// @return 0, or non-zero for a page that does not exist or cannot be rendered; the image then stays
     int RenderPage(int page, Algorithms::CImage* image);
+
+    /// Why the last Read or RenderPage failed: a sentence in English, empty after a success. Any thread.
+    std::string GetFailureReason() const;
+
+    /// Ends the Read or RenderPage in work at once, or the next one if there is none: it fails. The document
+    /// of a RenderPage stays open. Any thread; the caller sees to it that the reader still exists.
+    void Cancel();
 
 private:
     struct SDocument;

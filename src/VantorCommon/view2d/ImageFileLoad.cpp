@@ -55,19 +55,12 @@ bool IsDocument(const SRequest& request)
 }
 
 /// @param bTried  whether a password was given that did not open it
-QString WhyUnreadable(int nResult, bool bTried)
+QString WhyUnreadable(const CPDFReader& reader, int nResult, bool bTried)
 {
-    switch (nResult) {
-    case CPDFReader::EReadResult_CannotOpen:
-        return QStringLiteral("The file is missing, no regular file, or must not be read.");
-    case CPDFReader::EReadResult_NoMemory:
-        return QStringLiteral("The document is too large for the memory.");
-    case CPDFReader::EReadResult_PasswordRequired:
-        return bTried ? QStringLiteral("The password is wrong.")
-                      : QStringLiteral("The document needs a password.");
-    default:
-        return QStringLiteral("It is not a PDF document with pages, or it is damaged.");
-    }
+    if (nResult != CPDFReader::EReadResult_PasswordRequired)
+        return QString::fromStdString(reader.GetFailureReason());
+    return bTried ? QStringLiteral("The password is wrong.")
+                  : QStringLiteral("The document needs a password.");
 }
 
 SLoaded LoadImage(const QString& strPath)
@@ -95,8 +88,9 @@ void RenderPages(CPDFReader& reader, const QString& strPath, const Pages& pages,
         auto pPage = std::make_shared<CImage>();
         if (reader.RenderPage(i, pPage.get()) != 0) {
             loaded.strFailure =
-                QStringLiteral("Cannot load all of pdf file %1. Page %2 of %3 cannot be rendered.")
-                    .arg(strPath, QString::number(i + 1), QString::number(nPages));
+                QStringLiteral("Cannot load all of pdf file %1. Page %2 of %3 cannot be rendered. %4")
+                    .arg(strPath, QString::number(i + 1), QString::number(nPages),
+                         QString::fromStdString(reader.GetFailureReason()));
             break;
         }
         pPage->SetName(strName);
@@ -121,7 +115,7 @@ SLoaded LoadDocument(const SRequest& request, const Pages& pages)
     loaded.bNeedsPassword = nResult == CPDFReader::EReadResult_PasswordRequired && !request.bPasswordGiven;
     loaded.strLog = QStringLiteral("Cannot load pdf file %1").arg(request.strPath);
     loaded.strFailure = QStringLiteral("Cannot load pdf file %1. %2")
-                            .arg(request.strPath, WhyUnreadable(nResult, request.bPasswordGiven));
+                            .arg(request.strPath, WhyUnreadable(reader, nResult, request.bPasswordGiven));
     return loaded;
 }
 } // namespace

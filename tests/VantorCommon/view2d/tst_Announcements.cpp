@@ -197,9 +197,11 @@ private Q_SLOTS:
         file.close();
         f.Ctrl(0)->LoadFile(strPath);
         QCOMPARE(failed.size(), 1);
-        QCOMPARE(
-            failed[0][0].toString(),
-            QStringLiteral("Cannot load all of pdf file %1. Page 2 of 3 cannot be rendered.").arg(strPath));
+        QCOMPARE(failed[0][0].toString(),
+                 QStringLiteral(
+                     "Cannot load all of pdf file %1. Page 2 of 3 cannot be rendered. The page is empty or "
+                     "larger than the limit.")
+                     .arg(strPath));
     }
 
 private:
