@@ -59,6 +59,10 @@ class tst_CJobs : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void init()
+    {
+        QThreadPool::globalInstance()->setMaxThreadCount(std::max(2, QThread::idealThreadCount()));
+    }
     void cleanup()
     {
         CJobs::Get().SetMemoryQuestion({});
@@ -151,7 +155,6 @@ private Q_SLOTS:
         gate.Open();
         CJobs::Get().Finish(&receiver);
         QVERIFY(!bWorked);
-        QThreadPool::globalInstance()->setMaxThreadCount(QThread::idealThreadCount());
     }
 
     void whatHasCommittedArrivesThoughItIsCancelledLater()
@@ -198,6 +201,7 @@ private Q_SLOTS:
     {
         QObject receiver;
         CGate begun;
+        CGate leave;
         std::atomic<int> nAtOnce{0};
         std::atomic<int> nMost{0};
         std::vector<int> vctFinished;
@@ -208,14 +212,20 @@ private Q_SLOTS:
             CJobs::Get().Start(&receiver, sJob, [&, i](CProgress& progress) -> CJob::Finish {
                 nMost = std::max(nMost.load(), ++nAtOnce);
                 begun.Open();
-                if (i < 4)
+                if (i < 4) {
                     WorkOn(progress);
+                    leave.Pass();
+                }
                 --nAtOnce;
                 return [&, i] { vctFinished.push_back(i); };
             });
             if (i == 0)
                 begun.Pass();
         }
+        bool bOther = false; // comes after them all, so one that might begin has begun
+        CJobs::Get().Start(&receiver, {}, [&](CProgress&) -> CJob::Finish { return [&] { bOther = true; }; });
+        QTRY_VERIFY(bOther);
+        leave.Open();
         QTRY_COMPARE(vctFinished, std::vector<int>{4});
         QTRY_COMPARE(nDropped, 4);
         QCOMPARE(nMost.load(), 1);
