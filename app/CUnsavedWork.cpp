@@ -31,7 +31,7 @@ struct CUnsavedWork::SWork {
     {
         if (nSaving != nImageUID)
             return;
-        nSaving = CVObject::kNoUID;
+        nSaving = Vantor::CVObject::kNoUID;
         const auto* pModel = viewer.Ctrl2D()->GetImageModel();
         for (int i = 0; i < pModel->GetImageCount(); ++i)
             if (pModel->GetImage(i)->GetUID() == nImageUID && annotations.Store()->HasUnsaved(i))
@@ -41,7 +41,7 @@ struct CUnsavedWork::SWork {
     SViewer viewer;
     CImageOrigins images;
     CAnnotationFiles annotations;
-    unsigned int nSaving = CVObject::kNoUID; ///< the image whose annotations are saved when it is
+    unsigned int nSaving = Vantor::CVObject::kNoUID; ///< the image whose annotations are saved when it is
 };
 
 CUnsavedWork::CUnsavedWork(const CViewers& viewers, QWidget* pWindow) : m_pWindow(pWindow)

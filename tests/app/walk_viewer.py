@@ -212,6 +212,10 @@ class Viewer:
             self.no_dialog("Unsaved Work")
 
     def open(self, path):
+        self.log_after(lambda: self.choose(path), "HOST_RECENT_FILES")
+
+    def choose(self, path):
+        """Asks for a file, which may not be one that can be opened."""
         self.drop("ctrl+o")
         self.answer_file_dialog("Load File", path)
         wait_for("the keyboard in the main window", lambda: xdotool("getactivewindow") == [self.window])

@@ -116,8 +116,8 @@ public:
     {
         const QDir folder(AnnotationRecovery::GetFolder());
         for (const QString& strName : folder.entryList({QStringLiteral("*.jsonl")}, QDir::Files)) {
-            Vantor::Annotations::SDocument document;
-            const auto report = AnnotationRecovery::Read(folder.filePath(strName), document);
+            std::vector<AnnotationRecovery::SImage> vctImages;
+            const auto report = AnnotationRecovery::Read(folder.filePath(strName), vctImages);
             if (!report.failure.empty() || !report.remarks.empty())
                 return QStringLiteral("a journal cannot be read");
         }

@@ -15,6 +15,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
+#include <set>
 
 using namespace UndoDriver;
 using namespace Vantor::Annotations;
@@ -90,6 +91,8 @@ public:
             SetShape();
         else if (n < 80)
             ChangeImage();
+        else if (AnyTurned())
+            Rename();
         else if (n < 84)
             Remember();
         else if (n < 90)
@@ -106,6 +109,9 @@ public:
     /// Empty, or what documents and journal say that the second model does not.
     QString CompareFiles()
     {
+        if (AnyTurned())
+            return {};
+        ++m_done[QStringLiteral("documents compared")];
         const QString strFile = m_editor.ids[std::size_t(m_editor.page)].file;
         if (DocumentOf(Store().TakeDocument()) != m_editor.DocumentOf(strFile))
             return Told(QStringLiteral("document"));
@@ -122,15 +128,23 @@ public:
         const QStringList lstFiles = folder.entryList({QStringLiteral("*.jsonl")}, QDir::Files);
         if (lstFiles.isEmpty())
             return Store().HasUnsaved() ? Told(QStringLiteral("no journal")) : QString();
-        SDocument back;
-        const SReport report = AnnotationRecovery::Read(folder.filePath(lstFiles[0]), back);
+        std::vector<AnnotationRecovery::SImage> vctFiles;
+        const SReport report = AnnotationRecovery::Read(folder.filePath(lstFiles[0]), vctFiles);
         if (lstFiles.size() != 1 || !report.failure.empty() || !report.remarks.empty())
             return Told(QStringLiteral("a bad journal"));
-        Reference::Document plain;
-        for (std::size_t i = 0; i < m_editor.ids.size(); ++i)
-            if (!m_editor.ObjectsOf(int(i)).empty())
-                plain[int(i)] = Reference::SaidOf(m_editor.ObjectsOf(int(i)));
-        return DocumentOf(back) == plain ? QString() : Told(QStringLiteral("journal"));
+        std::map<QString, Reference::Document> back;
+        for (const auto& file : vctFiles)
+            back[file.strImage] = DocumentOf(file.document);
+        if (AnyTurned())
+            return {};
+        for (std::size_t i = 0; i < m_editor.ids.size(); ++i) {
+            const QString strFile = m_editor.ids[i].file;
+            const QString strKey = strFile.startsWith(QLatin1Char('#')) ? QString() : strFile;
+            if (Store().HasUnsaved(int(i)) && back[strKey] != m_editor.DocumentOf(strFile))
+                return Told(QStringLiteral("journal"));
+        }
+        ++m_done[QStringLiteral("journals compared")];
+        return {};
     }
     /// How often each step of the store was taken.
     const std::map<QString, int>& Done() const { return m_done; }
@@ -173,6 +187,15 @@ private:
     EditFixture::ObjectPtr Real(const Reference::ObjectPtr& pObject)
     {
         return m_f.geometry.FindObject(pObject->uid);
+    }
+    /// Whether an image of the list has been turned, flipped or cut. Files and journals have places on the
+    /// picture in the file then, which the second model does not know.
+    bool AnyTurned()
+    {
+        for (int i = 0; i < m_f.images.GetImageCount(); ++i)
+            if (m_turned.count(m_f.images.GetImage(i)->GetUID()) != 0)
+                return true;
+        return false;
     }
     void AddId(const QString& strFile)
     {
@@ -364,6 +387,9 @@ private:
             pMap = std::make_shared<Map>(Map{false, 1, 1, -double(sChange.nLeft), -double(sChange.nTop)});
         else if (pNew->GetWidth() == w && pNew->GetHeight() == h)
             pMap = std::make_shared<Map>();
+        const bool bMoves = pMap && sChange.eKind != SImageChange::EKind_Other;
+        if (bMoves || (pMap && m_turned.count(pOld->GetUID()) != 0))
+            m_turned.insert(pNew->GetUID());
         m_editor.Make(std::make_shared<Reference::ImageStep>(nOld, m_f.view->GetImageUID(), pMap));
         TakeZoomOver();
     }
@@ -476,6 +502,7 @@ private:
     std::map<QString, Reference::Document> m_saved;
     std::map<QString, SDocument> m_remembered;
     std::map<QString, int> m_done;
+    std::set<unsigned int> m_turned; ///< images
 };
 } // namespace
 

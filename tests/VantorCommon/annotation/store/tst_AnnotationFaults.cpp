@@ -125,7 +125,7 @@ QString JournalPath()
 bool JournalHas(const SDocument& document)
 {
     SDocument back;
-    const SReport report = AnnotationRecovery::Read(JournalPath(), back);
+    const SReport report = StoreBench::ReadJournal(JournalPath(), back);
     return report.failure.empty() && report.remarks.empty() && SameDocument(back, document);
 }
 

@@ -310,7 +310,7 @@ private Q_SLOTS:
         bench.geometry.RestoreObjects({pObject});
         QCoreApplication::processEvents();
         SDocument back;
-        QVERIFY(AnnotationRecovery::Read(OnlyFile(), back).failure.empty());
+        QVERIFY(StoreBench::ReadJournal(OnlyFile(), back).failure.empty());
         QCOMPARE(back.pages.at(0).objects.size(), std::size_t(2));
         QVERIFY(SameDocument(back, bench.store().TakeDocument()));
     }
