@@ -37,10 +37,10 @@ public:
 
     /// @param dblDone  0 to 1; a work of several parts may begin anew
     void SetDone(double dblDone) { m_dblDone.store(dblDone, std::memory_order_relaxed); }
-    double GetDone() const { return m_dblDone.load(std::memory_order_relaxed); }
-
+    double GetDone() const { return m_dblDone.load(std::memory_order_relaxed); } ///< 0 to 1
     /// Asks the work to end. @return false when it is too late: Commit has succeeded
     bool Cancel();
+    /// Whether that was asked, in time.
     bool IsCancelled() const { return m_eState.load(std::memory_order_acquire) == EState_Cancelled; }
     /// The work is about to do what nobody can take back. @return false when it must not: it was cancelled
     bool Commit();

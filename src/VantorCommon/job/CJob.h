@@ -39,8 +39,8 @@ public:
     /// See CJobs::Start.
     CJob(QObject* pReceiver, SJob sJob, Work work);
 
-    const QString& GetTitle() const { return m_sJob.strTitle; }
-    const Vantor::CProgress& GetProgress() const { return m_progress; }
+    const QString& GetTitle() const { return m_sJob.strTitle; }         ///< empty: the list leaves it out
+    const Vantor::CProgress& GetProgress() const { return m_progress; } ///< any thread
     /// Null when it has gone.
     QObject* GetReceiver() const { return m_pReceiver; }
 

@@ -21,7 +21,7 @@ class VANTORCOMMON_EXPORT CJobs : public QObject
     Q_OBJECT
 
 public:
-    using JobPtr = std::shared_ptr<CJob>;
+    using JobPtr = std::shared_ptr<CJob>; ///< shared with the threads that work
     /// Decides whether a job begins that needs more memory than the machine has free, both in bytes. It may
     /// block.
     using MemoryQuestion = std::function<bool(const QString& strTitle, qint64 nNeeded, qint64 nFree)>;
@@ -32,8 +32,8 @@ public:
 
     /// Begins a job soon.
     /// @param pReceiver  whose death cancels it; not null
-    /// @param work       its result is called when this thread is back at its events, unless the job has been
-    ///                   cancelled. No exception may leave it; one that does counts as no result
+    /// @param sJob       what it is and what it needs
+    /// @param work       its result is called by the events of this thread, unless cancelled; throws nothing
     /// @return null when the memory question was answered by no, or when the receiver died meanwhile
     JobPtr Start(QObject* pReceiver, SJob sJob, CJob::Work work);
     /// Asks a job to end without a result. One that has done what cannot be taken back goes on.
@@ -57,7 +57,7 @@ Q_SIGNALS:
     void signal_Changed();
 
 protected:
-    bool event(QEvent* pEvent) override;
+    bool event(QEvent* pEvent) override; ///< delivers results
 
 private:
     class CWorker;

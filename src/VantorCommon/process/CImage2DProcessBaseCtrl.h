@@ -121,7 +121,7 @@ protected:
     /// the failure. An exception of the change is a failure. With SCenterOptions::bBackground a thread of a
     /// pool calls the change, which must not touch what belongs to the GUI thread; it may use
     /// Vantor::CProgress::OfThread().
-    /// @param bShowFailed  whether to show the copy also after a failure
+    /// With bShowFailed it shows the copy also after a failure.
     void RunOn(const Change& change, bool bShowFailed = false);
     /// Whether runs are jobs.
     bool IsBackground() const { return m_bBackground; }
@@ -129,7 +129,7 @@ protected:
     /// and ends the run. The source has a region of its own.
     using JobWork = std::function<std::function<void()>(const SSource& source)>;
     /// Starts a run that is a job, with the dialog's title, in place of one that has not ended.
-    /// @param nCopies  of the image, for which it needs memory
+    /// It needs memory for nCopies of the image.
     void StartJob(const SSource& source, int nCopies, const JobWork& work);
     /// Ends the run, if it has started, and emits signal_Failed. Call it when a call of the core library did
     /// not return 0, with its reason, or with a sentence of the tool's own.

@@ -113,8 +113,8 @@ public:
     using ImageEdit = std::function<int(Vantor::Algorithms::CImage& image, SImageChange& sChange)>;
     /// Changes a copy of the current image and shows that, an undoable step; nothing without an image. With
     /// SCenterOptions::bBackground a thread of a pool calls the edit, edits one after another.
-    /// @param strTitle    of the job
-    /// @param strFailure  what signal_Failed says before the reason, a sentence
+    /// The job has the title; in a failure, strFailure, a sentence, stands before the reason in
+    /// signal_Failed.
     void EditImage(const QString& strTitle, const QString& strFailure, ImageEdit edit);
 
     /// Adds a shape of any kind as an undoable step and selects only it; ignores null.

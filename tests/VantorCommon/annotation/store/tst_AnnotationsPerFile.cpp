@@ -131,22 +131,6 @@ private Q_SLOTS:
         QVERIFY(!Store(f).HasUnsaved());
     }
 
-    /// Steps that are forgotten leave their memory to others.
-    void anotherStepIsNeverTakenForTheOneThatWasSaved()
-    {
-        EditFixture f;
-        Show(f, kThree);
-        for (int i = 0; i < 20; ++i) {
-            Add(f, 1);
-            Store(f).SetSaved();
-            f.PressUndo();
-            Add(f, 2);
-            f.PressUndo();
-            Add(f, 3);
-            QVERIFY2(Store(f).HasUnsaved(), qPrintable(QString::number(i)));
-        }
-    }
-
     void aDocumentOfAnyImageCanBeTakenAndApplied()
     {
         EditFixture f;
