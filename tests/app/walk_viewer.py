@@ -212,7 +212,8 @@ class Viewer:
             self.no_dialog("Unsaved Work")
 
     def open(self, path):
-        self.log_after(lambda: self.choose(path), "HOST_RECENT_FILES")
+        self.choose(path)
+        wait_for("the opened file", lambda: self.recent_files()[:1] == [path])
 
     def choose(self, path):
         """Asks for a file, which may not be one that can be opened."""
