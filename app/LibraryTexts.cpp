@@ -77,7 +77,7 @@ const char* const kSentences[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "It was cancelled."),
     QT_TRANSLATE_NOOP("LibraryTexts", "The program that reads documents ended unexpectedly."),
     QT_TRANSLATE_NOOP("LibraryTexts", "The program that reads documents gave no valid answer."),
-    QT_TRANSLATE_NOOP("LibraryTexts",
+    QT_TRANSLATE_NOOP("LibraryTexts", // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): it is one text
                       "The program vantor-pdf, which reads documents, cannot be started: %1. It "
                       "is in the package vantor-pdf."),
     QT_TRANSLATE_NOOP("LibraryTexts", "No source viewer is chosen."),

@@ -139,7 +139,7 @@ CResult CPdfClient::Ask(SPdfRequest& request, int nFile, SPdfAnswer& answer)
 {
     bool bSent = false;
     for (int nTry = 0; nTry < 2 && !bSent; ++nTry) {
-        const CResult result = MakeReady();
+        CResult result = MakeReady();
         if (!result.IsSuccess())
             return result;
         bSent = Send(request, std::string(), nFile);

@@ -66,7 +66,7 @@ CJobs::JobPtr CJobs::Start(QObject* pReceiver, SJob sJob, CJob::Work work)
     if (!sJob.strKind.isEmpty())
         CancelIf(
             [&](const CJob& job) { return job.m_pKey == pReceiver && job.m_sJob.strKind == sJob.strKind; });
-    const auto pJob = std::make_shared<CJob>(pReceiver, std::move(sJob), std::move(work));
+    auto pJob = std::make_shared<CJob>(pReceiver, std::move(sJob), std::move(work));
     connect(pReceiver, &QObject::destroyed, this, &CJobs::CancelOf, Qt::UniqueConnection);
     m_vctJobs.push_back(pJob);
     Enqueue(pJob);
