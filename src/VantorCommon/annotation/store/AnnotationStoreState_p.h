@@ -35,6 +35,12 @@ struct CAnnotationStore::SPrivate {
 
     using ImagePtr = std::shared_ptr<Vantor::Algorithms::CImage>;
 
+    /// The annotations of all pages of a file, and what the file says beside them.
+    struct SFileSets {
+        Vantor::Annotations::SDocument rest;
+        CAnnotationPages::Pages vctPages;
+    };
+
     /// Annotations that left the view at once.
     struct SCleared {
         QString strFile; ///< see SAnnotatedPage; empty with one set
@@ -111,6 +117,9 @@ struct CAnnotationStore::SPrivate {
                    std::vector<Vantor::Annotations::SRemark>& vctRemarks) const;
     void Apply(CAnnotationStore& store, const Vantor::Annotations::SDocument& document, int nId);
     void ApplySet(CAnnotationStore& store, const Vantor::Annotations::SDocument& document);
+    SFileSets SetsIn(const Vantor::Annotations::SDocument& document, const QString& strFile) const;
+    SFileSets SetsNow(const QString& strFile);
+    void ShowSets(const SFileSets& sets, const QString& strFile);
     void ApplyPages(CAnnotationStore& store, const Vantor::Annotations::SDocument& document, int nId);
     Vantor::Annotations::SContext Context(int nId, const Vantor::Annotations::SDocument& document) const;
 

@@ -291,24 +291,20 @@ void CAnnotationStore::SPrivate::ApplySet(CAnnotationStore& store, const SDocume
         [=] { show(*pBefore); });
 }
 
-/// All pages of the file of a page.
-void CAnnotationStore::SPrivate::ApplyPages(CAnnotationStore& store, const SDocument& document, int nId)
+/// What a document has for the pages of a file.
+CAnnotationStore::SPrivate::SFileSets CAnnotationStore::SPrivate::SetsIn(const SDocument& document,
+                                                                         const QString& strFile) const
 {
-    struct SSets {
-        SDocument rest;
-        CAnnotationPages::Pages vctPages;
-    };
-    const QString strFile = FileOf(nId);
-    const auto pAfter = std::make_shared<SSets>(SSets{document, {}});
+    SFileSets sets{document, {}};
     for (const SAnnotatedPage& page : pages.All()) {
         if (page.strFile != strFile)
             continue;
-        pAfter->vctPages.push_back(page);
-        SAnnotatedPage& changed = pAfter->vctPages.back();
+        sets.vctPages.push_back(page);
+        SAnnotatedPage& changed = sets.vctPages.back();
         const int nInFile = page.file.page;
         changed.file = {};
         changed.file.page = nInFile;
-        auto& vctRest = pAfter->rest.pages;
+        auto& vctRest = sets.rest.pages;
         const auto it = std::find_if(vctRest.begin(), vctRest.end(),
                                      [nInFile](const SPage& other) { return other.page == nInFile; });
         if (it != vctRest.end()) {
@@ -318,35 +314,51 @@ void CAnnotationStore::SPrivate::ApplyPages(CAnnotationStore& store, const SDocu
         AnnotationDocument::Move(changed.file, pictures.Of(page.pImage).map);
         changed.vctObjects = AnnotationDocument::Unpack(changed.file);
     }
-    const auto pBefore = std::make_shared<SSets>();
-    const auto show = [this, strFile](const SSets& sets) {
-        rest[strFile] = sets.rest;
-        for (const SAnnotatedPage& page : sets.vctPages) {
-            SAnnotatedPage* pPage = pages.Find(page.nId);
-            if (!pPage)
-                continue;
-            const int nInFile = std::exchange(pPage->file, page.file).page;
-            pPage->file.page = nInFile;
+    return sets;
+}
+
+CAnnotationStore::SPrivate::SFileSets CAnnotationStore::SPrivate::SetsNow(const QString& strFile)
+{
+    SFileSets sets{rest[strFile], {}};
+    for (const SAnnotatedPage& page : pages.All())
+        if (page.strFile == strFile) {
+            sets.vctPages.push_back(page);
             if (page.nId == nShown)
-                tracker.Replace(page.vctObjects);
-            else
-                pPage->vctObjects = page.vctObjects;
+                sets.vctPages.back().vctObjects = pGeometry->GetObjects();
         }
-        tracker.ChangeAll();
-    };
+    return sets;
+}
+
+void CAnnotationStore::SPrivate::ShowSets(const SFileSets& sets, const QString& strFile)
+{
+    rest[strFile] = sets.rest;
+    for (const SAnnotatedPage& page : sets.vctPages) {
+        SAnnotatedPage* pPage = pages.Find(page.nId);
+        if (!pPage)
+            continue;
+        const int nInFile = std::exchange(pPage->file, page.file).page;
+        pPage->file.page = nInFile;
+        if (page.nId == nShown)
+            tracker.Replace(page.vctObjects);
+        else
+            pPage->vctObjects = page.vctObjects;
+    }
+    tracker.ChangeAll();
+}
+
+/// All pages of the file of a page.
+void CAnnotationStore::SPrivate::ApplyPages(CAnnotationStore& store, const SDocument& document, int nId)
+{
+    const QString strFile = FileOf(nId);
+    const auto pAfter = std::make_shared<SFileSets>(SetsIn(document, strFile));
+    const auto pBefore = std::make_shared<SFileSets>();
     nTarget = nId;
     store.RunCall(
         [=] {
-            *pBefore = SSets{rest[strFile], {}};
-            for (const SAnnotatedPage& page : pages.All())
-                if (page.strFile == strFile) {
-                    pBefore->vctPages.push_back(page);
-                    if (page.nId == nShown)
-                        pBefore->vctPages.back().vctObjects = pGeometry->GetObjects();
-                }
-            show(*pAfter);
+            *pBefore = SetsNow(strFile);
+            ShowSets(*pAfter, strFile);
         },
-        [=] { show(*pBefore); });
+        [=] { ShowSets(*pBefore, strFile); });
     nTarget = -1;
 }
 
