@@ -167,11 +167,12 @@ void CAnnotationFiles::ShowStored(int nImage)
     if (m_expected.contains(strImage)) {
         // What the file says beside its pages stays.
         SDocument document;
-        Vantor::Annotations::Load(strFile.toStdString(), Vantor::Annotations::kOwnFormat, {}, document);
+        const SReport report =
+            Vantor::Annotations::Load(strFile.toStdString(), Vantor::Annotations::kOwnFormat, {}, document);
         document.pages = m_expected.take(strImage).pages;
         m_pStore->Apply(document, nImage);
         // Who restores what was not saved knows that the file is older.
-        m_pStore->SetKnownFile(strFile, Vantor::Annotations::IdentityOf(strFile.toStdString()).sha256);
+        m_pStore->SetKnownFile(strFile, report.digest);
     } else if (!strFile.isEmpty()) {
         m_hidden.insert(strImage);
         SLoading& loading = m_loading[strFile];

@@ -94,10 +94,10 @@ std::string DigestOf(const std::string& bytes)
         .toStdString();
 }
 
-/// Whether the file at the path, if there is one, is the one that the caller knows.
-bool IsKnown(const std::string& path, const std::string& digest)
+/// Whether the file at the path is the one that the caller knows.
+bool IsKnown(const std::string& path, const std::optional<std::string>& digest)
 {
-    return !Exists(path) || (!digest.empty() && IdentityOf(path).sha256 == digest);
+    return digest && !digest->empty() && IdentityOf(path).sha256 == *digest;
 }
 } // namespace
 
@@ -115,7 +115,7 @@ SReport Load(const std::string& path, const std::string& format, SContext contex
     if (pFormat && pFormat->pClasses && context.classes.empty())
         (void)ReadFile(Beside(path, pFormat->pClasses), context.classes).IsSuccess();
     SReport report = Read(bytes, strFormat, context, document);
-    if (report.failure.empty())
+    if (report.failure.empty() && !document.IsReadOnly())
         report.digest = DigestOf(bytes);
     return report;
 }
@@ -126,8 +126,10 @@ SReport Save(const SDocument& document, const std::string& path, const std::stri
     const SFormat* pFormat = FindFormat(format);
     const std::string strClasses =
         pFormat && pFormat->pClasses ? Beside(path, pFormat->pClasses) : std::string();
-    CResult result = CheckReplaced(path, format);
-    if (result.IsSuccess() && known && !IsKnown(path, *known))
+    // Only what this version has read or written whole has a digest.
+    const bool bKnown = IsKnown(path, known);
+    CResult result = bKnown ? CResult::Success() : CheckReplaced(path, format);
+    if (result.IsSuccess() && known && !bKnown && Exists(path))
         return {
             '"' + NameOf(path) + "\" was changed by another program and is not overwritten.", {}, {}, true};
     // The classes that are there already keep their numbers.

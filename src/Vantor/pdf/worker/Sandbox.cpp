@@ -76,6 +76,9 @@ void LimitFiles()
 
 /// What reading, computing and answering need. An unknown name is skipped: not every machine has every call.
 constexpr const char* kCalls[] = {
+#ifdef __SANITIZE_ADDRESS__
+    "pipe", "pipe2", // by which the sanitizers ask whether memory can be read
+#endif
     // memory, threads, time, the end
     "brk", "mmap", "mmap2", "munmap", "mremap", "mprotect", "madvise", "futex", "futex_time64",
     "set_robust_list", "rseq", "sched_yield", "sched_getaffinity", "getrandom", "gettimeofday", "time",
