@@ -10,7 +10,7 @@
 
 struct CImageView2DCtrlOpenings::SPending {
     SOpening opening;
-    std::shared_ptr<CJob> pJob;
+    std::weak_ptr<CJob> pJob; ///< its functions hold the opening
     std::optional<ImageFileLoad::SLoaded> loaded;
     bool bDropped = false;
 };
@@ -27,8 +27,8 @@ void CImageView2DCtrlOpenings::CancelAll()
     // Empty first: what is cancelled looks for its place.
     const std::deque<PendingPtr> cancelled = std::exchange(m_pending, {});
     for (const PendingPtr& pPending : cancelled)
-        if (pPending->pJob)
-            CJobs::Get().Cancel(pPending->pJob);
+        if (const CJobs::JobPtr pJob = pPending->pJob.lock())
+            CJobs::Get().Cancel(pJob);
 }
 
 void CImageView2DCtrlOpenings::Start(SOpening opening)

@@ -293,7 +293,7 @@ private Q_SLOTS:
             return {};
         });
         begun.Pass();
-        QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
         QCoreApplication::exec();
         gate.Open();
         QThreadPool::globalInstance()->waitForDone();
