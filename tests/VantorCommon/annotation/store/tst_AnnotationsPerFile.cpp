@@ -220,6 +220,34 @@ private Q_SLOTS:
         QCOMPARE(Store(f).GetImageFile(0), kThree[1]);
     }
 
+    void anImageThatIsSavedWhileAnotherIsShownKeepsItsAnnotations()
+    {
+        EditFixture f;
+        Show(f, kThree);
+        Add(f, 1);
+        f.ctrl->RotateRight();
+        Store(f).SetSaved();
+        const unsigned int nSaved = f.images.GetImage(0)->GetUID();
+        f.ctrl->slot_Next();
+        Add(f, 2);
+        Store(f).SetSaved();
+        Q_EMIT f.ctrl->signal_ImageSaved(kThree[0], nSaved);
+        QCOMPARE(UnsavedOf(f), QStringLiteral("!..")); // its places are on another picture now
+        QCOMPARE(NumbersOf(Store(f).TakeDocument(0)), (Numbers{38, 1, -5, 10}));
+    }
+
+    void anImageThatIsTurnedOnWhileItIsSavedKeepsItsAnnotations()
+    {
+        EditFixture f;
+        Show(f, kThree);
+        Add(f, 1);
+        f.ctrl->RotateRight();
+        const unsigned int nSaved = f.images.GetImage(0)->GetUID();
+        f.ctrl->RotateRight();
+        Q_EMIT f.ctrl->signal_ImageSaved(kThree[0], nSaved);
+        QCOMPARE(NumbersOf(Store(f).TakeDocument(0)), (Numbers{38, 1, -5, 10})); // turned once
+    }
+
     void whatIsSavedUnderAnotherNameTakesItsAnnotationsAlong()
     {
         EditFixture f;
