@@ -60,7 +60,7 @@ private Q_SLOTS:
         QVERIFY(Names(bar).isEmpty());
         QTRY_COMPARE(Names(bar), QStringList{QStringLiteral("Save a.png")});
         auto* pBar = bar.findChild<QProgressBar*>();
-        QVERIFY(pBar->isVisible());
+        QTRY_VERIFY(pBar->isVisible());
         QTRY_COMPARE(pBar->value() * 10, pBar->maximum() * 4);
         CJobs::Get().Cancel(pJob);
         QTRY_VERIFY(Names(bar).isEmpty());
