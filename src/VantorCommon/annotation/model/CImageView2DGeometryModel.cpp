@@ -89,6 +89,7 @@ void CImageView2DGeometryModel::SetOrder(const ObjectList& vctOrder)
                      [&placeOf](const ObjectPtr& a, const ObjectPtr& b) { return placeOf(a) < placeOf(b); });
     if (vctSorted == m_vctObjects)
         return;
+    Q_EMIT signal_BeforeChangeOrder();
     m_vctObjects = std::move(vctSorted);
     Q_EMIT signal_ChangeOrder();
 }

@@ -3,8 +3,14 @@
 #include <VantorCommon/annotation/store/AnnotationTracker_p.h>
 
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
+#include <VantorCommon/annotation/store/AnnotationOrder_p.h>
 
 #include <utility>
+
+namespace
+{
+constexpr std::size_t kManyMoved = 100; // the ids of all are shorter than so many objects
+} // namespace
 
 CAnnotationTracker::CAnnotationTracker(CImageView2DGeometryModel* pModel,
                                        std::function<void(const ObjectList&)> onClear,
@@ -22,10 +28,17 @@ CAnnotationTracker::CAnnotationTracker(CImageView2DGeometryModel* pModel,
             [this](unsigned int nUID) { m_touched.insert(nUID); });
     connect(pModel, &M::signal_BeforeClearObject, this, [this] { m_vctLeaving = m_pModel->GetObjects(); });
     connect(pModel, &M::signal_ClearObject, this, [this] { Clear(); });
-    connect(pModel, &M::signal_ChangeOrder, this, [this] {
-        m_sChanges.bOrder = true;
-        m_onChange();
-    });
+    connect(pModel, &M::signal_BeforeChangeOrder, this, [this] { m_vctOrder = m_pModel->GetObjects(); });
+    connect(pModel, &M::signal_ChangeOrder, this, [this] { Reorder(); });
+}
+
+void CAnnotationTracker::Reorder()
+{
+    const auto vctMoved = AnnotationOrder::Moved(m_vctOrder, m_pModel->GetObjects());
+    m_vctOrder.clear();
+    for (const auto& pObject : vctMoved)
+        m_moved.insert(pObject->GetUID());
+    m_onChange();
 }
 
 void CAnnotationTracker::Add(unsigned int nUID)
@@ -51,6 +64,7 @@ void CAnnotationTracker::Delete(unsigned int nUID)
     if (m_added.erase(nUID) == 0 || m_deleted.count(nUID) != 0)
         m_deleted[nUID] = it->second.id;
     m_touched.erase(nUID);
+    m_moved.erase(nUID);
     m_ids.erase(it->second.id);
     m_known.erase(it);
     m_onChange();
@@ -67,6 +81,7 @@ void CAnnotationTracker::Clear()
     m_ids.clear();
     m_added.clear();
     m_touched.clear();
+    m_moved.clear();
     m_onClear(vctGone);
 }
 
@@ -87,6 +102,7 @@ void CAnnotationTracker::ReadAll()
     m_deleted.clear();
     m_added.clear();
     m_touched.clear();
+    m_moved.clear();
     for (const auto& pObject : m_pModel->GetObjects()) {
         SKnown& known = m_known[pObject->GetUID()];
         known = SKnown{pObject->GetId().toStdString(), pObject->GetRevision()};
@@ -121,7 +137,12 @@ SAnnotationChanges CAnnotationTracker::Take()
     const auto deleted = std::exchange(m_deleted, {});
     const auto added = std::exchange(m_added, {});
     auto touched = std::exchange(m_touched, {});
-    for (unsigned int nUID : added)
+    auto came = std::exchange(m_moved, {});
+    sChanges.bOrder = came.size() > kManyMoved;
+    if (sChanges.bOrder)
+        came.clear();
+    came.insert(added.begin(), added.end());
+    for (unsigned int nUID : came)
         touched.erase(nUID);
     for (const auto& pObject : Objects(touched)) {
         const auto it = m_known.find(pObject->GetUID());
@@ -132,8 +153,8 @@ SAnnotationChanges CAnnotationTracker::Take()
     }
     for (const auto& [nUID, id] : deleted)
         sChanges.vctDeleted.push_back(id);
-    sChanges.vctAdded = Objects(added);
-    for (const auto& pObject : sChanges.vctAdded)
+    sChanges.vctCame = Objects(came);
+    for (const auto& pObject : sChanges.vctCame)
         m_known[pObject->GetUID()].nRevision = pObject->GetRevision();
     if (sChanges.bAll) {
         sChanges = {};

@@ -12,20 +12,20 @@
 #include <unordered_set>
 #include <vector>
 
-/// What has become of annotations since somebody asked last: first some were deleted, then some were added or
-/// changed, the lowest first.
+/// What has become of annotations since somebody asked last: first some were deleted, then some came to their
+/// places or changed, the lowest first.
 struct SAnnotationChanges {
     using ObjectPtr = CImageView2DGeometryModel::ObjectPtr;
 
-    bool bAll = false; ///< so much that the whole set is to be read anew; everything else is empty then
-    bool bOrder = false;
+    bool bAll = false;   ///< so much that the whole set is to be read anew; everything else is empty then
+    bool bOrder = false; ///< so many moved in the order that the whole order is to be read
     std::vector<std::string> vctDeleted; ///< ids
-    std::vector<ObjectPtr> vctAdded;
+    std::vector<ObjectPtr> vctCame;      ///< the new ones, and those that moved in the order
     std::vector<ObjectPtr> vctChanged;
 
     bool Any() const
     {
-        return bAll || bOrder || !vctDeleted.empty() || !vctAdded.empty() || !vctChanged.empty();
+        return bAll || bOrder || !vctDeleted.empty() || !vctCame.empty() || !vctChanged.empty();
     }
 };
 
@@ -57,6 +57,7 @@ private:
     void Add(unsigned int nUID);
     void Delete(unsigned int nUID);
     void Clear();
+    void Reorder();
     void ReadAll();
     ObjectList Objects(const std::unordered_set<unsigned int>& uids) const;
 
@@ -65,10 +66,12 @@ private:
     std::function<void()> m_onChange;
     bool m_bReplacing = false;
     ObjectList m_vctLeaving; ///< between the two signals of a model that is emptied
+    ObjectList m_vctOrder;   ///< between the two signals of a model that is put into another order
     std::unordered_map<unsigned int, SKnown> m_known;
     std::unordered_set<std::string> m_ids; ///< of m_known
     std::unordered_map<unsigned int, std::string> m_deleted;
     std::unordered_set<unsigned int> m_added;
     std::unordered_set<unsigned int> m_touched;
-    SAnnotationChanges m_sChanges; ///< its flags
+    std::unordered_set<unsigned int> m_moved; ///< in the order
+    SAnnotationChanges m_sChanges;            ///< its flags
 };

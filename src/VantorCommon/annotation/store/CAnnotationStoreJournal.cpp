@@ -105,9 +105,9 @@ void CAnnotationStore::SPrivate::AddChanges(SJournalStep& step, const SAnnotatio
     step.vctDeleted = sChanges.vctDeleted;
     SPage page;
     page.page = step.nPage;
-    const auto vctBelow = IdsBelow(*pGeometry, sChanges.vctAdded);
+    const auto vctBelow = IdsBelow(*pGeometry, sChanges.vctCame);
     for (std::size_t i = 0; i < vctBelow.size(); ++i) {
-        page.objects.push_back(ObjectOf(*sChanges.vctAdded[i]));
+        page.objects.push_back(ObjectOf(*sChanges.vctCame[i]));
         step.vctAbove.emplace_back(vctBelow[i]);
     }
     for (const auto& pObject : sChanges.vctChanged) {

@@ -300,6 +300,39 @@ private Q_SLOTS:
         QVERIFY(nFiles > 10);
     }
 
+    void aChangeOfTheOrderTellsOnlyWhatMoves_data()
+    {
+        QTest::addColumn<int>("moved");
+        QTest::addColumn<bool>("isShort");
+        QTest::newRow("one by one place") << 1 << true;
+        QTest::newRow("twenty") << 20 << true;
+        QTest::newRow("so many that the whole order is shorter") << 200 << false;
+    }
+    void aChangeOfTheOrderTellsOnlyWhatMoves()
+    {
+        QFETCH(int, moved);
+        QFETCH(bool, isShort);
+        StoreBench bench(true);
+        bench.store().Apply(StoreBench::Many(1000));
+        bench.store().SetSaved();
+        bench.store().Paste({Point(1)}, {});
+        const auto vctObjects = bench.geometry.GetObjects();
+        CImageView2DGeometryModel::ObjectList vctMoved;
+        for (int i = 0; i < moved; ++i)
+            vctMoved.push_back(vctObjects[static_cast<std::size_t>(900 - 3 * i)]);
+        if (moved == 1)
+            bench.store().Raise(vctMoved);
+        else
+            bench.store().MoveTo(vctMoved, 100);
+        QCoreApplication::processEvents();
+        const QByteArray line = Content(OnlyFile()).split('\n').at(2);
+        QCOMPARE(line.contains("\"order\""), !isShort);
+        QVERIFY(!isShort || line.size() < 600 * moved);
+        SDocument back;
+        QVERIFY(StoreBench::ReadJournal(OnlyFile(), back).failure.empty());
+        QVERIFY(SameDocument(back, bench.store().TakeDocument()));
+    }
+
     void anObjectThatComesBackBesideOneOfItsIdIsTold()
     {
         StoreBench bench(true);
