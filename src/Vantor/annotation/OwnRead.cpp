@@ -5,13 +5,13 @@
 #include <Vantor/annotation/ObjectOutline_p.h>
 #include <Vantor/annotation/OwnFormat_p.h>
 
+#include <QSet>
 #include <QUuid>
 
 #include <algorithm>
 #include <charconv>
 #include <climits>
 #include <cmath>
-#include <unordered_set>
 
 namespace Vantor::Annotations
 {
@@ -75,6 +75,8 @@ Members::Members(JsonView object)
 {
     if (!object.IsObject())
         m_strBad = "{}";
+    constexpr std::size_t kUsual = 12;
+    m_members.reserve(kUsual);
     std::size_t nUnknown = 0;
     for (JsonItems items(object); items.Next() && m_strBad.empty();) {
         m_members.push_back({items.Name(), items.Raw(), items.Value()});
@@ -83,6 +85,7 @@ Members::Members(JsonView object)
             Refuse(m_members.back().name);
     }
     std::vector<std::string_view> names;
+    names.reserve(m_members.size());
     for (const SMember& member : m_members)
         names.push_back(member.name);
     std::sort(names.begin(), names.end());
@@ -254,7 +257,7 @@ private:
 
     SDocument& m_document;
     Remarks& m_remarks;
-    std::unordered_set<std::string> m_ids;
+    QSet<QUuid> m_ids;
     std::size_t m_nObjects = 0;
     std::size_t m_nNumbers = 0;
     std::size_t m_nRaw = 0;
@@ -392,15 +395,13 @@ bool OwnReader::ReadObject(JsonView view, SObject& object) const
 /// Gives an identity to an annotation that has none of its own.
 void OwnReader::Identify(SObject& object)
 {
-    const QUuid id = QUuid::fromString(QString::fromStdString(object.id));
-    const std::string strId = id.toString(QUuid::WithoutBraces).toStdString();
-    if (!id.isNull() && m_ids.insert(strId).second) {
-        object.id = strId;
-        return;
+    QUuid id = QUuid::fromString(QLatin1String(object.id.data(), static_cast<int>(object.id.size())));
+    if (id.isNull() || m_ids.contains(id)) {
+        m_nRenewed += !object.id.empty();
+        id = QUuid::createUuid();
     }
-    m_nRenewed += !object.id.empty();
-    object.id = QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString();
-    m_ids.insert(object.id);
+    object.id = id.toByteArray(QUuid::WithoutBraces).toStdString();
+    m_ids.insert(id);
 }
 
 void OwnReader::TellCounts()

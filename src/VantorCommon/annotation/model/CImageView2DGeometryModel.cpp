@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 
+#include <VantorCommon/annotation/model/ObjectOrder_p.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
 #include <VantorCommon/log/CLogger.h>
 
@@ -89,9 +90,9 @@ void CImageView2DGeometryModel::SetOrder(const ObjectList& vctOrder)
                      [&placeOf](const ObjectPtr& a, const ObjectPtr& b) { return placeOf(a) < placeOf(b); });
     if (vctSorted == m_vctObjects)
         return;
-    Q_EMIT signal_BeforeChangeOrder();
+    const ObjectList vctMoved = ObjectOrder::Moved(m_vctObjects, vctSorted);
     m_vctObjects = std::move(vctSorted);
-    Q_EMIT signal_ChangeOrder();
+    Q_EMIT signal_ChangeOrder(vctMoved);
 }
 
 bool CImageView2DGeometryModel::Insert(const ObjectPtr& pObject)

@@ -52,8 +52,7 @@ public:
     /// stay.
     void SetObjects(const ObjectList& vctObjects);
     /// Puts the finished objects into the order of the list, the topmost first; those that it does not name
-    /// come first, in the order that they have. When that changes anything it emits signal_BeforeChangeOrder
-    /// and signal_ChangeOrder.
+    /// come first, in the order that they have. Emits signal_ChangeOrder when that changes anything.
     void SetOrder(const ObjectList& vctOrder);
     /// @{
     /// Emits signal_BeforeDeleteDrawableObject, removes, emits signal_DeleteDrawableObject. False, and no
@@ -94,10 +93,8 @@ Q_SIGNALS:
     void signal_BeforeDeleteDrawableObject(unsigned int nUID, QString strName);
     /// The object has left the list.
     void signal_DeleteDrawableObject(unsigned int nUID, QString strName);
-    /// The finished objects still stand in their old order.
-    void signal_BeforeChangeOrder();
-    /// The same finished objects stand in another order.
-    void signal_ChangeOrder();
+    /// The same finished objects stand in another order; these are the fewest whose moves make it.
+    void signal_ChangeOrder(const ObjectList& vctMoved);
     /// The drawing or the waiting object has changed.
     void signal_ChangeDrawingObject();
     /// All finished objects are still in the list.

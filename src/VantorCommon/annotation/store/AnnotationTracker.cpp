@@ -3,7 +3,6 @@
 #include <VantorCommon/annotation/store/AnnotationTracker_p.h>
 
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
-#include <VantorCommon/annotation/store/AnnotationOrder_p.h>
 
 #include <utility>
 
@@ -28,17 +27,11 @@ CAnnotationTracker::CAnnotationTracker(CImageView2DGeometryModel* pModel,
             [this](unsigned int nUID) { m_touched.insert(nUID); });
     connect(pModel, &M::signal_BeforeClearObject, this, [this] { m_vctLeaving = m_pModel->GetObjects(); });
     connect(pModel, &M::signal_ClearObject, this, [this] { Clear(); });
-    connect(pModel, &M::signal_BeforeChangeOrder, this, [this] { m_vctOrder = m_pModel->GetObjects(); });
-    connect(pModel, &M::signal_ChangeOrder, this, [this] { Reorder(); });
-}
-
-void CAnnotationTracker::Reorder()
-{
-    const auto vctMoved = AnnotationOrder::Moved(m_vctOrder, m_pModel->GetObjects());
-    m_vctOrder.clear();
-    for (const auto& pObject : vctMoved)
-        m_moved.insert(pObject->GetUID());
-    m_onChange();
+    connect(pModel, &M::signal_ChangeOrder, this, [this](const ObjectList& vctMoved) {
+        for (const auto& pObject : vctMoved)
+            m_moved.insert(pObject->GetUID());
+        m_onChange();
+    });
 }
 
 void CAnnotationTracker::Add(unsigned int nUID)
@@ -103,7 +96,10 @@ void CAnnotationTracker::ReadAll()
     m_added.clear();
     m_touched.clear();
     m_moved.clear();
-    for (const auto& pObject : m_pModel->GetObjects()) {
+    const ObjectList vctObjects = m_pModel->GetObjects();
+    m_known.reserve(vctObjects.size());
+    m_ids.reserve(vctObjects.size());
+    for (const auto& pObject : vctObjects) {
         SKnown& known = m_known[pObject->GetUID()];
         known = SKnown{pObject->GetId().toStdString(), pObject->GetRevision()};
         m_ids.insert(known.id);

@@ -57,7 +57,6 @@ private:
     void Add(unsigned int nUID);
     void Delete(unsigned int nUID);
     void Clear();
-    void Reorder();
     void ReadAll();
     ObjectList Objects(const std::unordered_set<unsigned int>& uids) const;
 
@@ -66,7 +65,6 @@ private:
     std::function<void()> m_onChange;
     bool m_bReplacing = false;
     ObjectList m_vctLeaving; ///< between the two signals of a model that is emptied
-    ObjectList m_vctOrder;   ///< between the two signals of a model that is put into another order
     std::unordered_map<unsigned int, SKnown> m_known;
     std::unordered_set<std::string> m_ids; ///< of m_known
     std::unordered_map<unsigned int, std::string> m_deleted;

@@ -8,7 +8,9 @@
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
 
 #include <QApplication>
+#include <algorithm>
 #include <functional>
+#include <random>
 
 namespace
 {
@@ -22,6 +24,30 @@ ObjectPtr MakeObject(const QString& strName = QString())
     pShape->SetData(std::make_shared<Vantor::Geometry::CRectangle>(0, 0, 5, 5));
     pShape->SetName(strName);
     return pShape;
+}
+
+std::vector<ObjectPtr> Without(std::vector<ObjectPtr> vctObjects, const std::vector<ObjectPtr>& vctGone)
+{
+    const auto isGone = [&vctGone](const ObjectPtr& pObject) {
+        return std::find(vctGone.begin(), vctGone.end(), pObject) != vctGone.end();
+    };
+    vctObjects.erase(std::remove_if(vctObjects.begin(), vctObjects.end(), isGone), vctObjects.end());
+    return vctObjects;
+}
+
+// Tries every set of objects.
+int FewestMoves(const std::vector<ObjectPtr>& vctFrom, const std::vector<ObjectPtr>& vctTo)
+{
+    int nFewest = static_cast<int>(vctFrom.size());
+    for (unsigned nSet = 0; nSet < 1U << vctFrom.size(); ++nSet) {
+        std::vector<ObjectPtr> vctSet;
+        for (std::size_t i = 0; i < vctFrom.size(); ++i)
+            if ((nSet >> i & 1U) != 0)
+                vctSet.push_back(vctFrom[i]);
+        if (Without(vctFrom, vctSet) == Without(vctTo, vctSet))
+            nFewest = std::min(nFewest, static_cast<int>(vctSet.size()));
+    }
+    return nFewest;
 }
 
 // Every signal of a model in the order of arrival, with the size of the list at that moment.
@@ -420,6 +446,29 @@ private Q_SLOTS:
         model.RestoreObjects({b, nullptr, a});
         QVERIFY((model.GetObjects() == std::vector<ObjectPtr>{b, a}));
         QCOMPARE(recorder.Take().size(), 1);
+    }
+
+    void aChangeOfTheOrderTellsTheFewestThatMoved()
+    {
+        Model model;
+        std::vector<ObjectPtr> vctObjects;
+        for (int i = 0; i < 7; ++i)
+            vctObjects.push_back(MakeObject());
+        model.RestoreObjects(vctObjects);
+        std::vector<ObjectPtr> vctMoved;
+        connect(&model, &Model::signal_ChangeOrder, this,
+                [&](const std::vector<ObjectPtr>& vctTold) { vctMoved = vctTold; });
+        std::mt19937 random(3);
+        for (int i = 0; i < 200; ++i) {
+            const auto vctBefore = model.GetObjects();
+            auto vctAfter = vctBefore;
+            std::shuffle(vctAfter.begin() + static_cast<std::ptrdiff_t>(random() % 6), vctAfter.end(),
+                         random);
+            vctMoved.clear();
+            model.SetOrder(vctAfter);
+            QVERIFY(Without(vctBefore, vctMoved) == Without(vctAfter, vctMoved));
+            QCOMPARE(static_cast<int>(vctMoved.size()), FewestMoves(vctBefore, vctAfter));
+        }
     }
 };
 

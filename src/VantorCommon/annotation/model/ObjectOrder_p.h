@@ -5,7 +5,7 @@
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 
 /// What a change of the order of annotations comes to. Any thread.
-namespace AnnotationOrder
+namespace ObjectOrder
 {
 using ObjectList = CImageView2DGeometryModel::ObjectList;
 
@@ -13,4 +13,4 @@ using ObjectList = CImageView2DGeometryModel::ObjectList;
 /// n objects between the first and the last difference it takes n log n steps (patience sorting, C.
 /// Schensted, Canadian Journal of Mathematics 13, 1961).
 ObjectList Moved(const ObjectList& vctFrom, const ObjectList& vctTo);
-} // namespace AnnotationOrder
+} // namespace ObjectOrder

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
-#include <VantorCommon/annotation/store/AnnotationOrder_p.h>
+#include <VantorCommon/annotation/model/ObjectOrder_p.h>
 
 #include <algorithm>
 #include <unordered_map>
@@ -31,7 +31,7 @@ std::vector<bool> LongestRising(const std::vector<std::size_t>& vctNumbers)
 }
 } // namespace
 
-AnnotationOrder::ObjectList AnnotationOrder::Moved(const ObjectList& vctFrom, const ObjectList& vctTo)
+ObjectOrder::ObjectList ObjectOrder::Moved(const ObjectList& vctFrom, const ObjectList& vctTo)
 {
     const auto [itFrom, itTo] = std::mismatch(vctFrom.begin(), vctFrom.end(), vctTo.begin(), vctTo.end());
     const auto nSame = std::mismatch(vctFrom.rbegin(), std::make_reverse_iterator(itFrom), vctTo.rbegin(),
