@@ -87,9 +87,12 @@ CResult CheckReplaced(const std::string& path, const std::string& format)
     return old.IsReadOnly() ? kept("It was saved by a later version.") : CResult::Success();
 }
 
+/// It tells other files apart that come by themselves, not those that are made to have the same one: MD5
+/// takes a fifth of the time of SHA-256.
 std::string DigestOf(const std::string& bytes)
 {
-    return QCryptographicHash::hash(QByteArray::fromStdString(bytes), QCryptographicHash::Sha256)
+    return QCryptographicHash::hash(QByteArray::fromRawData(bytes.data(), static_cast<int>(bytes.size())),
+                                    QCryptographicHash::Md5)
         .toHex()
         .toStdString();
 }
@@ -97,7 +100,8 @@ std::string DigestOf(const std::string& bytes)
 /// Whether the file at the path is the one that the caller knows.
 bool IsKnown(const std::string& path, const std::optional<std::string>& digest)
 {
-    return digest && !digest->empty() && IdentityOf(path).sha256 == *digest;
+    std::string bytes;
+    return digest && !digest->empty() && ReadFile(path, bytes).IsSuccess() && DigestOf(bytes) == *digest;
 }
 } // namespace
 

@@ -104,7 +104,7 @@ struct SRemark {
 struct SReport {
     std::string failure;          ///< a sentence in English; empty for a success
     std::vector<SRemark> remarks; ///< what was lost or left out; none after a failure
-    std::string digest = {};      ///< SHA-256 of the file, as in SSource; empty if a later version made it
+    std::string digest = {};      ///< what Save knows the file by; empty if a later version made it
     bool conflict = false;        ///< nothing was saved: another file than the caller knows stands there
 };
 

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -138,6 +139,12 @@ std::optional<std::string> Decode(std::string_view quoted)
             return std::nullopt;
     }
     return text;
+}
+
+/// Whether it stands for itself between quotes.
+bool IsPlain(char c)
+{
+    return c >= ' ' && c < '\x7f' && c != '"' && c != '\\';
 }
 
 /// The number if the whole text is one.
@@ -324,6 +331,11 @@ void JsonWriter::String(std::string_view text)
 {
     constexpr std::string_view kHex = "0123456789abcdef";
     Separate();
+    if (std::all_of(text.begin(), text.end(), IsPlain)) {
+        m_text.append(1, '"').append(text).append(1, '"');
+        m_bComma = true;
+        return;
+    }
     // The way through QString makes UTF-8 of whatever it is.
     const QByteArray clean = QString::fromUtf8(text.data(), static_cast<int>(text.size())).toUtf8();
     m_text += '"';
