@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStringList>
+#include <iterator>
+#include <utility>
 
 using Vantor::Algorithms::CImage;
 
@@ -28,7 +30,10 @@ QString LoadedFrom(const CImage& image)
 CImageOrigins::CImageOrigins(CImageView2DCtrl* pCtrl) : m_pCtrl(pCtrl), m_pModel(pCtrl->GetImageModel())
 {
     connect(m_pModel, &CImageView2DModel::signal_ChangeImageList, this, &CImageOrigins::LearnList);
-    connect(m_pModel, &CImageView2DModel::signal_ChangeCurrentImage, this, &CImageOrigins::signal_Changed);
+    connect(m_pModel, &CImageView2DModel::signal_ChangeCurrentImage, this, [this] {
+        FollowChange();
+        Q_EMIT signal_Changed();
+    });
     // The first image of the file is current now, and the others follow it.
     connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, this, [this] {
         Learn(m_pModel->GetCurrentIndex());
@@ -45,7 +50,8 @@ void CImageOrigins::Learn(int nFirst)
         const QString strFile = pImage ? LoadedFrom(*pImage) : QString();
         if (strFile.isEmpty())
             continue;
-        m_clean.insert(pImage->GetUID());
+        m_clean[pImage->GetUID()] = strFile;
+        m_saved.remove(pImage->GetUID());
         if (!pImage->GetNotes().empty())
             m_partly.insert(strFile);
     }
@@ -54,15 +60,34 @@ void CImageOrigins::Learn(int nFirst)
 /// An appended image comes from its file, if it has one: no other signal announces a pasted file.
 void CImageOrigins::LearnList()
 {
-    Learn(m_nCount);
-    m_nCount = m_pModel->GetImageCount();
+    Learn(static_cast<int>(m_vctKnown.size()));
+    FollowChange();
     Q_EMIT signal_Changed();
+}
+
+/// An image that was turned or filtered is saved where the one before it was saved.
+void CImageOrigins::FollowChange()
+{
+    std::vector<unsigned int> vctNow;
+    for (int i = 0; i < m_pModel->GetImageCount(); ++i) {
+        const auto pImage = m_pModel->GetImage(i);
+        vctNow.push_back(pImage ? pImage->GetUID() : 0);
+    }
+    for (std::size_t i = 0; vctNow.size() == m_vctKnown.size() && i < vctNow.size(); ++i) {
+        const auto it = m_saved.constFind(m_vctKnown[i]);
+        if (vctNow[i] != m_vctKnown[i] && it != m_saved.constEnd() && !m_saved.contains(vctNow[i]))
+            m_saved.insert(vctNow[i], QString(it.value()));
+    }
+    m_vctKnown = std::move(vctNow);
 }
 
 void CImageOrigins::LearnSaved(const QString& strPath, unsigned int nImageUID)
 {
     const QString strFile = QFileInfo(strPath).absoluteFilePath();
-    m_clean.insert(nImageUID);
+    // What was in the file before is there no longer.
+    for (auto it = m_clean.begin(); it != m_clean.end();)
+        it = it.value() == strFile ? m_clean.erase(it) : std::next(it);
+    m_clean.insert(nImageUID, strFile);
     m_saved.insert(nImageUID, strFile);
     m_partly.remove(strFile);
     Q_EMIT signal_Changed();

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QSet>
 #include <QString>
+#include <vector>
 
 class CImageView2DCtrl;
 class CImageView2DModel;
@@ -38,12 +39,13 @@ private:
     void Learn(int nFirst);
     void LearnList();
     void LearnSaved(const QString& strPath, unsigned int nImageUID);
+    void FollowChange();
     bool IsWholeIn(const QString& strPath) const;
 
     CImageView2DCtrl* m_pCtrl;
     CImageView2DModel* m_pModel;
-    int m_nCount = 0;                     ///< of known images
-    QSet<unsigned int> m_clean;           ///< identifiers of images
-    QHash<unsigned int, QString> m_saved; ///< files to which images were saved, by identifier
+    std::vector<unsigned int> m_vctKnown; ///< identifiers of the images in the list
+    QHash<unsigned int, QString> m_clean; ///< the file that an image equals, by its identifier
+    QHash<unsigned int, QString> m_saved; ///< the file to which an image, or what it was made from, was saved
     QSet<QString> m_partly;               ///< files that hold more than their image
 };

@@ -324,6 +324,43 @@ private Q_SLOTS:
         QVERIFY(!host.window.isWindowModified());
     }
 
+    void anImageThatIsInItsFileNoLongerIsUnsaved()
+    {
+        const Pictures pictures;
+        const QString strFile = pictures.Add(QStringLiteral("a.png"));
+        const QByteArray before = Pictures::Bytes(strFile);
+        Host host;
+        QVERIFY(host.Show({strFile}));
+        host.Entry("Edit", "Rotate Left")->trigger();
+        QTRY_VERIFY(host.window.isWindowModified());
+        host.Entry("File", "Save")->trigger();
+        QTRY_VERIFY(!host.window.isWindowModified());
+        QVERIFY(Pictures::Bytes(strFile) != before);
+        host.Entry("Edit", "Undo")->trigger();
+        QTRY_VERIFY(host.window.isWindowModified());
+        host.Entry("Edit", "Redo")->trigger();
+        QTRY_VERIFY(!host.window.isWindowModified());
+    }
+
+    void aChangedImageIsSavedWhereItWasSavedBefore()
+    {
+        const Pictures pictures;
+        const QString strFile = pictures.Add(QStringLiteral("a.png"));
+        const QString strOther = pictures.folder.filePath(QStringLiteral("b.png"));
+        const QByteArray before = Pictures::Bytes(strFile);
+        Host host;
+        QVERIFY(host.Show({strFile}));
+        CtrlOf(host, 0)->SaveFile(strOther);
+        QTRY_VERIFY(QFile::exists(strOther));
+        const QByteArray other = Pictures::Bytes(strOther);
+        host.Entry("Edit", "Rotate Left")->trigger();
+        QTRY_VERIFY(host.window.isWindowModified());
+        host.Entry("File", "Save")->trigger();
+        QTRY_VERIFY(!host.window.isWindowModified());
+        QCOMPARE(Pictures::Bytes(strFile), before);
+        QVERIFY(Pictures::Bytes(strOther) != other);
+    }
+
     void aFilePastedFromTheClipboardIsNotUnsaved()
     {
         Host host;

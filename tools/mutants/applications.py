@@ -263,4 +263,10 @@ ROWS = [
     ("host-reopen-off", "app/CMainWindowWork.cpp",
      "    if (CSettingManager::GetInt(HostSettings::kReopen, 0) == 0)\n        return;\n", "",
      "what was open is opened again although nobody wished it", "tst_Session"),
+    ("origins-left", "app/CImageOrigins.cpp",
+     "it = it.value() == strFile ? m_clean.erase(it) : std::next(it);", "++it;",
+     "a picture that was saved over counts as saved after undo", "tst_CUnsavedWork"),
+    ("origins-follow", "app/CImageOrigins.cpp",
+     "vctNow[i] != m_vctKnown[i] && it != m_saved", "false && it != m_saved",
+     "a turned picture is saved over the file that it was opened from, not where it was saved", "tst_CUnsavedWork"),
 ]
