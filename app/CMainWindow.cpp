@@ -3,12 +3,15 @@
 #include "CMainWindow.h"
 
 #include "CActionTable.h"
+#include "CBrowser.h"
+#include "CFullScreen.h"
 #include "CJobBar.h"
 #include "CMessageBar.h"
 #include "CRecentFiles.h"
 #include "CRecoveryBar.h"
 #include "CShortcutsDlg.h"
 #include "CTheme.h"
+#include "CTrash.h"
 #include "CUnsavedWork.h"
 #include "HostSettings.h"
 #include "LibraryTexts.h"
@@ -153,8 +156,12 @@ CMainWindow::CMainWindow()
     m_pViewers = std::make_unique<CViewers>(m_pView);
     CreateUnsavedWork();
     m_pActions = new CActionTable(this);
+    CreateBrowser();
     CreateMenus();
     CreateToolBar();
+    // The keys of a hidden menu bar are dead, those of the window are not.
+    for (QAction* pAction : m_pActions->Actions())
+        addAction(pAction);
     statusBar()->addPermanentWidget(new CJobBar(this));
     ConnectMessages();
     // If the layout has hidden the active viewer, keyboard, border and docks move to a visible one.
@@ -284,6 +291,7 @@ void CMainWindow::closeEvent(QCloseEvent* pEvent)
 {
     if (!m_pWork->AskForAll())
         return pEvent->ignore();
+    m_pFullScreen->Set(false);
     StoreState();
     QMainWindow::closeEvent(pEvent);
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 class CActionTable;
+class CBrowser;
 class CAnnotationStore;
 class CAnnotationTableCtrl;
 class CAnnotationTableView;
@@ -18,6 +19,7 @@ class CCenterModel;
 class CCenterView;
 class CImageView2DCtrl;
 class CImageView3DEarth;
+class CFullScreen;
 class CMessageBar;
 class CPropertyDockView;
 class CRecentFiles;
@@ -26,6 +28,7 @@ class CSettingCtrl;
 class CSettingDlg;
 class CTheme;
 class CToolBoxDockView;
+class CTrash;
 class CUnsavedWork;
 class CViewers;
 class QAction;
@@ -97,7 +100,16 @@ private:
     void StoreState();
     QString Layout() const;
     bool OpenIn(std::size_t nViewer, const QString& strFile);
-    void OpenInActive(const QString& strFile);
+    /// In place of what is there. @return false when that was to stay
+    bool OpenInActive(const QString& strFile);
+    void CreateBrowser();
+    void CreateBrowseEntries(QMenu* pMenu);
+    void CreateFolderEntry(QMenu* pMenu);
+    void CreateTrashEntries(QMenu* pMenu);
+    void ShowTitle();
+    QString ImageFile() const;
+    void MoveToTrash();
+    void RestoreFromTrash();
     void ShowFirst(CImageView2DCtrl& ctrl);
     /// @{
     /// The image of the active viewer with its annotations: ask for a file and write it, or copy it.
@@ -156,6 +168,9 @@ private:
     std::unique_ptr<CCenterCtrl> m_pCtrl;
     std::unique_ptr<CViewers> m_pViewers;
     std::unique_ptr<CUnsavedWork> m_pWork;
+    std::unique_ptr<CTrash> m_pTrash;
+    CFullScreen* m_pFullScreen = nullptr;
+    CBrowser* m_pBrowser = nullptr;
     CActionTable* m_pActions = nullptr;
     std::vector<QAction*> m_vctToolBar; ///< the entries that the tool bar shows, too
     CRecentFiles* m_pRecent = nullptr;

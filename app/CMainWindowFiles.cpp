@@ -5,6 +5,7 @@
 #include "CMainWindow.h"
 
 #include "CActionTable.h"
+#include "CBrowser.h"
 #include "CMessageBar.h"
 #include "CRecentFiles.h"
 #include "CUnsavedWork.h"
@@ -55,6 +56,12 @@ int CMainWindow::OpenFiles(const QStringList& lstFiles, const QString& strLayout
         vctCounts.push_back(viewer.Ctrl2D()->GetImageModel()->GetImageCount());
     }
     const int nViewers = std::max(1, m_pModel->GetColumn() * m_pModel->GetRow());
+    if (lstFiles.size() == 1 && QFileInfo(lstFiles.first()).isDir()) {
+        m_pBrowser->OpenFolder(lstFiles.first());
+        m_pBrowser->Finish();
+        CJobs::Get().Finish(m_pViewers->Active().Ctrl2D());
+        return m_pViewers->Active().HasImage() ? 1 : 0;
+    }
     int nOpened = 0;
     for (int i = 0; i < lstFiles.size(); ++i)
         if (OpenIn(static_cast<std::size_t>(i % nViewers), lstFiles[i]))
@@ -83,6 +90,8 @@ void CMainWindow::StartOpening(const QStringList& lstFiles, const QString& strLa
 {
     ChangeLayout(strLayout.isEmpty() ? LayoutFor(lstFiles.size()) : strLayout);
     const int nViewers = std::max(1, m_pModel->GetColumn() * m_pModel->GetRow());
+    if (lstFiles.size() == 1 && QFileInfo(lstFiles.first()).isDir())
+        return m_pBrowser->OpenFolder(lstFiles.first());
     for (int i = 0; i < lstFiles.size(); ++i)
         m_pViewers->All()[static_cast<std::size_t>(i % nViewers)].pCtrl->AddImage(lstFiles[i]);
     for (int i = 0; i < std::min(nViewers, lstFiles.size()); ++i)
@@ -108,11 +117,13 @@ void CMainWindow::ShowFirst(CImageView2DCtrl& ctrl)
     });
 }
 
-void CMainWindow::OpenInActive(const QString& strFile)
+bool CMainWindow::OpenInActive(const QString& strFile)
 {
     const SViewer viewer = m_pViewers->Active();
-    if (m_pWork->AskForViewer(viewer))
-        viewer.pCtrl->LoadFile(strFile);
+    if (!m_pWork->AskForViewer(viewer))
+        return false;
+    viewer.pCtrl->LoadFile(strFile);
+    return true;
 }
 
 void CMainWindow::ConnectFiles(const SViewer& viewer)
@@ -153,6 +164,9 @@ void CMainWindow::dragEnterEvent(QDragEnterEvent* pEvent)
 void CMainWindow::dropEvent(QDropEvent* pEvent)
 {
     for (const QUrl& url : pEvent->mimeData()->urls())
-        m_pViewers->Active().pCtrl->AddImage(url.toLocalFile());
+        if (QFileInfo(url.toLocalFile()).isDir())
+            m_pBrowser->OpenFolder(url.toLocalFile());
+        else
+            m_pViewers->Active().pCtrl->AddImage(url.toLocalFile());
     pEvent->acceptProposedAction();
 }

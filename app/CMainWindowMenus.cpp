@@ -7,6 +7,7 @@
 #include "CRecentFiles.h"
 #include "CTheme.h"
 #include "CUnsavedWork.h"
+#include "HostIcons.h"
 #include "HostSettings.h"
 #include "ImageEdits.h"
 #include "ToolFaces.h"
@@ -42,16 +43,6 @@ namespace
 {
 constexpr int kToolIconSize = 24;
 
-QIcon HostIcon(const char* pName)
-{
-    return QIcon(QStringLiteral(":/app/Image/%1.png").arg(QLatin1String(pName)));
-}
-
-QIcon LibraryIcon(const char* pName)
-{
-    return QIcon(QStringLiteral(":/Image/%1.png").arg(QLatin1String(pName)));
-}
-
 /// translations/ShapeTexts.cpp has the texts of the library's kinds.
 QString ShapeText(const SShapeKind& kind)
 {
@@ -83,13 +74,6 @@ bool CanPaste()
     const QMimeData* pData = QGuiApplication::clipboard()->mimeData();
     return pData && (pData->hasUrls() || (pData->hasImage() && !pData->hasText()));
 }
-
-bool HasNeighbour(const SViewer& viewer, int nStep)
-{
-    const CImageView2DModel* pModel = viewer.Ctrl2D()->GetImageModel();
-    const int nIndex = pModel->GetCurrentIndex() + nStep;
-    return nIndex >= 0 && nIndex < pModel->GetImageCount();
-}
 } // namespace
 
 void CMainWindow::CreateMenus()
@@ -114,6 +98,7 @@ void CMainWindow::CreateFileMenu()
                         [this] { m_pWork->Open(m_pViewers->Active()); }));
     m_pActions->Add(pFile, {tr("&Add Images..."), HostIcon("image-add"), Key("Ctrl+Shift+O")},
                     [ctrl] { ctrl()->slot_AddImage(); });
+    CreateFolderEntry(pFile);
     QMenu* pRecent = pFile->addMenu(HostIcon("recent"), tr("Open &Recent"));
     m_pRecent = new CRecentFiles(pRecent, [this](const QString& strFile) { OpenInActive(strFile); });
     connect(pFile, &QMenu::aboutToShow, this,
@@ -133,6 +118,7 @@ void CMainWindow::CreateFileMenu()
     m_pActions->Add(
         pFile, {tr("Close A&ll Images"), LibraryIcon("clear-images"), Key("Ctrl+Shift+W")},
         [this] { m_pWork->CloseAll(m_pViewers->Active()); }, hasImage);
+    CreateTrashEntries(pFile);
     pFile->addSeparator();
     m_pActions->Add(pFile, {tr("&Quit"), HostIcon("quit"), Keys(QKeySequence::Quit, "Ctrl+Q")},
                     [this] { close(); });
@@ -238,7 +224,6 @@ void CMainWindow::CreateLayoutEntries(QMenu* pMenu)
 void CMainWindow::CreateViewMenu()
 {
     const auto viewer = [this] { return m_pViewers->Active(); };
-    const auto ctrl = [this] { return m_pViewers->Active().Ctrl2D(); };
     const auto shows2D = [viewer] { return viewer().HasImage() && !viewer().pView->Is3DShown(); };
     QMenu* pView = menuBar()->addMenu(tr("&View"));
     CreateLayoutEntries(pView);
@@ -249,12 +234,7 @@ void CMainWindow::CreateViewMenu()
     m_pActions->Add(
         pView, {tr("&Go To..."), LibraryIcon("search"), Key("Ctrl+G")},
         [viewer] { viewer().View2D()->slot_Goto(); }, shows2D);
-    m_pActions->Add(
-        pView, {tr("&Previous Image"), LibraryIcon("previous"), Key("Ctrl+PgUp")},
-        [ctrl] { ctrl()->slot_Previous(); }, [viewer] { return HasNeighbour(viewer(), -1); });
-    m_pActions->Add(
-        pView, {tr("&Next Image"), LibraryIcon("next"), Key("Ctrl+PgDown")}, [ctrl] { ctrl()->slot_Next(); },
-        [viewer] { return HasNeighbour(viewer(), 1); });
+    CreateBrowseEntries(pView);
     pView->addSeparator();
     m_pActions->Add(
         pView, {tr("&2D View"), LibraryIcon("2D"), Key("F2")}, [this] { Show3D(false); }, {},

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include "CFolderFiles.h"
+
+#include <functional>
+
+class CUnsavedWork;
+class CViewers;
+
+/// Takes the active viewer from image to image: through its list and, at the ends of the images of one file,
+/// through the folder of that file. GUI thread.
+class CBrowser : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param viewers, work  live longer
+    /// @param open           opens a file in the active viewer in place of what it has, after a question if
+    ///                       need be; false when that was declined
+    CBrowser(CViewers* pViewers, CUnsavedWork* pWork, std::function<bool(const QString&)> open,
+             QObject* pParent);
+
+    /// @{
+    /// To the image that is so many behind the current one (negative: before it), or the first or last: of
+    /// the list or, with one image, of the folder.
+    bool CanStep(int nStep) const;
+    void Step(int nStep);
+    void GoToFirst();
+    void GoToLast();
+    /// @}
+
+    /// Opens the first file of a folder when that has been read.
+    void OpenFolder(const QString& strFolder);
+    /// Waits until a folder that is to be opened has been read.
+    void Finish();
+
+    /// "2/7": the current image in its list or, with one image, its file in the folder; empty when it is the
+    /// only one.
+    QString Place() const;
+    /// The file of the active viewer's current image, without its folder; empty without one.
+    QString Name() const;
+
+protected:
+    bool eventFilter(QObject* pWatched,
+                     QEvent* pEvent) override; ///< opens a folder that is dropped on a view
+
+Q_SIGNALS:
+    /// Name or place may have changed.
+    void signal_Changed();
+    /// A folder that was to be opened has nothing to show.
+    void signal_FolderEmpty(const QString& strFolder);
+
+private:
+    void FollowImage();
+    void FolderRead();
+    void GoTo(bool bLast);
+    bool IsOneFile() const;
+    QString FileNow() const;
+    QString Neighbour(int nStep) const;
+    void OpenFile(const QString& strFile);
+
+    CViewers* m_pViewers;
+    CUnsavedWork* m_pWork;
+    std::function<bool(const QString&)> m_open;
+    CFolderFiles m_folder;
+    /// The file that was gone to last, as long as no other is shown: it may still be read, or be unreadable.
+    QString m_strWanted;
+    QString m_strShown; ///< file of the current image
+    bool m_bOpenFirst = false;
+};

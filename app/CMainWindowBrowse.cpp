@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// CMainWindow's way from image to image: lists, folders, the whole screen, the trash.
+#include "CActionTable.h"
+#include "CBrowser.h"
+#include "CFullScreen.h"
+#include "CImageOrigins.h"
+#include "CMainWindow.h"
+#include "CMessageBar.h"
+#include "CTrash.h"
+#include "CUnsavedWork.h"
+#include "HostIcons.h"
+#include "Viewers.h"
+
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+
+void CMainWindow::CreateBrowser()
+{
+    m_pTrash = std::make_unique<CTrash>();
+    m_pFullScreen = new CFullScreen(this);
+    m_pBrowser = new CBrowser(
+        m_pViewers.get(), m_pWork.get(), [this](const QString& strFile) { return OpenInActive(strFile); },
+        this);
+    connect(m_pBrowser, &CBrowser::signal_Changed, this, &CMainWindow::ShowTitle);
+    connect(m_pBrowser, &CBrowser::signal_FolderEmpty, this, [this](const QString& strFolder) {
+        m_pMessages->Tell(tr("There is no image in %1.").arg(QDir::toNativeSeparators(strFolder)));
+    });
+    connect(m_pFullScreen, &CFullScreen::signal_NextSlide, this, [this] {
+        if (m_pBrowser->CanStep(1))
+            m_pBrowser->Step(1);
+        else
+            m_pFullScreen->Set(false);
+    });
+}
+
+void CMainWindow::ShowTitle()
+{
+    QString strName = m_pBrowser->Name();
+    if (strName.isEmpty())
+        return setWindowTitle(QStringLiteral("Vantor[*]"));
+    strName.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+    const QString strPlace = m_pBrowser->Place();
+    setWindowTitle(strPlace.isEmpty() ? QStringLiteral("%1[*] - Vantor").arg(strName)
+                                      : QStringLiteral("%1[*] (%2) - Vantor").arg(strName, strPlace));
+}
+
+/// Of the view menu.
+void CMainWindow::CreateBrowseEntries(QMenu* pMenu)
+{
+    const auto key = [](const char* pKey) { return QKeySequence(QLatin1String(pKey)); };
+    const auto canStep = [this](int nStep) { return [this, nStep] { return m_pBrowser->CanStep(nStep); }; };
+    m_pActions->Add(
+        pMenu, {tr("&Previous Image"), LibraryIcon("previous"), {key("Ctrl+PgUp"), key("PgUp")}},
+        [this] { m_pBrowser->Step(-1); }, canStep(-1));
+    m_pActions->Add(
+        pMenu, {tr("&Next Image"), LibraryIcon("next"), {key("Ctrl+PgDown"), key("PgDown")}},
+        [this] { m_pBrowser->Step(1); }, canStep(1));
+    m_pActions->Add(
+        pMenu, {tr("F&irst Image"), QIcon(), {key("Home")}}, [this] { m_pBrowser->GoToFirst(); },
+        canStep(-1));
+    m_pActions->Add(
+        pMenu, {tr("La&st Image"), QIcon(), {key("End")}}, [this] { m_pBrowser->GoToLast(); }, canStep(1));
+    pMenu->addSeparator();
+    m_pActions->Add(
+        pMenu, {tr("F&ull Screen"), QIcon(), {key("F11")}},
+        [this] { m_pFullScreen->Set(!m_pFullScreen->IsOn()); }, {}, [this] { return m_pFullScreen->IsOn(); });
+    m_pActions->Add(
+        pMenu, {tr("Sli&de Show"), QIcon(), {key("F5")}}, [this] { m_pFullScreen->StartSlideShow(); },
+        [this] { return m_pFullScreen->IsSlideShow() || m_pBrowser->CanStep(1); });
+}
+
+/// Of the file menu.
+void CMainWindow::CreateFolderEntry(QMenu* pMenu)
+{
+    m_pActions->Add(pMenu, {tr("Open &Folder..."), LibraryIcon("open-folder"), {}}, [this] {
+        const QString strFolder = QFileDialog::getExistingDirectory(this, tr("Open Folder"));
+        if (!strFolder.isEmpty())
+            m_pBrowser->OpenFolder(strFolder);
+    });
+}
+
+/// Of the file menu.
+void CMainWindow::CreateTrashEntries(QMenu* pMenu)
+{
+    m_pActions->Add(
+        pMenu, {tr("Move to &Trash..."), QIcon(), {QKeySequence(QStringLiteral("Shift+Del"))}},
+        [this] { MoveToTrash(); }, [this] { return QFileInfo(ImageFile()).isFile(); });
+    m_pActions->Add(
+        pMenu, {tr("Restore from Tras&h"), QIcon(), {}}, [this] { RestoreFromTrash(); },
+        [this] { return !m_pTrash->Last().isEmpty(); });
+}
+
+/// The file of the active viewer's current image; empty without one.
+QString CMainWindow::ImageFile() const
+{
+    const SViewer& viewer = m_pViewers->Active();
+    return m_pWork->Images(viewer)->FileOf(viewer.Ctrl2D()->GetImageModel()->GetCurrentIndex());
+}
+
+void CMainWindow::MoveToTrash()
+{
+    const QString strFile = ImageFile();
+    const QString strName = QFileInfo(strFile).fileName();
+    QMessageBox box(QMessageBox::Question, tr("Move to Trash"),
+                    tr("Move \"%1\" and its annotations to the trash?").arg(strName), QMessageBox::NoButton,
+                    this);
+    box.setTextFormat(Qt::PlainText);
+    QPushButton* pMove = box.addButton(tr("Move to Trash"), QMessageBox::AcceptRole);
+    box.addButton(QMessageBox::Cancel);
+    box.exec();
+    if (box.clickedButton() != static_cast<QAbstractButton*>(pMove))
+        return;
+    if (!m_pTrash->Move(strFile))
+        return m_pMessages->Tell(tr("\"%1\" cannot be moved to the trash.").arg(strName));
+    // Nothing of the image is asked for now: its file is gone on purpose.
+    if (m_pBrowser->CanStep(1))
+        m_pBrowser->Step(1);
+    else if (m_pBrowser->CanStep(-1))
+        m_pBrowser->Step(-1);
+    else
+        m_pWork->CloseAll(m_pViewers->Active());
+}
+
+void CMainWindow::RestoreFromTrash()
+{
+    const QString strFile = m_pTrash->Last();
+    if (m_pTrash->Restore())
+        OpenInActive(strFile);
+    else
+        m_pMessages->Tell(tr("\"%1\" cannot be restored.").arg(QFileInfo(strFile).fileName()));
+}
