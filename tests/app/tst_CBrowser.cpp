@@ -131,6 +131,7 @@ private Q_SLOTS:
         }
         QCOMPARE(host.Annotations(0), 1);
         QCOMPARE(Title(host), QStringLiteral("p 9.png[*] (1/3) - Vantor"));
+        QTRY_VERIFY(host.window.isActiveWindow());
         Answers discard(QStringLiteral("Discard"));
         host.Key(Qt::Key_PageDown);
         QTRY_COMPARE(Title(host), QStringLiteral("p 10.png[*] (2/3) - Vantor"));

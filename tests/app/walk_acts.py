@@ -2,8 +2,8 @@
 """What a person does with the viewer. Every act begins with one empty or used viewer in 1x1 and ends so."""
 import os
 
-from walk_person import (Box, Failure, click, clipboard, drag, grab, key, place, steady, tool, wait_for, wheel, windows,
-                         write, xdotool)
+from walk_person import (Box, Failure, click, clipboard, drag, grab, key, main_windows, place, steady, tool, wait_for, wheel,
+                         windows, write, xdotool)
 from walk_viewer import BACKGROUND, EDGE
 
 LEFT_TOP, RIGHT_BOTTOM = (80, 60), (200, 160)  # of the rectangle that is drawn on the card
@@ -172,7 +172,7 @@ def capture(viewer):
     region = Box(30, 20, 260, 190)
     viewer.log_after(lambda: drag((region.x, region.y), (region.x + region.width - 1, region.y + region.height - 1)),
                      "Push Image")
-    wait_for("the main window", lambda: windows("Vantor") and xdotool("getactivewindow") == [viewer.window])
+    wait_for("the main window", lambda: main_windows() and xdotool("getactivewindow") == [viewer.window])
     wanted = viewer.card.cut(region)
     check(viewer.save() == wanted, "the capture is not what was on the screen")
     check(wait_for("a picture on the clipboard", clipboard) == wanted, "the clipboard has something else")

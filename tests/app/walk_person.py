@@ -181,6 +181,11 @@ def windows(title):
     return xdotool("search", "--onlyvisible", "--name", f"^{re.escape(title)}[*]?$")
 
 
+def main_windows():
+    """Those of the viewer, whose titles have the image and its place before the program."""
+    return xdotool("search", "--onlyvisible", "--name", r"^(.+ - )?Vantor[*]?$")
+
+
 def place(window):
     """Where the inside of a window is; None when it went."""
     text = tool("xwininfo", "-id", window).stdout.decode()

@@ -4,7 +4,7 @@ import os
 import time
 
 import walk_acts as acts
-from walk_person import Box, click, drag, key, place, point, steady, tool, wait_for, wheel, windows
+from walk_person import Box, click, drag, key, main_windows, place, point, steady, tool, wait_for, wheel, windows
 
 COLOURS = "+dither", "-colors", "256"  # small files
 
@@ -155,7 +155,7 @@ class Book:
         path = os.path.join(self.folder, name + ".png")
         tool("import", "-silent", "-window", "root", "-crop", "1280x1024+0+0", "+repage", *COLOURS, "png8:" + path)
         tool("xdotool", "mouseup", "1")
-        wait_for("the main window", lambda: windows("Vantor"))
+        wait_for("the main window", main_windows)
         time.sleep(1)
         self.keep(name + "d")
 

@@ -9,8 +9,8 @@ import sqlite3
 import subprocess
 import urllib.parse
 
-from walk_person import (Box, Failure, Picture, click, drag, grab, is_shown, key, place, point, read_picture, steady,
-                         wait_for, windows, write, xdotool)
+from walk_person import (Box, Failure, Picture, click, drag, grab, is_shown, key, main_windows, place, point, read_picture,
+                         steady, wait_for, windows, write, xdotool)
 
 BACKGROUND = (120, 120, 120)  # of an image view
 EDGE = (255, 0, 255)  # of the card, and of nothing else on the screen
@@ -71,7 +71,7 @@ class Viewer:
 
     def find_window(self):
         self.check_alive()
-        found = windows("Vantor")
+        found = main_windows()
         self.last_window = found[0] if found else self.last_window
         return found
 
@@ -200,7 +200,7 @@ class Viewer:
     def drop(self, *keys):
         """Presses keys that drop what a viewer has. Where the title tells of unsaved work there may be a question,
         and that is given up."""
-        unsaved = xdotool("search", "--onlyvisible", "--name", r"^Vantor[*]$")
+        unsaved = xdotool("search", "--onlyvisible", "--name", r"^(.+[*].* - Vantor|Vantor[*])$")
         key(*keys)
         if not unsaved:
             return

@@ -239,7 +239,7 @@ ROWS = [
      "bElsewhere || !strImage.isEmpty() ? EAnnotationsReplace_Any : EAnnotationsReplace_Known,",
      "what another window has saved meanwhile is overwritten", "tst_CAnnotationFiles"),
     ("host-refused-stays", "app/CAnnotationFiles.cpp",
-     "if (bRefused || ImageOf", "if (ImageOf",
+     "if (bRefused || ImageOf", "if ((bRefused && false) || ImageOf",
      "annotations that nobody wanted to see are overwritten", "tst_CAnnotationFiles"),
     ("host-auto-save-all", "app/CAnnotationFiles.cpp",
      "            SaveBeside(nImage, false);\n}", "            return SaveBeside(nImage, false);\n}",
