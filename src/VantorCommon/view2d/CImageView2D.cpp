@@ -8,6 +8,7 @@
 #include <VantorCommon/annotation/view/CImageView2DLayer.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view2d/CUtilManager.h>
+#include <VantorCommon/view2d/MiniMap_p.h>
 #include <VantorCommon/view2d/PixelStamps_p.h>
 #include <VantorCommon/view2d/Saturate_p.h>
 #include <VantorCommon/view2d/SharedIcon_p.h>
@@ -47,7 +48,7 @@ QPoint RoundedPosition(const QPointF& pos)
 CImageView2D::CImageView2D(CImageView2DModel* pModel, CImageView2DGeometryModel* pGeometryModel,
                            CImageView2DToolModel* pToolModel, int nViewID, QWidget* pParent)
     : CImageView2DDrawableWidget(pToolModel, pParent), m_pModel(pModel), m_pGeometryModel(pGeometryModel),
-      m_pZoom(std::make_unique<SZoomState>()),
+      m_pZoom(std::make_unique<SZoomState>()), m_pPlace(std::make_unique<SPlaceParts>()),
       m_pStamps(std::make_unique<CPixelStamps>(QFont(QStringLiteral("Arial"), 15))), m_nViewID(nViewID)
 {
     m_pLayer = new CImageView2DLayer(nViewID, pToolModel, this);
@@ -163,6 +164,7 @@ unsigned int CImageView2D::GetImageUID() const
 
 void CImageView2D::slot_ChangeCurrentImage()
 {
+    const QSize before = m_image.size();
     {
         QMutexLocker locker(&m_mutexImage);
         m_pImage = m_pModel ? m_pModel->GetCurrentImage() : nullptr;
@@ -171,8 +173,12 @@ void CImageView2D::slot_ChangeCurrentImage()
         else if (!CUtilManager::ConvertImage(m_pImage.get(), m_image, false))
             return;
     }
+    ClearMark();
+    if (m_pPlace->pMiniMap)
+        m_pPlace->pMiniMap->Forget();
+    if (!m_pPlace->bKeep || !m_pImage || m_image.size() != before)
+        *m_pZoom = SZoomState();
     Repaint();
-    ZoomFit();
 }
 
 void CImageView2D::slot_ChangeDrawableObjectProperty(unsigned int)
@@ -230,13 +236,6 @@ void CImageView2D::setVisible(bool bVisible)
         Q_EMIT signal_Active();
 }
 
-void CImageView2D::resizeEvent(QResizeEvent* pEvent)
-{
-    CImageView2DDrawableWidget::resizeEvent(pEvent);
-    m_pLayer->setGeometry(0, 0, width(), height());
-    Repaint();
-}
-
 bool CImageView2D::IsPanning() const
 {
     return ToolModel() && ToolModel()->GetViewMode() == EImageView2DMode_Panning;
@@ -270,6 +269,7 @@ bool CImageView2D::CancelLostDrag(Qt::MouseButtons buttons)
 void CImageView2D::mousePressEvent(QMouseEvent* pEvent)
 {
     Q_EMIT signal_Active();
+    ClearMark();
     CancelLostDrag(pEvent->buttons());
     m_bMoved = false;
     if (pEvent->button() == Qt::LeftButton) {

@@ -7,17 +7,24 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/view/CImageView2DLayer.h>
 #include <VantorCommon/view2d/CImageView2DGotoDlg.h>
+#include <VantorCommon/view2d/MiniMap_p.h>
 #include <VantorCommon/view2d/Saturate_p.h>
+#include <VantorCommon/view2d/ViewMark_p.h>
+#include <VantorCommon/view2d/ZoomBox_p.h>
 #include <VantorCommon/view2d/ZoomState_p.h>
 
+#include <QResizeEvent>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace
 {
 constexpr double kZoomPerDelta = 0.001;
 constexpr double kMinZoom = 0.1;
+constexpr double kSmallestZoom = 0.001; // widget pixels per image pixel
+constexpr double kLargestZoom = 1000.0;
 
 /// An integer so small that the sum of two does not overflow.
 int ClampCoordinate(double dblValue)
@@ -36,15 +43,56 @@ double PanInto(double dblBegin, double dblEnd, double dblRoom, double dblZoom)
         return std::ceil(-dblBegin / dblZoom);
     return std::floor(std::min(0.0, dblRoom - dblEnd) / dblZoom);
 }
+
+QSizeF FittedSize(const QSize& image, const QSize& widget)
+{
+    return QSizeF(image).scaled(QSizeF(widget), Qt::KeepAspectRatio);
+}
+
+/// A value whose distance from nFrom is truncated to that of nTo, also when it is a little wrong.
+double SafelyBehind(int nTo, int nFrom)
+{
+    return nTo == nFrom ? nTo : nTo + (nTo > nFrom ? 0.25 : -0.25);
+}
 } // namespace
+
+QPoint CImageView2D::SZoomState::Origin(const QSizeF& fitted, const QSize& widget) const
+{
+    return {TruncateToInt(widget.width() * 0.5 - fitted.width() * 0.5 + dblPanX),
+            TruncateToInt(widget.height() * 0.5 - fitted.height() * 0.5 + dblPanY)};
+}
+
+void CImageView2D::SZoomState::ZoomAbout(const QPointF& pos, double dblNew)
+{
+    dblAnchorX += (pos.x() - dblWheelX) / dblZoom;
+    dblAnchorY += (pos.y() - dblWheelY) / dblZoom;
+    dblWheelX = pos.x();
+    dblWheelY = pos.y();
+    dblZoom = dblNew;
+}
+
+void CImageView2D::SZoomState::PutTopLeft(const QPoint& topLeft, const QPoint& origin, const QPointF& pos)
+{
+    dblWheelX = pos.x();
+    dblWheelY = pos.y();
+    dblAnchorX = origin.x() + (pos.x() - SafelyBehind(topLeft.x(), origin.x())) / dblZoom;
+    dblAnchorY = origin.y() + (pos.y() - SafelyBehind(topLeft.y(), origin.y())) / dblZoom;
+}
+
+bool CImageView2D::SZoomState::IsFitted() const
+{
+    return dblZoom == 1.0 && dblPanX == 0.0 && dblPanY == 0.0 && dblAnchorX == dblWheelX &&
+           dblAnchorY == dblWheelY;
+}
 
 void CImageView2D::CalculateViewPort()
 {
     const SZoomState& zoom = *m_pZoom;
-    const QSizeF fitted = QSizeF(m_image.size()).scaled(QSizeF(size()), Qt::KeepAspectRatio);
+    const QSizeF fitted = FittedSize(m_image.size(), size());
     const double z = zoom.dblZoom;
-    const int x0 = TruncateToInt(width() * 0.5 - fitted.width() * 0.5 + zoom.dblPanX);
-    const int y0 = TruncateToInt(height() * 0.5 - fitted.height() * 0.5 + zoom.dblPanY);
+    const QPoint origin = zoom.Origin(fitted, size());
+    const int x0 = origin.x();
+    const int y0 = origin.y();
     const int dx = TruncateToInt(zoom.dblWheelX - (zoom.dblAnchorX - x0) * z - x0);
     const int dy = TruncateToInt(zoom.dblWheelY - (zoom.dblAnchorY - y0) * z - y0);
     const int nWidth = ClampCoordinate(fitted.width() * z + 0.5);
@@ -54,6 +102,15 @@ void CImageView2D::CalculateViewPort()
         SetWindow(QRect(0, 0, m_image.width(), m_image.height()));
     m_pLayer->SetWindow(Window());
     m_pLayer->SetViewPort(ViewPort());
+    if (m_pPlace->pMark)
+        m_pPlace->pMark->Follow();
+    if (m_pPlace->pMiniMap)
+        m_pPlace->pMiniMap->Follow(m_image, ViewPort());
+    const double dblZoom = m_image.width() == 0 ? 0.0 : fitted.width() * z / m_image.width();
+    if (dblZoom == m_pPlace->dblZoom)
+        return;
+    m_pPlace->dblZoom = dblZoom;
+    Q_EMIT signal_ChangeZoom();
 }
 
 void CImageView2D::Repaint()
@@ -62,10 +119,107 @@ void CImageView2D::Repaint()
     update();
 }
 
+void CImageView2D::Moved()
+{
+    Repaint();
+    Q_EMIT signal_ChangePlace();
+}
+
 void CImageView2D::ZoomFit()
 {
     *m_pZoom = SZoomState();
+    Moved();
+}
+
+double CImageView2D::GetZoom() const
+{
+    return m_pPlace->dblZoom;
+}
+
+void CImageView2D::SetZoom(double dblZoom, const QPointF& fixed)
+{
+    const double dblFit = FittedSize(m_image.size(), size()).width() / m_image.width();
+    if (m_image.isNull() || !(dblFit > 0.0) || !(dblZoom > 0.0) || !std::isfinite(dblZoom))
+        return;
+    m_pZoom->ZoomAbout(fixed, std::clamp(dblZoom, kSmallestZoom, kLargestZoom) / dblFit);
+    Moved();
+}
+
+void CImageView2D::MovePointTo(const QPointF& point, const QPointF& pos)
+{
+    if (m_image.isNull() || ViewPort().isEmpty())
+        return;
+    const QPointF corner = pos - (MapToWidget(point) - QPointF(ViewPort().topLeft()));
+    const QPoint topLeft(ClampCoordinate(std::round(corner.x())), ClampCoordinate(std::round(corner.y())));
+    m_pZoom->PutTopLeft(topLeft, m_pZoom->Origin(FittedSize(m_image.size(), size()), size()), pos);
+    Moved();
+}
+
+void CImageView2D::CenterOn(const QPointF& point)
+{
+    MovePointTo(point, QRectF(rect()).center());
+}
+
+void CImageView2D::FitWidth()
+{
+    if (m_image.isNull())
+        return;
+    const double dblZoom = double(width()) / m_image.width();
+    const double dblRows = height() / dblZoom; // in view
+    const double dblFirst = std::min(MapToImage(QPointF()).y(), m_image.height() - dblRows);
+    SetZoom(dblZoom, QPointF());
+    MovePointTo(QPointF(0.0, dblRows < m_image.height() ? std::max(0.0, dblFirst)
+                                                        : (m_image.height() - dblRows) * 0.5),
+                QPointF());
+}
+
+void CImageView2D::ZoomTo(const QRectF& part)
+{
+    const QRectF box = part.normalized();
+    SetZoom(std::min(width() / std::max(1.0, box.width()), height() / std::max(1.0, box.height())),
+            QPointF());
+    CenterOn(box.center());
+}
+
+bool CImageView2D::IsFitted() const
+{
+    return m_pZoom->IsFitted();
+}
+
+void CImageView2D::StartZoomBox()
+{
+    delete m_pPlace->pZoomBox;
+    if (!m_image.isNull())
+        m_pPlace->pZoomBox = new CZoomBox(this);
+}
+
+void CImageView2D::SetMark(const QPointF& point)
+{
+    if (m_image.isNull())
+        return;
+    if (!m_pPlace->pMark)
+        m_pPlace->pMark = new CViewMark(this);
+    m_pPlace->pMark->Show(point);
+}
+
+void CImageView2D::ClearMark()
+{
+    if (m_pPlace->pMark)
+        m_pPlace->pMark->hide();
+}
+
+void CImageView2D::SetMiniMap(bool bShown)
+{
+    if (bShown == (m_pPlace->pMiniMap != nullptr))
+        return;
+    delete std::exchange(m_pPlace->pMiniMap, bShown ? new CMiniMap(this) : nullptr);
     Repaint();
+}
+
+void CImageView2D::SetPlaceOptions(bool bKeepPlace, bool bGotoCentres)
+{
+    m_pPlace->bKeep = bKeepPlace;
+    m_pPlace->bGotoCentres = bGotoCentres;
 }
 
 void CImageView2D::BringIntoView(const QRectF& part)
@@ -77,6 +231,7 @@ void CImageView2D::BringIntoView(const QRectF& part)
         m_pZoom->dblPanY += PanInto(box.top(), box.bottom(), height(), m_pZoom->dblZoom);
         Repaint();
     }
+    Q_EMIT signal_ChangePlace();
 }
 
 void CImageView2D::slot_ZoomFit()
@@ -106,11 +261,15 @@ void CImageView2D::slot_Goto()
     const bool bAccepted = pDialog->exec() == QDialog::Accepted;
     if (!pDialog) // the view was destroyed while the dialog was open
         return;
-    if (bAccepted) {
+    const QPointF pixel(pDialog->GetX() + 0.5, pDialog->GetY() + 0.5);
+    if (bAccepted && m_pPlace->bGotoCentres) {
+        CenterOn(pixel);
+        SetMark(pixel);
+    } else if (bAccepted) {
         // Deliberate: the position becomes the pan unchanged, whatever the zoom.
         m_pZoom->dblPanX = -pDialog->GetX();
         m_pZoom->dblPanY = -pDialog->GetY();
-        Repaint();
+        Moved();
     }
     delete pDialog;
 }
@@ -121,23 +280,34 @@ void CImageView2D::Pan(const QPoint& pos)
     m_pZoom->dblPanY += (pos.y() - m_nLastY) / m_pZoom->dblZoom;
     m_nLastX = pos.x();
     m_nLastY = pos.y();
+    Moved();
+}
+
+/// Keeps the zoom and the point in the middle, unless the image is fitted.
+void CImageView2D::resizeEvent(QResizeEvent* pEvent)
+{
+    CImageView2DDrawableWidget::resizeEvent(pEvent);
+    const double dblZoom = GetZoom();
+    const QPointF middle = MapToImage(QRectF(QPointF(), QSizeF(pEvent->oldSize())).center());
+    const bool bKeep = m_pPlace->bKeep && dblZoom > 0.0 && !IsFitted() && !pEvent->oldSize().isEmpty();
+    m_pLayer->setGeometry(0, 0, width(), height());
     Repaint();
+    if (bKeep) {
+        SetZoom(dblZoom, QPointF());
+        CenterOn(middle);
+    }
 }
 
 void CImageView2D::wheelEvent(QWheelEvent* pEvent)
 {
-    SZoomState& zoom = *m_pZoom;
-    const double dblNew = zoom.dblZoom + zoom.dblZoom * pEvent->angleDelta().y() * kZoomPerDelta;
-    // Deliberate: there is no upper bound; only values that are not finite are refused.
-    if (!(dblNew > kMinZoom) || !std::isfinite(dblNew)) {
+    const double dblOld = m_pZoom->dblZoom;
+    const double dblNew = dblOld + dblOld * pEvent->angleDelta().y() * kZoomPerDelta;
+    // Deliberate: there is no upper bound; only values that are not finite are refused. SetZoom may have gone
+    // below the lower bound, and the wheel leads back.
+    if ((!(dblNew > kMinZoom) && !(dblNew > dblOld)) || !std::isfinite(dblNew)) {
         pEvent->ignore();
         return;
     }
-    const QPointF pos = pEvent->position();
-    zoom.dblAnchorX += (pos.x() - zoom.dblWheelX) / zoom.dblZoom;
-    zoom.dblAnchorY += (pos.y() - zoom.dblWheelY) / zoom.dblZoom;
-    zoom.dblWheelX = pos.x();
-    zoom.dblWheelY = pos.y();
-    zoom.dblZoom = dblNew;
-    Repaint();
+    m_pZoom->ZoomAbout(pEvent->position(), dblNew);
+    Moved();
 }
