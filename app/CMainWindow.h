@@ -28,6 +28,7 @@ class CTheme;
 class CToolBoxDockView;
 class CUnsavedWork;
 class CViewers;
+class CZoomField;
 class QAction;
 class QDockWidget;
 class QMenu;
@@ -78,6 +79,11 @@ private:
     void CreateImageEntries(QMenu* pMenu);
     void CreateViewMenu();
     void CreateLayoutEntries(QMenu* pMenu);
+    void CreateZoomMenu(QMenu* pParent);
+    void CreateZoomField(QAction* pType);
+    bool ActiveShows2D() const;
+    bool HasMiniMap() const;
+    void SetMiniMap(bool bOn); ///< in all viewers, and kept
     void CreateAppearanceMenu(QMenu* pParent);
     void CreateToolsMenu();
     void CreateDrawingMenu(QMenu* pParent);
@@ -157,6 +163,7 @@ private:
     std::unique_ptr<CViewers> m_pViewers;
     std::unique_ptr<CUnsavedWork> m_pWork;
     CActionTable* m_pActions = nullptr;
+    CZoomField* m_pZoom = nullptr;
     std::vector<QAction*> m_vctToolBar; ///< the entries that the tool bar shows, too
     CRecentFiles* m_pRecent = nullptr;
     bool m_bPasteUseful = true; ///< the state when the menu last opened
