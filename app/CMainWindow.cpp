@@ -91,6 +91,10 @@ SCenterOptions HostOptions()
     sOptions.bMoreShapes = true;
     sOptions.bOwnColors = true;
     sOptions.bEditKeys = true;
+    sOptions.bKeepPlace = true;
+    sOptions.bGotoCentres = true;
+    sOptions.bPanAnywhere = true;
+    sOptions.bViewKeys = true;
     sOptions.bClearApart = true;
     sOptions.bAnnotationsPerImage = true;
     sOptions.bCarryAnnotations = true;

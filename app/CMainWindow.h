@@ -31,6 +31,7 @@ class CToolBoxDockView;
 class CTrash;
 class CUnsavedWork;
 class CViewers;
+class CZoomField;
 class QAction;
 class QDockWidget;
 class QMenu;
@@ -81,6 +82,11 @@ private:
     void CreateImageEntries(QMenu* pMenu);
     void CreateViewMenu();
     void CreateLayoutEntries(QMenu* pMenu);
+    void CreateZoomMenu(QMenu* pParent);
+    void CreateZoomField(QAction* pType);
+    bool ActiveShows2D() const;
+    bool HasMiniMap() const;
+    void SetMiniMap(bool bOn); ///< in all viewers, and kept
     void CreateAppearanceMenu(QMenu* pParent);
     void CreateToolsMenu();
     void CreateDrawingMenu(QMenu* pParent);
@@ -172,6 +178,7 @@ private:
     CFullScreen* m_pFullScreen = nullptr;
     CBrowser* m_pBrowser = nullptr;
     CActionTable* m_pActions = nullptr;
+    CZoomField* m_pZoom = nullptr;
     std::vector<QAction*> m_vctToolBar; ///< the entries that the tool bar shows, too
     CRecentFiles* m_pRecent = nullptr;
     bool m_bPasteUseful = true; ///< the state when the menu last opened

@@ -10,6 +10,7 @@
 #include "HostIcons.h"
 #include "HostSettings.h"
 #include "ImageEdits.h"
+#include "MenuKeys.h"
 #include "ToolFaces.h"
 #include "Viewers.h"
 
@@ -37,6 +38,8 @@
 #include <QToolButton>
 #include <algorithm>
 
+using MenuKeys::Key;
+using MenuKeys::Keys;
 using Vantor::Algorithms::CImage;
 
 namespace
@@ -47,18 +50,6 @@ constexpr int kToolIconSize = 24;
 QString ShapeText(const SShapeKind& kind)
 {
     return QCoreApplication::translate("ShapeKinds", kind.strMenu.toUtf8().constData());
-}
-
-/// The platform's keys for a purpose, or the given one if it has none.
-QList<QKeySequence> Keys(QKeySequence::StandardKey eStandard, const char* pElse = "")
-{
-    const QList<QKeySequence> lstKeys = QKeySequence::keyBindings(eStandard);
-    return lstKeys.isEmpty() ? QList<QKeySequence>{QKeySequence(QLatin1String(pElse))} : lstKeys;
-}
-
-QList<QKeySequence> Key(const char* pKey)
-{
-    return {QKeySequence(QLatin1String(pKey))};
 }
 
 bool HasSelection(const SViewer& viewer)
@@ -224,13 +215,14 @@ void CMainWindow::CreateLayoutEntries(QMenu* pMenu)
 void CMainWindow::CreateViewMenu()
 {
     const auto viewer = [this] { return m_pViewers->Active(); };
-    const auto shows2D = [viewer] { return viewer().HasImage() && !viewer().pView->Is3DShown(); };
+    const auto shows2D = [this] { return ActiveShows2D(); };
     QMenu* pView = menuBar()->addMenu(tr("&View"));
     CreateLayoutEntries(pView);
     pView->addSeparator();
     m_vctToolBar.push_back(m_pActions->Add(
         pView, {tr("Fit to &Window"), LibraryIcon("zoomfit"), Key("Ctrl+0")},
         [viewer] { viewer().View2D()->slot_ZoomFit(); }, shows2D));
+    CreateZoomMenu(pView);
     m_pActions->Add(
         pView, {tr("&Go To..."), LibraryIcon("search"), Key("Ctrl+G")},
         [viewer] { viewer().View2D()->slot_Goto(); }, shows2D);

@@ -32,7 +32,7 @@ CShortcutsDlg::CShortcutsDlg(const std::vector<QAction*>& vctActions, QWidget* p
     auto* pLayout = new QVBoxLayout(this);
     pLayout->addWidget(pTree);
     pLayout->addWidget(pButtons);
-    resize(520, 560);
+    resize(600, 560);
 }
 
 QTreeWidgetItem* CShortcutsDlg::AddGroup(QTreeWidget* pTree, const QString& strTitle)
@@ -49,6 +49,9 @@ void CShortcutsDlg::AddViewerKeys(QTreeWidgetItem* pGroup)
     const std::vector<std::pair<QString, QString>> vctKeys = {
         {tr("Zoom about the mouse"), tr("Wheel")},
         {tr("Pan, in panning mode"), tr("Drag")},
+        {tr("Pan, in every mode"), tr("Drag with the middle button or Space")},
+        {tr("Pan, or previous and next image"), tr("Arrow keys")},
+        {tr("Previous and next image"), tr("PgUp and PgDn")},
         {tr("Select, move or resize an annotation"), tr("Click, drag it or a handle")},
         {tr("Delete the selected annotations"), tr("Delete or Backspace")},
         {tr("Back to selecting"), tr("Escape")},

@@ -15,6 +15,7 @@ const auto kScheme = QStringLiteral("HOST_SCHEME");                ///< a CTheme
 const auto kDesktopScheme = QStringLiteral("HOST_DESKTOP_SCHEME"); ///< the desktop's last preference
 const auto kLastStart = QStringLiteral("HOST_LAST_START");         ///< ISO date and time
 const auto kAutoSave = QStringLiteral("HOST_AUTO_SAVE");           ///< of annotations, 1: on
+const auto kMiniMap = QStringLiteral("HOST_MINIMAP");              ///< 1: shown
 const auto kReopen = QStringLiteral("HOST_REOPEN");   ///< open the last files again at the start; 1: on
 const auto kSession = QStringLiteral("HOST_SESSION"); ///< the open files, see Session
 } // namespace HostSettings

@@ -567,6 +567,78 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>Vantor&apos;s own code is under the MIT licence. It uses Qt 5 (LGPL 3), poppler (GPL 2 or 3), Tesseract and Leptonica (Apache 2.0, BSD-like), libtiff (BSD-like), giflib (MIT) and Highway (Apache 2.0 or BSD). Only the separate program vantor-pdf contains poppler; as a whole it is under the GPL.</source>
         <translation>Vantor 자체의 코드는 MIT 라이선스를 따릅니다. Qt 5(LGPL 3), poppler(GPL 2 또는 3), Tesseract와 Leptonica(Apache 2.0, BSD 계열), libtiff(BSD 계열), giflib(MIT), Highway(Apache 2.0 또는 BSD)를 사용합니다. poppler는 별도의 프로그램 vantor-pdf에만 들어 있으며, 이 프로그램 전체는 GPL을 따릅니다.</translation>
     </message>
+    <message>
+        <source>&amp;Zoom</source>
+        <translation>확대/축소(&amp;Z)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>확대(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Enlarge the image about the middle of the view</source>
+        <translation>보기의 가운데를 중심으로 이미지를 확대합니다</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>축소(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Make the image smaller about the middle of the view</source>
+        <translation>보기의 가운데를 중심으로 이미지를 축소합니다</translation>
+    </message>
+    <message>
+        <source>&amp;Actual Size</source>
+        <translation>실제 크기(&amp;A)</translation>
+    </message>
+    <message>
+        <source>One pixel of the screen for each pixel of the image: 100 %</source>
+        <translation>이미지 픽셀 하나에 화면 픽셀 하나: 100 %</translation>
+    </message>
+    <message>
+        <source>Fit &amp;Width</source>
+        <translation>너비에 맞춤(&amp;W)</translation>
+    </message>
+    <message>
+        <source>Make the image as wide as the view</source>
+        <translation>이미지를 보기의 너비에 맞춥니다</translation>
+    </message>
+    <message>
+        <source>To a &amp;Rectangle</source>
+        <translation>사각형으로 확대(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Drag a rectangle; what it encloses fills the view</source>
+        <translation>사각형을 끌어서 그리면 그 안이 보기를 채웁니다</translation>
+    </message>
+    <message>
+        <source>To the &amp;Shape</source>
+        <translation>도형으로 확대(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Show the selected annotations as large as possible</source>
+        <translation>선택한 주석을 가능한 한 크게 보여 줍니다</translation>
+    </message>
+    <message>
+        <source>&amp;Type a Zoom...</source>
+        <translation>배율 입력(&amp;T)...</translation>
+    </message>
+    <message>
+        <source>Type the zoom in the status bar</source>
+        <translation>상태 표시줄에 배율을 입력합니다</translation>
+    </message>
+    <message>
+        <source>&amp;Minimap</source>
+        <translation>미니맵(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Show the whole image in a corner while a part of it is in view</source>
+        <translation>이미지의 일부만 보일 때 구석에 전체 이미지를 보여 줍니다</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no zoom. Type a number of percent, such as 150.</source>
+        <translation>&quot;%1&quot;은(는) 배율이 아닙니다. 150과 같은 퍼센트 값을 입력하십시오.</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -727,6 +799,30 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>Turn the 3D view</source>
         <translation>3D 보기 회전</translation>
     </message>
+    <message>
+        <source>Pan, in every mode</source>
+        <translation>모든 모드에서 이동</translation>
+    </message>
+    <message>
+        <source>Arrow keys</source>
+        <translation>화살표 키</translation>
+    </message>
+    <message>
+        <source>Previous and next image</source>
+        <translation>이전 및 다음 이미지</translation>
+    </message>
+    <message>
+        <source>PgUp and PgDn</source>
+        <translation>PgUp과 PgDn</translation>
+    </message>
+    <message>
+        <source>Drag with the middle button or Space</source>
+        <translation>가운데 단추 또는 Space와 함께 끌기</translation>
+    </message>
+    <message>
+        <source>Pan, or previous and next image</source>
+        <translation>이동, 또는 이전 및 다음 이미지</translation>
+    </message>
 </context>
 <context>
     <name>CUnsavedWork</name>
@@ -771,6 +867,21 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>&amp;Cancel</source>
         <translation>취소(&amp;C)</translation>
+    </message>
+</context>
+<context>
+    <name>CZoomField</name>
+    <message>
+        <source>Zoom</source>
+        <translation>배율</translation>
+    </message>
+    <message>
+        <source>Zoom: click to type another one</source>
+        <translation>배율: 클릭하여 다른 값을 입력</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
     </message>
 </context>
 <context>

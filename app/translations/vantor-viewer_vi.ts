@@ -70,7 +70,7 @@
     </message>
     <message>
         <source>&amp;Scale</source>
-        <translation>&amp;Thu phóng</translation>
+        <translation>Th&amp;u phóng</translation>
     </message>
     <message>
         <source>&amp;Keep</source>
@@ -567,6 +567,78 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>Vantor&apos;s own code is under the MIT licence. It uses Qt 5 (LGPL 3), poppler (GPL 2 or 3), Tesseract and Leptonica (Apache 2.0, BSD-like), libtiff (BSD-like), giflib (MIT) and Highway (Apache 2.0 or BSD). Only the separate program vantor-pdf contains poppler; as a whole it is under the GPL.</source>
         <translation>Mã nguồn riêng của Vantor theo giấy phép MIT. Chương trình dùng Qt 5 (LGPL 3), poppler (GPL 2 hoặc 3), Tesseract và Leptonica (Apache 2.0, kiểu BSD), libtiff (kiểu BSD), giflib (MIT) và Highway (Apache 2.0 hoặc BSD). Chỉ chương trình riêng vantor-pdf chứa poppler; toàn bộ chương trình đó theo GPL.</translation>
     </message>
+    <message>
+        <source>&amp;Zoom</source>
+        <translation>Th&amp;u phóng</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>Phóng t&amp;o</translation>
+    </message>
+    <message>
+        <source>Enlarge the image about the middle of the view</source>
+        <translation>Phóng to ảnh quanh điểm giữa khung nhìn</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>Thu &amp;nhỏ</translation>
+    </message>
+    <message>
+        <source>Make the image smaller about the middle of the view</source>
+        <translation>Thu nhỏ ảnh quanh điểm giữa khung nhìn</translation>
+    </message>
+    <message>
+        <source>&amp;Actual Size</source>
+        <translation>&amp;Kích thước thật</translation>
+    </message>
+    <message>
+        <source>One pixel of the screen for each pixel of the image: 100 %</source>
+        <translation>Mỗi điểm ảnh một điểm trên màn hình: 100 %</translation>
+    </message>
+    <message>
+        <source>Fit &amp;Width</source>
+        <translation>Vừa chiều &amp;rộng</translation>
+    </message>
+    <message>
+        <source>Make the image as wide as the view</source>
+        <translation>Cho ảnh rộng bằng khung nhìn</translation>
+    </message>
+    <message>
+        <source>To a &amp;Rectangle</source>
+        <translation>Đến một hình &amp;chữ nhật</translation>
+    </message>
+    <message>
+        <source>Drag a rectangle; what it encloses fills the view</source>
+        <translation>Kéo một hình chữ nhật; phần bên trong sẽ lấp đầy khung nhìn</translation>
+    </message>
+    <message>
+        <source>To the &amp;Shape</source>
+        <translation>Đến &amp;hình đã chọn</translation>
+    </message>
+    <message>
+        <source>Show the selected annotations as large as possible</source>
+        <translation>Hiện các chú thích đã chọn lớn nhất có thể</translation>
+    </message>
+    <message>
+        <source>&amp;Type a Zoom...</source>
+        <translation>&amp;Gõ mức thu phóng...</translation>
+    </message>
+    <message>
+        <source>Type the zoom in the status bar</source>
+        <translation>Gõ mức thu phóng vào thanh trạng thái</translation>
+    </message>
+    <message>
+        <source>&amp;Minimap</source>
+        <translation>&amp;Bản đồ nhỏ</translation>
+    </message>
+    <message>
+        <source>Show the whole image in a corner while a part of it is in view</source>
+        <translation>Hiện toàn bộ ảnh ở một góc khi chỉ thấy một phần</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no zoom. Type a number of percent, such as 150.</source>
+        <translation>&quot;%1&quot; không phải là mức thu phóng. Hãy gõ số phần trăm, ví dụ 150.</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -727,6 +799,30 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>Turn the 3D view</source>
         <translation>Xoay khung xem 3D</translation>
     </message>
+    <message>
+        <source>Pan, in every mode</source>
+        <translation>Di chuyển ảnh, ở mọi chế độ</translation>
+    </message>
+    <message>
+        <source>Arrow keys</source>
+        <translation>Các phím mũi tên</translation>
+    </message>
+    <message>
+        <source>Previous and next image</source>
+        <translation>Ảnh trước và ảnh sau</translation>
+    </message>
+    <message>
+        <source>PgUp and PgDn</source>
+        <translation>PgUp và PgDn</translation>
+    </message>
+    <message>
+        <source>Drag with the middle button or Space</source>
+        <translation>Kéo bằng nút giữa hoặc với phím cách</translation>
+    </message>
+    <message>
+        <source>Pan, or previous and next image</source>
+        <translation>Di chuyển, hoặc ảnh trước và sau</translation>
+    </message>
 </context>
 <context>
     <name>CUnsavedWork</name>
@@ -771,6 +867,21 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>&amp;Cancel</source>
         <translation>&amp;Hủy</translation>
+    </message>
+</context>
+<context>
+    <name>CZoomField</name>
+    <message>
+        <source>Zoom</source>
+        <translation>Thu phóng</translation>
+    </message>
+    <message>
+        <source>Zoom: click to type another one</source>
+        <translation>Thu phóng: nhấn để gõ mức khác</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
     </message>
 </context>
 <context>

@@ -6,9 +6,9 @@
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/view/CImageView2DLayer.h>
-#include <VantorCommon/view2d/CImageView2DGotoDlg.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view2d/CUtilManager.h>
+#include <VantorCommon/view2d/MiniMap_p.h>
 #include <VantorCommon/view2d/PixelStamps_p.h>
 #include <VantorCommon/view2d/Saturate_p.h>
 #include <VantorCommon/view2d/SharedIcon_p.h>
@@ -20,14 +20,9 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QUrl>
-#include <algorithm>
-#include <cmath>
 
 namespace
 {
-constexpr double kZoomPerDelta = 0.001;
-constexpr double kMinZoom = 0.1;
-
 using OnePoint = SViewGesture::OnePoint;
 using TwoPoints = SViewGesture::TwoPoints;
 
@@ -44,24 +39,6 @@ void Send(CImageView2D* pView, TwoPoints pSignal, QPointF start, QPointF end)
         Q_EMIT(pView->*pSignal)(start, end);
 }
 
-/// An integer so small that the sum of two does not overflow.
-int ClampCoordinate(double dblValue)
-{
-    constexpr int kMax = 1 << 30;
-    return std::clamp(TruncateToInt(dblValue), -kMax, kMax);
-}
-
-/// By how many pixels the pan must change so that a stretch, in widget pixels, lies within 0 .. dblRoom;
-/// centres a longer one. The view shows whole pixels of the pan.
-double PanInto(double dblBegin, double dblEnd, double dblRoom, double dblZoom)
-{
-    if (dblEnd - dblBegin > dblRoom)
-        return std::trunc((dblRoom - dblBegin - dblEnd) * 0.5 / dblZoom);
-    if (dblBegin < 0.0)
-        return std::ceil(-dblBegin / dblZoom);
-    return std::floor(std::min(0.0, dblRoom - dblEnd) / dblZoom);
-}
-
 QPoint RoundedPosition(const QPointF& pos)
 {
     return QPoint(RoundToInt(pos.x()), RoundToInt(pos.y()));
@@ -71,7 +48,7 @@ QPoint RoundedPosition(const QPointF& pos)
 CImageView2D::CImageView2D(CImageView2DModel* pModel, CImageView2DGeometryModel* pGeometryModel,
                            CImageView2DToolModel* pToolModel, int nViewID, QWidget* pParent)
     : CImageView2DDrawableWidget(pToolModel, pParent), m_pModel(pModel), m_pGeometryModel(pGeometryModel),
-      m_pZoom(std::make_unique<SZoomState>()),
+      m_pZoom(std::make_unique<SZoomState>()), m_pPlace(std::make_unique<SPlaceParts>()),
       m_pStamps(std::make_unique<CPixelStamps>(QFont(QStringLiteral("Arial"), 15))), m_nViewID(nViewID)
 {
     m_pLayer = new CImageView2DLayer(nViewID, pToolModel, this);
@@ -170,62 +147,6 @@ void CImageView2D::ShowContextMenuDrawableObject(const QPointF& point, unsigned 
     ShowMenu(m_pMenuObject, point);
 }
 
-void CImageView2D::CalculateViewPort()
-{
-    const SZoomState& zoom = *m_pZoom;
-    const QSizeF fitted = QSizeF(m_image.size()).scaled(QSizeF(size()), Qt::KeepAspectRatio);
-    const double z = zoom.dblZoom;
-    const int x0 = TruncateToInt(width() * 0.5 - fitted.width() * 0.5 + zoom.dblPanX);
-    const int y0 = TruncateToInt(height() * 0.5 - fitted.height() * 0.5 + zoom.dblPanY);
-    const int dx = TruncateToInt(zoom.dblWheelX - (zoom.dblAnchorX - x0) * z - x0);
-    const int dy = TruncateToInt(zoom.dblWheelY - (zoom.dblAnchorY - y0) * z - y0);
-    const int nWidth = ClampCoordinate(fitted.width() * z + 0.5);
-    const int nHeight = ClampCoordinate(fitted.height() * z + 0.5);
-    SetViewPort(QRect(ClampCoordinate(double(x0) + dx), ClampCoordinate(double(y0) + dy), nWidth, nHeight));
-    if (m_image.width() != 0)
-        SetWindow(QRect(0, 0, m_image.width(), m_image.height()));
-    m_pLayer->SetWindow(Window());
-    m_pLayer->SetViewPort(ViewPort());
-}
-
-void CImageView2D::Repaint()
-{
-    CalculateViewPort();
-    update();
-}
-
-void CImageView2D::ZoomFit()
-{
-    *m_pZoom = SZoomState();
-    Repaint();
-}
-
-void CImageView2D::BringIntoView(const QRectF& part)
-{
-    // Twice, because the first time may be a pixel short where the pan changes its sign.
-    for (int i = 0; i < 2; ++i) {
-        const QRectF box = MapToWidget(part.normalized());
-        m_pZoom->dblPanX += PanInto(box.left(), box.right(), width(), m_pZoom->dblZoom);
-        m_pZoom->dblPanY += PanInto(box.top(), box.bottom(), height(), m_pZoom->dblZoom);
-        Repaint();
-    }
-}
-
-void CImageView2D::slot_ZoomFit()
-{
-    ZoomFit();
-}
-
-QRect CImageView2D::GetViewPort() const
-{
-    return ViewPort();
-}
-
-double CImageView2D::GetSizePixel() const
-{
-    return Window().width() == 0 ? 0.0 : double(ViewPort().width()) / Window().width();
-}
-
 CImageView2DLayer* CImageView2D::GetLayerDrawing() const
 {
     return m_pLayer;
@@ -241,29 +162,9 @@ unsigned int CImageView2D::GetImageUID() const
     return m_pImage ? m_pImage->GetUID() : Vantor::CVObject::kNoUID;
 }
 
-void CImageView2D::slot_Goto()
-{
-    if (!m_pImage)
-        return;
-    const QPointer<CImageView2DGotoDlg> pDialog = new CImageView2DGotoDlg(this);
-    pDialog->SetMinimumX(0);
-    pDialog->SetMaximumX(m_pImage->GetWidth() - 1);
-    pDialog->SetMinimumY(0);
-    pDialog->SetMaximumY(m_pImage->GetHeight() - 1);
-    const bool bAccepted = pDialog->exec() == QDialog::Accepted;
-    if (!pDialog) // the view was destroyed while the dialog was open
-        return;
-    if (bAccepted) {
-        // Deliberate: the position becomes the pan unchanged, whatever the zoom.
-        m_pZoom->dblPanX = -pDialog->GetX();
-        m_pZoom->dblPanY = -pDialog->GetY();
-        Repaint();
-    }
-    delete pDialog;
-}
-
 void CImageView2D::slot_ChangeCurrentImage()
 {
+    const QSize before = m_image.size();
     {
         QMutexLocker locker(&m_mutexImage);
         m_pImage = m_pModel ? m_pModel->GetCurrentImage() : nullptr;
@@ -272,8 +173,12 @@ void CImageView2D::slot_ChangeCurrentImage()
         else if (!CUtilManager::ConvertImage(m_pImage.get(), m_image, false))
             return;
     }
+    ClearMark();
+    if (m_pPlace->pMiniMap)
+        m_pPlace->pMiniMap->Forget();
+    if (!m_pPlace->bKeep || !m_pImage || m_image.size() != before)
+        *m_pZoom = SZoomState();
     Repaint();
-    ZoomFit();
 }
 
 void CImageView2D::slot_ChangeDrawableObjectProperty(unsigned int)
@@ -331,13 +236,6 @@ void CImageView2D::setVisible(bool bVisible)
         Q_EMIT signal_Active();
 }
 
-void CImageView2D::resizeEvent(QResizeEvent* pEvent)
-{
-    CImageView2DDrawableWidget::resizeEvent(pEvent);
-    m_pLayer->setGeometry(0, 0, width(), height());
-    Repaint();
-}
-
 bool CImageView2D::IsPanning() const
 {
     return ToolModel() && ToolModel()->GetViewMode() == EImageView2DMode_Panning;
@@ -371,6 +269,7 @@ bool CImageView2D::CancelLostDrag(Qt::MouseButtons buttons)
 void CImageView2D::mousePressEvent(QMouseEvent* pEvent)
 {
     Q_EMIT signal_Active();
+    ClearMark();
     CancelLostDrag(pEvent->buttons());
     m_bMoved = false;
     if (pEvent->button() == Qt::LeftButton) {
@@ -417,15 +316,6 @@ void CImageView2D::DoMove(const QPoint& pos)
         Send(this, ViewGestureOf(nMode).hover, end);
 }
 
-void CImageView2D::Pan(const QPoint& pos)
-{
-    m_pZoom->dblPanX += (pos.x() - m_nLastX) / m_pZoom->dblZoom;
-    m_pZoom->dblPanY += (pos.y() - m_nLastY) / m_pZoom->dblZoom;
-    m_nLastX = pos.x();
-    m_nLastY = pos.y();
-    Repaint();
-}
-
 void CImageView2D::mouseReleaseEvent(QMouseEvent* pEvent)
 {
     const QPointF start = MapToImage(QPointF(m_nLastX, m_nLastY));
@@ -444,24 +334,6 @@ void CImageView2D::mouseReleaseEvent(QMouseEvent* pEvent)
     else if (m_bMoved) // A drag that ends at its press point has no End; the hover signal shows that it is
                        // over.
         Send(this, &CImageView2D::signal_CheckResizeRotate, end);
-}
-
-void CImageView2D::wheelEvent(QWheelEvent* pEvent)
-{
-    SZoomState& zoom = *m_pZoom;
-    const double dblNew = zoom.dblZoom + zoom.dblZoom * pEvent->angleDelta().y() * kZoomPerDelta;
-    // Deliberate: there is no upper bound; only values that are not finite are refused.
-    if (!(dblNew > kMinZoom) || !std::isfinite(dblNew)) {
-        pEvent->ignore();
-        return;
-    }
-    const QPointF pos = pEvent->position();
-    zoom.dblAnchorX += (pos.x() - zoom.dblWheelX) / zoom.dblZoom;
-    zoom.dblAnchorY += (pos.y() - zoom.dblWheelY) / zoom.dblZoom;
-    zoom.dblWheelX = pos.x();
-    zoom.dblWheelY = pos.y();
-    zoom.dblZoom = dblNew;
-    Repaint();
 }
 
 void CImageView2D::keyPressEvent(QKeyEvent* pEvent)

@@ -41,87 +41,103 @@ public:
                  CImageView2DToolModel* pToolModel, int nViewID, QWidget* pParent);
     ~CImageView2D() override;
 
-    /// Adds an entry to the menu of annotations; the function gets the view's identifier and the
-    /// annotation's. An empty function does nothing.
+    /// Adds an entry to the menu of annotations; func gets the identifiers of view and annotation.
     void RegisterGeometryAction(const QString& strText, const QIcon& icon,
                                 std::function<void(int, unsigned int)> func);
     /// @{
-    /// Opens the menu of the image, or of the annotation with the identifier, at a point of the image. Does
-    /// not block.
+    /// Opens the menu of the image, or of an annotation, at a point of the image; does not block.
     void ShowContextMenu(const QPointF& point);
     void ShowContextMenuDrawableObject(const QPointF& point, unsigned int nUID);
     /// @}
 
-    /// Computes viewport and window from the zoom state and passes both to the layer. Coordinates of the
-    /// viewport stay within 2^30; the zoom has no upper bound.
+    /// Passes viewport (coordinates within 2^30; the zoom has no upper bound) and window to the layer, too.
     void CalculateViewPort();
-    /// CalculateViewPort and a repaint.
-    void Repaint();
-    /// The whole image, centred.
-    void ZoomFit();
+    void Repaint(); ///< CalculateViewPort and an update
+    void ZoomFit(); ///< the whole image, centred
     /// Pans by the least that shows a part of the image; centres a part that is larger than the view.
     void BringIntoView(const QRectF& part);
+
+    // Points and parts are in image pixels, `fixed` and `pos` in widget pixels. No image, no effect.
+
+    /// Widget pixels per image pixel, 1.0 for 100 %; 0.0 without an image.
+    double GetZoom() const;
+    /// The image point below `fixed` stays there. The zoom becomes 0.001 to 1000, the nearest to the one
+    /// given; a value that is not finite or not above 0 changes nothing.
+    void SetZoom(double dblZoom, const QPointF& fixed);
+    /// Pans so that the image point lies at `pos`; neither has to lie inside.
+    void MovePointTo(const QPointF& point, const QPointF& pos);
+    void CenterOn(const QPointF& point); ///< the same with the middle of the view
+    /// The image as wide as the view, from the highest row in view on, as far as there are rows.
+    void FitWidth();
+    /// As much zoom as shows the part, centred; a side below 1 counts as 1.
+    void ZoomTo(const QRectF& part);
+    /// Whether nobody has zoomed or panned since the whole image was shown.
+    bool IsFitted() const;
+    /// ZoomTo what the next drag with the left button encloses; Escape or another button ends the waiting.
+    void StartZoomBox();
+    /// @{
+    /// A cross at a point, until a press in the view, another image or ClearMark.
+    void SetMark(const QPointF& point);
+    void ClearMark();
+    /// @}
+    /// A small picture of the image in a corner while only a part is in view; a drag there pans. Off at
+    /// first.
+    void SetMiniMap(bool bShown);
+    /// See the members of SCenterOptions with these names. Off at first.
+    void SetPlaceOptions(bool bKeepPlace, bool bGotoCentres);
     /// Ends the drag in progress without its End signal; until the next press the mouse merely hovers.
     /// @return whether there was one
     bool CancelDrag();
     /// The same if the buttons of a later event show that the release went elsewhere.
     bool CancelLostDrag(Qt::MouseButtons buttons);
 
-    /// The rectangle of the whole image, in widget pixels.
-    QRect GetViewPort() const;
-    /// Widget pixels per image pixel along x, 0.0 for an empty window.
-    double GetSizePixel() const;
-    /// The layer on top, which belongs to the view. Never null.
-    CImageView2DLayer* GetLayerDrawing() const;
-    /// The annotations; null when the model no longer exists.
-    CImageView2DGeometryModel* GetGeometryModel() const;
-    /// Identifier of the image shown, 0xFFFFFFFF without one.
-    unsigned int GetImageUID() const;
-    /// The identifier given at construction.
-    int GetViewID() const { return m_nViewID; }
+    QRect GetViewPort() const;                           ///< of the whole image, in widget pixels
+    double GetSizePixel() const;                         ///< as GetZoom, of whole widget pixels along x
+    CImageView2DLayer* GetLayerDrawing() const;          ///< on top, belongs to the view; never null
+    CImageView2DGeometryModel* GetGeometryModel() const; ///< null when it no longer exists
+    unsigned int GetImageUID() const;                    ///< 0xFFFFFFFF without an image
+    int GetViewID() const { return m_nViewID; }          ///< as given at construction
 
     void DrawObject(std::shared_ptr<CImageView2DDrawableObject> pObject) override;
     void Clear() override;
     std::vector<std::shared_ptr<CImageView2DDrawableObject>> GetDrawableObjects() override;
     void Paint(QPainter& painter) override;
-    /// Writes the channel bytes of the pixel (x, y) into its cell, one line each in red, green, blue and
-    /// white, or one in white for grey; the scales are widget pixels per image pixel. Writes nothing when the
-    /// cell is too low for one line per channel, or for two channels.
+    /// Writes the channel bytes of the pixel (x, y) into its cell, one line each; nothing into a cell that is
+    /// too low, or for two channels. The scales are widget pixels per image pixel.
     void DrawPixelValue(QPainter& painter, const unsigned char* pPixel, int nChannels, int x, int y,
                         double dblScaleX, double dblScaleY);
     /// Becoming visible announces signal_Active.
     void setVisible(bool bVisible) override;
 
-    // Points passed by reference belong to the emitter: a receiver that changes one changes only what the
-    // next receiver gets.
+    // A receiver that changes a point passed by reference changes only what the next receiver gets.
 Q_SIGNALS:
+    /// GetZoom has changed.
+    void signal_ChangeZoom();
+    /// Somebody has zoomed or panned; not for another size or image.
+    void signal_ChangePlace();
     /// The view was shown or pressed, so its panels belong in the docks.
     void signal_Active();
     /// @{
-    /// The user chose it in the menu of the image, or copy and paste by their keys; the receiver does the
-    /// work.
+    /// The user chose it in the menu of the image, or by the platform's key; the receiver does the work.
     void signal_LoadImage();
     void signal_LoadPdf();
     void signal_SaveImage();
     void signal_CloseImage();
     void signal_Copy();
     void signal_Paste();
+    void signal_Undo();
+    void signal_Redo();
     /// @}
     /// The mouse is over this point, in image coordinates, which may lie outside the image.
     void signal_ChangeMousePosition(QPointF& mousePos);
     /// The user pressed a key of Qt::Key; emitted before the key's own signal, if it has one.
     void signal_PressKey(int nkey);
     /// @{
-    /// The user pressed the platform's key for it.
-    void signal_Undo();
-    void signal_Redo();
-    /// @}
-    /// @{
     /// A drag with the left button in the mode of the tool model, in image coordinates: Start at the press,
     /// Doing at each move and End at the release, both with the press point and the current one. In selecting
-    /// mode a release at the press point emits no End. A polygon's edge is one drag;
-    /// signal_DrawPolygonWaiting follows the mouse between drags. An interrupted drag (CancelDrag) has no
-    /// End.
+    /// mode a release at the press point emits no End. A polygon's edge is one drag; the Waiting signals
+    /// follow the mouse between drags. An interrupted drag (CancelDrag) has no End. DrawShape is of any other
+    /// kind of ShapeKinds.
     void signal_SelectMovingStart(QPointF& pointStart);
     void signal_SelectMovingDoing(QPointF& pointStart, QPointF& pointEnd);
     void signal_SelectMovingEnd(QPointF& pointStart, QPointF& pointEnd);
@@ -141,19 +157,17 @@ Q_SIGNALS:
     void signal_DrawLineStart(QPointF& pointStart);
     void signal_DrawLineDoing(QPointF& pointStart, QPointF& pointEnd);
     void signal_DrawLineEnd(QPointF& pointStart, QPointF& pointEnd);
-    /// @}
-    /// @{
-    /// The same in the mode of any other kind of ShapeKinds.
     void signal_DrawShapeStart(QPointF& pointStart);
     void signal_DrawShapeDoing(QPointF& pointStart, QPointF& pointEnd);
     void signal_DrawShapeEnd(QPointF& pointStart, QPointF& pointEnd);
     void signal_DrawShapeWaiting(QPointF& point);
     /// @}
-    /// The mouse hovers at this point in selecting mode, in image coordinates; the receiver looks for a
-    /// handle.
+    /// The mouse hovers here in selecting mode, in image coordinates; the receiver looks for a handle.
     void signal_CheckResizeRotate(QPointF& point);
     /// @{
-    /// Never emitted: resizing uses the SelectMoving signals.
+    /// Never emitted: for hosts, and because resizing uses the SelectMoving signals.
+    void signal_CopyDrawableObject();
+    void signal_PasteDrawableObject();
     void signal_SelectResizeStart(QPointF& pointStart);
     void signal_SelectResizeDoing(QPointF& pointStart, QPointF& pointEnd);
     void signal_SelectResizeEnd(QPointF& pointStart, QPointF& pointEnd);
@@ -162,11 +176,6 @@ Q_SIGNALS:
     void signal_ShowContextMenu(QPointF& point);
     /// "Delete" in the menu of an annotation; the receiver deletes the selection.
     void signal_DeleteDrawableObject();
-    /// @{
-    /// Never emitted; for hosts.
-    void signal_CopyDrawableObject();
-    void signal_PasteDrawableObject();
-    /// @}
     /// The user dropped a file on the view: its path, empty if it is not local.
     void signal_AddImage(QString file);
     /// "Switch To 3D View" in the menu of the image.
@@ -185,11 +194,9 @@ public Q_SLOTS:
     void slot_DeleteDrawableObject(unsigned int nUID, QString strName);
     void slot_AddDrawableObject(unsigned int nUID, QString strName);
     /// @}
-    /// All annotations are gone: Clear.
-    void slot_ClearObject();
-    /// ZoomFit.
-    void slot_ZoomFit();
-    /// Asks for an image position and pans by it; blocks until the dialog is closed. Does nothing without an
+    void slot_ClearObject(); ///< calls Clear
+    void slot_ZoomFit();     ///< calls ZoomFit
+    /// Asks for an image position and pans by it; blocks while the dialog is open; does nothing without an
     /// image. Deliberate: the position becomes the pan unchanged, whatever the zoom.
     void slot_Goto();
     /// Calls the function of the menu entry that emits the signal, with the annotation of the menu.
@@ -197,8 +204,8 @@ public Q_SLOTS:
 
 protected:
     /// @{
-    /// Emit the signals above. The wheel zooms about the mouse, by a thousandth for each unit (a notch is
-    /// 120); keys without a meaning here go on to the parent; anything with a URL may be dropped.
+    /// The wheel zooms about the mouse, by a thousandth for each unit (a notch is 120); keys without a
+    /// meaning go on to the parent; anything with a URL may be dropped.
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseReleaseEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
@@ -211,7 +218,9 @@ protected:
 
 private:
     struct SZoomState;
+    struct SPlaceParts;
 
+    void Moved();
     void CreateMenus();
     void ConnectModels();
     QRectF VisibleImageRect(double dblScaleX, double dblScaleY) const;
@@ -231,6 +240,7 @@ private:
     QPointer<CImageView2DGeometryModel> m_pGeometryModel;
     QImage m_image;
     std::unique_ptr<SZoomState> m_pZoom;
+    std::unique_ptr<SPlaceParts> m_pPlace;
     std::unique_ptr<CPixelStamps> m_pStamps;
     QMenu* m_pMenuImage = nullptr;
     QMenu* m_pMenuObject = nullptr;

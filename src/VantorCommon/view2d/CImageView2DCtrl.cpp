@@ -18,7 +18,7 @@
 
 CImageView2DCtrl::SParts::SParts(const SImageView2DCtrlContext& given,
                                  const CImageView2DCtrlPanels::SDocks& sDocks)
-    : context(given),
+    : context(given), navigation(context),
       gestures(context, [this](std::unique_ptr<CCommand> pCommand) { return Execute(std::move(pCommand)); }),
       images(context), files(context, images), clipboard(context), panels(context, sDocks, gestures.Select()),
       capture(context)
@@ -49,7 +49,8 @@ CImageView2DCtrl::CImageView2DCtrl(CImageView2DModel* pModel, CImageView2DGeomet
         *this, [this](std::unique_ptr<CCommand> pCommand) { m_pParts->Execute(std::move(pCommand)); });
     if (pView) {
         m_pParts->ConnectView();
-        m_pParts->gestures.Watch();
+        m_pParts->navigation.Watch();
+        m_pParts->gestures.Watch(); // last, because its keys come first
     }
 }
 
@@ -66,6 +67,7 @@ void CImageView2DCtrl::SetOptions(const SCenterOptions& sOptions)
     m_pParts->panels.FollowOptions();
     if (CImageView2D* pView = m_pParts->context.pView) {
         pView->SetOwnColors(sOptions.bOwnColors);
+        pView->SetPlaceOptions(sOptions.bKeepPlace, sOptions.bGotoCentres);
         pView->GetLayerDrawing()->SetOwnColors(sOptions.bOwnColors);
     }
 }

@@ -10,6 +10,7 @@
 #include <VantorCommon/view2d/CImageView2DCtrlFiles_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrlGestures_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrlImages_p.h>
+#include <VantorCommon/view2d/CImageView2DCtrlNavigation_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrlPanels_p.h>
 
 /// The parts of a 2D controller. The panels and the snip tool are destroyed first, because their last events
@@ -25,6 +26,7 @@ struct CImageView2DCtrl::SParts {
     SImageView2DCtrlContext context;
     CCommandContainer commands;
     std::unique_ptr<CAnnotationStore> pStore; ///< never null once the controller is constructed
+    CImageView2DCtrlNavigation navigation;
     CImageView2DCtrlGestures gestures;
     CImageView2DCtrlImages images;
     CImageView2DCtrlFiles files;

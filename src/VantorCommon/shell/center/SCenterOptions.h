@@ -42,6 +42,19 @@ struct SCenterOptions {
     /// closes a polygon, Backspace removes its last corner, Escape cancels it. Off: none of this; Backspace
     /// then deletes the selection, and Escape leaves the corners until the next press.
     bool bEditKeys = false;
+    /// Zoom and place of a 2D view stay over a change to an image of equal size; a view of another size keeps
+    /// the zoom and the point in the middle, unless it shows the fitted image. Off: another image is fitted,
+    /// and the zoom grows and shrinks with the view.
+    bool bKeepPlace = false;
+    /// "Go To" centres the pixel and marks it by a cross. Off: its position becomes the pan unchanged.
+    bool bGotoCentres = false;
+    /// The middle button, or the left one while Space is held, pans in every mode of the mouse. Off: only the
+    /// left one in the panning mode.
+    bool bPanAnywhere = false;
+    /// Keys of the 2D view that has the focus. Arrow keys that move no selection (bEditKeys) pan by a tenth
+    /// of the view where the image is larger than the view in that direction; otherwise Left and Right go to
+    /// the previous and the next image of the list. PgUp and PgDn always do. Off: none of this.
+    bool bViewKeys = false;
     /// The button of a viewer that drops all its images has a picture of its own and stands last in the row.
     /// Off: it has the picture of "Delete" and stands beside the ruler.
     bool bClearApart = false;

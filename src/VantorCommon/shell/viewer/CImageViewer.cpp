@@ -381,6 +381,6 @@ bool CImageViewer::eventFilter(QObject* pWatched, QEvent* pEvent)
     else if (pEvent->type() == QEvent::MouseButtonPress)
         m_bListLeads = pWatched == m_pSideList->viewport();
     else if (pEvent->type() == QEvent::KeyPress && m_bListLeads)
-        StepInList(*static_cast<QKeyEvent*>(pEvent));
+        return StepInList(*static_cast<QKeyEvent*>(pEvent)) && m_bViewKeys;
     return QFrame::eventFilter(pWatched, pEvent);
 }

@@ -70,6 +70,8 @@ public:
 
     /// See SCenterOptions::bClearApart.
     void SetClearApart(bool bApart);
+    /// See SCenterOptions::bViewKeys.
+    void SetViewKeys(bool bOn) { m_bViewKeys = bOn; }
 
     /// Fills the thumbnail list again. An image that cannot be shown gets no row.
     void UpdateSideView();
@@ -163,7 +165,7 @@ private:
     QWidget* CreateBottomLine();
     void CreateSideList();
     void FitSideList();
-    void StepInList(QKeyEvent& event);
+    bool StepInList(QKeyEvent& event);
     void RenewThumbnail(int nIndex, Vantor::Algorithms::CImage* pImage);
     void ShowView(bool b2D);
     void CheckView(bool b2D);
@@ -192,6 +194,7 @@ private:
     QPushButton* m_pButtonPanning = nullptr;
     int m_nListWidth = 0;            ///< of the thumbnail list, as fitted to the viewer's width
     bool m_bListWidthChosen = false; ///< the user moved the splitter
-    bool m_bListLeads = false;       ///< the last click was on the list, not on the view
+    bool m_bViewKeys = false;
+    bool m_bListLeads = false; ///< the last click was on the list, not on the view
     int m_nViewID;
 };

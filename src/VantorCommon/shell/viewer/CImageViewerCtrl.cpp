@@ -182,8 +182,10 @@ CImageView2D* CImageViewerCtrl::Get2DView() const
 void CImageViewerCtrl::SetOptions(const SCenterOptions& sOptions)
 {
     m_pCtrl2D->SetOptions(sOptions);
-    if (m_pViewer)
-        m_pViewer->SetClearApart(sOptions.bClearApart);
+    if (!m_pViewer)
+        return;
+    m_pViewer->SetClearApart(sOptions.bClearApart);
+    m_pViewer->SetViewKeys(sOptions.bViewKeys);
 }
 
 void CImageViewerCtrl::LoadFile(const QString& strPath)

@@ -89,9 +89,13 @@ void CImageViewer::FitSideList()
 }
 
 /// Moves in the list by the keys for moving in a list, while the view keeps the keyboard for undo and the
-/// like.
-void CImageViewer::StepInList(QKeyEvent& event)
+/// like. With bViewKeys the keys for pages stay with the view, which gets none of the others.
+/// @return whether it was such a key
+bool CImageViewer::StepInList(QKeyEvent& event)
 {
+    const bool bPage = event.key() == Qt::Key_PageUp || event.key() == Qt::Key_PageDown;
+    if (bPage && m_bViewKeys)
+        return false;
     switch (event.key()) {
     case Qt::Key_Up:
     case Qt::Key_Down:
@@ -100,9 +104,9 @@ void CImageViewer::StepInList(QKeyEvent& event)
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
         QCoreApplication::sendEvent(m_pSideList, &event);
-        break;
+        return true;
     default:
-        break;
+        return false;
     }
 }
 

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <QLineEdit>
+
+/// The zoom in the status bar: "138 %". A click lets the user type another one; Enter sets it, Escape leaves.
+class CZoomField : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    explicit CZoomField(QWidget* pParent);
+
+    /// @param dblZoom  1.0 for 100 %; 0.0 for none, which shows nothing
+    void ShowZoom(double dblZoom);
+
+    /// A zoom as people read it: whole percents, from 10 % down a digit more.
+    static QString TextOf(double dblZoom);
+    /// @return 1.0 for "100", "100 %" or "100,0%"; 0.0 for what is no positive number
+    static double ZoomOf(const QString& strText);
+
+Q_SIGNALS:
+    /// The user has typed it; above 0.
+    void signal_Zoom(double dblZoom);
+    /// The user has typed something else.
+    void signal_Refused(const QString& strText);
+    /// The keyboard is not needed any more.
+    void signal_Left();
+
+protected:
+    void focusInEvent(QFocusEvent* pEvent) override;
+    void focusOutEvent(QFocusEvent* pEvent) override;
+    void keyPressEvent(QKeyEvent* pEvent) override;
+
+private:
+    void Enter();
+
+    double m_dblZoom = 0.0;
+};

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <VantorCommon/view2d/CImageView2DCtrlContext_p.h>
+
+#include <QObject>
+#include <QPointF>
+
+class QKeyEvent;
+class QMouseEvent;
+
+/// Moving about in a 2D view: SCenterOptions::bPanAnywhere and bViewKeys. What means nothing to it goes on to
+/// the view.
+class CImageView2DCtrlNavigation : public QObject
+{
+public:
+    explicit CImageView2DCtrlNavigation(const SImageView2DCtrlContext& context) : m_context(context) {}
+
+    /// Starts watching the view. Filters that are installed later come first.
+    void Watch();
+
+protected:
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
+private:
+    bool PressKey(const QKeyEvent& event);
+    bool PressSpace(bool bDown);
+    bool PressArrow(int nKey);
+    bool PanBy(const QPoint& direction);
+    bool Press(const QMouseEvent& event);
+    bool Drag(const QMouseEvent& event);
+    void EndDrag();
+    void ShowCursor();
+
+    const SImageView2DCtrlContext& m_context;
+    bool m_bSpace = false;
+    Qt::MouseButton m_button = Qt::NoButton; ///< that pans
+    QPointF m_grabbed;                       ///< the image point that follows the mouse
+};
