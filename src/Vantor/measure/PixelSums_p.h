@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+#pragma once
+
+#include <Vantor/geometry/CGeometry.h>
+
+#include <algorithm>
+#include <cstdint>
+
+namespace Vantor::Algorithms
+{
+
+/// Whole numbers of 128 bits: for sums of products, so that no image overflows one.
+__extension__ typedef unsigned __int128 Wide;
+
+constexpr int kMostChannels = 4;
+
+/// The two greys of a colour as whole numbers, in the order of arrGreyMin.
+struct SGreyWeights {
+    std::uint32_t nRed;
+    std::uint32_t nGreen;
+    std::uint32_t nBlue;
+
+    constexpr std::uint32_t Sum() const { return nRed + nGreen + nBlue; }
+};
+constexpr SGreyWeights kGreys[2] = {{1, 1, 1}, {299, 587, 114}};
+
+/// What the statistics of a region are made of. All of it is exact: a sample has 16 bits at most and a region
+/// less than 2^32 pixels, so a sum has 48 bits and a sum of squares 64.
+struct SPixelSums {
+    std::uint32_t arrMin[kMostChannels];
+    std::uint32_t arrMax[kMostChannels] = {};
+    std::uint64_t arrSum[kMostChannels] = {};
+    Wide arrSumX[kMostChannels] = {}; ///< of value times column
+    Wide arrSumY[kMostChannels] = {}; ///< of value times row
+    std::uint64_t arrSquares[kMostChannels] = {};
+    std::uint64_t arrMixed[3] = {}; ///< of R G, R B and G B, of images of 3 or 4 channels
+    std::uint32_t arrGreyMin[2];    ///< of colours, weighted by kGreys and not divided
+    std::uint32_t arrGreyMax[2] = {};
+
+    SPixelSums()
+    {
+        std::fill(std::begin(arrMin), std::end(arrMin), UINT32_MAX);
+        std::fill(std::begin(arrGreyMin), std::end(arrGreyMin), UINT32_MAX);
+    }
+};
+
+/// Interleaved samples.
+struct SPixelSource {
+    const unsigned char* const* pRows;
+    int nChannels; ///< 1 to 4
+    int nBits;     ///< 8 or 16
+};
+
+/// Adds up the pixels of some runs with the widest instructions of the machine.
+struct SSumKernels {
+    void (*add)(const SPixelSource& source, const Geometry::SPixelRun* begin, const Geometry::SPixelRun* end,
+                SPixelSums& sums);
+};
+
+/// The module and its function that returns the kernels, which live until the process ends.
+constexpr const char* kMeasureModule = "vantor-measure.so";
+constexpr const char* kMeasureFunction = "VantorGetSumKernels";
+
+} // namespace Vantor::Algorithms
