@@ -13,6 +13,7 @@
 #include <memory>
 
 class CImageView2DGeometryModel;
+class CImagePainter;
 class CImageView2DLayer;
 class CImageView2DModel;
 class CPixelStamps;
@@ -77,8 +78,9 @@ public:
     CImageView2DGeometryModel* GetGeometryModel() const;
     /// Identifier of the image shown, 0xFFFFFFFF without one.
     unsigned int GetImageUID() const;
-    /// The identifier given at construction.
-    int GetViewID() const { return m_nViewID; }
+    int GetViewID() const { return m_nViewID; } ///< the identifier given at construction
+    /// The options of SCenterOptions with these names. Both are off at first.
+    void SetImageLook(bool bSmoothReduction, bool bCheckerboard);
 
     void DrawObject(std::shared_ptr<CImageView2DDrawableObject> pObject) override;
     void Clear() override;
@@ -214,10 +216,7 @@ private:
 
     void CreateMenus();
     void ConnectModels();
-    QRectF VisibleImageRect(double dblScaleX, double dblScaleY) const;
-    void DrawImage(QPainter& painter, const QRectF& source);
     void DrawCrosshair(QPainter& painter);
-    void DrawGrid(QPainter& painter, const QRectF& source);
     void DrawPixelValues(QPainter& painter, const QRectF& source, double dblScaleY);
     void WriteValues(const unsigned char* pPixel, int nChannels, int x, int y, double dblScaleY);
     void RebuildPaintList();
@@ -232,6 +231,7 @@ private:
     QImage m_image;
     std::unique_ptr<SZoomState> m_pZoom;
     std::unique_ptr<CPixelStamps> m_pStamps;
+    std::unique_ptr<CImagePainter> m_pPainter;
     QMenu* m_pMenuImage = nullptr;
     QMenu* m_pMenuObject = nullptr;
     CImageView2DLayer* m_pLayer = nullptr;

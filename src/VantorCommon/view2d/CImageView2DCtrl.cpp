@@ -67,6 +67,7 @@ void CImageView2DCtrl::SetOptions(const SCenterOptions& sOptions)
     if (CImageView2D* pView = m_pParts->context.pView) {
         pView->SetOwnColors(sOptions.bOwnColors);
         pView->GetLayerDrawing()->SetOwnColors(sOptions.bOwnColors);
+        pView->SetImageLook(sOptions.bSmoothReduction, sOptions.bCheckerboard);
     }
 }
 
