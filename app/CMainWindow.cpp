@@ -100,6 +100,8 @@ SCenterOptions HostOptions()
     sOptions.bCarryAnnotations = true;
     sOptions.bAnnotationJournal = true;
     sOptions.bBackground = true;
+    sOptions.bSmoothReduction = true;
+    sOptions.bCheckerboard = true;
     return sOptions;
 }
 

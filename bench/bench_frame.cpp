@@ -9,12 +9,14 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
+#include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view2d/CUtilManager.h>
 
 #include <QApplication>
 #include <QPainter>
+#include <QThreadPool>
 #include <QWheelEvent>
 #include <cmath>
 #include <cstring>
@@ -45,6 +47,14 @@ std::shared_ptr<CImage> MakeImage(const QSize& size, int nChannels)
     return pImage;
 }
 
+void Turn(CImageView2D& view, int nDelta)
+{
+    const QPointF pos(kWidth * 0.5, kHeight * 0.5);
+    QWheelEvent event(pos, pos, QPoint(), QPoint(0, nDelta), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                      false);
+    QApplication::sendEvent(&view, &event);
+}
+
 /// Widget pixels per image pixel, 0 for the whole image.
 void Frame(benchmark::State& state)
 {
@@ -62,10 +72,7 @@ void Frame(benchmark::State& state)
     model.SetImages({pImage});
     while (dblScale > 0.0 && std::abs(view.GetSizePixel() / dblScale - 1.0) > 0.001) {
         const double dblStep = std::clamp(dblScale / view.GetSizePixel() - 1.0, -0.5, 1.0);
-        const QPointF pos(kWidth * 0.5, kHeight * 0.5);
-        QWheelEvent event(pos, pos, QPoint(), QPoint(0, static_cast<int>(std::lround(dblStep * 1000))),
-                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&view, &event);
+        Turn(view, static_cast<int>(std::lround(dblStep * 1000)));
         if (std::lround(dblStep * 1000) == 0)
             break;
     }
@@ -93,6 +100,56 @@ void Frame(benchmark::State& state)
     VantorBench::Compare(state, ours, peer, limit);
     state.counters["scale"] = view.GetSizePixel();
 }
+
+void Smooth(benchmark::State& state)
+{
+    const QSize size = SizeOf(static_cast<int>(state.range(0)));
+    const auto nChannels = static_cast<int>(state.range(1));
+    const bool bFirst = state.range(2) != 0;
+    const auto pImage = MakeImage(size, nChannels);
+    CImageView2DModel model;
+    CImageView2DGeometryModel geometry;
+    CImageView2DToolModel tools;
+    CImageView2D view(&model, &geometry, &tools, 0, nullptr);
+    QImage target(kWidth, kHeight, QImage::Format_RGB32);
+    view.SetImageLook(true, state.range(3) != 0);
+    view.resize(kWidth, kHeight);
+    view.render(&target);
+    model.SetImages({pImage});
+    const auto paint = [&] {
+        QPainter painter(&target);
+        view.render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
+    };
+    const auto settle = [&] {
+        paint();
+        QThreadPool::globalInstance()->waitForDone();
+        QApplication::sendPostedEvents(&CJobs::Get());
+        paint();
+    };
+    settle();
+    int nDelta = 1; // hardly another size, but another one
+    const auto prepare = [&] {
+        QThreadPool::globalInstance()->waitForDone();
+        if (bFirst)
+            Turn(view, nDelta = -nDelta);
+        else
+            settle();
+    };
+    QImage wrapped;
+    CUtilManager::ConvertImage(pImage.get(), wrapped, false);
+    const auto peer = [&] {
+        QPainter painter(&target);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.fillRect(target.rect(), QColor(120, 120, 120));
+        painter.drawImage(view.GetViewPort(), wrapped);
+    };
+    QImage from(target.size(), target.format());
+    from.fill(1);
+    const auto limit = [&] {
+        std::memcpy(target.bits(), std::as_const(from).bits(), static_cast<size_t>(target.sizeInBytes()));
+    };
+    VantorBench::Compare(state, paint, peer, limit, prepare);
+}
 } // namespace
 
 BENCHMARK(Frame)
@@ -102,6 +159,14 @@ BENCHMARK(Frame)
     ->ArgsProduct({{4, 24, 100}, {0, 1, 8, 60}, {3}})
     ->ArgsProduct({{24}, {0, 8, 60}, {1, 4}})
     ->Iterations(15);
+BENCHMARK(Smooth)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->ArgNames({"MP", "channels", "first", "squares"})
+    ->ArgsProduct({{4, 24, 100, 400}, {3}, {0, 1}, {0}})
+    ->ArgsProduct({{24, 100}, {1, 4}, {0, 1}, {0}})
+    ->ArgsProduct({{24}, {4}, {0}, {1}})
+    ->Iterations(7);
 
 int main(int argc, char* argv[])
 {

@@ -14,7 +14,9 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QWidget>
+#include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 /// What the 2D view has to paint, done plainly with QPainter: no caches, no short cuts. Its pictures are what
@@ -28,6 +30,9 @@ public:
         : m_size(size), m_viewPort(viewPort), m_window(window)
     {
     }
+
+    /// Gives the pixels behind the image a colour of their own, by their place in the widget.
+    void SetBehind(std::function<QColor(int x, int y)> behind) { m_behind = std::move(behind); }
 
     /// A picture of a widget, in the format of a window on the screen.
     static QImage Grab(QWidget& widget)
@@ -44,6 +49,12 @@ public:
         QImage picture(m_size, QImage::Format_RGB32);
         QPainter painter(&picture);
         painter.fillRect(picture.rect(), QColor(120, 120, 120, 255));
+        if (m_behind) {
+            const QRect shown = m_viewPort & picture.rect();
+            for (int y = shown.top(); y <= shown.bottom(); ++y)
+                for (int x = shown.left(); x <= shown.right(); ++x)
+                    painter.fillRect(x, y, 1, 1, m_behind(x, y));
+        }
         const double sx = double(m_viewPort.width()) / image.width();
         const double sy = double(m_viewPort.height()) / image.height();
         const QRectF shown = Shown(image.size(), sx, sy);
@@ -228,4 +239,5 @@ private:
     QSize m_size;
     QRect m_viewPort;
     QRect m_window;
+    std::function<QColor(int, int)> m_behind;
 };

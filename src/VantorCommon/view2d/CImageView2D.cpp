@@ -8,6 +8,7 @@
 #include <VantorCommon/annotation/view/CImageView2DLayer.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view2d/CUtilManager.h>
+#include <VantorCommon/view2d/ImagePainter_p.h>
 #include <VantorCommon/view2d/MiniMap_p.h>
 #include <VantorCommon/view2d/PixelStamps_p.h>
 #include <VantorCommon/view2d/Saturate_p.h>
@@ -49,7 +50,8 @@ CImageView2D::CImageView2D(CImageView2DModel* pModel, CImageView2DGeometryModel*
                            CImageView2DToolModel* pToolModel, int nViewID, QWidget* pParent)
     : CImageView2DDrawableWidget(pToolModel, pParent), m_pModel(pModel), m_pGeometryModel(pGeometryModel),
       m_pZoom(std::make_unique<SZoomState>()), m_pPlace(std::make_unique<SPlaceParts>()),
-      m_pStamps(std::make_unique<CPixelStamps>(QFont(QStringLiteral("Arial"), 15))), m_nViewID(nViewID)
+      m_pStamps(std::make_unique<CPixelStamps>(QFont(QStringLiteral("Arial"), 15))),
+      m_pPainter(std::make_unique<CImagePainter>(this)), m_nViewID(nViewID)
 {
     m_pLayer = new CImageView2DLayer(nViewID, pToolModel, this);
     m_pLayer->SetGeometryModel(pGeometryModel);
@@ -168,6 +170,7 @@ void CImageView2D::slot_ChangeCurrentImage()
     {
         QMutexLocker locker(&m_mutexImage);
         m_pImage = m_pModel ? m_pModel->GetCurrentImage() : nullptr;
+        m_pPainter->SetImage(m_pImage);
         if (!m_pImage)
             m_image = QImage();
         else if (!CUtilManager::ConvertImage(m_pImage.get(), m_image, false))

@@ -13,6 +13,7 @@
 #include <memory>
 
 class CImageView2DGeometryModel;
+class CImagePainter;
 class CImageView2DLayer;
 class CImageView2DModel;
 class CPixelStamps;
@@ -97,6 +98,8 @@ public:
     CImageView2DGeometryModel* GetGeometryModel() const; ///< null when it no longer exists
     unsigned int GetImageUID() const;                    ///< 0xFFFFFFFF without an image
     int GetViewID() const { return m_nViewID; }          ///< as given at construction
+    /// The options of SCenterOptions with these names. Both are off at first.
+    void SetImageLook(bool bSmoothReduction, bool bCheckerboard);
 
     void DrawObject(std::shared_ptr<CImageView2DDrawableObject> pObject) override;
     void Clear() override;
@@ -223,10 +226,7 @@ private:
     void Moved();
     void CreateMenus();
     void ConnectModels();
-    QRectF VisibleImageRect(double dblScaleX, double dblScaleY) const;
-    void DrawImage(QPainter& painter, const QRectF& source);
     void DrawCrosshair(QPainter& painter);
-    void DrawGrid(QPainter& painter, const QRectF& source);
     void DrawPixelValues(QPainter& painter, const QRectF& source, double dblScaleY);
     void WriteValues(const unsigned char* pPixel, int nChannels, int x, int y, double dblScaleY);
     void RebuildPaintList();
@@ -242,6 +242,7 @@ private:
     std::unique_ptr<SZoomState> m_pZoom;
     std::unique_ptr<SPlaceParts> m_pPlace;
     std::unique_ptr<CPixelStamps> m_pStamps;
+    std::unique_ptr<CImagePainter> m_pPainter;
     QMenu* m_pMenuImage = nullptr;
     QMenu* m_pMenuObject = nullptr;
     CImageView2DLayer* m_pLayer = nullptr;

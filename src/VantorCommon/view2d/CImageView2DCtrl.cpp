@@ -69,6 +69,7 @@ void CImageView2DCtrl::SetOptions(const SCenterOptions& sOptions)
         pView->SetOwnColors(sOptions.bOwnColors);
         pView->SetPlaceOptions(sOptions.bKeepPlace, sOptions.bGotoCentres);
         pView->GetLayerDrawing()->SetOwnColors(sOptions.bOwnColors);
+        pView->SetImageLook(sOptions.bSmoothReduction, sOptions.bCheckerboard);
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/view2d/ImageBlit_p.h>
+#include <VantorCommon/view2d/ImagePainter_p.h>
 #include <VantorCommon/view2d/PixelStamps_p.h>
 #include <VantorCommon/view2d/ZoomState_p.h>
 
@@ -14,7 +15,6 @@
 
 namespace
 {
-const QColor kBackground(120, 120, 120, 255);
 const QColor kLineColor(0, 100, 255, 255);
 constexpr double kSourceMargin = 4.0; // image pixels
 constexpr double kGridScale = 50.0;   // widget pixels per image pixel
@@ -40,12 +40,42 @@ void ClampSide(double& dblBegin, double& dblSize, double dblLimit)
         dblSize = dblLimit - dblBegin;
 }
 
+/// The visible part of an image, with a margin, limited to the image; the scale is widget pixels per image
+/// pixel.
+QRectF VisibleImageRect(const QSize& image, const QSize& widget, const QPoint& viewPort, double dblScaleX,
+                        double dblScaleY)
+{
+    double dblLeft = (viewPort.x() < 0 ? -double(viewPort.x()) : 0.0) / dblScaleX - kSourceMargin;
+    double dblTop = (viewPort.y() < 0 ? -double(viewPort.y()) : 0.0) / dblScaleY - kSourceMargin;
+    double dblWidth = widget.width() / dblScaleX + 2 * kSourceMargin;
+    double dblHeight = widget.height() / dblScaleY + 2 * kSourceMargin;
+    ClampSide(dblLeft, dblWidth, image.width());
+    ClampSide(dblTop, dblHeight, image.height());
+    return QRectF(dblLeft, dblTop, dblWidth, dblHeight);
+}
+
 void UseWidgetPixels(QPainter& painter, const QRect& rect)
 {
     painter.setViewport(rect);
     painter.setWindow(rect);
 }
+
+void DrawGrid(const CImageView2D& view, QPainter& painter, const QRectF& source)
+{
+    painter.setPen(LinePen());
+    const double dblRight = source.left() + source.width();
+    const double dblBottom = source.top() + source.height();
+    for (int y = static_cast<int>(source.top()); y <= dblBottom; ++y)
+        painter.drawLine(view.MapToWidget(QPointF(source.left(), y)), view.MapToWidget(QPointF(dblRight, y)));
+    for (int x = static_cast<int>(source.left()); x <= dblRight; ++x)
+        painter.drawLine(view.MapToWidget(QPointF(x, source.top())), view.MapToWidget(QPointF(x, dblBottom)));
+}
 } // namespace
+
+void CImageView2D::SetImageLook(bool bSmoothReduction, bool bCheckerboard)
+{
+    m_pPainter->SetOptions(bSmoothReduction, bCheckerboard);
+}
 
 void CImageView2D::Paint(QPainter& painter)
 {
@@ -55,40 +85,17 @@ void CImageView2D::Paint(QPainter& painter)
     const bool bImage = m_pImage && m_image.width() != 0 && !ViewPort().isEmpty();
     const double dblScaleX = bImage ? double(ViewPort().width()) / m_image.width() : 0.0;
     const double dblScaleY = bImage ? double(ViewPort().height()) / m_image.height() : 0.0;
-    const QRectF source = bImage ? VisibleImageRect(dblScaleX, dblScaleY) : QRectF();
-    DrawImage(painter, source);
+    const QRectF source =
+        bImage ? VisibleImageRect(m_image.size(), size(), ViewPort().topLeft(), dblScaleX, dblScaleY)
+               : QRectF();
+    m_pPainter->Paint(painter, m_image, {rect(), ViewPort(), Window(), source});
     UseWidgetPixels(painter, rect());
     if (m_bDragging)
         DrawCrosshair(painter);
     if (bImage && dblScaleX >= kGridScale && dblScaleY >= kGridScale) {
-        DrawGrid(painter, source);
+        DrawGrid(*this, painter, source);
         DrawPixelValues(painter, source, dblScaleY);
     }
-}
-
-/// Draws the background and the given part of the image.
-void CImageView2D::DrawImage(QPainter& painter, const QRectF& source)
-{
-    if (ImageBlit::Paint(painter, m_image, {rect(), ViewPort(), Window(), source}, kBackground))
-        return;
-    painter.fillRect(rect(), kBackground);
-    if (source.isEmpty())
-        return;
-    painter.setViewport(ViewPort());
-    painter.setWindow(Window());
-    painter.drawImage(source, m_image, source);
-}
-
-/// The visible part of the image, with a margin, limited to the image.
-QRectF CImageView2D::VisibleImageRect(double dblScaleX, double dblScaleY) const
-{
-    double dblLeft = (ViewPort().left() < 0 ? -double(ViewPort().left()) : 0.0) / dblScaleX - kSourceMargin;
-    double dblTop = (ViewPort().top() < 0 ? -double(ViewPort().top()) : 0.0) / dblScaleY - kSourceMargin;
-    double dblWidth = width() / dblScaleX + 2 * kSourceMargin;
-    double dblHeight = height() / dblScaleY + 2 * kSourceMargin;
-    ClampSide(dblLeft, dblWidth, m_image.width());
-    ClampSide(dblTop, dblHeight, m_image.height());
-    return QRectF(dblLeft, dblTop, dblWidth, dblHeight);
 }
 
 void CImageView2D::DrawCrosshair(QPainter& painter)
@@ -96,17 +103,6 @@ void CImageView2D::DrawCrosshair(QPainter& painter)
     painter.setPen(LinePen());
     painter.drawLine(QPointF(0.0, m_pZoom->dblCrossY), QPointF(width(), m_pZoom->dblCrossY));
     painter.drawLine(QPointF(m_pZoom->dblCrossX, 0.0), QPointF(m_pZoom->dblCrossX, height()));
-}
-
-void CImageView2D::DrawGrid(QPainter& painter, const QRectF& source)
-{
-    painter.setPen(LinePen());
-    const double dblRight = source.left() + source.width();
-    const double dblBottom = source.top() + source.height();
-    for (int y = static_cast<int>(source.top()); y <= dblBottom; ++y)
-        painter.drawLine(MapToWidget(QPointF(source.left(), y)), MapToWidget(QPointF(dblRight, y)));
-    for (int x = static_cast<int>(source.left()); x <= dblRight; ++x)
-        painter.drawLine(MapToWidget(QPointF(x, source.top())), MapToWidget(QPointF(x, dblBottom)));
 }
 
 void CImageView2D::DrawPixelValues(QPainter& painter, const QRectF& source, double dblScaleY)

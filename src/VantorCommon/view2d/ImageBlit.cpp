@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 #include <VantorCommon/view2d/ImageBlit_p.h>
+#include <VantorCommon/view2d/ImageGround_p.h>
 #include <VantorCommon/view2d/PaintTarget_p.h>
 
 #include <QImage>
 #include <QPainter>
 #include <QtEndian>
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -107,6 +109,12 @@ QRgb Multiply(QRgb pixel, unsigned int a)
     return scale(pixel & 0xFF00FFu) | scale((pixel >> 8) & 0xFF00FFu) << 8;
 }
 
+QRgb Blend(const uchar* p, QRgb background)
+{
+    const QRgb pixel = qRgba(p[0], p[1], p[2], p[3]);
+    return p[3] == 255 ? pixel : qPremultiply(pixel) + Multiply(background, 255u - p[3]);
+}
+
 /// Paints the rows of one rectangle (the target's coordinates), whose first pixel shows columns[0] of
 /// rows[0]. It converts the image's last row differently, because no byte follows it.
 template <int nBytes, class Convert, class ConvertLast>
@@ -130,26 +138,47 @@ void PaintRows(QImage& target, const QRect& rect, const QImage& image, const int
             const uchar* pSource = image.constScanLine(pRows[y]);
             if (pRows[y] == image.height() - 1)
                 for (std::size_t x = 0; x < nWidth; ++x)
-                    pRow[x] = convertLast(pSource + offsets[x]);
+                    pRow[x] = convertLast(pSource + offsets[x], x);
             else
                 for (std::size_t x = 0; x < nWidth; ++x)
-                    pRow[x] = convert(pSource + offsets[x]);
+                    pRow[x] = convert(pSource + offsets[x], x);
         }
         pFormer = pRow;
     }
 }
 
-void PaintPart(QImage& target, const QRect& rect, const QImage& image, const int* pColumns, const int* pRows,
-               QRgb background)
+/// Paints rows of squares over squares, a row of squares at a time. The offset leads from the target's to the
+/// widget's pixels.
+void PaintOverSquares(QImage& target, const QRect& rect, const QImage& image, const int* pColumns,
+                      const int* pRows, const CImageGround& ground, const QPoint& offset)
 {
-    const auto blend = [background](const uchar* p) {
-        const QRgb pixel = qRgba(p[0], p[1], p[2], p[3]);
-        return p[3] == 255 ? pixel : qPremultiply(pixel) + Multiply(background, 255u - p[3]);
-    };
+    const QRect inWidget = rect.translated(offset);
+    std::vector<QRgb> behind(static_cast<std::size_t>(rect.width()));
+    for (int y = inWidget.top(); y <= inWidget.bottom();) {
+        const int nEnd =
+            std::min((y / CImageGround::kSquare + 1) * CImageGround::kSquare, inWidget.bottom() + 1);
+        for (int x = 0; x < rect.width(); ++x)
+            behind[static_cast<std::size_t>(x)] = ground.At(inWidget.left() + x, y);
+        const auto blend = [&behind](const uchar* p, std::size_t x) { return Blend(p, behind[x]); };
+        const QRect band(rect.left(), y - offset.y(), rect.width(), nEnd - y);
+        PaintRows<4>(target, band, image, pColumns, pRows + (y - inWidget.top()), blend, blend);
+        y = nEnd;
+    }
+}
+
+void PaintPart(QImage& target, const QRect& rect, const QImage& image, const int* pColumns, const int* pRows,
+               const CImageGround& ground, const QPoint& offset)
+{
+    const auto grey = [](const uchar* p, std::size_t) { return GreyPixel(p); };
+    const auto rgb = [](const uchar* p, std::size_t) { return RgbPixelAndOneByte(p); };
+    const auto lastRgb = [](const uchar* p, std::size_t) { return RgbPixel(p); };
+    const auto blend = [](const uchar* p, std::size_t) { return Blend(p, CImageGround::kGrey); };
     if (image.format() == QImage::Format_Grayscale8)
-        PaintRows<1>(target, rect, image, pColumns, pRows, GreyPixel, GreyPixel);
+        PaintRows<1>(target, rect, image, pColumns, pRows, grey, grey);
     else if (image.format() == QImage::Format_RGB888)
-        PaintRows<3>(target, rect, image, pColumns, pRows, RgbPixelAndOneByte, RgbPixel);
+        PaintRows<3>(target, rect, image, pColumns, pRows, rgb, lastRgb);
+    else if (ground.HasSquares())
+        PaintOverSquares(target, rect, image, pColumns, pRows, ground, offset);
     else
         PaintRows<4>(target, rect, image, pColumns, pRows, blend, blend);
 }
@@ -163,7 +192,7 @@ bool IsSupported(const QImage& image, double dblScale)
 }
 } // namespace
 
-bool ImageBlit::Paint(QPainter& painter, const QImage& image, const SPlace& place, const QColor& background)
+bool ImageBlit::Paint(QPainter& painter, const QImage& image, const SPlace& place, const CImageGround& ground)
 {
     const QRect& v = place.viewPort;
     const QRect& w = place.window;
@@ -181,15 +210,14 @@ bool ImageBlit::Paint(QPainter& painter, const QImage& image, const SPlace& plac
                                 Qt::Vertical);
     const QRect shown(columns.nBegin, rows.nBegin, static_cast<int>(columns.positions.size()),
                       static_cast<int>(rows.positions.size()));
-    for (const QRect& rect : QRegion(place.widget) - shown)
-        painter.fillRect(rect, background);
+    CImageGround::FillAround(painter, place.widget, shown);
     for (const QRect& part : target.parts) {
         const QRect rect = part & shown.translated(target.origin);
         if (rect.isEmpty())
             continue;
         const QPoint first = rect.topLeft() - target.origin - shown.topLeft();
         PaintPart(*target.pImage, rect, image, columns.positions.data() + first.x(),
-                  rows.positions.data() + first.y(), background.rgb());
+                  rows.positions.data() + first.y(), ground, -target.origin);
     }
     return true;
 }

@@ -2,9 +2,9 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
-#include <QColor>
 #include <QRect>
 
+class CImageGround;
 class QImage;
 class QPainter;
 
@@ -19,13 +19,13 @@ struct SPlace {
     QRectF source;
 };
 
-/// Fills the widget with an opaque colour and draws a part of the image over it, pixel for pixel as fillRect
-/// and drawImage(source, image, source) do with that viewport and window. It is several times faster, because
+/// Fills the widget with the ground and draws a part of the image over it, pixel for pixel as its Fill and
+/// drawImage(source, image, source) do with that viewport and window. It is several times faster, because
 /// it looks each pixel of the image up once and copies repeated rows.
 ///
 /// The painter must be in widget pixels and otherwise as new. Paint does nothing and returns false where it
 /// does not pay or apply: at a scale of 1 (below 3 for RGBA8888), for formats other than Grayscale8, RGB888
 /// and RGBA8888, for images of more than 32,767 pixels a side, and on targets that are not plain RGB32
 /// images.
-bool Paint(QPainter& painter, const QImage& image, const SPlace& place, const QColor& background);
+bool Paint(QPainter& painter, const QImage& image, const SPlace& place, const CImageGround& ground);
 } // namespace ImageBlit

@@ -66,4 +66,12 @@ struct SCenterOptions {
     /// ends. Registered operations are called on a thread of a pool. Off: everything is done when the call
     /// returns.
     bool bBackground = false;
+    /// Below one pixel of the screen per pixel of the image the 2D view shows in each pixel the mean of what
+    /// it covers, so that thin lines stay and small text can be read. What would take long is made in the
+    /// background: until it is there, the view shows what it can. At and above one, and when off: the nearest
+    /// pixel.
+    bool bSmoothReduction = false;
+    /// Transparent images stand on a checkerboard, of squares that keep their places in the view. Off: on the
+    /// grey that is around them.
+    bool bCheckerboard = false;
 };
