@@ -114,6 +114,8 @@ void CImageView2D::ConnectModels()
                 &CImageView2D::slot_ChangeCurrentImage);
         connect(m_pModel.data(), &CImageView2DModel::signal_ChangeCurrentIndex, this,
                 &CImageView2D::slot_ChangeCurrentImage);
+        connect(m_pModel.data(), &CImageView2DModel::signal_PixelsCame, this,
+                &CImageView2D::TakePixelsThatCame);
     }
     if (!m_pGeometryModel)
         return;
@@ -173,7 +175,7 @@ void CImageView2D::ShowContextMenuDrawableObject(const QPointF& point, unsigned 
 void CImageView2D::CalculateViewPort()
 {
     const SZoomState& zoom = *m_pZoom;
-    const QSizeF fitted = QSizeF(m_image.size()).scaled(QSizeF(size()), Qt::KeepAspectRatio);
+    const QSizeF fitted = QSizeF(ImageSize()).scaled(QSizeF(size()), Qt::KeepAspectRatio);
     const double z = zoom.dblZoom;
     const int x0 = TruncateToInt(width() * 0.5 - fitted.width() * 0.5 + zoom.dblPanX);
     const int y0 = TruncateToInt(height() * 0.5 - fitted.height() * 0.5 + zoom.dblPanY);
@@ -182,8 +184,8 @@ void CImageView2D::CalculateViewPort()
     const int nWidth = ClampCoordinate(fitted.width() * z + 0.5);
     const int nHeight = ClampCoordinate(fitted.height() * z + 0.5);
     SetViewPort(QRect(ClampCoordinate(double(x0) + dx), ClampCoordinate(double(y0) + dy), nWidth, nHeight));
-    if (m_image.width() != 0)
-        SetWindow(QRect(0, 0, m_image.width(), m_image.height()));
+    if (ImageSize().width() != 0)
+        SetWindow(QRect(QPoint(0, 0), ImageSize()));
     m_pLayer->SetWindow(Window());
     m_pLayer->SetViewPort(ViewPort());
 }
@@ -269,11 +271,40 @@ void CImageView2D::slot_ChangeCurrentImage()
         m_pImage = m_pModel ? m_pModel->GetCurrentImage() : nullptr;
         if (!m_pImage)
             m_image = QImage();
-        else if (!CUtilManager::ConvertImage(m_pImage.get(), m_image, false))
+        else if (!TakePixels())
             return;
     }
     Repaint();
     ZoomFit();
+}
+
+/// Whether the pixels of the image are still to come.
+bool CImageView2D::IsWaiting() const
+{
+    return m_pImage && m_image.isNull() && m_pImage->IsDeferred();
+}
+
+QSize CImageView2D::ImageSize() const
+{
+    return IsWaiting() ? QSize(m_pImage->GetWidth(), m_pImage->GetHeight()) : m_image.size();
+}
+
+/// Wraps the pixels of the image, or none while they would have to be waited for. The mutex is held.
+/// @return false for an image that cannot be shown
+bool CImageView2D::TakePixels()
+{
+    m_image = QImage();
+    return (m_pImage->IsDeferred() && !m_pImage->HasPixels()) ||
+           CUtilManager::ViewImage(m_pImage.get(), m_image);
+}
+
+void CImageView2D::TakePixelsThatCame(int nIndex)
+{
+    if (!m_pModel || nIndex != m_pModel->GetCurrentIndex() || !IsWaiting())
+        return;
+    QMutexLocker locker(&m_mutexImage);
+    if (TakePixels())
+        update();
 }
 
 void CImageView2D::slot_ChangeDrawableObjectProperty(unsigned int)

@@ -175,7 +175,8 @@ Q_SIGNALS:
 public Q_SLOTS:
     /// Emits signal_ShowContextMenu for a point in widget pixels.
     void slot_ShowContextMenu(const QPoint& pos);
-    /// Shows the model's current image, without a copy, and fits it; without one the view is empty.
+    /// Shows the model's current image, without a copy, and fits it; without one the view is empty. A
+    /// deferred image is an empty sheet until the model tells that its pixels have come.
     void slot_ChangeCurrentImage();
     /// Deliberate: ignores the identifier and takes the whole list from the geometry model, once before the
     /// view next paints or returns the list.
@@ -214,6 +215,11 @@ private:
 
     void CreateMenus();
     void ConnectModels();
+    bool IsWaiting() const;
+    QSize ImageSize() const;
+    bool TakePixels();
+    void TakePixelsThatCame(int nIndex);
+    void DrawWaiting(QPainter& painter);
     QRectF VisibleImageRect(double dblScaleX, double dblScaleY) const;
     void DrawImage(QPainter& painter, const QRectF& source);
     void DrawCrosshair(QPainter& painter);

@@ -10,6 +10,7 @@
 #include <VantorCommon/view2d/CImageView2DCtrlFiles_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrlGestures_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrlImages_p.h>
+#include <VantorCommon/view2d/CImageView2DCtrlPages_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrlPanels_p.h>
 
 /// The parts of a 2D controller. The panels and the snip tool are destroyed first, because their last events
@@ -27,6 +28,7 @@ struct CImageView2DCtrl::SParts {
     std::unique_ptr<CAnnotationStore> pStore; ///< never null once the controller is constructed
     CImageView2DCtrlGestures gestures;
     CImageView2DCtrlImages images;
+    CImageView2DCtrlPages pages;
     CImageView2DCtrlFiles files;
     CImageView2DCtrlClipboard clipboard;
     CImageView2DCtrlPanels panels;

@@ -23,6 +23,7 @@ const QColor kRed(255, 0, 0);
 const QColor kGreen(0, 255, 0);
 const QColor kBlue(0, 0, 255);
 const QColor kWhite(255, 255, 255);
+const QColor kWaitColor(90, 90, 90);
 
 QPen LinePen()
 {
@@ -58,6 +59,8 @@ void CImageView2D::Paint(QPainter& painter)
     const QRectF source = bImage ? VisibleImageRect(dblScaleX, dblScaleY) : QRectF();
     DrawImage(painter, source);
     UseWidgetPixels(painter, rect());
+    if (IsWaiting())
+        DrawWaiting(painter);
     if (m_bDragging)
         DrawCrosshair(painter);
     if (bImage && dblScaleX >= kGridScale && dblScaleY >= kGridScale) {
@@ -77,6 +80,15 @@ void CImageView2D::DrawImage(QPainter& painter, const QRectF& source)
     painter.setViewport(ViewPort());
     painter.setWindow(Window());
     painter.drawImage(source, m_image, source);
+}
+
+/// An empty sheet in place of an image whose pixels are still to come.
+void CImageView2D::DrawWaiting(QPainter& painter)
+{
+    const QRect sheet = ViewPort() & rect();
+    painter.fillRect(sheet, Qt::white);
+    painter.setPen(kWaitColor);
+    painter.drawText(sheet, Qt::AlignCenter, QStringLiteral("Rendering the page ..."));
 }
 
 /// The visible part of the image, with a margin, limited to the image.
