@@ -93,6 +93,7 @@ SCenterOptions HostOptions()
     sOptions.bCarryAnnotations = true;
     sOptions.bAnnotationJournal = true;
     sOptions.bBackground = true;
+    sOptions.bDeferredPages = true;
     return sOptions;
 }
 
