@@ -102,6 +102,7 @@ SCenterOptions HostOptions()
     sOptions.bBackground = true;
     sOptions.bSmoothReduction = true;
     sOptions.bCheckerboard = true;
+    sOptions.bDeferredPages = true;
     return sOptions;
 }
 

@@ -122,6 +122,7 @@ private:
     void AskForPicture();
     void ExportPicture(const QString& strPath);
     void CopyPicture();
+    bool HasPixels(); ///< whether they need not be waited for
     /// @}
     /// @{
     /// In the active viewer.

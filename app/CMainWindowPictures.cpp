@@ -54,8 +54,20 @@ void CMainWindow::AskForPicture()
     pDialog->open();
 }
 
+/// Tells so if not: the window does not wait for a page.
+bool CMainWindow::HasPixels()
+{
+    const auto pImage = m_pViewers->Active().Ctrl2D()->GetCurrentImgage();
+    if (!pImage || !pImage->IsDeferred() || pImage->HasPixels())
+        return true;
+    m_pMessages->Tell(LibraryTexts::Sentence(QStringLiteral("The page is still being rendered.")));
+    return false;
+}
+
 void CMainWindow::ExportPicture(const QString& strPath)
 {
+    if (!HasPixels())
+        return;
     const QString strReason = PictureExport::Save(*m_pViewers->Active().Ctrl2D(), strPath, kOwnColors);
     if (strReason.isEmpty())
         statusBar()->showMessage(tr("Exported %1").arg(QDir::toNativeSeparators(strPath)), kMessageMs);
@@ -65,7 +77,7 @@ void CMainWindow::ExportPicture(const QString& strPath)
 
 void CMainWindow::CopyPicture()
 {
-    if (!PictureExport::Copy(*m_pViewers->Active().Ctrl2D(), kOwnColors))
+    if (HasPixels() && !PictureExport::Copy(*m_pViewers->Active().Ctrl2D(), kOwnColors))
         m_pMessages->Tell(tr("The picture cannot be copied: there is not enough memory."));
 }
 

@@ -20,6 +20,7 @@ const char* const kFailures[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot paste %1."),
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot rotate the image."),
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot change the image."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Cannot copy the image."),
 };
 
 /// Reasons and notes.
@@ -69,6 +70,8 @@ const char* const kSentences[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "The password is wrong."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is not a PDF document with pages, or it is damaged."),
     QT_TRANSLATE_NOOP("LibraryTexts", "Page %1 of %2 cannot be rendered."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Only the first %1 of %2 pages can be read."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The page is still being rendered."),
     QT_TRANSLATE_NOOP("LibraryTexts", "The page is empty or larger than the limit."),
     QT_TRANSLATE_NOOP("LibraryTexts", "The page cannot be drawn."),
     QT_TRANSLATE_NOOP("LibraryTexts", "There is not enough memory for the page."),

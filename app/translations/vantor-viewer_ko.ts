@@ -1270,6 +1270,18 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>The program vantor-pdf, which reads documents, cannot be started: %1. It is in the package vantor-pdf.</source>
         <translation>문서를 읽는 프로그램 vantor-pdf를 시작할 수 없습니다: %1. 이 프로그램은 vantor-pdf 패키지에 있습니다.</translation>
     </message>
+    <message>
+        <source>Cannot copy the image.</source>
+        <translation>이미지를 복사할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>Only the first %1 of %2 pages can be read.</source>
+        <translation>%2쪽 중 처음 %1쪽만 읽을 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>The page is still being rendered.</source>
+        <translation>이 쪽을 아직 그리는 중입니다.</translation>
+    </message>
 </context>
 <context>
     <name>QCommandLineParser</name>

@@ -1270,6 +1270,18 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>The program vantor-pdf, which reads documents, cannot be started: %1. It is in the package vantor-pdf.</source>
         <translation>Không thể khởi động chương trình đọc tài liệu vantor-pdf: %1. Chương trình này nằm trong gói vantor-pdf.</translation>
     </message>
+    <message>
+        <source>Cannot copy the image.</source>
+        <translation>Không thể sao chép ảnh.</translation>
+    </message>
+    <message>
+        <source>Only the first %1 of %2 pages can be read.</source>
+        <translation>Chỉ đọc được %1 trang đầu trong %2 trang.</translation>
+    </message>
+    <message>
+        <source>The page is still being rendered.</source>
+        <translation>Trang vẫn đang được vẽ.</translation>
+    </message>
 </context>
 <context>
     <name>QCommandLineParser</name>

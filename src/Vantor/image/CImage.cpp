@@ -2,8 +2,9 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/CImage.h>
 
+#include <Vantor/CProgress.h>
 #include <Vantor/FailureReason_p.h>
-#include <Vantor/image/PixelBuffer_p.h>
+#include <Vantor/image/ImagePixels_p.h>
 
 #include <atomic>
 #include <climits>
@@ -20,6 +21,7 @@ namespace
 constexpr int kMaxChannels = 4;
 constexpr int kMaxRowAlignment = 4096;
 constexpr long long kMinBytesPerPixelOfTwoChannels = 3;
+constexpr const char* kNoCopyMemory = "There is not enough memory for the copy.";
 constexpr std::size_t kDefaultDecodeLimit = std::size_t(1) << 30;
 
 std::atomic<std::size_t> g_nDecodeLimit{kDefaultDecodeLimit};
@@ -36,30 +38,6 @@ int StrideOf(int width, int channels, int bitDepth, int rowAlignment)
 }
 } // namespace
 
-struct CImage::SPixels {
-    int nWidth = 0;
-    int nHeight = 0;
-    int nChannels = 0;
-    int nBitDepth = 0;
-    EImageType eType = EImageType::Interleaved;
-    int nRowAlignment = 1;
-    int nStride = 0;
-    PixelBuffer pData;
-    std::vector<unsigned char*> vctRows;
-    std::vector<std::size_t> vctColumnOffsets;
-    std::vector<std::string> vctNotes;
-
-    std::size_t Bytes() const
-    {
-        return static_cast<std::size_t>(nStride) * static_cast<std::size_t>(nHeight);
-    }
-    /// Takes over everything except size and content.
-    void TakeFormat(const SPixels& model);
-    /// Allocates the buffer and the tables for the sizes above.
-    /// @param content  the bytes to copy into the buffer; null leaves its content undefined
-    bool Allocate(const unsigned char* content = nullptr);
-};
-
 void CImage::SPixels::TakeFormat(const SPixels& model)
 {
     nChannels = model.nChannels;
@@ -67,6 +45,20 @@ void CImage::SPixels::TakeFormat(const SPixels& model)
     eType = model.eType;
     nRowAlignment = model.nRowAlignment;
     vctNotes = model.vctNotes;
+}
+
+bool CImage::SPixels::SetFormat(int width, int height, int channels, int bitDepth, int rowAlignment)
+{
+    if (width < 1 || height < 1 || channels < 1 || channels > kMaxChannels ||
+        (bitDepth != 8 && bitDepth != 16) || rowAlignment < 1 || rowAlignment > kMaxRowAlignment)
+        return false;
+    nWidth = width;
+    nHeight = height;
+    nChannels = channels;
+    nBitDepth = bitDepth;
+    nRowAlignment = rowAlignment;
+    nStride = StrideOf(width, channels, bitDepth, rowAlignment);
+    return nStride != 0;
 }
 
 bool CImage::SPixels::Allocate(const unsigned char* content)
@@ -96,21 +88,10 @@ CImage::~CImage() = default;
 
 int CImage::Create(int width, int height, int channels, int bitDepth, EImageType type, int rowAlignment)
 {
-    if (width < 1 || height < 1 || channels < 1 || channels > kMaxChannels)
-        return 1;
-    if ((bitDepth != 8 && bitDepth != 16) || type != EImageType::Interleaved)
-        return 1;
-    if (rowAlignment < 1 || rowAlignment > kMaxRowAlignment)
-        return 1;
     try {
         auto pPixels = std::make_unique<SPixels>();
-        pPixels->nWidth = width;
-        pPixels->nHeight = height;
-        pPixels->nChannels = channels;
-        pPixels->nBitDepth = bitDepth;
-        pPixels->eType = type;
-        pPixels->nRowAlignment = rowAlignment;
-        if (!pPixels->Allocate())
+        if (type != EImageType::Interleaved ||
+            !pPixels->SetFormat(width, height, channels, bitDepth, rowAlignment) || !pPixels->Allocate())
             return 1;
         std::memset(pPixels->pData.get(), 0, pPixels->Bytes());
         m_pPixels = std::move(pPixels);
@@ -147,20 +128,22 @@ int CImage::CopyFrom(const CImage* source)
     try {
         std::wstring strName = source->m_strName;
         std::wstring strFolder = source->m_strFolder;
-        const SPixels& from = *source->m_pPixels;
+        SPixels& from = *source->m_pPixels;
+        if (!from.Need())
+            return m_pFailure->Fail(CProgress::IsThreadCancelled() ? kCancelled : kNoCopyMemory);
         auto pPixels = std::make_unique<SPixels>();
         pPixels->nWidth = from.nWidth;
         pPixels->nHeight = from.nHeight;
         pPixels->TakeFormat(from);
         if (from.pData && !pPixels->Allocate(from.pData.get()))
-            return m_pFailure->Fail("There is not enough memory for the copy.");
+            return m_pFailure->Fail(kNoCopyMemory);
         m_pPixels = std::move(pPixels);
         m_strName.swap(strName);
         m_strFolder.swap(strFolder);
         m_dPageResolution = source->m_dPageResolution;
         return m_pFailure->Succeed();
     } catch (const std::bad_alloc&) {
-        return m_pFailure->Fail("There is not enough memory for the copy.");
+        return m_pFailure->Fail(kNoCopyMemory);
     }
 }
 
@@ -196,37 +179,40 @@ int CImage::GetStride() const
 
 unsigned char* CImage::GetData()
 {
-    return m_pPixels->pData.get();
+    return m_pPixels->NeedToChange() ? m_pPixels->pData.get() : nullptr;
 }
 
 const unsigned char* CImage::GetData() const
 {
-    return m_pPixels->pData.get();
+    return m_pPixels->Need() ? m_pPixels->pData.get() : nullptr;
 }
 
 unsigned char** CImage::GetRows()
 {
-    return m_pPixels->vctRows.empty() ? nullptr : m_pPixels->vctRows.data();
+    return m_pPixels->NeedToChange() && !m_pPixels->vctRows.empty() ? m_pPixels->vctRows.data() : nullptr;
 }
 
 const unsigned char* const* CImage::GetRows() const
 {
-    return m_pPixels->vctRows.empty() ? nullptr : m_pPixels->vctRows.data();
+    return m_pPixels->Need() && !m_pPixels->vctRows.empty() ? m_pPixels->vctRows.data() : nullptr;
 }
 
 const std::size_t* CImage::GetColumnOffsets() const
 {
-    return m_pPixels->vctColumnOffsets.empty() ? nullptr : m_pPixels->vctColumnOffsets.data();
+    const bool bAny = m_pPixels->Need() && !m_pPixels->vctColumnOffsets.empty();
+    return bAny ? m_pPixels->vctColumnOffsets.data() : nullptr;
 }
 
 unsigned char* CImage::GetPixel(int x, int y)
 {
+    if (!m_pPixels->NeedToChange())
+        return nullptr;
     return const_cast<unsigned char*>(static_cast<const CImage*>(this)->GetPixel(x, y));
 }
 
 const unsigned char* CImage::GetPixel(int x, int y) const
 {
-    if (x < 0 || y < 0 || x >= m_pPixels->nWidth || y >= m_pPixels->nHeight)
+    if (x < 0 || y < 0 || x >= m_pPixels->nWidth || y >= m_pPixels->nHeight || !m_pPixels->Need())
         return nullptr;
     return m_pPixels->vctRows[static_cast<std::size_t>(y)] +
            m_pPixels->vctColumnOffsets[static_cast<std::size_t>(x)];
@@ -265,11 +251,6 @@ double CImage::GetPageResolution() const
 std::string CImage::GetFailureReason() const
 {
     return m_pFailure->GetText();
-}
-
-const std::vector<std::string>& CImage::GetNotes() const
-{
-    return m_pPixels->vctNotes;
 }
 
 void CImage::SetNotes(std::vector<std::string> notes)

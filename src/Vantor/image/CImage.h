@@ -26,6 +26,8 @@ class CResult;
 namespace Vantor::Algorithms
 {
 
+class CPixelSource;
+
 /// How the samples lie in memory.
 enum class EImageType : int {
     /// Interleaved bytes in the order grey | grey, alpha | R, G, B | R, G, B, A.
@@ -73,6 +75,24 @@ public:
     /// Copies pixels, name and folder, not the identifier. Fails for null; copying an image to itself does
     /// nothing and returns 0.
     int CopyFrom(const CImage* source);
+
+    /// Makes an image of a size whose pixels come later: 8 bits, rows at multiples of 4 bytes. The first call
+    /// that needs them, of any thread, gets them from the source and waits meanwhile; others wait with it.
+    /// Then it is an image like all others. Pixels that cannot be made are white, and GetNotes says why. A
+    /// thread whose progress is cancelled, or for which there is no memory, gets none: null, or a failure.
+    /// Whoever could change the pixels (all that is not const) ends the image's being deferred.
+    /// @param width, height, channels  as for Create
+    /// @param source                   not null; shared with other images, if it likes
+    /// @return 0, or non-zero for bad sizes or no source
+    int Defer(int width, int height, int channels, std::shared_ptr<CPixelSource> source);
+    /// Whether the pixels come from a source, and nobody can have changed them. Any thread.
+    bool IsDeferred() const;
+    /// Whether there are pixels that need not be waited for. Any thread.
+    bool HasPixels() const;
+    /// Gives back the memory of a deferred image until its pixels are needed again, when they are equal.
+    /// Pointers into it end, so the caller is the only one that uses the image.
+    /// @return whether there was any to give back
+    bool DropPixels();
 
     int GetWidth() const;            ///< pixels, 0 for an empty image
     int GetHeight() const;           ///< rows, 0 for an empty image

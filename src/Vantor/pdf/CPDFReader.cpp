@@ -113,7 +113,9 @@ std::string ToPassword(const std::wstring& password)
 
 struct CPDFReader::SDocument {
     int Open(const std::wstring& path, const std::wstring& password);
+    CResult Plan(int page, SPdfDrawing& drawing);
     CResult Render(int page, CImage* image);
+    int NoteOpened(int nResult);
 
     CPdfClient client{PdfProgram()}; ///< with a readable document of at least one page, or with none
     double dResolutionX = kPointsPerInch;
@@ -134,16 +136,16 @@ try {
     return EReadResult_NoMemory;
 }
 
-CResult CPDFReader::SDocument::Render(int page, CImage* image)
-try {
-    if (!image || page < 0 || page >= client.GetPageNumber())
+/// The size of a page, and how it is drawn.
+CResult CPDFReader::SDocument::Plan(int page, SPdfDrawing& drawing)
+{
+    if (page < 0 || page >= client.GetPageNumber())
         return CResult::Failure("There is no such page.");
     double dWidth = 0.0;
     double dHeight = 0.0;
     CResult result = client.GetPageSize(page, dWidth, dHeight);
     if (!result.IsSuccess())
         return result;
-    SPdfDrawing drawing;
     drawing.dDpiX = dResolutionX;
     drawing.dDpiY = dResolutionY > 0.0 ? dResolutionY : drawing.dDpiX;
     drawing.nWidth = PixelsOf(dWidth, drawing.dDpiX);
@@ -151,7 +153,17 @@ try {
     if (drawing.nWidth == 0 || drawing.nHeight == 0 || !FitsDecodeLimit(drawing))
         return CResult::Failure("The page is empty or larger than the limit.");
     drawing.nStride = (drawing.nWidth * kChannels + kRowAlignment - 1) / kRowAlignment * kRowAlignment;
-    result = client.Render(page, drawing);
+    return result;
+}
+
+CResult CPDFReader::SDocument::Render(int page, CImage* image)
+try {
+    if (!image)
+        return CResult::Failure("There is no such page.");
+    SPdfDrawing drawing;
+    CResult result = Plan(page, drawing);
+    if (result.IsSuccess())
+        result = client.Render(page, drawing);
     if (!result.IsSuccess())
         return result;
     if (image->Create(drawing.nWidth, drawing.nHeight, kChannels, 8, EImageType::Interleaved,
@@ -165,6 +177,16 @@ try {
     return CResult::Failure("Out of memory.");
 }
 
+int CPDFReader::SDocument::NoteOpened(int nResult)
+{
+    const std::string& strReason = client.GetOpenFailure();
+    if (nResult == EReadResult_OK)
+        failure.Succeed();
+    else
+        failure.Fail(strReason.empty() ? TextOf(nResult) : strReason.c_str());
+    return nResult;
+}
+
 CPDFReader::CPDFReader() : m_pDocument(std::make_unique<SDocument>())
 {
 }
@@ -175,6 +197,11 @@ void CPDFReader::SetResolutionX(double dpi)
 {
     if (std::isfinite(dpi) && dpi > 0.0)
         m_pDocument->dResolutionX = dpi;
+}
+
+double CPDFReader::GetResolutionX() const
+{
+    return m_pDocument->dResolutionX;
 }
 
 void CPDFReader::SetResolutionY(double dpi)
@@ -194,18 +221,29 @@ void CPDFReader::SetTimeLimit(double seconds)
 int CPDFReader::Read(const std::wstring& path, const std::wstring& password)
 {
     m_pDocument->client.Close();
-    const int nResult = m_pDocument->Open(path, password);
-    const std::string& strReason = m_pDocument->client.GetOpenFailure();
-    if (nResult == EReadResult_OK)
-        m_pDocument->failure.Succeed();
-    else
-        m_pDocument->failure.Fail(strReason.empty() ? TextOf(nResult) : strReason.c_str());
-    return nResult;
+    return m_pDocument->NoteOpened(m_pDocument->Open(path, password));
+}
+
+int CPDFReader::ReadLike(const CPDFReader& other)
+{
+    const SDocument& from = *other.m_pDocument;
+    m_pDocument->dResolutionX = from.dResolutionX;
+    m_pDocument->dResolutionY = from.dResolutionY;
+    return m_pDocument->NoteOpened(m_pDocument->client.OpenLike(from.client));
 }
 
 int CPDFReader::GetPageNumber() const
 {
     return m_pDocument->client.GetPageNumber();
+}
+
+int CPDFReader::GetPageSize(int page, int& width, int& height)
+{
+    SPdfDrawing drawing;
+    const CResult result = m_pDocument->Plan(page, drawing);
+    width = result.IsSuccess() ? drawing.nWidth : 0;
+    height = result.IsSuccess() ? drawing.nHeight : 0;
+    return m_pDocument->failure.Note(result);
 }
 
 int CPDFReader::RenderPage(int page, CImage* image)

@@ -43,6 +43,7 @@ public:
 
     /// Dots per inch, above 0; anything else is ignored. 72 at the start.
     void SetResolutionX(double dpi);
+    double GetResolutionX() const; ///< as it is
     /// The same along y. While it is unset, the resolution along x is used.
     void SetResolutionY(double dpi);
 
@@ -57,8 +58,17 @@ public:
     /// @return an EReadResult
     int Read(const std::wstring& path, const std::wstring& password);
 
+    /// Opens the document of another reader for this one, too, whatever has become of its file, and takes
+    /// over the resolutions and the time limit. The other one may render meanwhile.
+    /// @return an EReadResult: EReadResult_NotAPdf when the other has no document
+    int ReadLike(const CPDFReader& other);
+
     /// The number of pages, 0 without a readable document.
     int GetPageNumber() const;
+
+    /// The size in pixels that RenderPage gives a page (0 is the first).
+    /// @return 0, or non-zero for a page that RenderPage would refuse; the sizes are 0 then
+    int GetPageSize(int page, int& width, int& height);
 
     /// Renders the page (0 is the first) on white into 3 channels of 8 bits. Name and folder of the image
     /// stay. A page of w x h points has ceil(w dpi / 72) x ceil(h dpi / 72) pixels. A page whose rendering (4
@@ -69,11 +79,13 @@ public:
     /// @return 0, or non-zero for a page that does not exist or cannot be rendered; the image then stays
     int RenderPage(int page, Algorithms::CImage* image);
 
-    /// Why the last Read or RenderPage failed: a sentence in English, empty after a success. Any thread.
+    /// Why the last Read, ReadLike, GetPageSize or RenderPage failed: a sentence in English, empty after a
+    /// success. Any thread.
     std::string GetFailureReason() const;
 
-    /// Ends the Read or RenderPage in work at once, or the next one if there is none: it fails. The document
-    /// of a RenderPage stays open. Any thread; the caller sees to it that the reader still exists.
+    /// Ends the Read or RenderPage in work at once, or the next one if there is none: it fails, as it does
+    /// soon after the progress of its thread is cancelled. The document of a RenderPage stays open. Any
+    /// thread; the caller sees to it that the reader still exists.
     void Cancel();
 
 private:

@@ -89,8 +89,24 @@ int CPdfClient::Open(const QByteArray& bytes, std::size_t nMemory, std::string p
     m_nMemory = kDrawings * nMemory + kProgramMemory + 2 * static_cast<std::size_t>(bytes.size());
     if (m_password.size() > kMaxPasswordBytes)
         return CPDFReader::EReadResult_PasswordRequired;
-    if (!KeepDocument(bytes))
-        return CPDFReader::EReadResult_NoMemory;
+    return KeepDocument(bytes) ? OpenKept() : CPDFReader::EReadResult_NoMemory;
+}
+
+int CPdfClient::OpenLike(const CPdfClient& other)
+{
+    Close();
+    m_document = CFileDescriptor(::fcntl(other.m_document.Get(), F_DUPFD_CLOEXEC, 0));
+    if (!m_document.IsOpen())
+        return CPDFReader::EReadResult_NotAPdf;
+    m_password = other.m_password;
+    m_nMemory = other.m_nMemory;
+    m_limit = other.m_limit;
+    return OpenKept();
+}
+
+/// The document that is kept, with the password that is.
+int CPdfClient::OpenKept()
+{
     CResult result = Start();
     int nResult = CPDFReader::EReadResult_CannotOpen;
     if (result.IsSuccess()) {

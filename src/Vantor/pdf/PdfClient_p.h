@@ -50,6 +50,10 @@ public:
     ///         EReadResult_CannotOpen when there is no process or it was cancelled
     int Open(const QByteArray& bytes, std::size_t nMemory, std::string password);
 
+    /// The same for the document, the password and the limits of another client, which may be in use by
+    /// another thread but keeps its document meanwhile. This client is not in use.
+    int OpenLike(const CPdfClient& other);
+
     /// Ends the process and wipes the password.
     void Close();
 
@@ -75,6 +79,7 @@ private:
     CResult Ask(SPdfRequest& request, int nFile, SPdfAnswer& answer);
     CResult MakeReady();
     CResult Start();
+    int OpenKept();
     CResult OpenDocument(SPdfAnswer& answer);
     bool Send(SPdfRequest& request, const std::string& password, int nFile);
     CResult Receive(const SPdfRequest& request, SPdfAnswer& answer);

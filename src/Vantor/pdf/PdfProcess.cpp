@@ -2,6 +2,9 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/pdf/PdfProcess_p.h>
 
+#include <Vantor/CProgress.h>
+
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -25,6 +28,9 @@ namespace Vantor::Utils
 namespace
 {
 using Clock = std::chrono::steady_clock;
+
+/// How often a thread that waits looks whether it is to end.
+constexpr int kPatienceMs = 50;
 
 std::string WhyNotStarted(int nError)
 {
@@ -90,14 +96,15 @@ int Until(Clock::time_point then)
     return left > 0 ? static_cast<int>(left) : 0;
 }
 
-/// Waits until one of the two can be read.
+/// Waits until one of the two can be read, or the progress of the thread is cancelled.
 /// @return poll's
 int WaitFor(pollfd (&files)[2], Clock::time_point deadline)
 {
     int nReady = -1;
     do {
-        nReady = ::poll(files, 2, Until(deadline));
-    } while (nReady < 0 && errno == EINTR);
+        nReady = ::poll(files, 2, std::min(Until(deadline), kPatienceMs));
+    } while ((nReady < 0 && errno == EINTR) ||
+             (nReady == 0 && Until(deadline) > 0 && !CProgress::IsThreadCancelled()));
     return nReady;
 }
 } // namespace
@@ -154,6 +161,8 @@ CResult CPdfProcess::Receive(const SPdfRequest& request, std::chrono::millisecon
     LimitProcessorTime(limit);
     pollfd files[2] = {{m_socket.Get(), POLLIN, 0}, {nCancel, POLLIN, 0}};
     const int nReady = WaitFor(files, Clock::now() + limit);
+    if (nReady == 0 && CProgress::IsThreadCancelled())
+        return CResult::Failure(kCancelled);
     if (nReady <= 0)
         return CResult::Failure(nReady == 0 ? kTooSlow : kEnded);
     if (files[1].revents != 0) {

@@ -47,7 +47,8 @@ public:
     /// @return false when the process is gone, and the request has not been seen by anybody
     bool Send(const SPdfRequest& request, std::string_view password, int nFile) const;
 
-    /// Waits for the answer. After a failure the process is no good any more.
+    /// Waits for the answer, unless the progress of the thread is cancelled. After a failure the process is
+    /// no good any more.
     /// @param limit    on the wall; processor time is bounded by it, too
     /// @param nCancel  an event's file, which ends the waiting and is then read
     CResult Receive(const SPdfRequest& request, std::chrono::milliseconds limit, int nCancel,

@@ -18,6 +18,8 @@ struct SJob {
     QString strTitle;
     /// It is carried out although its receiver goes or the program ends, which waits for it then.
     bool bMustFinish = false;
+    /// It mostly waits for another process: it begins at once, and takes no thread from jobs that compute.
+    bool bWaits = false;
     /// Memory in bytes that it will need beside what is in use; 0: little.
     qint64 nMemory = 0;
     /// Called in place of the result when there is none: the job was cancelled, replaced or not begun. GUI

@@ -81,6 +81,8 @@ void CJobs::Enqueue(const JobPtr& pJob)
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_vctWaiting.push_back(pJob);
     }
+    if (pJob->m_sJob.bWaits)
+        QThreadPool::globalInstance()->releaseThread(); // one more, until the job has ended
     QThreadPool::globalInstance()->start(m_pWorker.get());
 }
 
@@ -108,13 +110,21 @@ void CJobs::CancelIf(const std::function<bool(const CJob&)>& isMeant)
             continue;
         m_vctWaiting.erase(it);
         m_vctEnded.push_back(pJob);
+        GiveThreadBack(*pJob);
         bEnded = true;
     }
     if (bEnded)
         QCoreApplication::postEvent(this, new QEvent(kEnded));
 }
 
-/// The first that waits and may run beside those that do; null without one. The mutex is held.
+void CJobs::GiveThreadBack(const CJob& job)
+{
+    if (job.m_sJob.bWaits)
+        QThreadPool::globalInstance()->reserveThread();
+}
+
+/// The first that waits and may run beside those that do, before all others those for which the pool has a
+/// thread more; null without one. The mutex is held.
 CJobs::JobPtr CJobs::TakeWaiting()
 {
     const auto mayRun = [this](const JobPtr& pJob) {
@@ -124,7 +134,10 @@ CJobs::JobPtr CJobs::TakeWaiting()
                           pRunning->m_sJob.strKind == pJob->m_sJob.strKind;
                });
     };
-    const auto it = std::find_if(m_vctWaiting.begin(), m_vctWaiting.end(), mayRun);
+    auto it = std::find_if(m_vctWaiting.begin(), m_vctWaiting.end(),
+                           [&](const JobPtr& pJob) { return pJob->m_sJob.bWaits && mayRun(pJob); });
+    if (it == m_vctWaiting.end())
+        it = std::find_if(m_vctWaiting.begin(), m_vctWaiting.end(), mayRun);
     if (it == m_vctWaiting.end())
         return nullptr;
     JobPtr pJob = *it;
@@ -153,6 +166,7 @@ void CJobs::Work()
         lock.lock();
         Remove(m_vctRunning, pJob);
         m_vctEnded.push_back(pJob);
+        GiveThreadBack(*pJob);
         QCoreApplication::postEvent(this, new QEvent(kEnded));
         m_ended.notify_all();
     }

@@ -13,7 +13,8 @@
 /// What runs beside the GUI thread: carries jobs out on the threads of Qt's global pool and brings their
 /// results back to the GUI thread, or nowhere when the receiver has gone.
 ///
-/// Jobs begin in the order in which they were started, as threads become free. A job that is cancelled stays
+/// Jobs begin in the order in which they were started, as threads become free; those that only wait begin at
+/// once. A job that is cancelled stays
 /// in the list until its thread has left it. When the program ends, everything is cancelled but what must
 /// finish. GUI thread only.
 class VANTORCOMMON_EXPORT CJobs : public QObject
@@ -67,6 +68,7 @@ private:
     void Enqueue(const JobPtr& pJob);
     void CancelOf(QObject* pReceiver);
     void CancelIf(const std::function<bool(const CJob&)>& isMeant);
+    static void GiveThreadBack(const CJob& job);
     JobPtr TakeWaiting();
     void Work();
     void DeliverEnded();

@@ -66,7 +66,7 @@ public:
 QImage Wrap(const CImage& image)
 {
     QImage wrapped;
-    CUtilManager::ConvertImage(const_cast<CImage*>(&image), wrapped, false); // it only reads the image
+    CUtilManager::ViewImage(&image, wrapped);
     return wrapped;
 }
 } // namespace

@@ -93,6 +93,8 @@ void CImageView2D::ConnectModels()
                 &CImageView2D::slot_ChangeCurrentImage);
         connect(m_pModel.data(), &CImageView2DModel::signal_ChangeCurrentIndex, this,
                 &CImageView2D::slot_ChangeCurrentImage);
+        connect(m_pModel.data(), &CImageView2DModel::signal_PixelsCame, this,
+                &CImageView2D::TakePixelsThatCame);
     }
     if (!m_pGeometryModel)
         return;
@@ -166,22 +168,51 @@ unsigned int CImageView2D::GetImageUID() const
 
 void CImageView2D::slot_ChangeCurrentImage()
 {
-    const QSize before = m_image.size();
+    const QSize before = ImageSize();
     {
         QMutexLocker locker(&m_mutexImage);
         m_pImage = m_pModel ? m_pModel->GetCurrentImage() : nullptr;
         m_pPainter->SetImage(m_pImage);
         if (!m_pImage)
             m_image = QImage();
-        else if (!CUtilManager::ConvertImage(m_pImage.get(), m_image, false))
+        else if (!TakePixels())
             return;
     }
     ClearMark();
     if (m_pPlace->pMiniMap)
         m_pPlace->pMiniMap->Forget();
-    if (!m_pPlace->bKeep || !m_pImage || m_image.size() != before)
+    if (!m_pPlace->bKeep || !m_pImage || ImageSize() != before)
         *m_pZoom = SZoomState();
     Repaint();
+}
+
+/// Whether the pixels of the image are still to come.
+bool CImageView2D::IsWaiting() const
+{
+    return m_pImage && m_image.isNull() && m_pImage->IsDeferred();
+}
+
+QSize CImageView2D::ImageSize() const
+{
+    return IsWaiting() ? QSize(m_pImage->GetWidth(), m_pImage->GetHeight()) : m_image.size();
+}
+
+/// Wraps the pixels of the image, or none while they would have to be waited for. The mutex is held.
+/// @return false for an image that cannot be shown
+bool CImageView2D::TakePixels()
+{
+    m_image = QImage();
+    return (m_pImage->IsDeferred() && !m_pImage->HasPixels()) ||
+           CUtilManager::ViewImage(m_pImage.get(), m_image);
+}
+
+void CImageView2D::TakePixelsThatCame(int nIndex)
+{
+    if (!m_pModel || nIndex != m_pModel->GetCurrentIndex() || !IsWaiting())
+        return;
+    QMutexLocker locker(&m_mutexImage);
+    if (TakePixels())
+        update();
 }
 
 void CImageView2D::slot_ChangeDrawableObjectProperty(unsigned int)

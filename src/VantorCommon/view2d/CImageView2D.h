@@ -187,7 +187,8 @@ Q_SIGNALS:
 public Q_SLOTS:
     /// Emits signal_ShowContextMenu for a point in widget pixels.
     void slot_ShowContextMenu(const QPoint& pos);
-    /// Shows the model's current image, without a copy, and fits it; without one the view is empty.
+    /// Shows the model's current image, without a copy, and fits it; without one the view is empty. A
+    /// deferred image is an empty sheet until the model tells that its pixels have come.
     void slot_ChangeCurrentImage();
     /// Deliberate: ignores the identifier and takes the whole list from the geometry model, once before the
     /// view next paints or returns the list.
@@ -226,6 +227,11 @@ private:
     void Moved();
     void CreateMenus();
     void ConnectModels();
+    bool IsWaiting() const;
+    QSize ImageSize() const;
+    bool TakePixels();
+    void TakePixelsThatCame(int nIndex);
+    void DrawWaiting(QPainter& painter);
     void DrawCrosshair(QPainter& painter);
     void DrawPixelValues(QPainter& painter, const QRectF& source, double dblScaleY);
     void WriteValues(const unsigned char* pPixel, int nChannels, int x, int y, double dblScaleY);

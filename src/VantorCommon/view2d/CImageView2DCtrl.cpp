@@ -20,8 +20,8 @@ CImageView2DCtrl::SParts::SParts(const SImageView2DCtrlContext& given,
                                  const CImageView2DCtrlPanels::SDocks& sDocks)
     : context(given), navigation(context),
       gestures(context, [this](std::unique_ptr<CCommand> pCommand) { return Execute(std::move(pCommand)); }),
-      images(context), files(context, images), clipboard(context), panels(context, sDocks, gestures.Select()),
-      capture(context)
+      images(context), pages(context), files(context, images), clipboard(context),
+      panels(context, sDocks, gestures.Select()), capture(context)
 {
 }
 

@@ -31,6 +31,11 @@ void CImageView2DCtrlClipboard::Copy() const
 {
     const auto pImage = m_context.pCtrl->GetCurrentImgage();
     QImage image;
+    if (pImage && m_context.sOptions.bBackground && pImage->IsDeferred() && !pImage->HasPixels()) {
+        Q_EMIT m_context.pCtrl->signal_Failed(
+            QStringLiteral("Cannot copy the image. The page is still being rendered."));
+        return;
+    }
     if (!pImage || !CUtilManager::ConvertImage(pImage.get(), image, true))
         return;
     auto* pData = new QMimeData;

@@ -103,6 +103,7 @@ std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::Read(SReques
         if (pCtrl)
             Q_EMIT pCtrl->signal_ChangeProgressValue(nDone);
     };
+    request.bDeferred = m_context.sOptions.bDeferredPages;
     SLoaded loaded = ImageFileLoad::Load(request, pages);
     const QPointer<CImageView2D> pParent = m_context.pView;
     if (loaded.bNeedsPassword && AskPassword(request))
@@ -116,12 +117,13 @@ std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::Read(SReques
     return loaded.vctImages;
 }
 
-void CImageView2DCtrlFiles::Open(const SOpening& opening)
+void CImageView2DCtrlFiles::Open(SOpening opening)
 {
     if (!m_context.pModel || opening.request.strPath.isEmpty())
         return;
     if (m_context.sOptions.bBackground) {
-        m_openings.Start(opening);
+        opening.request.bDeferred = m_context.sOptions.bDeferredPages;
+        m_openings.Start(std::move(opening));
         return;
     }
     const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;

@@ -54,7 +54,7 @@ private:
     bool AskPassword(ImageFileLoad::SRequest& request) const;
     void Tell(const ImageFileLoad::SRequest& request, const ImageFileLoad::SLoaded& loaded);
     std::vector<ImagePtr> Read(ImageFileLoad::SRequest request);
-    void Open(const SOpening& opening);
+    void Open(SOpening opening);
     void Show(const SOpening& opening, const std::vector<ImagePtr>& vctImages);
     bool ShowLater(SOpening& opening, const ImageFileLoad::SLoaded& loaded);
     void Replace(const std::vector<ImagePtr>& vctImages, const QString& strPath);

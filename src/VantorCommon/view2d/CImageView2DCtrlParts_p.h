@@ -11,6 +11,7 @@
 #include <VantorCommon/view2d/CImageView2DCtrlGestures_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrlImages_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrlNavigation_p.h>
+#include <VantorCommon/view2d/CImageView2DCtrlPages_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrlPanels_p.h>
 
 /// The parts of a 2D controller. The panels and the snip tool are destroyed first, because their last events
@@ -29,6 +30,7 @@ struct CImageView2DCtrl::SParts {
     CImageView2DCtrlNavigation navigation;
     CImageView2DCtrlGestures gestures;
     CImageView2DCtrlImages images;
+    CImageView2DCtrlPages pages;
     CImageView2DCtrlFiles files;
     CImageView2DCtrlClipboard clipboard;
     CImageView2DCtrlPanels panels;

@@ -2,9 +2,26 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/view2d/CImageView2DModel.h>
 
+#include <Vantor/image/CImage.h>
+#include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/log/CLogger.h>
 
+#include <algorithm>
+#include <atomic>
 #include <utility>
+
+namespace
+{
+/// Gives up images that have left a list. Deferred ones may have much memory, and end the processes that
+/// render them, which takes a while.
+void Release(std::vector<CImageView2DModel::ImagePtr> vctImages)
+{
+    const auto isDeferred = [](const auto& pImage) { return pImage && pImage->IsDeferred(); };
+    if (std::any_of(vctImages.begin(), vctImages.end(), isDeferred))
+        CJobs::Get().ReleaseElsewhere(
+            std::make_shared<std::vector<CImageView2DModel::ImagePtr>>(std::move(vctImages)));
+}
+} // namespace
 
 CImageView2DModel::CImageView2DModel(QObject* parent) : CBaseModel(parent)
 {
@@ -80,6 +97,7 @@ void CImageView2DModel::SetImages(const std::vector<ImagePtr>& vctImages)
     }
     Q_EMIT signal_ChangeImageList();
     Q_EMIT signal_ChangeCurrentImage();
+    Release(std::move(vctCopy));
 }
 
 void CImageView2DModel::PushImage(ImagePtr pImage)
@@ -152,12 +170,39 @@ void CImageView2DModel::CloseCurrentImage()
     }
     Q_EMIT signal_ChangeImageList();
     Q_EMIT signal_ChangeCurrentImage();
+    Release({std::move(pClosed)});
 }
 
 void CImageView2DModel::Clear()
 {
     SetImages({});
     CLogger::Write(NORMAL, "Clear");
+}
+
+void CImageView2DModel::AskForPixels(int nIndex)
+{
+    if (GetImage(nIndex))
+        Q_EMIT signal_PixelsWanted(nIndex);
+}
+
+void CImageView2DModel::TellPixels(int nIndex)
+{
+    if (GetImage(nIndex))
+        Q_EMIT signal_PixelsCame(nIndex);
+}
+
+/// While the mutex is held, nobody can get the image from the list.
+bool CImageView2DModel::DropPixels(int nIndex)
+{
+    const std::lock_guard lock(m_mutex);
+    if (!IsInRange(nIndex))
+        return false;
+    const ImagePtr& pImage = m_vctImages[static_cast<std::size_t>(nIndex)];
+    if (!pImage || pImage.use_count() != 1)
+        return false;
+    // What the last other owner has read, it read before it let go.
+    std::atomic_thread_fence(std::memory_order_acquire);
+    return pImage->DropPixels();
 }
 
 /// Call with the mutex held. A negative index becomes a large unsigned one, which is out of range.

@@ -75,12 +75,25 @@ public:
     /// Empties the list; the index becomes 0. Emits list, current image, even for an empty list.
     void Clear();
 
+    /// @{
+    /// Of deferred images (CImage::Defer); do nothing outside 0..count-1. AskForPixels says that somebody
+    /// would like to see the pixels soon, TellPixels that they are there; both only emit.
+    void AskForPixels(int nIndex);
+    void TellPixels(int nIndex);
+    /// @}
+    /// Gives back the memory of a deferred image if nobody but this list holds it, once: so whoever uses
+    /// pixels holds the image by a shared pointer, and never locks a weak one on another thread.
+    /// @return whether there was memory to give back
+    bool DropPixels(int nIndex);
+
 Q_SIGNALS:
     void signal_MousePositionChanged();   ///< the mouse is over another point
     void signal_MousePositionForgotten(); ///< the point under the mouse is unknown
     void signal_ChangeImageList();        ///< entries were added, removed or replaced
     void signal_ChangeCurrentIndex();     ///< another entry was stepped to
     void signal_ChangeCurrentImage();     ///< another image, or none, is current
+    void signal_PixelsWanted(int nIndex); ///< see AskForPixels
+    void signal_PixelsCame(int nIndex);   ///< see TellPixels
 
 private:
     bool IsInRange(int nIndex) const;

@@ -23,6 +23,7 @@ const QColor kRed(255, 0, 0);
 const QColor kGreen(0, 255, 0);
 const QColor kBlue(0, 0, 255);
 const QColor kWhite(255, 255, 255);
+const QColor kWaitColor(90, 90, 90);
 
 QPen LinePen()
 {
@@ -90,12 +91,23 @@ void CImageView2D::Paint(QPainter& painter)
                : QRectF();
     m_pPainter->Paint(painter, m_image, {rect(), ViewPort(), Window(), source});
     UseWidgetPixels(painter, rect());
+    if (IsWaiting())
+        DrawWaiting(painter);
     if (m_bDragging)
         DrawCrosshair(painter);
     if (bImage && dblScaleX >= kGridScale && dblScaleY >= kGridScale) {
         DrawGrid(*this, painter, source);
         DrawPixelValues(painter, source, dblScaleY);
     }
+}
+
+/// An empty sheet in place of an image whose pixels are still to come.
+void CImageView2D::DrawWaiting(QPainter& painter)
+{
+    const QRect sheet = ViewPort() & rect();
+    painter.fillRect(sheet, Qt::white);
+    painter.setPen(kWaitColor);
+    painter.drawText(sheet, Qt::AlignCenter, QStringLiteral("Rendering the page ..."));
 }
 
 void CImageView2D::DrawCrosshair(QPainter& painter)

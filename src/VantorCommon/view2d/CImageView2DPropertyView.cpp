@@ -70,7 +70,7 @@ void CImageView2DPropertyView::slot_ChangeMousePosition()
     m_pLabelX->setText(QString::asprintf("X: %0.3f", ptPosition.x()));
     m_pLabelY->setText(QString::asprintf("Y: %0.3f", ptPosition.y()));
     const unsigned char* pPixel =
-        pImage->GetPixel(TruncateToInt(ptPosition.x()), TruncateToInt(ptPosition.y()));
+        PixelAtHand(*pImage, TruncateToInt(ptPosition.x()), TruncateToInt(ptPosition.y()));
     const QString strPixel = PixelText(pImage->GetImageType(), pPixel, pImage->GetChannel());
     if (!strPixel.isEmpty())
         m_pLabelPixel->setText(strPixel);

@@ -88,7 +88,7 @@ bool CImageView2D::SZoomState::IsFitted() const
 void CImageView2D::CalculateViewPort()
 {
     const SZoomState& zoom = *m_pZoom;
-    const QSizeF fitted = FittedSize(m_image.size(), size());
+    const QSizeF fitted = FittedSize(ImageSize(), size());
     const double z = zoom.dblZoom;
     const QPoint origin = zoom.Origin(fitted, size());
     const int x0 = origin.x();
@@ -98,15 +98,15 @@ void CImageView2D::CalculateViewPort()
     const int nWidth = ClampCoordinate(fitted.width() * z + 0.5);
     const int nHeight = ClampCoordinate(fitted.height() * z + 0.5);
     SetViewPort(QRect(ClampCoordinate(double(x0) + dx), ClampCoordinate(double(y0) + dy), nWidth, nHeight));
-    if (m_image.width() != 0)
-        SetWindow(QRect(0, 0, m_image.width(), m_image.height()));
+    if (ImageSize().width() != 0)
+        SetWindow(QRect(QPoint(0, 0), ImageSize()));
     m_pLayer->SetWindow(Window());
     m_pLayer->SetViewPort(ViewPort());
     if (m_pPlace->pMark)
         m_pPlace->pMark->Follow();
     if (m_pPlace->pMiniMap)
         m_pPlace->pMiniMap->Follow(m_image, ViewPort());
-    const double dblZoom = m_image.width() == 0 ? 0.0 : fitted.width() * z / m_image.width();
+    const double dblZoom = ImageSize().width() == 0 ? 0.0 : fitted.width() * z / ImageSize().width();
     if (dblZoom == m_pPlace->dblZoom)
         return;
     m_pPlace->dblZoom = dblZoom;
@@ -138,8 +138,8 @@ double CImageView2D::GetZoom() const
 
 void CImageView2D::SetZoom(double dblZoom, const QPointF& fixed)
 {
-    const double dblFit = FittedSize(m_image.size(), size()).width() / m_image.width();
-    if (m_image.isNull() || !(dblFit > 0.0) || !(dblZoom > 0.0) || !std::isfinite(dblZoom))
+    const double dblFit = FittedSize(ImageSize(), size()).width() / ImageSize().width();
+    if (ImageSize().isEmpty() || !(dblFit > 0.0) || !(dblZoom > 0.0) || !std::isfinite(dblZoom))
         return;
     m_pZoom->ZoomAbout(fixed, std::clamp(dblZoom, kSmallestZoom, kLargestZoom) / dblFit);
     Moved();
@@ -147,11 +147,11 @@ void CImageView2D::SetZoom(double dblZoom, const QPointF& fixed)
 
 void CImageView2D::MovePointTo(const QPointF& point, const QPointF& pos)
 {
-    if (m_image.isNull() || ViewPort().isEmpty())
+    if (ImageSize().isEmpty() || ViewPort().isEmpty())
         return;
     const QPointF corner = pos - (MapToWidget(point) - QPointF(ViewPort().topLeft()));
     const QPoint topLeft(ClampCoordinate(std::round(corner.x())), ClampCoordinate(std::round(corner.y())));
-    m_pZoom->PutTopLeft(topLeft, m_pZoom->Origin(FittedSize(m_image.size(), size()), size()), pos);
+    m_pZoom->PutTopLeft(topLeft, m_pZoom->Origin(FittedSize(ImageSize(), size()), size()), pos);
     Moved();
 }
 
@@ -162,14 +162,14 @@ void CImageView2D::CenterOn(const QPointF& point)
 
 void CImageView2D::FitWidth()
 {
-    if (m_image.isNull())
+    if (ImageSize().isEmpty())
         return;
-    const double dblZoom = double(width()) / m_image.width();
+    const double dblZoom = double(width()) / ImageSize().width();
     const double dblRows = height() / dblZoom; // in view
-    const double dblFirst = std::min(MapToImage(QPointF()).y(), m_image.height() - dblRows);
+    const double dblFirst = std::min(MapToImage(QPointF()).y(), ImageSize().height() - dblRows);
     SetZoom(dblZoom, QPointF());
-    MovePointTo(QPointF(0.0, dblRows < m_image.height() ? std::max(0.0, dblFirst)
-                                                        : (m_image.height() - dblRows) * 0.5),
+    MovePointTo(QPointF(0.0, dblRows < ImageSize().height() ? std::max(0.0, dblFirst)
+                                                            : (ImageSize().height() - dblRows) * 0.5),
                 QPointF());
 }
 
@@ -189,13 +189,13 @@ bool CImageView2D::IsFitted() const
 void CImageView2D::StartZoomBox()
 {
     delete m_pPlace->pZoomBox;
-    if (!m_image.isNull())
+    if (!ImageSize().isEmpty())
         m_pPlace->pZoomBox = new CZoomBox(this);
 }
 
 void CImageView2D::SetMark(const QPointF& point)
 {
-    if (m_image.isNull())
+    if (ImageSize().isEmpty())
         return;
     if (!m_pPlace->pMark)
         m_pPlace->pMark = new CViewMark(this);

@@ -32,7 +32,9 @@ QImage::Format FormatOf(int nChannels)
     }
 }
 
-QImage Wrap(CImage* pImage, QImageCleanupFunction pCleanup = nullptr, void* pInfo = nullptr)
+/// @param pImage  a CImage* to write to, or a const CImage* to read from
+template <class Image>
+QImage Wrap(Image* pImage, QImageCleanupFunction pCleanup = nullptr, void* pInfo = nullptr)
 {
     return QImage(pImage->GetData(), pImage->GetWidth(), pImage->GetHeight(), pImage->GetStride(),
                   FormatOf(pImage->GetChannel()), pCleanup, pInfo);
@@ -64,6 +66,15 @@ bool CUtilManager::ConvertImage(CImage* pSource, QImage& destination, bool bDeep
     if (!pSource)
         return false;
     QImage image = bDeepCopy ? WrapCopy(pSource) : Wrap(pSource);
+    destination.swap(image);
+    return !destination.isNull();
+}
+
+bool CUtilManager::ViewImage(const CImage* pSource, QImage& destination)
+{
+    if (!pSource)
+        return false;
+    QImage image = Wrap(pSource);
     destination.swap(image);
     return !destination.isNull();
 }

@@ -27,6 +27,10 @@ public:
     /// @return whether the result is a real image: false for an empty source or lack of memory
     static bool ConvertImage(Vantor::Algorithms::CImage* pSource, QImage& destination, bool bDeepCopy);
 
+    /// ConvertImage without a copy, to read from: the result copies the buffer when it is written to, and a
+    /// deferred source stays deferred.
+    static bool ViewImage(const Vantor::Algorithms::CImage* pSource, QImage& destination);
+
     /// GUI image to core image: four channels of 8 bits, whatever the format of the source. Name and folder
     /// of the destination stay. Deliberate: it copies no more bytes of a row than the source has in a row, so
     /// an image of less than 4 bytes per pixel becomes black and transparent in its right part.

@@ -4,6 +4,7 @@
 
 #include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
+#include <Vantor/pdf/CPDFPages.h>
 #include <Vantor/pdf/CPDFReader.h>
 
 #include <QByteArray>
@@ -11,7 +12,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <optional>
+#include <utility>
 
 using Vantor::Algorithms::CImage;
 using Vantor::Utils::CPDFReader;
@@ -77,45 +80,69 @@ SLoaded LoadImage(const QString& strPath)
     return loaded;
 }
 
-void RenderPages(CPDFReader& reader, const QString& strPath, const Pages& pages, SLoaded& loaded)
+/// Gives the pages the name and the folder of the document.
+void NamePages(const QString& strPath, SLoaded& loaded)
 {
     const int nSlash = strPath.lastIndexOf(QLatin1Char('/'));
     const std::wstring strFolder = strPath.left(std::max(nSlash, 0)).toStdWString();
     const std::wstring strName = strPath.mid(nSlash + 1).toStdWString();
+    for (const auto& pPage : loaded.vctImages) {
+        pPage->SetName(strName);
+        pPage->SetFolder(strFolder);
+    }
+}
+
+QString NotAllOf(const QString& strPath, const QString& strWhy)
+{
+    return QStringLiteral("Cannot load all of pdf file %1. %2").arg(strPath, strWhy);
+}
+
+void RenderPages(CPDFReader& reader, const QString& strPath, const Pages& pages, SLoaded& loaded)
+{
     const int nPages = reader.GetPageNumber();
     for (int i = 0; i < nPages && Vantor::CProgress::Tell(double(i) / nPages); ++i) {
         pages(i, nPages);
         auto pPage = std::make_shared<CImage>();
         if (reader.RenderPage(i, pPage.get()) != 0) {
             loaded.strFailure =
-                QStringLiteral("Cannot load all of pdf file %1. Page %2 of %3 cannot be rendered. %4")
-                    .arg(strPath, QString::number(i + 1), QString::number(nPages),
-                         QString::fromStdString(reader.GetFailureReason()));
+                NotAllOf(strPath, QStringLiteral("Page %1 of %2 cannot be rendered. %3")
+                                      .arg(QString::number(i + 1), QString::number(nPages),
+                                           QString::fromStdString(reader.GetFailureReason())));
             break;
         }
-        pPage->SetName(strName);
-        pPage->SetFolder(strFolder);
         loaded.vctImages.push_back(std::move(pPage));
     }
     pages(nPages, nPages);
 }
 
+void DeferPages(std::unique_ptr<CPDFReader> pReader, const QString& strPath, SLoaded& loaded)
+{
+    std::string strFailure;
+    loaded.vctImages = Vantor::Utils::CPDFPages::Make(std::move(pReader), strFailure);
+    if (!strFailure.empty())
+        loaded.strFailure = NotAllOf(strPath, QString::fromStdString(strFailure));
+}
+
 SLoaded LoadDocument(const SRequest& request, const Pages& pages)
 {
     SLoaded loaded;
-    CPDFReader reader;
-    reader.SetResolutionX(request.dblResolutionX);
+    auto pReader = std::make_unique<CPDFReader>();
+    pReader->SetResolutionX(request.dblResolutionX);
     // Deliberate: the Y setting goes to X, too, and overwrites it; Y itself is never set.
-    reader.SetResolutionX(request.dblResolutionY);
-    const int nResult = reader.Read(request.strPath.toStdWString(), request.strPassword.toStdWString());
-    if (nResult == CPDFReader::EReadResult_OK && reader.GetPageNumber() > 0) {
-        RenderPages(reader, request.strPath, pages, loaded);
+    pReader->SetResolutionX(request.dblResolutionY);
+    const int nResult = pReader->Read(request.strPath.toStdWString(), request.strPassword.toStdWString());
+    if (nResult == CPDFReader::EReadResult_OK && pReader->GetPageNumber() > 0) {
+        if (request.bDeferred)
+            DeferPages(std::move(pReader), request.strPath, loaded);
+        else
+            RenderPages(*pReader, request.strPath, pages, loaded);
+        NamePages(request.strPath, loaded);
         return loaded;
     }
     loaded.bNeedsPassword = nResult == CPDFReader::EReadResult_PasswordRequired && !request.bPasswordGiven;
     loaded.strLog = QStringLiteral("Cannot load pdf file %1").arg(request.strPath);
     loaded.strFailure = QStringLiteral("Cannot load pdf file %1. %2")
-                            .arg(request.strPath, WhyUnreadable(reader, nResult, request.bPasswordGiven));
+                            .arg(request.strPath, WhyUnreadable(*pReader, nResult, request.bPasswordGiven));
     return loaded;
 }
 } // namespace

@@ -30,6 +30,7 @@ struct SRequest {
     double dblResolutionY = 0.0; ///< the same
     QString strPassword;
     bool bPasswordGiven = false;
+    bool bDeferred = false; ///< the pages of a document come without pixels
 };
 
 /// What came of it.
@@ -40,7 +41,7 @@ struct SLoaded {
     QString strFailure; ///< why not everything was read, a line in English, or empty
 };
 
-/// Told the number of pages, and then of each how many are done.
+/// Told the number of pages, and then of each how many are done. Not told of deferred ones.
 using Pages = std::function<void(int nDone, int nPages)>;
 
 SLoaded Load(const SRequest& request, const Pages& pages);

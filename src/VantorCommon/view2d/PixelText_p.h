@@ -25,11 +25,17 @@ inline QString PixelText(Vantor::Algorithms::EImageType eType, const unsigned ch
     return QStringLiteral("Pixel: [%1]").arg(PixelValues(pPixel, nChannels, QStringLiteral(", ")));
 }
 
-/// "[X=3; Y=7] [V=12;200;7]", for the line below a viewer. Empty for other channel counts than 1, 3 and 4 and
-/// outside the image.
+/// A pixel that need not be waited for; null outside the image and for a page that is still to come.
+inline const unsigned char* PixelAtHand(const Vantor::Algorithms::CImage& image, int x, int y)
+{
+    return image.HasPixels() ? image.GetPixel(x, y) : nullptr;
+}
+
+/// "[X=3; Y=7] [V=12;200;7]", for the line below a viewer. Empty for other channel counts than 1, 3 and 4,
+/// outside the image and while it has no pixels.
 inline QString PixelReadout(const Vantor::Algorithms::CImage& image, int x, int y)
 {
-    const unsigned char* pPixel = image.GetPixel(x, y);
+    const unsigned char* pPixel = PixelAtHand(image, x, y);
     const int nChannels = image.GetChannel();
     if (!pPixel || (nChannels != 1 && nChannels != 3 && nChannels != 4))
         return QString();

@@ -103,7 +103,7 @@ void CImageView3DCtrl::slot_ChangeCurrentImage()
     if (!m_pModel3D || !m_pModel2D || !m_pView || !m_pView->isVisible())
         return;
     const auto pImage = m_pModel2D->GetCurrentImage();
-    const bool bHasImage = pImage && pImage->GetData();
+    const bool bHasImage = pImage && pImage->GetWidth() > 0;
     if (!bHasImage) {
         m_pModel3D->ClearBufferData();
         m_pView->ClearMesh();

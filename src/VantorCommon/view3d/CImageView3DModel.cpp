@@ -183,7 +183,7 @@ void CImageView3DModel::LoadImage(std::shared_ptr<CImage> pImage)
     if (!pImage)
         return;
     Q_EMIT signal_ChangeProgressValue(kProgressBegin);
-    if (!pImage->GetData())
+    if (pImage->GetWidth() == 0)
         return;
     if (!IsWithinLimit(*pImage)) {
         Fail(QStringLiteral("The image of %1 x %2 pixels is too large for the 3D view"), *pImage);

@@ -4,9 +4,9 @@
 // Documents that attack the program that reads them, and hosts and programs that are killed: CPDFReader with
 // vantor-pdf. VANTOR_KILLS=1000 kills it more often.
 #include "tests/support/ChildProcesses.h"
+#include "tests/support/HostilePdf.h"
 #include "tests/support/TestImages.h"
 #include "tests/support/TestMain.h"
-#include "tests/support/TestPdf.h"
 
 #include <Vantor/image/CImage.h>
 #include <Vantor/pdf/CPDFReader.h>
@@ -38,24 +38,6 @@ QByteArray Deflated(const QByteArray& bytes)
     return qCompress(bytes, 9).mid(4); // without Qt's own length
 }
 
-QByteArray Stream(const QByteArray& bytes, const QByteArray& entries = QByteArray())
-{
-    return "<< /Length " + QByteArray::number(bytes.size()) + " " + entries + " >>\nstream\n" + bytes +
-           "\nendstream";
-}
-
-/// 10 x 10 points; object 2 has both pages, of which the second one is empty.
-QByteArray TwoPages(const QByteArray& contents, const QByteArray& pageEntries,
-                    const QList<QByteArray>& others, const QByteArray& catalogEntries = QByteArray())
-{
-    return MakePdf(
-        QList<QByteArray>{"<< /Type /Catalog /Pages 2 0 R " + catalogEntries + " >>",
-                          "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 /MediaBox [0 0 10 10] >>",
-                          "<< /Type /Page /Parent 2 0 R /Contents " + contents + pageEntries + " >>",
-                          "<< /Type /Page /Parent 2 0 R >>"} +
-        others);
-}
-
 /// A stream of 32 MB of these bytes, drawn a thousand times one after the other.
 QByteArray Inflating(const QByteArray& start, const QByteArray& part)
 {
@@ -65,22 +47,6 @@ QByteArray Inflating(const QByteArray& start, const QByteArray& part)
     return TwoPages(
         contents + "]", QByteArray(),
         {Stream(start), Stream(Deflated(part.repeated((32 << 20) / part.size())), "/Filter /FlateDecode")});
-}
-
-/// A form that draws two forms that draw two forms, and so on.
-QByteArray DoublingForms()
-{
-    constexpr int kDepth = 40;
-    QList<QByteArray> lstForms;
-    for (int i = 0; i < kDepth; ++i) {
-        const QByteArray next = QByteArray::number(6 + std::min(i + 1, kDepth - 1));
-        const QByteArray drawing = i + 1 < kDepth ? "/F Do /F Do" : "0 0 5 5 re f";
-        lstForms << Stream(drawing,
-                           "/Type /XObject /Subtype /Form /BBox [0 0 10 10] /Resources << /XObject << /F " +
-                               next + " 0 R >> >>");
-    }
-    return TwoPages("5 0 R", "/Resources << /XObject << /F 6 0 R >> >>",
-                    QList<QByteArray>{Stream("/F Do")} + lstForms);
 }
 
 /// A tree of fields in which each has the next one twice.

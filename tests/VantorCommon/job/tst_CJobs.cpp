@@ -71,6 +71,65 @@ private Q_SLOTS:
         QVERIFY(CJobs::Get().GetJobs().empty());
     }
 
+    void aJobThatWaitsBeginsAtOnceAndTakesNoThread()
+    {
+        QThreadPool::globalInstance()->setMaxThreadCount(1);
+        QObject receiver;
+        CGate computing;
+        CGate waiting;
+        std::atomic<int> nWaiting{0};
+        std::atomic<bool> bSecond{false};
+        SJob sWaits;
+        sWaits.bWaits = true;
+        CJobs::Get().Start(&receiver, {}, [&](CProgress&) -> CJob::Finish {
+            computing.Pass();
+            return {};
+        });
+        CJobs::Get().Start(&receiver, {}, [&](CProgress&) -> CJob::Finish {
+            bSecond = true;
+            return {};
+        });
+        for (int i = 0; i < 3; ++i)
+            CJobs::Get().Start(&receiver, sWaits, [&](CProgress&) -> CJob::Finish {
+                ++nWaiting;
+                waiting.Pass();
+                return {};
+            });
+        QTRY_COMPARE(nWaiting.load(), 3);
+        QVERIFY(!bSecond);
+        for (int i = 0; i < 3; ++i)
+            waiting.Open();
+        QTRY_COMPARE(QThreadPool::globalInstance()->activeThreadCount(), 1);
+        QVERIFY(!bSecond); // the threads that there were more have gone
+        computing.Open();
+        CJobs::Get().Finish(&receiver);
+        QVERIFY(bSecond);
+    }
+
+    void aJobThatWaitsAndIsCancelledBeforeItBeginsLeavesNoThread()
+    {
+        QObject receiver;
+        CGate gate;
+        SJob sWaits = OfKind("a");
+        sWaits.bWaits = true;
+        std::atomic<int> nBegun{0};
+        const auto work = [&](CProgress&) -> CJob::Finish {
+            ++nBegun;
+            gate.Pass();
+            return {};
+        };
+        CJobs::Get().Start(&receiver, sWaits, work);
+        QTRY_COMPARE(nBegun.load(), 1);
+        for (int i = 0; i < 5; ++i)
+            CJobs::Get().Start(&receiver, sWaits, work); // each cancels the one before
+        CJobs::Get().Cancel(CJobs::Get().Start(&receiver, sWaits, work));
+        gate.Open();
+        CJobs::Get().Finish(&receiver);
+        QThreadPool::globalInstance()->waitForDone();
+        QCOMPARE(nBegun.load(), 1);
+        QCOMPARE(QThreadPool::globalInstance()->activeThreadCount(), 0);
+    }
+
     void aResultArrivesOnTheGuiThread()
     {
         QObject receiver;

@@ -38,7 +38,7 @@ SAnnotatedPage CAnnotationPages::MakePage(const std::shared_ptr<CImage>& pImage)
 {
     SAnnotatedPage page;
     page.nId = m_nNextId++;
-    page.pImage = pImage;
+    page.pWatched = pImage;
     page.strFile = PathOf(pImage);
     if (page.strFile.isEmpty())
         page.strFile = QLatin1Char('#') + QString::number(page.nId);
@@ -81,7 +81,7 @@ CAnnotationPages::Pages CAnnotationPages::Follow(const CImageView2DModel& model)
     const bool bSameCount = static_cast<int>(vctOld.size()) == model.GetImageCount();
     std::map<const CImage*, std::size_t> places;
     for (std::size_t i = 0; i < vctOld.size(); ++i)
-        places.emplace(vctOld[i].pImage.get(), i);
+        places.emplace(vctOld[i].Image().get(), i);
     std::vector<bool> vctTaken(vctOld.size(), false);
     std::vector<int> vctFrom; // for each image its page before, or -1
     for (int i = 0; i < model.GetImageCount(); ++i) {
@@ -96,14 +96,14 @@ CAnnotationPages::Pages CAnnotationPages::Follow(const CImageView2DModel& model)
     for (int i = 0; i < model.GetImageCount(); ++i) {
         const auto nPlace = static_cast<std::size_t>(i);
         if (vctFrom[nPlace] < 0 && bReplaced && !vctTaken[nPlace] &&
-            MayReplace(model.GetImage(i), vctOld[nPlace].pImage)) {
+            MayReplace(model.GetImage(i), vctOld[nPlace].Image())) {
             vctFrom[nPlace] = i;
             vctTaken[nPlace] = true;
         }
         m_vctPages.push_back(vctFrom[nPlace] < 0
                                  ? MakePage(model.GetImage(i))
                                  : std::move(vctOld[static_cast<std::size_t>(vctFrom[nPlace])]));
-        m_vctPages.back().pImage = model.GetImage(i);
+        m_vctPages.back().pWatched = model.GetImage(i);
     }
     Pages vctGone;
     for (std::size_t i = 0; i < vctOld.size(); ++i)

@@ -19,13 +19,16 @@ using PageKey = std::pair<QString, int>;
 /// The annotations of one image or page of a list.
 struct SAnnotatedPage {
     int nId = 0; ///< for life: an image that replaces another has its page
-    std::shared_ptr<Vantor::Algorithms::CImage> pImage;
+    /// Not held: nobody but the list keeps the pixels of a page.
+    std::weak_ptr<Vantor::Algorithms::CImage> pWatched;
     QString strFile; ///< path of its file; without one something unique, which IsFile tells from a path
     /// What a file says of it beside its objects, see AnnotationDocument::Unpack; its page is that in the
     /// file.
     Vantor::Annotations::SPage file;
     CImageView2DGeometryModel::ObjectList vctObjects; ///< while another page is shown
 
+    /// The image; null when it is gone.
+    std::shared_ptr<Vantor::Algorithms::CImage> Image() const { return pWatched.lock(); }
     PageKey Key() const { return {strFile, nId}; }
     bool IsFile() const { return !strFile.startsWith(QLatin1Char('#')); }
 };

@@ -117,7 +117,7 @@ void CAnnotationStore::SPrivate::AddChanges(SJournalStep& step, const SAnnotatio
     if (!page.objects.empty()) {
         step.document.emplace();
         step.document->pages.push_back(
-            OnPicture(std::move(page), pShown ? pShown->pImage : pImages->GetImage(nPage)));
+            OnPicture(std::move(page), pShown ? pShown->Image() : pImages->GetImage(nPage)));
     }
     if (sChanges.bOrder)
         for (const auto& pObject : pGeometry->GetObjects())

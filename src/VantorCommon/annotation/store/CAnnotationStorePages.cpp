@@ -102,7 +102,7 @@ void CAnnotationStore::SPrivate::FollowSave(CAnnotationStore& store, const QStri
         return;
     auto& vctPages = pages.All();
     const auto it = std::find_if(vctPages.begin(), vctPages.end(), [&](const SAnnotatedPage& page) {
-        return bPages && pictures.AreOfOne(page.pImage, pSaved);
+        return bPages && pictures.AreOfOne(page.Image(), pSaved);
     });
     SAnnotatedPage* pPage = it != vctPages.end() ? &*it : nullptr;
     if (bPages && !pPage) // closed by now
@@ -219,7 +219,7 @@ SPage CAnnotationStore::SPrivate::Packed(const SAnnotatedPage& page) const
 {
     return OnPicture(
         AnnotationDocument::Pack(page.file, page.nId == nShown ? pGeometry->GetObjects() : page.vctObjects),
-        page.pImage);
+        page.Image());
 }
 
 SDocument CAnnotationStore::SPrivate::FileDocument(const QString& strFile) const
@@ -248,7 +248,9 @@ SContext CAnnotationStore::SPrivate::Context(int nId, const SDocument& document)
 {
     SContext context;
     const SAnnotatedPage* pPage = bPages ? pages.Find(nId) : nullptr;
-    const ImagePtr pImage = pPage ? pPage->pImage : pImages && !bPages ? pImages->GetCurrentImage() : nullptr;
+    const ImagePtr pImage = pPage                ? pPage->Image()
+                            : pImages && !bPages ? pImages->GetCurrentImage()
+                                                 : nullptr;
     if (!pImage)
         return context;
     const CFilePictures::SPicture picture = pictures.Of(pImage);
@@ -311,7 +313,7 @@ CAnnotationStore::SPrivate::SFileSets CAnnotationStore::SPrivate::SetsIn(const S
             changed.file = std::move(*it);
             vctRest.erase(it);
         }
-        AnnotationDocument::Move(changed.file, pictures.Of(page.pImage).map);
+        AnnotationDocument::Move(changed.file, pictures.Of(page.Image()).map);
         changed.vctObjects = AnnotationDocument::Unpack(changed.file);
     }
     return sets;

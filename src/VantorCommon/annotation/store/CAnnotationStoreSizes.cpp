@@ -44,7 +44,7 @@ CAnnotationStore::SPrivate::PagesInList(SDocument& document, int nId) const
         find(std::max(0, pImages->GetCurrentIndex()), pImages->GetCurrentImage());
     for (const SAnnotatedPage& page : pages.All())
         if (bPages && page.strFile == FileOf(nId))
-            find(page.file.page, page.pImage);
+            find(page.file.page, page.Image());
     return vctFound;
 }
 

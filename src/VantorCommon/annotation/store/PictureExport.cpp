@@ -47,12 +47,12 @@ QString WriteBytes(const QString& strPath, const QByteArray& bytes)
     return bWritten ? QString() : file.errorString() + QLatin1Char('.');
 }
 
-QString SaveSvg(const CImageView2DCtrl& ctrl, CImage& image, const QString& strPath)
+QString SaveSvg(const CImageView2DCtrl& ctrl, const CImage& image, const QString& strPath)
 {
     QImage picture;
     QByteArray bytes;
     QBuffer buffer(&bytes);
-    if (!CUtilManager::ConvertImage(&image, picture, false) || !picture.save(&buffer, "PNG"))
+    if (!CUtilManager::ViewImage(&image, picture) || !picture.save(&buffer, "PNG"))
         return kNoMemory;
     Vantor::Annotations::SContext context;
     context.imageName = QString::fromStdWString(image.GetName()).toStdString();

@@ -74,4 +74,11 @@ struct SCenterOptions {
     /// Transparent images stand on a checkerboard, of squares that keep their places in the view. Off: on the
     /// grey that is around them.
     bool bCheckerboard = false;
+    /// The pages of a document are in the list as soon as it is open, with their sizes, and are rendered one
+    /// by one beside the GUI thread (CPDFPages): what is shown first, then what is next to it, then the
+    /// rest, for the thumbnails; or at once, for whoever asks for pixels. A view shows an empty sheet until
+    /// its page has come. Rendered pages take no more memory than CPageMemory allows. A page that cannot be
+    /// rendered is white, and signal_Failed tells why, once. Off: all pages are rendered before a document is
+    /// shown, up to the first that fails.
+    bool bDeferredPages = false;
 };

@@ -168,9 +168,12 @@ void CImageViewer::SetImageView(QWidget* pView2D, QWidget* pView3D, CStatusBarVi
             pView->setAccessibleName(
                 QString::asprintf(pView == pView2D ? "Image %d" : "3D image %d", m_nViewID));
         }
-    if (m_pImageModel)
+    if (m_pImageModel) {
         connect(m_pImageModel.data(), &CImageView2DModel::signal_MousePositionForgotten, m_pStatus,
                 &QLabel::clear);
+        connect(m_pImageModel.data(), &CImageView2DModel::signal_PixelsCame, this,
+                &CImageViewer::TakePixelsThatCame);
+    }
     ShowView(true);
     if (pStatusBar) {
         m_pMainLayout->addWidget(pStatusBar);

@@ -5,6 +5,8 @@
 #include <VantorCommon/Export.h>
 
 #include <QFrame>
+#include <QHash>
+#include <QPixmap>
 #include <QPointer>
 #include <memory>
 #include <vector>
@@ -166,14 +168,17 @@ private:
     void CreateSideList();
     void FitSideList();
     bool StepInList(QKeyEvent& event);
-    void RenewThumbnail(int nIndex, Vantor::Algorithms::CImage* pImage);
+    void RenewThumbnail(int nIndex, const Vantor::Algorithms::CImage* pImage);
     void ShowView(bool b2D);
     void CheckView(bool b2D);
     void AfterPress(QPushButton* pButton);
     void ShowFocus(bool bFocus);
-    QStandardItem* CreateSideItem(int nIndex);
+    QStandardItem* CreateSideItem(int nIndex, const QHash<unsigned int, QPixmap>& formerThumbnails);
     int ThumbnailWidth() const;
-    bool SetThumbnail(QStandardItem* pItem, Vantor::Algorithms::CImage* pImage);
+    bool SetThumbnail(QStandardItem* pItem, const Vantor::Algorithms::CImage* pImage);
+    void SetWaitingThumbnail(QStandardItem* pItem, const Vantor::Algorithms::CImage& image,
+                             const QPixmap& former);
+    void TakePixelsThatCame(int nIndex);
 
     QPointer<QWidget> m_pView2D;
     QPointer<QWidget> m_pView3D;

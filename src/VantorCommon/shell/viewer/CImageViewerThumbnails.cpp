@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QListView>
+#include <QPixmapCache>
 #include <QSplitter>
 #include <QStandardItemModel>
 
@@ -30,21 +31,49 @@ constexpr int kMaxThumbnailHeight = 4096;
 /// The image's index, which may differ from its row: images that cannot be shown have no row.
 constexpr int kImageIndexRole = Qt::UserRole + 1;
 
-/// The image scaled to a width in device-independent pixels, with the screen's pixel ratio. Null when it
-/// cannot be shown.
-QImage MakeThumbnail(CImage* pImage, int nWidth, double dblPixelRatio)
+/// The identifier of the image, which finds its thumbnail again in a list that has changed.
+constexpr int kImageUIDRole = Qt::UserRole + 2;
+
+/// The size in device-independent pixels of the thumbnail of that width.
+QSize ThumbnailSize(const CImage& image, int nWidth)
 {
-    QImage view;
-    if (!CUtilManager::ConvertImage(pImage, view, false))
-        return QImage();
-    double dblHeight = double(view.height()) * nWidth / view.width();
+    double dblHeight = double(image.GetHeight()) * nWidth / image.GetWidth();
     double dblWidth = nWidth;
     if (dblHeight > kMaxThumbnailHeight) {
         dblWidth *= kMaxThumbnailHeight / dblHeight;
         dblHeight = kMaxThumbnailHeight;
     }
-    const QSize logical(std::max(1, RoundToInt(dblWidth)), std::max(1, RoundToInt(dblHeight)));
-    const QSize size = logical * dblPixelRatio;
+    return {std::max(1, RoundToInt(dblWidth)), std::max(1, RoundToInt(dblHeight))};
+}
+
+/// Whether the pixels would have to be waited for.
+bool IsWaitedFor(const CImage& image)
+{
+    return image.IsDeferred() && !image.HasPixels();
+}
+
+/// An empty sheet in place of an image whose pixels are still to come; all of one size share their memory.
+QPixmap EmptyThumbnail(const QSize& size, double dblPixelRatio)
+{
+    const QString strKey = QStringLiteral("vantor sheet %1 %2").arg(size.width()).arg(size.height());
+    QPixmap sheet;
+    if (!QPixmapCache::find(strKey, &sheet)) {
+        sheet = QPixmap(size);
+        sheet.fill(Qt::white);
+        QPixmapCache::insert(strKey, sheet);
+    }
+    sheet.setDevicePixelRatio(dblPixelRatio);
+    return sheet;
+}
+
+/// The image scaled to a width in device-independent pixels, with the screen's pixel ratio. Null when it
+/// cannot be shown.
+QImage MakeThumbnail(const CImage* pImage, int nWidth, double dblPixelRatio)
+{
+    QImage view;
+    if (!CUtilManager::ViewImage(pImage, view))
+        return QImage();
+    const QSize size = ThumbnailSize(*pImage, nWidth) * dblPixelRatio;
     const QSize coarse = size * kThumbnailOversampling;
     if (view.width() > coarse.width() && view.height() > coarse.height())
         view = view.scaled(coarse);
@@ -110,7 +139,7 @@ bool CImageViewer::StepInList(QKeyEvent& event)
     }
 }
 
-void CImageViewer::RenewThumbnail(int nIndex, CImage* pImage)
+void CImageViewer::RenewThumbnail(int nIndex, const CImage* pImage)
 {
     for (int i = 0; i < m_pSideModel->rowCount(); ++i)
         if (m_pSideModel->item(i)->data(kImageIndexRole) == nIndex)
@@ -124,8 +153,12 @@ int CImageViewer::ThumbnailWidth() const
     return std::max(1, m_pSideList->viewport()->rect().width());
 }
 
-bool CImageViewer::SetThumbnail(QStandardItem* pItem, CImage* pImage)
+bool CImageViewer::SetThumbnail(QStandardItem* pItem, const CImage* pImage)
 {
+    if (IsWaitedFor(*pImage)) {
+        SetWaitingThumbnail(pItem, *pImage, pItem->data(Qt::DecorationRole).value<QPixmap>());
+        return true;
+    }
     const QImage thumbnail = MakeThumbnail(pImage, ThumbnailWidth(), m_pSideList->devicePixelRatioF());
     if (thumbnail.isNull())
         return false;
@@ -133,27 +166,50 @@ bool CImageViewer::SetThumbnail(QStandardItem* pItem, CImage* pImage)
     return true;
 }
 
+/// The thumbnail that an image has had, or an empty sheet, until its pixels come.
+void CImageViewer::SetWaitingThumbnail(QStandardItem* pItem, const CImage& image, const QPixmap& former)
+{
+    const double dblRatio = m_pSideList->devicePixelRatioF();
+    const QSize size = ThumbnailSize(image, ThumbnailWidth()) * dblRatio;
+    QPixmap shown = former;
+    if (former.isNull())
+        shown = EmptyThumbnail(size, dblRatio);
+    else if (former.size() != size)
+        shown = former.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    shown.setDevicePixelRatio(dblRatio);
+    pItem->setData(shown, Qt::DecorationRole);
+}
+
 /// The item of an image, null when it cannot be shown.
-QStandardItem* CImageViewer::CreateSideItem(int nIndex)
+QStandardItem* CImageViewer::CreateSideItem(int nIndex, const QHash<unsigned int, QPixmap>& formerThumbnails)
 {
     const auto pImage = m_pImageModel->GetImage(nIndex);
     auto pItem = std::make_unique<QStandardItem>();
-    if (!pImage || !SetThumbnail(pItem.get(), pImage.get()))
+    if (!pImage)
+        return nullptr;
+    if (IsWaitedFor(*pImage))
+        pItem->setData(formerThumbnails.value(pImage->GetUID()), Qt::DecorationRole);
+    if (!SetThumbnail(pItem.get(), pImage.get()))
         return nullptr;
     const QString strName = QString::fromStdWString(pImage->GetName());
     pItem->setText(QString::asprintf("%d. ", nIndex + 1) + strName);
     pItem->setToolTip(strName);
     pItem->setData(nIndex, kImageIndexRole);
+    pItem->setData(pImage->GetUID(), kImageUIDRole);
     return pItem.release();
 }
 
 void CImageViewer::UpdateSideView()
 {
+    QHash<unsigned int, QPixmap> formerThumbnails;
+    for (int i = 0; i < m_pSideModel->rowCount(); ++i)
+        formerThumbnails.insert(m_pSideModel->item(i)->data(kImageUIDRole).toUInt(),
+                                m_pSideModel->item(i)->data(Qt::DecorationRole).value<QPixmap>());
     m_pSideModel->clear();
     if (!m_pImageModel)
         return;
     for (int i = 0; i < m_pImageModel->GetImageCount(); ++i)
-        if (QStandardItem* pItem = CreateSideItem(i))
+        if (QStandardItem* pItem = CreateSideItem(i, formerThumbnails))
             m_pSideModel->appendRow(pItem);
     slot_ChangeCurrentIndex();
 }
@@ -167,9 +223,18 @@ void CImageViewer::ResizeSideView()
         QStandardItem* pItem = m_pSideModel->item(i);
         const auto pImage = m_pImageModel->GetImage(pItem->data(kImageIndexRole).toInt());
         const auto thumbnail = pItem->data(Qt::DecorationRole).value<QPixmap>();
-        if (pImage && thumbnail.width() != nWidth)
-            SetThumbnail(pItem, pImage.get());
+        if (!pImage || thumbnail.width() == nWidth)
+            continue;
+        SetThumbnail(pItem, pImage.get());
+        if (IsWaitedFor(*pImage))
+            m_pImageModel->AskForPixels(pItem->data(kImageIndexRole).toInt());
     }
+}
+
+void CImageViewer::TakePixelsThatCame(int nIndex)
+{
+    if (const auto pImage = m_pImageModel->GetImage(nIndex))
+        RenewThumbnail(nIndex, pImage.get());
 }
 
 void CImageViewer::slot_ChangeImageList()
