@@ -30,6 +30,10 @@ CBrowser::CBrowser(CViewers* pViewers, CUnsavedWork* pWork, std::function<bool(c
         connect(pModel, &CImageView2DModel::signal_ChangeCurrentImage, this, &CBrowser::FollowImage);
         connect(pModel, &CImageView2DModel::signal_ChangeImageList, this, &CBrowser::FollowImage);
         connect(viewer.Ctrl2D(), &CImageView2DCtrl::signal_FileSaved, this, &CBrowser::FollowImage);
+        connect(viewer.Ctrl2D(), &CImageView2DCtrl::signal_BeyondList, this, [this, viewer](int nStep) {
+            if (viewer.pCtrl == m_pViewers->Active().pCtrl)
+                Step(nStep);
+        });
         viewer.View2D()->installEventFilter(this);
     }
 }

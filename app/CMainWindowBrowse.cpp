@@ -10,9 +10,11 @@
 #include "CMessageBar.h"
 #include "CTrash.h"
 #include "CUnsavedWork.h"
+#include "CZoomField.h"
 #include "HostIcons.h"
 #include "Viewers.h"
 
+#include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 
@@ -31,6 +33,8 @@ void CMainWindow::CreateBrowser()
         m_pViewers.get(), m_pWork.get(), [this](const QString& strFile) { return OpenInActive(strFile); },
         this);
     connect(m_pBrowser, &CBrowser::signal_Changed, this, &CMainWindow::ShowTitle);
+    for (const SViewer& viewer : m_pViewers->All())
+        connect(viewer.View2D(), &CImageView2D::signal_ChangeZoom, this, &CMainWindow::ShowTitle);
     connect(m_pBrowser, &CBrowser::signal_FolderEmpty, this, [this](const QString& strFolder) {
         m_pMessages->Tell(tr("There is no image in %1.").arg(QDir::toNativeSeparators(strFolder)));
     });
@@ -48,9 +52,12 @@ void CMainWindow::ShowTitle()
     if (strName.isEmpty())
         return setWindowTitle(QStringLiteral("Vantor[*]"));
     strName.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
-    const QString strPlace = m_pBrowser->Place();
-    setWindowTitle(strPlace.isEmpty() ? QStringLiteral("%1[*] - Vantor").arg(strName)
-                                      : QStringLiteral("%1[*] (%2) - Vantor").arg(strName, strPlace));
+    QString strTitle = strName + QStringLiteral("[*]");
+    if (const QString strPlace = m_pBrowser->Place(); !strPlace.isEmpty())
+        strTitle += QStringLiteral(" (%1)").arg(strPlace);
+    if (ActiveShows2D())
+        strTitle += QLatin1Char(' ') + CZoomField::TextOf(m_pViewers->Active().View2D()->GetZoom());
+    setWindowTitle(strTitle + QStringLiteral(" - Vantor"));
 }
 
 /// Of the view menu.

@@ -9,6 +9,7 @@
 #include <QDockWidget>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QStatusBar>
 
@@ -26,9 +27,10 @@ struct Folder : Pictures {
     QString Path(const char* pName) const { return folder.filePath(QLatin1String(pName)); }
 };
 
+/// Without the zoom.
 QString Title(const Host& host)
 {
-    return host.window.windowTitle();
+    return host.window.windowTitle().remove(QRegularExpression(QStringLiteral(" [0-9.,]+ %")));
 }
 } // namespace
 
@@ -65,6 +67,31 @@ private Q_SLOTS:
         host.Key(Qt::Key_PageUp);
         QTRY_COMPARE(Title(host), QStringLiteral("p 10.png[*] (2/3) - Vantor"));
         QCOMPARE(CtrlOf(host, 0)->GetImageModel()->GetImageCount(), 1);
+    }
+
+    void theArrowsAndButtonsOfAFittedImageGoThroughTheFolder()
+    {
+        const Folder files;
+        Host host;
+        QVERIFY(host.Show({files.Path("p 9.png")}));
+        QTRY_COMPARE(Title(host), QStringLiteral("p 9.png[*] (1/3) - Vantor"));
+        host.View(0)->setFocus();
+        host.Key(Qt::Key_Right);
+        QTRY_COMPARE(Title(host), QStringLiteral("p 10.png[*] (2/3) - Vantor"));
+        host.Key(Qt::Key_Left);
+        QTRY_COMPARE(Title(host), QStringLiteral("p 9.png[*] (1/3) - Vantor"));
+        CtrlOf(host, 0)->slot_Next();
+        QTRY_COMPARE(Title(host), QStringLiteral("p 10.png[*] (2/3) - Vantor"));
+    }
+
+    void theTitleHasTheZoom()
+    {
+        Host host;
+        QVERIFY(host.Show({kPhoto}));
+        host.View(0)->SetZoom(1.5, QPointF());
+        QVERIFY(host.window.windowTitle().endsWith(QStringLiteral(" 150 % - Vantor")));
+        host.Entry("View", "3D View")->trigger();
+        QTRY_VERIFY(!host.window.windowTitle().contains(QLatin1Char('%')));
     }
 
     void aNameIsShownAsItIs()

@@ -250,6 +250,8 @@ Q_SIGNALS:
     /// Loading, adding, pasting, saving, rotating or capturing failed: one line in English with path and
     /// reason.
     void signal_Failed(const QString& strMessage);
+    /// The user has asked for the next image (1) or the previous one (-1) at that end of the list.
+    void signal_BeyondList(int nStep);
     /// @{
     /// Rendering the pages of a document keeps the thread busy: the number of pages, and of those done.
     void signal_ChangeProgressMaxRange(int nMaxRange);

@@ -121,14 +121,20 @@ void CImageView2DCtrl::slot_Redo()
 
 void CImageView2DCtrl::slot_Previous()
 {
-    if (m_pParts->context.pModel)
-        m_pParts->context.pModel->Previous();
+    const auto& pModel = m_pParts->context.pModel;
+    if (pModel && pModel->GetCurrentIndex() == 0)
+        Q_EMIT signal_BeyondList(-1);
+    else if (pModel)
+        pModel->Previous();
 }
 
 void CImageView2DCtrl::slot_Next()
 {
-    if (m_pParts->context.pModel)
-        m_pParts->context.pModel->Next();
+    const auto& pModel = m_pParts->context.pModel;
+    if (pModel && pModel->GetImageCount() > 0 && pModel->GetCurrentIndex() == pModel->GetImageCount() - 1)
+        Q_EMIT signal_BeyondList(1);
+    else if (pModel)
+        pModel->Next();
 }
 
 void CImageView2DCtrl::slot_SelectImage(int nIndex)
