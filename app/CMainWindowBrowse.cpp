@@ -55,7 +55,7 @@ void CMainWindow::ShowTitle()
     QString strTitle = strName + QStringLiteral("[*]");
     if (const QString strPlace = m_pBrowser->Place(); !strPlace.isEmpty())
         strTitle += QStringLiteral(" (%1)").arg(strPlace);
-    if (ActiveShows2D())
+    if (m_pViewers->Active().HasImage())
         strTitle += QLatin1Char(' ') + CZoomField::TextOf(m_pViewers->Active().View2D()->GetZoom());
     setWindowTitle(strTitle + QStringLiteral(" - Vantor"));
 }

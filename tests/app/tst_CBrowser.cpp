@@ -90,8 +90,6 @@ private Q_SLOTS:
         QVERIFY(host.Show({kPhoto}));
         host.View(0)->SetZoom(1.5, QPointF());
         QVERIFY(host.window.windowTitle().endsWith(QStringLiteral(" 150 % - Vantor")));
-        host.Entry("View", "3D View")->trigger();
-        QTRY_VERIFY(!host.window.windowTitle().contains(QLatin1Char('%')));
     }
 
     void aNameIsShownAsItIs()
