@@ -11,6 +11,7 @@
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
+#include <VantorCommon/view2d/CReadAhead.h>
 
 #include <QDropEvent>
 #include <QFileInfo>
@@ -53,7 +54,15 @@ void CBrowser::FollowImage()
     m_strShown = strFile;
     if (!strFile.isEmpty() && !m_bOpenFirst)
         m_folder.SetFolder(QFileInfo(strFile).path());
+    ReadAhead();
     Q_EMIT signal_Changed();
+}
+
+/// What a key leads to next is decoded before.
+void CBrowser::ReadAhead()
+{
+    const bool bFolder = m_strWanted.isEmpty() && IsOneFile();
+    CReadAhead::Get().Want(bFolder ? QStringList{Neighbour(1), Neighbour(-1)} : QStringList());
 }
 
 void CBrowser::FolderRead()
@@ -64,6 +73,7 @@ void CBrowser::FolderRead()
         else
             OpenFile(m_folder.GetFiles().first());
     }
+    ReadAhead();
     Q_EMIT signal_Changed();
 }
 

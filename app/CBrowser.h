@@ -55,6 +55,7 @@ Q_SIGNALS:
 private:
     void FollowImage();
     void FolderRead();
+    void ReadAhead();
     void GoTo(bool bLast);
     bool IsOneFile() const;
     QString FileNow() const;

@@ -4,6 +4,7 @@
 
 #include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CReadAhead.h>
 
 #include <QFileInfo>
 #include <utility>
@@ -49,15 +50,20 @@ void CImageView2DCtrlOpenings::Read(const PendingPtr& pPending)
         pPending->bDropped = true;
         ShowReady();
     };
-    pPending->pJob = CJobs::Get().Start(
-        m_context.pCtrl, sJob,
-        [this, pPending, request = pPending->opening.request](Vantor::CProgress&) -> CJob::Finish {
-            auto loaded = ImageFileLoad::Load(request, [](int, int) {});
-            return [this, pPending, loaded = std::move(loaded)] {
-                pPending->loaded = loaded;
-                ShowReady();
-            };
-        });
+    pPending->pJob = CJobs::Get().Start(m_context.pCtrl, sJob,
+                                        [this, pPending, request = pPending->opening.request,
+                                         pAhead = CReadAhead::Get().Take(pPending->opening.request.strPath)](
+                                            Vantor::CProgress&) -> CJob::Finish {
+                                            ImageFileLoad::SLoaded loaded;
+                                            if (pAhead)
+                                                loaded.vctImages = {pAhead};
+                                            else
+                                                loaded = ImageFileLoad::Load(request, [](int, int) {});
+                                            return [this, pPending, loaded = std::move(loaded)] {
+                                                pPending->loaded = loaded;
+                                                ShowReady();
+                                            };
+                                        });
 }
 
 /// Showing may ask the user, and other files arrive meanwhile; and the controller may go.
