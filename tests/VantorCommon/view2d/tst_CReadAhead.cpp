@@ -12,20 +12,12 @@
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <cstring>
 
 using Vantor::Algorithms::CImage;
 
 namespace
 {
 const QString kPhoto = TestDataPath(QStringLiteral("png/bricks-color.png"));
-
-bool SamePixels(const CImage& a, const CImage& b)
-{
-    return a.GetStride() == b.GetStride() && a.GetHeight() == b.GetHeight() && a.GetName() == b.GetName() &&
-           std::memcmp(a.GetData(), b.GetData(), std::size_t(a.GetStride()) * std::size_t(a.GetHeight())) ==
-               0;
-}
 
 /// A folder with copies of the photo.
 struct Folder {
