@@ -65,6 +65,12 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
+    /// @{
+    /// The key that shows the other viewer's image while it is held.
+    void keyPressEvent(QKeyEvent* pEvent) override;
+    void keyReleaseEvent(QKeyEvent* pEvent) override;
+    void changeEvent(QEvent* pEvent) override;
+    /// @}
     void dragEnterEvent(QDragEnterEvent* pEvent) override;
     void dropEvent(QDropEvent* pEvent) override;
 
@@ -84,6 +90,9 @@ private:
     void CreateLayoutEntries(QMenu* pMenu);
     void CreateZoomMenu(QMenu* pParent);
     void CreateZoomField(QAction* pType);
+    void CreateCompareMenu(QMenu* pParent);
+    int NextWithImage() const;
+    void ShowOther(bool bOther); ///< the next viewer's image in the active one
     bool ActiveShows2D() const;
     bool HasMiniMap() const;
     void SetMiniMap(bool bOn); ///< in all viewers, and kept
@@ -182,5 +191,6 @@ private:
     CZoomField* m_pZoom = nullptr;
     std::vector<QAction*> m_vctToolBar; ///< the entries that the tool bar shows, too
     CRecentFiles* m_pRecent = nullptr;
+    bool m_bShowsOther = false;
     bool m_bPasteUseful = true; ///< the state when the menu last opened
 };

@@ -223,6 +223,7 @@ void CMainWindow::CreateViewMenu()
         pView, {tr("Fit to &Window"), LibraryIcon("zoomfit"), Key("Ctrl+0")},
         [viewer] { viewer().View2D()->slot_ZoomFit(); }, shows2D));
     CreateZoomMenu(pView);
+    CreateCompareMenu(pView);
     m_pActions->Add(
         pView, {tr("&Go To..."), LibraryIcon("search"), Key("Ctrl+G")},
         [viewer] { viewer().View2D()->slot_Goto(); }, shows2D);

@@ -12,12 +12,14 @@
 
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
 #include <VantorCommon/settings/CSettingManager.h>
+#include <VantorCommon/shell/center/CCenterCtrl.h>
 #include <VantorCommon/shell/center/CCenterModel.h>
 #include <VantorCommon/shell/viewer/CImageViewer.h>
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 
 #include <QAction>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QStatusBar>
 
@@ -29,6 +31,7 @@ namespace
 constexpr double kZoomStep = 1.25;
 constexpr double kShapeMargin = 0.1; // of the box of the shape, on each side
 constexpr double kEqual = 1e-6;
+constexpr Qt::Key kOtherKey = Qt::Key_X;
 
 /// A step from one zoom to another that does not jump over 100 %.
 double Stepped(double dblZoom, double dblFactor)
@@ -104,6 +107,89 @@ void CMainWindow::CreateZoomMenu(QMenu* pParent)
         tr("&Minimap"), tr("Show the whole image in a corner while a part of it is in view"), Key("M"),
         [this] { SetMiniMap(!HasMiniMap()); }, {}, [this] { return HasMiniMap(); });
     CreateZoomField(pType);
+}
+
+/// Viewers beside each other: linked, as their difference, one in the place of the next.
+void CMainWindow::CreateCompareMenu(QMenu* pParent)
+{
+    QMenu* pMenu = pParent->addMenu(tr("&Compare"));
+    const auto canCompare = [this] { return ActiveShows2D() && NextWithImage() >= 0; };
+    m_pActions
+        ->Add(
+            pMenu, {tr("&Link Viewers"), QIcon(), Key("L")},
+            [this] { m_pCtrl->SetLinked(!m_pCtrl->IsLinked(), m_pViewers->Active().pView->GetViewID()); }, {},
+            [this] { return m_pCtrl->IsLinked(); })
+        ->setStatusTip(tr("Zoom and pan all shown viewers together, with a cross where the mouse is"));
+    m_pActions
+        ->Add(
+            pMenu, {tr("&Show Other Viewer"), QIcon(), {}}, [this] { ShowOther(!m_bShowsOther); }, canCompare,
+            [this] { return m_bShowsOther; })
+        ->setStatusTip(tr("Show the next viewer's image in this one, at the same place; the key X does it "
+                          "while it is held"));
+    QMenu* pDifference = pMenu->addMenu(tr("&Difference"));
+    for (const SViewer& viewer : m_pViewers->All())
+        m_pActions
+            ->Add(
+                pDifference, {tr("With Viewer &%1").arg(viewer.pView->GetViewID()), QIcon(), {}},
+                [this, &viewer] {
+                    m_pCtrl->AddDifference(m_pViewers->Active().pView->GetViewID(),
+                                           viewer.pView->GetViewID());
+                },
+                [this, &viewer] {
+                    return ActiveShows2D() && viewer.HasImage() && !viewer.pView->isHidden() &&
+                           viewer.pView != m_pViewers->Active().pView;
+                })
+            ->setStatusTip(tr("Add the difference of the two images to this viewer's list"));
+    connect(m_pViewers.get(), &CViewers::signal_ChangeActive, this, [this] { ShowOther(false); });
+    connect(m_pModel.get(), &CCenterModel::signal_ChangedSize, this, [this] { ShowOther(false); });
+}
+
+/// The viewer behind the active one, in a circle, that is shown and has an image; -1 without one.
+int CMainWindow::NextWithImage() const
+{
+    const auto& viewers = m_pViewers->All();
+    const int nCount = static_cast<int>(viewers.size());
+    const int nActive = m_pViewers->Active().pView->GetViewID();
+    for (int i = 1; i < nCount; ++i) {
+        const SViewer& viewer = viewers[static_cast<std::size_t>((nActive + i) % nCount)];
+        if (viewer.HasImage() && !viewer.pView->isHidden())
+            return viewer.pView->GetViewID();
+    }
+    return -1;
+}
+
+void CMainWindow::ShowOther(bool bOther)
+{
+    m_bShowsOther = bOther && ActiveShows2D() && NextWithImage() >= 0;
+    if (m_bShowsOther)
+        m_pCtrl->ShowOther(m_pViewers->Active().pView->GetViewID(), NextWithImage());
+    else
+        m_pCtrl->HideOther();
+}
+
+void CMainWindow::keyPressEvent(QKeyEvent* pEvent)
+{
+    const bool bOther = pEvent->key() == kOtherKey && pEvent->modifiers() == Qt::NoModifier;
+    if (bOther && !pEvent->isAutoRepeat())
+        ShowOther(true);
+    else if (!bOther)
+        QMainWindow::keyPressEvent(pEvent);
+}
+
+void CMainWindow::keyReleaseEvent(QKeyEvent* pEvent)
+{
+    if (pEvent->key() == kOtherKey && !pEvent->isAutoRepeat())
+        ShowOther(false);
+    else
+        QMainWindow::keyReleaseEvent(pEvent);
+}
+
+/// A key that is held while another window comes is released there.
+void CMainWindow::changeEvent(QEvent* pEvent)
+{
+    if (pEvent->type() == QEvent::ActivationChange && !isActiveWindow() && m_bShowsOther)
+        ShowOther(false);
+    QMainWindow::changeEvent(pEvent);
 }
 
 /// @param pType  enabled when the field can be used

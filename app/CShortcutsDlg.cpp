@@ -52,6 +52,7 @@ void CShortcutsDlg::AddViewerKeys(QTreeWidgetItem* pGroup)
         {tr("Pan, in every mode"), tr("Drag with the middle button or Space")},
         {tr("Pan, or previous and next image"), tr("Arrow keys")},
         {tr("Previous and next image"), tr("PgUp and PgDn")},
+        {tr("Show the next viewer's image"), tr("Hold X")},
         {tr("Select, move or resize an annotation"), tr("Click, drag it or a handle")},
         {tr("Delete the selected annotations"), tr("Delete or Backspace")},
         {tr("Back to selecting"), tr("Escape")},

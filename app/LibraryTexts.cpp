@@ -21,6 +21,7 @@ const char* const kFailures[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot rotate the image."),
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot change the image."),
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot copy the image."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Cannot compare the images."),
 };
 
 /// Reasons and notes.
@@ -55,6 +56,10 @@ const char* const kSentences[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "There is not enough memory to save the image."),
     QT_TRANSLATE_NOOP("LibraryTexts", "There is not enough memory for the changed image."),
     QT_TRANSLATE_NOOP("LibraryTexts", "There is no image to change."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "There are not two images to compare."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The images differ in size: %1 and %2 pixels."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The images differ in the number of channels: %1 and %2."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "The images differ in the bits per channel: %1 and %2."),
     QT_TRANSLATE_NOOP("LibraryTexts", "The part to keep has no pixels in the image."),
     QT_TRANSLATE_NOOP("LibraryTexts", "The filter cannot be loaded: %1."),
     QT_TRANSLATE_NOOP("LibraryTexts", "Out of memory."),
@@ -117,6 +122,7 @@ const char* const kSentences[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "Save %1"),
     QT_TRANSLATE_NOOP("LibraryTexts", "Rotate"),
     QT_TRANSLATE_NOOP("LibraryTexts", "Change the image"),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Compare the images"),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of at least %1 frames."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of %1 frames."),
     QT_TRANSLATE_NOOP("LibraryTexts", "It is the first of more than %1 pages."),

@@ -639,6 +639,38 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>&quot;%1&quot; is no zoom. Type a number of percent, such as 150.</source>
         <translation>&quot;%1&quot;은(는) 배율이 아닙니다. 150과 같은 퍼센트 값을 입력하십시오.</translation>
     </message>
+    <message>
+        <source>&amp;Compare</source>
+        <translation>비교(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Link Viewers</source>
+        <translation>뷰어 연결(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Zoom and pan all shown viewers together, with a cross where the mouse is</source>
+        <translation>보이는 모든 뷰어를 함께 확대하고 이동하며, 마우스 위치에 십자를 표시합니다</translation>
+    </message>
+    <message>
+        <source>&amp;Show Other Viewer</source>
+        <translation>다른 뷰어 보기(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Show the next viewer&apos;s image in this one, at the same place; the key X does it while it is held</source>
+        <translation>다음 뷰어의 이미지를 이 뷰어의 같은 위치에 보여 줍니다. X 키를 누르고 있는 동안에도 됩니다</translation>
+    </message>
+    <message>
+        <source>&amp;Difference</source>
+        <translation>차이(&amp;D)</translation>
+    </message>
+    <message>
+        <source>With Viewer &amp;%1</source>
+        <translation>뷰어 &amp;%1과(와)</translation>
+    </message>
+    <message>
+        <source>Add the difference of the two images to this viewer&apos;s list</source>
+        <translation>두 이미지의 차이를 이 뷰어의 목록에 추가합니다</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -822,6 +854,14 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>Pan, or previous and next image</source>
         <translation>이동, 또는 이전 및 다음 이미지</translation>
+    </message>
+    <message>
+        <source>Show the next viewer&apos;s image</source>
+        <translation>다음 뷰어의 이미지 보기</translation>
+    </message>
+    <message>
+        <source>Hold X</source>
+        <translation>X를 누르고 있기</translation>
     </message>
 </context>
 <context>
@@ -1281,6 +1321,30 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>The page is still being rendered.</source>
         <translation>이 쪽을 아직 그리는 중입니다.</translation>
+    </message>
+    <message>
+        <source>Cannot compare the images.</source>
+        <translation>이미지를 비교할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>There are not two images to compare.</source>
+        <translation>비교할 두 이미지가 없습니다.</translation>
+    </message>
+    <message>
+        <source>The images differ in size: %1 and %2 pixels.</source>
+        <translation>이미지의 크기가 다릅니다: %1 픽셀과 %2 픽셀.</translation>
+    </message>
+    <message>
+        <source>The images differ in the number of channels: %1 and %2.</source>
+        <translation>이미지의 채널 수가 다릅니다: %1과(와) %2.</translation>
+    </message>
+    <message>
+        <source>The images differ in the bits per channel: %1 and %2.</source>
+        <translation>이미지의 채널당 비트 수가 다릅니다: %1과(와) %2.</translation>
+    </message>
+    <message>
+        <source>Compare the images</source>
+        <translation>이미지 비교</translation>
     </message>
 </context>
 <context>

@@ -70,7 +70,7 @@
     </message>
     <message>
         <source>&amp;Scale</source>
-        <translation>Th&amp;u phóng</translation>
+        <translation>&amp;Thu phóng</translation>
     </message>
     <message>
         <source>&amp;Keep</source>
@@ -639,6 +639,38 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>&quot;%1&quot; is no zoom. Type a number of percent, such as 150.</source>
         <translation>&quot;%1&quot; không phải là mức thu phóng. Hãy gõ số phần trăm, ví dụ 150.</translation>
     </message>
+    <message>
+        <source>&amp;Compare</source>
+        <translation>S&amp;o sánh</translation>
+    </message>
+    <message>
+        <source>&amp;Link Viewers</source>
+        <translation>&amp;Liên kết các khung xem</translation>
+    </message>
+    <message>
+        <source>Zoom and pan all shown viewers together, with a cross where the mouse is</source>
+        <translation>Thu phóng và di chuyển mọi khung xem cùng nhau, với dấu thập ở vị trí chuột</translation>
+    </message>
+    <message>
+        <source>&amp;Show Other Viewer</source>
+        <translation>&amp;Hiện khung xem khác</translation>
+    </message>
+    <message>
+        <source>Show the next viewer&apos;s image in this one, at the same place; the key X does it while it is held</source>
+        <translation>Hiện ảnh của khung kế tiếp tại cùng vị trí trong khung này; giữ phím X cũng làm vậy</translation>
+    </message>
+    <message>
+        <source>&amp;Difference</source>
+        <translation>&amp;Khác biệt</translation>
+    </message>
+    <message>
+        <source>With Viewer &amp;%1</source>
+        <translation>Với khung xem &amp;%1</translation>
+    </message>
+    <message>
+        <source>Add the difference of the two images to this viewer&apos;s list</source>
+        <translation>Thêm phần khác biệt của hai ảnh vào danh sách của khung xem này</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -822,6 +854,14 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>Pan, or previous and next image</source>
         <translation>Di chuyển, hoặc ảnh trước và sau</translation>
+    </message>
+    <message>
+        <source>Show the next viewer&apos;s image</source>
+        <translation>Hiện ảnh của khung xem kế tiếp</translation>
+    </message>
+    <message>
+        <source>Hold X</source>
+        <translation>Giữ phím X</translation>
     </message>
 </context>
 <context>
@@ -1281,6 +1321,30 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>The page is still being rendered.</source>
         <translation>Trang vẫn đang được vẽ.</translation>
+    </message>
+    <message>
+        <source>Cannot compare the images.</source>
+        <translation>Không thể so sánh các ảnh.</translation>
+    </message>
+    <message>
+        <source>There are not two images to compare.</source>
+        <translation>Không có đủ hai ảnh để so sánh.</translation>
+    </message>
+    <message>
+        <source>The images differ in size: %1 and %2 pixels.</source>
+        <translation>Hai ảnh khác kích thước: %1 và %2 điểm ảnh.</translation>
+    </message>
+    <message>
+        <source>The images differ in the number of channels: %1 and %2.</source>
+        <translation>Hai ảnh khác số kênh: %1 và %2.</translation>
+    </message>
+    <message>
+        <source>The images differ in the bits per channel: %1 and %2.</source>
+        <translation>Hai ảnh khác số bit mỗi kênh: %1 và %2.</translation>
+    </message>
+    <message>
+        <source>Compare the images</source>
+        <translation>So sánh các ảnh</translation>
     </message>
 </context>
 <context>

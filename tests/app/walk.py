@@ -31,8 +31,9 @@ def told(act, *arguments):
 
 def walk(viewer):
     told(viewer.start)
-    for act in (acts.zoom, acts.annotate, acts.sobel_in_a_rectangle, acts.median, acts.read_text, acts.view_in_3d,
-                acts.document, acts.four_viewers, acts.bad_files, acts.globe, acts.change_setting, acts.go_dark):
+    for act in (acts.zoom, acts.zoom_by_keys, acts.annotate, acts.sobel_in_a_rectangle, acts.median, acts.read_text,
+                acts.view_in_3d, acts.document, acts.four_viewers, acts.bad_files, acts.globe, acts.change_setting,
+                acts.go_dark):
         told(act, viewer)
         viewer.check_alive()
         viewer.check_log()

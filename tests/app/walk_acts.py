@@ -37,6 +37,20 @@ def zoom(viewer):
     viewer.wait_until_looks_like("fitting", before, viewer.box)
 
 
+def zoom_by_keys(viewer):
+    """100 %, a dragged box, and back to the whole."""
+    box = viewer.open_card()
+    before = viewer.look(viewer.box)
+    key("1")
+    small = wait_for("the card at 100 %", lambda: (seen := viewer.card_box()) and seen.width == 320 and seen)
+    key("z")
+    drag(viewer.on_card(small, 100, 80), viewer.on_card(small, 220, 170))
+    wait_for("the part in the box", lambda: grab(viewer.box).box_of(EDGE) is None)
+    check(viewer.look(viewer.box).box_of(BACKGROUND) is None, "the part in the box does not fill the view")
+    key("ctrl+0")
+    viewer.wait_until_looks_like("fitting", before, viewer.box)
+
+
 def annotate(viewer):
     """A rectangle by the dock's button, moved, undone twice, redone; then a ruler."""
     box = viewer.open_card()
@@ -140,6 +154,9 @@ def document(viewer):
     viewer.checked_change("the third page", second, viewer.box)
     viewer.log_after(lambda: key("ctrl+Prior"), "Previous Image At 1")
     viewer.wait_until_looks_like("going back", second, viewer.box)
+    viewer.log_after(lambda: key("Next"), "Next Image At 2")
+    viewer.log_after(lambda: key("Left"), "Previous Image At 1")
+    viewer.wait_until_looks_like("the arrow key", second, viewer.box)
 
 
 def four_viewers(viewer):

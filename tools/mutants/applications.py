@@ -1,6 +1,23 @@
 # SPDX-License-Identifier: MIT
 """Rows for what stands above the views (viewers, tools, the 3D view, captures) and for app/; the fields as in core.py."""
 ROWS = [
+    # app: zoom
+    ("zoom-step-jumps", "app/CMainWindowZoom.cpp", "return bJumps ? 1.0 : dblNew;", "return dblNew;",
+     "the zoom keys jump over 100 %", "tst_HostZoom"),
+    ("zoom-field-escape", "app/CZoomField.cpp",
+     "    QLineEdit::focusOutEvent(pEvent);\n    ShowZoom(m_dblZoom);", "    QLineEdit::focusOutEvent(pEvent);",
+     "a zoom that was typed and given up stays in the status bar", "tst_HostZoom"),
+    ("zoom-field-of-viewer", "app/CMainWindowZoom.cpp",
+     "    connect(m_pViewers.get(), &CViewers::signal_ChangeActive, m_pZoom, show);\n", "",
+     "the status bar tells the zoom of the viewer before", "tst_HostZoom"),
+    ("other-key-released", "app/CMainWindowZoom.cpp",
+     "if (pEvent->key() == kOtherKey && !pEvent->isAutoRepeat())\n        ShowOther(false);",
+     "if (pEvent->key() == Qt::Key_Escape && !pEvent->isAutoRepeat())\n        ShowOther(false);",
+     "the other image stays when the key is released", "tst_HostCompare"),
+    ("minimap-forgotten", "app/CMainWindowZoom.cpp",
+     "CSettingManager::Set(HostSettings::kMiniMap, bOn ? 1 : 0);", ";",
+     "the minimap cannot be turned on", "tst_HostZoom"),
+
     # annotation/command
     ("undo-wrong-end", "src/VantorCommon/annotation/command/CCommandContainer.cpp",
      "    pCommand = history.back();\n    history.pop_back();", "    pCommand = history.front();\n    history.pop_front();",
@@ -33,6 +50,19 @@ ROWS = [
      "a line has the time at which it was written down", "tst_CLogModel|tst_CLogger"),
 
     # shell
+    ("link-fitted", "src/VantorCommon/shell/center/CCenterCtrlCompare.cpp",
+     "        if (pLeader->IsFitted())\n            pOther->ZoomFit();\n        else\n            PlaceAs(*pOther, *pLeader);",
+     "        PlaceAs(*pOther, *pLeader);",
+     "in linked viewers images of other sizes are not fitted together", "tst_Compare"),
+    ("link-hidden", "src/VantorCommon/shell/center/CCenterCtrlCompare.cpp",
+     "pOther && pOther != pView && !side.pViewer->isHidden()", "pOther && pOther != pView",
+     "hidden viewers are zoomed along", "tst_Compare"),
+    ("link-cross-stays", "src/VantorCommon/shell/center/CCenterCtrlCompare.cpp",
+     "if (pEvent->type() == QEvent::Leave && m_bLinked)", "if (pEvent->type() == QEvent::Enter && m_bLinked)",
+     "the crosses stay when the mouse has left", "tst_Compare"),
+    ("other-stays-behind", "src/VantorCommon/shell/center/CCenterCtrlCompare.cpp",
+     "            Follow(pView);\n            PlaceOther();", "            Follow(pView);",
+     "the other image does not go along when the view is zoomed", "tst_Compare"),
     ("mvc-second-view", "src/VantorCommon/shell/mvc/CMVCManager.cpp",
      "item.pModel == pObject || item.pView == pObject || item.pCtrl == pObject;",
      "item.pModel == pObject || item.pView == pObject;",

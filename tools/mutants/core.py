@@ -221,4 +221,11 @@ ROWS = [
     ("pdf-free-files", "src/Vantor/pdf/worker/Sandbox.cpp",
      "    ::syscall(SYS_landlock_restrict_self, rules.Get(), 0);\n", "",
      "a document that takes over its process reads the user's files", "tst_PdfSandbox"),
+
+    # image
+    ("difference-wraps", "src/Vantor/image/ImageDifference.cpp",
+     "a > b ? a - b : b - a", "a - b", "the difference of a darker pixel wraps round", "tst_ImageDifference"),
+    ("difference-alpha", "src/Vantor/image/ImageDifference.cpp",
+     "std::max(least, DistanceOf<Sample>(pA + i, pB + i))", "DistanceOf<Sample>(pA + i, pB + i)",
+     "a difference in alpha alone is not seen", "tst_ImageDifference"),
 ]

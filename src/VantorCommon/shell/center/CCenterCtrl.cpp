@@ -5,6 +5,7 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/shell/center/CCenterCtrlCompare_p.h>
 #include <VantorCommon/shell/center/CCenterCtrlTools_p.h>
 #include <VantorCommon/shell/center/CCenterModel.h>
 #include <VantorCommon/shell/center/CCenterView.h>
@@ -44,6 +45,10 @@ CCenterCtrl::CCenterCtrl(CCenterModel* pModel, CCenterView* pView, CToolBoxDockV
 {
     for (int i = 0; i < kViewerCount; ++i)
         CreateViewer(i);
+    std::vector<CCenterCtrlCompare::SSide> vctSides;
+    for (const SMVCItem& item : m_vctMVC)
+        vctSides.push_back({static_cast<CImageViewer*>(item.pView), ViewerCtrl(item)});
+    m_pCompare = std::make_unique<CCenterCtrlCompare>(std::move(vctSides));
     if (m_pView)
         ConnectCentre();
     CMVCManager::PushMVC(pModel, pView, this);
@@ -54,6 +59,7 @@ CCenterCtrl::CCenterCtrl(CCenterModel* pModel, CCenterView* pView, CToolBoxDockV
 CCenterCtrl::~CCenterCtrl()
 {
     m_pTools.reset(); // the tools work on the viewers
+    m_pCompare.reset();
     for (const SMVCItem& item : m_vctMVC) {
         delete item.pModel;
         delete item.pCtrl;
@@ -116,6 +122,7 @@ void CCenterCtrl::SetOptions(const SCenterOptions& sOptions)
         if (auto* pCtrl = ViewerCtrl(item))
             pCtrl->SetOptions(sOptions);
     m_pTools->SetOptions(sOptions);
+    m_pCompare->SetOptions(sOptions);
 }
 
 void CCenterCtrl::ChangeLayout(int nRow, int nColumn)
@@ -288,6 +295,31 @@ void CCenterCtrl::slot_OpenOCRTool()
 void CCenterCtrl::OpenOCRTool(int nViewID)
 {
     OpenTool(ECenterTool_OCR, nViewID);
+}
+
+void CCenterCtrl::SetLinked(bool bLinked, int nLeader)
+{
+    m_pCompare->SetLinked(bLinked, nLeader);
+}
+
+bool CCenterCtrl::IsLinked() const
+{
+    return m_pCompare->IsLinked();
+}
+
+void CCenterCtrl::AddDifference(int nViewID, int nOther)
+{
+    m_pCompare->AddDifference(nViewID, nOther);
+}
+
+void CCenterCtrl::ShowOther(int nViewID, int nOther)
+{
+    m_pCompare->ShowOther(nViewID, nOther);
+}
+
+void CCenterCtrl::HideOther()
+{
+    m_pCompare->HideOther();
 }
 
 CImageViewerCtrl* CCenterCtrl::FindByViewID(int nViewID) const

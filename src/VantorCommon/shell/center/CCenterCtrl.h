@@ -15,6 +15,7 @@
 #include <memory>
 #include <vector>
 
+class CCenterCtrlCompare;
 class CCenterCtrlTools;
 class CCenterModel;
 class CCenterView;
@@ -106,6 +107,21 @@ public:
     void OpenSobelTool(int nViewID);
     void OpenOCRTool(int nViewID);
     /// @}
+    /// Zooms and pans the 2D views of all viewers that are shown together: first as the leader, then as the
+    /// one in which the user acts. They show the same image point in the middle at the same zoom, or fitted
+    /// images each. A cross marks in the others the point under the mouse. Off at first.
+    void SetLinked(bool bLinked, int nLeader);
+    bool IsLinked() const;
+    /// Appends the difference of the current images of two viewers (MakeDifference) to the list of the first
+    /// and shows it; a job with SCenterOptions::bBackground. A failure, such as different sizes, comes with
+    /// the signal_Failed of the first viewer.
+    void AddDifference(int nViewID, int nOther);
+    /// @{
+    /// Shows in the first viewer, at its zoom and place, the current image of the other one with its
+    /// annotations, until HideOther. The lists, the readout and the mouse do not notice.
+    void ShowOther(int nViewID, int nOther);
+    void HideOther();
+    /// @}
     /// Appends an entry to the menu of annotations of every viewer.
     /// @param strName  the text of the entry
     /// @param icon     may be null
@@ -165,4 +181,5 @@ private:
     std::vector<SMVCItem> m_vctMVC;
     SCenterOptions m_sOptions;
     std::unique_ptr<CCenterCtrlTools> m_pTools;
+    std::unique_ptr<CCenterCtrlCompare> m_pCompare;
 };
