@@ -671,6 +671,58 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>Add the difference of the two images to this viewer&apos;s list</source>
         <translation>두 이미지의 차이를 이 뷰어의 목록에 추가합니다</translation>
     </message>
+    <message>
+        <source>There is no image in %1.</source>
+        <translation>%1에 이미지가 없습니다.</translation>
+    </message>
+    <message>
+        <source>F&amp;irst Image</source>
+        <translation>첫 이미지(&amp;I)</translation>
+    </message>
+    <message>
+        <source>La&amp;st Image</source>
+        <translation>마지막 이미지(&amp;S)</translation>
+    </message>
+    <message>
+        <source>F&amp;ull Screen</source>
+        <translation>전체 화면(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Sli&amp;de Show</source>
+        <translation>슬라이드 쇼(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Open &amp;Folder...</source>
+        <translation>폴더 열기(&amp;F)...</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>폴더 열기</translation>
+    </message>
+    <message>
+        <source>Move to &amp;Trash...</source>
+        <translation>휴지통으로 이동(&amp;T)...</translation>
+    </message>
+    <message>
+        <source>Restore from Tras&amp;h</source>
+        <translation>휴지통에서 복원(&amp;H)</translation>
+    </message>
+    <message>
+        <source>Move to Trash</source>
+        <translation>휴지통으로 이동</translation>
+    </message>
+    <message>
+        <source>Move &quot;%1&quot; and its annotations to the trash?</source>
+        <translation>&quot;%1&quot;과(와) 그 주석을 휴지통으로 옮길까요?</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be moved to the trash.</source>
+        <translation>&quot;%1&quot;을(를) 휴지통으로 옮길 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be restored.</source>
+        <translation>&quot;%1&quot;을(를) 복원할 수 없습니다.</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>

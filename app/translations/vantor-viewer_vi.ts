@@ -671,6 +671,58 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>Add the difference of the two images to this viewer&apos;s list</source>
         <translation>Thêm phần khác biệt của hai ảnh vào danh sách của khung xem này</translation>
     </message>
+    <message>
+        <source>There is no image in %1.</source>
+        <translation>Không có ảnh nào trong %1.</translation>
+    </message>
+    <message>
+        <source>F&amp;irst Image</source>
+        <translation>Ảnh đầ&amp;u tiên</translation>
+    </message>
+    <message>
+        <source>La&amp;st Image</source>
+        <translation>Ảnh &amp;cuối cùng</translation>
+    </message>
+    <message>
+        <source>F&amp;ull Screen</source>
+        <translation>&amp;Toàn màn hình</translation>
+    </message>
+    <message>
+        <source>Sli&amp;de Show</source>
+        <translation>Trình &amp;chiếu</translation>
+    </message>
+    <message>
+        <source>Open &amp;Folder...</source>
+        <translation>Mở &amp;thư mục...</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>Mở thư mục</translation>
+    </message>
+    <message>
+        <source>Move to &amp;Trash...</source>
+        <translation>Chuyển vào thùng &amp;rác...</translation>
+    </message>
+    <message>
+        <source>Restore from Tras&amp;h</source>
+        <translation>K&amp;hôi phục từ thùng rác</translation>
+    </message>
+    <message>
+        <source>Move to Trash</source>
+        <translation>Chuyển vào thùng rác</translation>
+    </message>
+    <message>
+        <source>Move &quot;%1&quot; and its annotations to the trash?</source>
+        <translation>Chuyển &quot;%1&quot; và các chú thích của nó vào thùng rác?</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be moved to the trash.</source>
+        <translation>Không thể chuyển &quot;%1&quot; vào thùng rác.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be restored.</source>
+        <translation>Không thể khôi phục &quot;%1&quot;.</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>

@@ -2,8 +2,6 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/measure/Histograms_p.h>
 
-#include <algorithm>
-
 namespace Vantor::Algorithms
 {
 
@@ -11,19 +9,15 @@ using Geometry::SPixelRun;
 
 namespace
 {
-/// Equal values that follow each other are counted in different tables, or each would wait for the one
-/// before.
-constexpr int kCopies = 4;
-/// Pixels that are taken through the planes at once, so that they stay in the nearest cache.
-constexpr int kChunk = 1024;
+/// Equal values of 8 bits that follow each other are counted in different tables, or each would wait for the
+/// one before. Those of 16 bits are seldom equal, and their tables are large.
+constexpr std::size_t kCopies = 4;
 
-template <class T, int Grey> void Weigh(const T* samples, int count, int step, T* greys)
+template <class T> std::uint32_t Rounded(const SGreyWeights& weights, const T* color)
 {
-    constexpr SGreyWeights kWeights = kGreys[Grey];
-    for (int i = 0; i < count; ++i, samples += step)
-        greys[i] = static_cast<T>((kWeights.nRed * samples[0] + kWeights.nGreen * samples[1] +
-                                   kWeights.nBlue * samples[2] + kWeights.Sum() / 2) /
-                                  kWeights.Sum());
+    return (weights.nRed * color[0] + weights.nGreen * color[1] + weights.nBlue * color[2] +
+            weights.Sum() / 2) /
+           weights.Sum();
 }
 } // namespace
 
@@ -33,48 +27,67 @@ CHistograms::CHistograms(int channels, int bits)
 {
 }
 
-template <class T> void CHistograms::Count(const T* samples, int count, int step, int plane)
+std::uint32_t* CHistograms::Table(int plane, std::size_t copy)
+{
+    return m_vctCounts.data() + (static_cast<std::size_t>(plane) * m_nCopies + copy % m_nCopies) * m_nBins;
+}
+
+template <class T> void CHistograms::AddChannel(const T* samples, int count, int channel)
 {
     std::uint32_t* arrTables[kCopies];
     for (std::size_t i = 0; i < kCopies; ++i)
-        arrTables[i] =
-            m_vctCounts.data() + (static_cast<std::size_t>(plane) * m_nCopies + i % m_nCopies) * m_nBins;
+        arrTables[i] = Table(channel, i);
+    const int nStep = m_nChannels;
+    samples += channel;
     int i = 0;
-    for (; i + 4 <= count; i += 4, samples += 4 * step) {
+    for (; i + 4 <= count; i += 4, samples += 4 * nStep) {
         ++arrTables[0][samples[0]];
-        ++arrTables[1][samples[step]];
-        ++arrTables[2][samples[2 * step]];
-        ++arrTables[3][samples[3 * step]];
+        ++arrTables[1][samples[nStep]];
+        ++arrTables[2][samples[2 * nStep]];
+        ++arrTables[3][samples[3 * nStep]];
     }
-    for (; i < count; ++i, samples += step)
+    for (; i < count; ++i, samples += nStep)
         ++arrTables[0][*samples];
 }
 
-template <class T> void CHistograms::AddRow(const T* samples, int count)
+/// Five counts for each pixel: by the next one, the same count is ready again.
+template <class T> void CHistograms::AddColors(const T* samples, int count)
 {
-    T arrGreys[kChunk];
-    for (int c = 0; c < m_nChannels; ++c)
-        Count(samples + c, count, m_nChannels, c);
-    if (m_nChannels < 3)
-        return;
-    Weigh<T, 0>(samples, count, m_nChannels, arrGreys);
-    Count(arrGreys, count, 1, m_nChannels);
-    Weigh<T, 1>(samples, count, m_nChannels, arrGreys);
-    Count(arrGreys, count, 1, m_nChannels + 1);
+    std::uint32_t* pRed = Table(0, 0);
+    std::uint32_t* pGreen = Table(1, 0);
+    std::uint32_t* pBlue = Table(2, 0);
+    std::uint32_t* pGrey = Table(m_nChannels, 0);
+    std::uint32_t* pWeighted = Table(m_nChannels + 1, 0);
+    const int nStep = m_nChannels;
+    for (int i = 0; i < count; ++i) {
+        const T* pColor = samples + std::ptrdiff_t(i) * nStep;
+        ++pRed[pColor[0]];
+        ++pGreen[pColor[1]];
+        ++pBlue[pColor[2]];
+        ++pGrey[Rounded(kGreys[0], pColor)];
+        ++pWeighted[Rounded(kGreys[1], pColor)];
+    }
+}
+
+template <class T> void CHistograms::AddRun(const T* samples, int count)
+{
+    const bool bColors = m_nChannels >= 3;
+    if (bColors)
+        AddColors(samples, count);
+    for (int c = bColors ? 3 : 0; c < m_nChannels; ++c)
+        AddChannel(samples, count, c);
 }
 
 void CHistograms::Add(const SPixelSource& source, const SPixelRun* begin, const SPixelRun* end)
 {
     for (const SPixelRun* pRun = begin; pRun != end; ++pRun) {
-        for (int x = pRun->nBegin; x < pRun->nEnd; x += std::min(kChunk, pRun->nEnd - x)) {
-            const int nCount = std::min(kChunk, pRun->nEnd - x);
-            const std::ptrdiff_t nSample = std::ptrdiff_t(x) * m_nChannels;
-            const unsigned char* pRow = source.pRows[pRun->nRow];
-            if (source.nBits == 8)
-                AddRow(pRow + nSample, nCount);
-            else
-                AddRow(reinterpret_cast<const std::uint16_t*>(pRow) + nSample, nCount);
-        }
+        const std::ptrdiff_t nSample = std::ptrdiff_t(pRun->nBegin) * m_nChannels;
+        const unsigned char* pRow = source.pRows[pRun->nRow];
+        const int nCount = pRun->nEnd - pRun->nBegin;
+        if (source.nBits == 8)
+            AddRun(pRow + nSample, nCount);
+        else
+            AddRun(reinterpret_cast<const std::uint16_t*>(pRow) + nSample, nCount);
     }
 }
 
@@ -82,7 +95,7 @@ void CHistograms::Take(int plane, std::uint32_t low, std::uint32_t high, std::ui
                        SChannelStatistics& statistics)
 {
     const std::uint32_t nPerBin = static_cast<std::uint32_t>(m_nBins / SChannelStatistics::kBins);
-    std::uint32_t* pTable = m_vctCounts.data() + static_cast<std::size_t>(plane) * m_nCopies * m_nBins;
+    std::uint32_t* pTable = Table(plane, 0);
     statistics.histogram.assign(SChannelStatistics::kBins, 0);
     std::uint64_t nUpTo = 0;
     std::uint32_t nMost = 0;

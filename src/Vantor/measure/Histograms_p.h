@@ -28,12 +28,15 @@ public:
               SChannelStatistics& statistics);
 
 private:
-    template <class T> void AddRow(const T* samples, int count);
-    template <class T> void Count(const T* samples, int count, int step, int plane);
+    std::uint32_t* Table(int plane, std::size_t copy);
+    template <class T> void AddRun(const T* samples, int count);
+    template <class T> void AddChannel(const T* samples, int count, int channel);
+    template <class T> void AddColors(const T* samples, int count);
 
     int m_nChannels;
     std::size_t m_nBins;
     std::size_t m_nCopies;
+    std::vector<std::uint16_t> m_vctGreys;  ///< of some pixels, before they are counted
     std::vector<std::uint32_t> m_vctCounts; ///< m_nCopies tables for each plane
 };
 

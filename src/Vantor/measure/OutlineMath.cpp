@@ -32,7 +32,7 @@ Real Distance(const SPlace& a, const SPlace& b)
     return std::hypot(Real(b.x) - a.x, Real(b.y) - a.y);
 }
 
-/// Keeps the larger distance, of equal ones that with the smaller angle.
+/// Keeps the larger distance, of equal ones that with the larger angle.
 void Include(SFeret& feret, const SPlace& a, const SPlace& b)
 {
     const double distance = static_cast<double>(Distance(a, b));
@@ -43,7 +43,7 @@ void Include(SFeret& feret, const SPlace& a, const SPlace& b)
         angle += 180.0;
     if (angle >= 180.0)
         angle = 0.0;
-    if (distance > feret.max || angle < feret.angle)
+    if (distance > feret.max || angle > feret.angle)
         feret.angle = angle;
     feret.max = distance;
 }

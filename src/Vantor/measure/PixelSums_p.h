@@ -48,6 +48,7 @@ struct SPixelSums {
 /// Interleaved samples.
 struct SPixelSource {
     const unsigned char* const* pRows;
+    int nWidth;    ///< pixels of a row that may be read
     int nChannels; ///< 1 to 4
     int nBits;     ///< 8 or 16
 };

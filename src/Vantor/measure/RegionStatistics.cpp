@@ -60,15 +60,23 @@ struct SExact {
     std::uint32_t nScale;
 };
 
+using Real = long double;
+
+/// Nearly all numbers have 64 bits; converting the others calls a function.
+Real RealOf(Wide number)
+{
+    return number <= UINT64_MAX ? static_cast<Real>(static_cast<std::uint64_t>(number))
+                                : static_cast<Real>(number);
+}
+
 SChannelStatistics StatisticsOf(const SExact& exact)
 {
     SChannelStatistics statistics;
     if (exact.nCount == 0)
         return statistics;
-    using Real = long double;
     const Real count = static_cast<Real>(exact.nCount);
     const Real scale = exact.nScale;
-    const Real sum = static_cast<Real>(exact.nSum);
+    const Real sum = RealOf(exact.nSum);
     statistics.min = static_cast<double>(exact.nMin / scale);
     statistics.max = static_cast<double>(exact.nMax / scale);
     statistics.mean = static_cast<double>(sum / (count * scale));
@@ -77,11 +85,11 @@ SChannelStatistics StatisticsOf(const SExact& exact)
     if (exact.nCount > 1) {
         const Wide nSpread = exact.nCount * exact.nSquares - exact.nSum * exact.nSum;
         statistics.deviation =
-            static_cast<double>(std::sqrt(static_cast<Real>(nSpread) / (count * (count - 1.0L))) / scale);
+            static_cast<double>(std::sqrt(RealOf(nSpread) / (count * (count - 1.0L))) / scale);
     }
     if (exact.nSum > 0)
-        statistics.centreOfMass = {static_cast<double>(static_cast<Real>(exact.nSumX) / sum + kHalfPixel),
-                                   static_cast<double>(static_cast<Real>(exact.nSumY) / sum + kHalfPixel)};
+        statistics.centreOfMass = {static_cast<double>(RealOf(exact.nSumX) / sum + kHalfPixel),
+                                   static_cast<double>(RealOf(exact.nSumY) / sum + kHalfPixel)};
     return statistics;
 }
 
@@ -121,16 +129,16 @@ SPlace CentroidOf(const PixelRuns& runs, std::uint64_t count)
             Wide(nLength) * (static_cast<std::uint64_t>(run.nBegin) + static_cast<std::uint64_t>(run.nEnd));
         nSumY += Wide(nLength) * static_cast<std::uint64_t>(run.nRow);
     }
-    const long double pixels = static_cast<long double>(count);
-    return {static_cast<double>(static_cast<long double>(nTwiceX) / (2.0L * pixels)),
-            static_cast<double>(static_cast<long double>(nSumY) / pixels + kHalfPixel)};
+    const Real pixels = static_cast<Real>(count);
+    return {static_cast<double>(RealOf(nTwiceX) / (2.0L * pixels)),
+            static_cast<double>(RealOf(nSumY) / pixels + kHalfPixel)};
 }
 
 class CMeasurer
 {
 public:
     CMeasurer(const CImage& image, EStatistics what)
-        : m_image(image), m_source{image.GetRows(), image.GetChannel(), image.GetBitDepth()}
+        : m_image(image), m_source{image.GetRows(), image.GetWidth(), image.GetChannel(), image.GetBitDepth()}
     {
         if (what == EStatistics::Full)
             m_histograms.emplace(m_source.nChannels, m_source.nBits);

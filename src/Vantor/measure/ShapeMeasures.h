@@ -50,8 +50,8 @@ struct VANTOR_EXPORT SShapeMeasures {
 
     /// @{
     /// The largest and the smallest distance of two parallel lines that hold the outline between them, and
-    /// the direction of the largest in degrees: 0 to less than 180, anticlockwise as seen; the smallest of
-    /// several. Of areas and lines.
+    /// the direction of the largest in degrees: 0 to less than 180, anticlockwise as seen; the largest of
+    /// several, for a rectangle that of its falling diagonal. Of areas and lines.
     double feret;
     double minFeret;
     double feretAngle;

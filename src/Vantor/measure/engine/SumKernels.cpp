@@ -282,7 +282,7 @@ template <class D> HWY_INLINE void IncludeMax(D d, hn::Vec<D> v, std::uint32_t& 
 template <class T, int Channels> class CAdder
 {
 public:
-    CAdder();
+    explicit CAdder(int width);
     /// Adds pieces of a row until it is done; empties the lanes into the sums when they might overflow.
     void AddRun(const T* samples, const SPixelRun& run, SPixelSums& sums);
     void Empty(SPixelSums& sums);
@@ -292,6 +292,7 @@ private:
     static constexpr DOf<T> kD = {};
 
     static HWY_INLINE void Load(const T* samples, V<T>* v);
+    static HWY_INLINE void LoadRest(const T* samples, int count, bool readable, V<T>* v);
     template <bool Whole> HWY_INLINE void AddVector(const V<T>* v, hn::Mask<DOf<T>> valid, V32 column);
     void AddPiece(const T* samples, int column, int row, int count);
 
@@ -299,10 +300,12 @@ private:
     SProducts<T> m_mixed[3];
     SGreys<T> m_greys;
     SHalves<T> m_places;
+    int m_nWidth;
     int m_nVectors = 0;
 };
 
-template <class T, int Channels> CAdder<T, Channels>::CAdder() : m_places(HalvesOf<T>(hn::Iota(kD, 0)))
+template <class T, int Channels>
+CAdder<T, Channels>::CAdder(int width) : m_places(HalvesOf<T>(hn::Iota(kD, 0))), m_nWidth(width)
 {
 }
 
@@ -316,6 +319,20 @@ template <class T, int Channels> HWY_INLINE void CAdder<T, Channels>::Load(const
         hn::LoadInterleaved3(kD, samples, v[0], v[1], v[2]);
     else
         hn::LoadInterleaved4(kD, samples, v[0], v[1], v[2], v[3]);
+}
+
+/// Loads pixels that do not fill a vector; what is in the other lanes does not matter.
+/// @param readable  whether the row goes on for a whole vector: that saves a copy
+template <class T, int Channels>
+HWY_INLINE void CAdder<T, Channels>::LoadRest(const T* samples, int count, bool readable, V<T>* v)
+{
+    if (readable) {
+        Load(samples, v);
+        return;
+    }
+    HWY_ALIGN T arrRest[HWY_MAX_BYTES / sizeof(T) * Channels] = {};
+    std::memcpy(arrRest, samples, static_cast<std::size_t>(count) * Channels * sizeof(T));
+    Load(arrRest, v);
 }
 
 /// @param Whole  all lanes are valid; otherwise the others are 0
@@ -357,11 +374,11 @@ void CAdder<T, Channels>::AddPiece(const T* samples, int column, int row, int co
         AddVector<true>(v, all, hn::Set(kD32, static_cast<std::uint32_t>(column)));
     }
     if (count > 0) {
-        HWY_ALIGN T arrRest[HWY_MAX_BYTES / sizeof(T) * Channels] = {};
-        std::memcpy(arrRest, samples, static_cast<std::size_t>(count) * Channels * sizeof(T));
-        Load(arrRest, v);
-        AddVector<false>(v, hn::FirstN(kD, static_cast<std::size_t>(count)),
-                         hn::Set(kD32, static_cast<std::uint32_t>(column)));
+        const auto valid = hn::FirstN(kD, static_cast<std::size_t>(count));
+        LoadRest(samples, count, m_nWidth - column >= nLanes, v);
+        for (V<T>& plane : v)
+            plane = hn::IfThenElseZero(valid, plane);
+        AddVector<false>(v, valid, hn::Set(kD32, static_cast<std::uint32_t>(column)));
     }
     for (SPlane<T>& plane : m_planes) {
         plane.sum = hn::Add(plane.sum, plane.piece);
@@ -417,7 +434,7 @@ template <class T, int Channels> void CAdder<T, Channels>::Empty(SPixelSums& sum
 template <class T, int Channels>
 void AddRuns(const SPixelSource& source, const SPixelRun* begin, const SPixelRun* end, SPixelSums& sums)
 {
-    CAdder<T, Channels> adder;
+    CAdder<T, Channels> adder(source.nWidth);
     for (const SPixelRun* pRun = begin; pRun != end; ++pRun)
         adder.AddRun(reinterpret_cast<const T*>(source.pRows[pRun->nRow]), *pRun, sums);
     if (begin != end)
