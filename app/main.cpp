@@ -3,8 +3,10 @@
 #include "CMainWindow.h"
 #include "CommandLine.h"
 
+#include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/settings/CSettingManager.h>
 #include <VantorCommon/settings/CSettingModel.h>
+#include <VantorCommon/view2d/CImageView2D.h>
 
 #include <QApplication>
 #include <QDialog>
@@ -55,6 +57,9 @@ int Complain(const QString& strText, EExit eExit)
 
 int SaveScreenshot(CMainWindow& window, const QString& strPath)
 {
+    const auto views = window.findChildren<CImageView2D*>();
+    for (const CImageView2D* pView : views) // the images as they look in the end
+        CJobs::Get().Finish(pView);
     if (window.grab().save(strPath))
         return EExit_OK;
     return Complain(SCommandLine::tr("cannot write %1").arg(strPath), EExit_Failure);

@@ -10,6 +10,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import zlib
 
 VIEWER, XRUN, DATA = sys.argv[1:4]
 GOOD = os.path.join(DATA, "png/bricks-color.png")
@@ -24,6 +25,15 @@ def png_size(path):
         head = file.read(24)
     assert head[:8] == b"\x89PNG\r\n\x1a\n"
     return struct.unpack(">II", head[16:24])
+
+
+def write_grey_png(path, width, height, row):
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+    with open(path, "wb") as file:
+        file.write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 0, 0, 0, 0))
+                   + chunk(b"IDAT", zlib.compress((b"\0" + row) * height)) + chunk(b"IEND", b""))
 
 
 def rgb_bytes(path):
@@ -65,6 +75,14 @@ class Host(unittest.TestCase):
         # The thumbnails and the page are white, where an empty viewer is grey.
         white = lambda path: rgb_bytes(path).count(b"\xff\xff\xff")
         self.assertGreater(white(self.picture), white(other) + 100000)
+
+    def test_a_large_image_is_in_the_picture_as_it_looks_in_the_end(self):
+        lines = os.path.join(self.folder.name, "lines.png")
+        write_grey_png(lines, 3000, 2000, b"\0\xff" * 1500)
+        self.assertEqual(self.run_host("--screenshot", self.picture, lines).returncode, 0)
+        pixels = rgb_bytes(self.picture)
+        greys = sum(pixels.count(bytes((v, v, v))) for v in range(100, 157) if v != VIEW_GROUND[0])
+        self.assertGreater(greys, 100000)  # nearest pixels would be black and white
 
     def test_a_missing_file_is_named_with_the_reason(self):
         result = self.run_host("--screenshot", self.picture, "/nowhere/at all.png")

@@ -5,6 +5,7 @@
 #include <Vantor/CProgress.h>
 
 #include <QImage>
+#include <QtEndian>
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -12,11 +13,7 @@
 
 namespace
 {
-using Bytes4 = unsigned char __attribute__((vector_size(4)));
 using Float4 = float __attribute__((vector_size(16)));
-
-constexpr std::size_t kBlock = 16; // floats that the compiler keeps in registers
-constexpr int kRowsAtOnce = 4;
 
 /// The pixels of the source below one pixel of the picture, in one direction: the first and the last one
 /// count as far as they are covered, those between them wholly.
@@ -44,49 +41,30 @@ std::vector<SSpan> SpansOf(int nBegin, int nSize, double dblStep, int nSource)
     return spans;
 }
 
-/// A row of the source, and its weight.
-struct SRow {
-    const uchar* pBytes;
-    float fWeight;
-};
-
-/// Adds up to four weighted rows to the sums, or makes these of them. One pass over the sums for all rows,
-/// a block at a time, so that the compiler keeps the block in vectors.
-template <bool bAdd> void WeighRows(const SRow* pRows, int nRows, std::size_t nBytes, float* pSums)
+/// Adds a weighted row to the sums, or makes these of it.
+template <bool bAdd> void WeighRow(const uchar* pRow, std::size_t nBytes, float fWeight, float* pSums)
 {
-    std::size_t i = 0;
-    for (; i + kBlock <= nBytes; i += kBlock) {
-        float block[kBlock] = {};
-        if (bAdd)
-            std::memcpy(block, pSums + i, sizeof block);
-        for (int r = 0; r < nRows; ++r)
-            for (std::size_t k = 0; k < kBlock; ++k)
-                block[k] += pRows[r].fWeight * static_cast<float>(pRows[r].pBytes[i + k]);
-        std::memcpy(pSums + i, block, sizeof block);
-    }
-    for (; i < nBytes; ++i) {
-        float fSum = bAdd ? pSums[i] : 0.0F;
-        for (int r = 0; r < nRows; ++r)
-            fSum += pRows[r].fWeight * static_cast<float>(pRows[r].pBytes[i]);
-        pSums[i] = fSum;
-    }
+    for (std::size_t i = 0; i < nBytes; ++i)
+        pSums[i] = (bAdd ? pSums[i] : 0.0F) + fWeight * static_cast<float>(static_cast<int>(pRow[i]));
 }
 
-/// The same for pixels with straight alpha, whose colours it multiplies by their alpha.
-template <bool bAdd> void WeighStraightRows(const SRow* pRows, int nRows, std::size_t nBytes, float* pSums)
+/// The same for pixels with straight alpha, whose colours count by it. Since alpha takes the same way, as 255
+/// times itself, no colour exceeds it in the end: none of the roundings changes an order.
+template <bool bAdd> void WeighStraightRow(const uchar* pRow, std::size_t nBytes, float fWeight, float* pSums)
 {
-    for (std::size_t i = 0; i < nBytes; i += 4) {
-        Float4 sum = {};
-        if (bAdd)
-            std::memcpy(&sum, pSums + i, sizeof sum);
-        for (int r = 0; r < nRows; ++r) {
-            Bytes4 bytes;
-            std::memcpy(&bytes, pRows[r].pBytes + i, sizeof bytes);
-            const float fWeight = pRows[r].fWeight;
-            const float fColor = fWeight * static_cast<float>(bytes[3]) * (1.0F / 255.0F);
-            sum += __builtin_convertvector(bytes, Float4) * Float4{fColor, fColor, fColor, fWeight};
+    constexpr std::size_t kBlock = 256; // bytes
+    uchar factors[kBlock];
+    const float fShare = fWeight / 255.0F;
+    for (std::size_t nBegin = 0; nBegin < nBytes; nBegin += kBlock) {
+        const std::size_t nSize = std::min(kBlock, nBytes - nBegin);
+        const uchar* p = pRow + nBegin;
+        for (std::size_t i = 0; i < nSize; i += 4) {
+            const quint32 a = qFromLittleEndian<quint32>(p + i) >> 24;
+            qToLittleEndian<quint32>(a | a << 8 | a << 16 | 0xFF000000U, factors + i);
         }
-        std::memcpy(pSums + i, &sum, sizeof sum);
+        float* pBlock = pSums + nBegin;
+        for (std::size_t i = 0; i < nSize; ++i)
+            pBlock[i] = (bAdd ? pBlock[i] : 0.0F) + fShare * static_cast<float>(p[i] * factors[i]);
     }
 }
 
@@ -94,22 +72,14 @@ template <bool bAdd> void WeighStraightRows(const SRow* pRows, int nRows, std::s
 template <bool bStraight>
 void SumDown(const QImage& source, const SSpan& span, std::size_t nBegin, std::size_t nBytes, float* pSums)
 {
-    SRow rows[kRowsAtOnce];
-    for (int y = span.nFirst; y <= span.nLast; y += kRowsAtOnce) {
-        const int nRows = std::min(kRowsAtOnce, span.nLast + 1 - y);
-        for (int r = 0; r < nRows; ++r) {
-            const bool bFirst = y + r == span.nFirst;
-            const bool bLast = y + r == span.nLast;
-            rows[r] = {source.constScanLine(y + r) + nBegin, bFirst  ? span.fFirst
-                                                             : bLast ? span.fLast
-                                                                     : 1.0F};
-        }
-        const bool bAdd = y > span.nFirst;
-        if (bStraight)
-            (bAdd ? WeighStraightRows<true> : WeighStraightRows<false>)(rows, nRows, nBytes, pSums);
-        else
-            (bAdd ? WeighRows<true> : WeighRows<false>)(rows, nRows, nBytes, pSums);
-    }
+    const auto weigh = bStraight ? WeighStraightRow<false> : WeighRow<false>;
+    const auto add = bStraight ? WeighStraightRow<true> : WeighRow<true>;
+    const auto row = [&](int y) { return source.constScanLine(y) + nBegin; };
+    weigh(row(span.nFirst), nBytes, span.fFirst, pSums);
+    for (int y = span.nFirst + 1; y < span.nLast; ++y)
+        add(row(y), nBytes, 1.0F, pSums);
+    if (span.nLast > span.nFirst)
+        add(row(span.nLast), nBytes, span.fLast, pSums);
 }
 
 /// The means of a row's boxes, out of the sums downwards of the columns from nOffset on.
@@ -147,31 +117,24 @@ void SumAcross(const float* pSums, const std::vector<SSpan>& spans, int nOffset,
     }
 }
 
-QRgb Rounded(float fMean)
+void Round(const float* pMeans, std::size_t nMeans, uchar* pBytes)
 {
-    return static_cast<QRgb>(static_cast<int>(fMean + 0.5F));
+    for (std::size_t i = 0; i < nMeans; ++i)
+        pBytes[i] = static_cast<uchar>(static_cast<int>(pMeans[i] + 0.5F));
 }
 
-void StoreGrey(const float* pMeans, int nPixels, QRgb* pTarget)
-{
-    for (int x = 0; x < nPixels; ++x)
-        pTarget[x] = 0xFF000000U | Rounded(pMeans[x]) * 0x010101U;
-}
-
-void StoreRgb(const float* pMeans, int nPixels, QRgb* pTarget)
+void StoreGrey(const uchar* pMeans, int nPixels, QRgb* pTarget)
 {
     for (int x = 0; x < nPixels; ++x)
-        pTarget[x] = 0xFF000000U | Rounded(pMeans[4 * x]) << 16 | Rounded(pMeans[4 * x + 1]) << 8 |
-                     Rounded(pMeans[4 * x + 2]);
+        pTarget[x] = 0xFF000000U | pMeans[x] * 0x010101U;
 }
 
-/// No colour may exceed its alpha, not even by a rounding.
-void StoreRgba(const float* pMeans, int nPixels, QRgb* pTarget)
+/// Four bytes a pixel: red, green, blue and alpha, or what takes the place of alpha.
+template <QRgb nOpaque> void StoreColors(const uchar* pMeans, int nPixels, QRgb* pTarget)
 {
     for (int x = 0; x < nPixels; ++x) {
-        const float* p = pMeans + 4 * x;
-        pTarget[x] = Rounded(p[3]) << 24 | Rounded(std::min(p[0], p[3])) << 16 |
-                     Rounded(std::min(p[1], p[3])) << 8 | Rounded(std::min(p[2], p[3]));
+        const auto n = qFromLittleEndian<quint32>(pMeans + 4 * static_cast<std::ptrdiff_t>(x));
+        pTarget[x] = nOpaque | (n & 0xFF00FF00U) | (n & 0xFFU) << 16 | (n >> 16 & 0xFFU);
     }
 }
 
@@ -181,7 +144,7 @@ struct SKernels {
                      float* pSums);
     void (*pSumAcross)(const float* pSums, const std::vector<SSpan>& spans, int nOffset, float fScale,
                        float* pMeans);
-    void (*pStore)(const float* pMeans, int nPixels, QRgb* pTarget);
+    void (*pStore)(const uchar* pMeans, int nPixels, QRgb* pTarget);
 };
 
 SKernels KernelsFor(QImage::Format eFormat)
@@ -190,11 +153,11 @@ SKernels KernelsFor(QImage::Format eFormat)
     case QImage::Format_Grayscale8:
         return {1, SumDown<false>, SumAcross1, StoreGrey};
     case QImage::Format_RGB888:
-        return {3, SumDown<false>, SumAcross<3>, StoreRgb};
+        return {3, SumDown<false>, SumAcross<3>, StoreColors<0xFF000000U>};
     case QImage::Format_RGBA8888:
-        return {4, SumDown<true>, SumAcross<4>, StoreRgba};
+        return {4, SumDown<true>, SumAcross<4>, StoreColors<0>};
     default:
-        return {4, SumDown<false>, SumAcross<4>, StoreRgba};
+        return {4, SumDown<false>, SumAcross<4>, StoreColors<0>};
     }
 }
 } // namespace
@@ -217,7 +180,8 @@ bool BoxReduction::Reduce(const QImage& source, const SScale& scale, const QRect
     const std::size_t nBegin = static_cast<std::size_t>(nOffset) * nChannels;
     const std::size_t nBytes = static_cast<std::size_t>(columns.back().nLast + 1 - nOffset) * nChannels;
     std::vector<float> sums(nBytes + 4); // the last pixel of three samples is read as one of four
-    std::vector<float> means(4 * columns.size());
+    std::vector<float> means(columns.size() * (nChannels == 1 ? 1 : 4));
+    std::vector<uchar> rounded(means.size());
     const auto fScale = static_cast<float>(1.0 / (dblStepX * dblStepY));
     for (int y = 0; y < part.height(); ++y) {
         if (Vantor::CProgress::IsThreadCancelled())
@@ -225,7 +189,8 @@ bool BoxReduction::Reduce(const QImage& source, const SScale& scale, const QRect
         kernels.pSumDown(source, rows[static_cast<std::size_t>(y)], nBegin, nBytes, sums.data());
         kernels.pSumAcross(sums.data(), columns, nOffset, fScale, means.data());
         auto* pRow = reinterpret_cast<QRgb*>(target.scanLine(part.top() + y - origin.y()));
-        kernels.pStore(means.data(), part.width(), pRow + (part.left() - origin.x()));
+        Round(means.data(), means.size(), rounded.data());
+        kernels.pStore(rounded.data(), part.width(), pRow + (part.left() - origin.x()));
     }
     return true;
 }
