@@ -11,8 +11,10 @@
 
 bool CTrash::Move(const QString& strFile)
 {
-    // Qt makes the trash itself, but not the folder in which it stands.
-    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    // Without the folder of the trash Qt would use that of the process in its place.
+    const QString strHome = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    if (!QDir().mkpath(strHome + QLatin1String("/Trash")))
+        return false;
     std::vector<SMoved> vctMoved;
     const QString strBeside = QString::fromStdString(Vantor::Annotations::SidecarOf(strFile.toStdString()));
     for (const QString& strPath : {strFile, strBeside}) {

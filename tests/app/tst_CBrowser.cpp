@@ -221,6 +221,20 @@ private Q_SLOTS:
         QVERIFY(!host.IsEnabled("File", "Restore from Trash"));
     }
 
+    void withoutATrashTheFileStays()
+    {
+        const Folder files;
+        QVERIFY(Pictures::Write(files.Path("data"), "no folder"));
+        const QByteArray before = qgetenv("XDG_DATA_HOME");
+        qputenv("XDG_DATA_HOME", files.Path("data").toUtf8());
+        CTrash trash;
+        const bool bMoved = trash.Move(files.Path("p 9.png"));
+        before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
+        QVERIFY(!bMoved);
+        QVERIFY(QFile::exists(files.Path("p 9.png")));
+        QVERIFY(!QDir(QStringLiteral("files")).exists());
+    }
+
     void whatStandsInTheWayOfARestoredFileIsKept()
     {
         const Folder files;
