@@ -93,7 +93,7 @@ ROWS = [
      "nTo + (nTo > nFrom ? 0.25 : -0.25)", "nTo",
      "the image creeps while it is panned by the keys", "tst_Zoom|tst_ViewKeys"),
     ("keep-place-size", "src/VantorCommon/view2d/CImageView2D.cpp",
-     "!m_pImage || ImageSize() != before", "!m_pImage",
+     "!m_pImage || ImageSize() != before", "!m_pImage || before.isEmpty()",
      "an image of another size keeps a place that means nothing in it", "tst_Zoom"),
     ("fit-width-top", "src/VantorCommon/view2d/CImageView2DZoom.cpp",
      "std::max(0.0, dblFirst)", "dblFirst",

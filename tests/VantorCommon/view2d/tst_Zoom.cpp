@@ -152,19 +152,21 @@ private Q_SLOTS:
             }
     }
 
-    void panningThereAndBackIsExact()
+    void panningIsExactAtAnyZoom()
     {
-        SFixture f(QSize(kWidth, kHeight), MakeTestImage(801, 599, 3));
-        f.pView->SetZoom(7.3, QPointF(77, 33));
-        f.pView->CenterOn(QPointF(300, 200));
-        const QRect before = f.pView->GetViewPort();
-        for (const QPoint& by : {QPoint(1, 0), QPoint(0, 1), QPoint(1, 1), QPoint(-3, -2)}) {
-            const QPoint topLeft = f.pView->GetViewPort().topLeft();
-            f.pView->MovePointTo(QPointF(), QPointF(topLeft + by));
-            QCOMPARE(f.pView->GetViewPort(), QRect(topLeft + by, before.size()));
+        SFixture f(QSize(kWidth, kHeight), MakeTestImage(301, 599, 3));
+        for (double dblZoom : {0.37, 1.1, 7.3, 13.7, 33.3}) {
+            f.pView->SetZoom(dblZoom, QPointF(77, 33));
+            f.pView->CenterOn(QPointF(300, 200));
+            const QRect before = f.pView->GetViewPort();
+            const QPointF grabbed = f.pView->MapToImage(QPointF(200, 150));
+            for (int i = 1; i <= 100; ++i) {
+                f.pView->MovePointTo(grabbed, QPointF(200 - 3 * i, 150 + i));
+                QCOMPARE(f.pView->GetViewPort(), before.translated(-3 * i, i));
+            }
+            f.pView->MovePointTo(QPointF(), QPointF(before.topLeft()));
+            QCOMPARE(f.pView->GetViewPort(), before);
         }
-        f.pView->MovePointTo(QPointF(), QPointF(before.topLeft()));
-        QCOMPARE(f.pView->GetViewPort(), before);
     }
 
     void fitWidthBeginsWithTheFirstRowInView()
@@ -176,6 +178,9 @@ private Q_SLOTS:
         f.pView->MovePointTo(QPointF(30, 400), QPointF());
         f.pView->FitWidth();
         QCOMPARE(f.pView->GetViewPort(), QRect(0, -800, kWidth, 2000));
+        f.pView->MovePointTo(QPointF(), QPointF(0, 40)); // ground above the first row
+        f.pView->FitWidth();
+        QCOMPARE(f.pView->GetViewPort(), QRect(0, 0, kWidth, 2000));
         f.pView->MovePointTo(QPointF(0, 990), QPointF());
         f.pView->FitWidth(); // no ground below the last row
         QCOMPARE(f.pView->GetViewPort(), QRect(0, kHeight - 2000, kWidth, 2000));
