@@ -26,8 +26,8 @@ public:
     [[nodiscard]] std::string Set(const Annotations::SCalibration& size,
                                   const Geometry::SPlace& origin = {0.0, 0.0});
 
-    const Annotations::SCalibration& GetSize() const { return m_size; }
-    const Geometry::SPlace& GetOrigin() const { return m_origin; } ///< in pixels
+    const Annotations::SCalibration& GetSize() const { return m_size; } ///< of a pixel, in units
+    const Geometry::SPlace& GetOrigin() const { return m_origin; }      ///< in pixels
 
     /// @{
     /// A place in pixels of the image, in units from the origin, and back. y goes down in both.

@@ -20,7 +20,7 @@ enum class ESampling : int {
 
 /// How a profile is taken.
 struct SProfileOptions {
-    ESampling sampling = ESampling::Bilinear;
+    ESampling sampling = ESampling::Bilinear; ///< of each place
     /// The number of parallel lines, a pixel apart and with the given one in their middle, whose values are
     /// averaged: 1 to 10,000.
     int width = 1;

@@ -29,11 +29,11 @@ enum class EStatistics : int {
 /// The statistics of one channel, or of a grey, in sample values: 0 to 255, or to 65535. All of it is
 /// computed from exact whole numbers and rounded once, at the end.
 struct SChannelStatistics {
-    static constexpr int kBins = 256;
+    static constexpr int kBins = 256; ///< of the histogram
 
-    double min = kUndefined;
-    double max = kUndefined;
-    double mean = kUndefined;
+    double min = kUndefined;       ///< the smallest value
+    double max = kUndefined;       ///< the largest value
+    double mean = kUndefined;      ///< sum by count
     double deviation = kUndefined; ///< sqrt(sum of (v - mean)^2 / (count - 1)); 0 for one pixel
     double sum = 0.0;              ///< of all values: the raw integrated density
     /// The mean place of the pixels' centres, weighted by their values; undefined when all values are 0.

@@ -65,6 +65,7 @@ struct VANTOR_EXPORT SShapeMeasures {
 };
 
 /// Measures the outline of a shape, wherever it lies. O(n log n) for n vertices. Any thread; never throws.
+/// @param shape        of any kind; only read
 /// @param calibration  takes the outline to units before it is measured
 VANTOR_EXPORT SShapeMeasures MeasureShape(const Geometry::CGeometry& shape,
                                           const CCalibration& calibration = CCalibration());

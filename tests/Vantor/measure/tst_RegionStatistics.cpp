@@ -12,6 +12,8 @@
 using namespace Vantor::Algorithms;
 using namespace MeasureModel;
 
+Q_DECLARE_METATYPE(MeasureModel::ShapePtr)
+
 namespace
 {
 /// A host's own region.
@@ -285,6 +287,5 @@ void tst_RegionStatistics::cancellingEndsIt()
     QVERIFY(all[1].channels.empty());
 }
 
-Q_DECLARE_METATYPE(MeasureModel::ShapePtr)
 VANTOR_CORE_TEST_MAIN(tst_RegionStatistics)
 #include "tst_RegionStatistics.moc"

@@ -12,6 +12,8 @@
 using namespace Vantor::Algorithms;
 using namespace MeasureModel;
 
+Q_DECLARE_METATYPE(MeasureModel::ShapePtr)
+
 namespace
 {
 constexpr double kPi = 3.14159265358979323846;
@@ -490,6 +492,5 @@ void tst_ShapeMeasures::pixelsAreCounted()
     QCOMPARE(CountPixels(CPolygon(), 100, 50), std::uint64_t(0));
 }
 
-Q_DECLARE_METATYPE(MeasureModel::ShapePtr)
 VANTOR_CORE_TEST_MAIN(tst_ShapeMeasures)
 #include "tst_ShapeMeasures.moc"
