@@ -13,7 +13,7 @@ namespace BoxReduction
 /// How large the whole image and the whole picture are.
 struct SScale {
     QSizeF source; ///< in pixels of the source; in a half-size level an odd image ends within the last pixel
-    QSize picture; ///< in pixels; in neither direction more than the source
+    QSize picture; ///< in pixels
 };
 
 /// The format of the picture of a source.

@@ -14,6 +14,7 @@
 namespace
 {
 constexpr double kPixelsAtOnce = 2e6; // of the image, averaged while the view waits
+constexpr double kStepOfLevels = 2.0; // image pixels per pixel of the picture; below it levels save little
 
 QImage Empty(const QImage& image, const QSize& size)
 {
@@ -96,12 +97,12 @@ bool CReducedImage::Fill(SPicture& sPicture, const QImage& image, const QRect& r
 {
     const double dblStepX = double(image.width()) / sPicture.size.width();
     const double dblStepY = double(image.height()) / sPicture.size.height();
-    int nLevel = std::ilogb(std::min(dblStepX, dblStepY));
+    const double dblStep = std::min(dblStepX, dblStepY);
     const double dblPixels = dblStepX * dblStepY * rect.width() * rect.height();
     const QImage* pSource = &image;
-    if (nLevel < 1 || dblPixels <= kPixelsAtOnce) {
-        nLevel = 0;
-    } else {
+    int nLevel = 0;
+    if (dblStep >= kStepOfLevels && dblPixels > kPixelsAtOnce) {
+        nLevel = static_cast<int>(std::lround(std::log2(dblStep)));
         pSource = m_pLevels ? m_pLevels->Get(nLevel) : nullptr;
         sPicture.bExact = false;
     }
