@@ -55,10 +55,12 @@ int CMainWindow::OpenFiles(const QStringList& lstFiles, const QString& strLayout
         vctCounts.push_back(viewer.Ctrl2D()->GetImageModel()->GetImageCount());
     }
     const int nViewers = std::max(1, m_pModel->GetColumn() * m_pModel->GetRow());
+    DeferPages(false);
     int nOpened = 0;
     for (int i = 0; i < lstFiles.size(); ++i)
         if (OpenIn(static_cast<std::size_t>(i % nViewers), lstFiles[i]))
             ++nOpened;
+    DeferPages(true);
     // Each viewer first shows its first file, not its last.
     for (std::size_t i = 0; i < vctCounts.size(); ++i)
         m_pViewers->All()[i].Ctrl2D()->GetImageModel()->SetCurrentIndex(vctCounts[i]);
