@@ -183,6 +183,13 @@ CMainWindow::CMainWindow()
     QTimer::singleShot(0, this, &CMainWindow::OfferRecovery);
 }
 
+void CMainWindow::DeferPages(bool bDefer)
+{
+    SCenterOptions sOptions = m_pCtrl->GetOptions();
+    sOptions.bDeferredPages = bDefer;
+    m_pCtrl->SetOptions(sOptions);
+}
+
 CMainWindow::~CMainWindow() = default;
 
 QDockWidget* CMainWindow::AddDock(const char* pName, const QString& strTitle, QWidget* pWidget,

@@ -51,7 +51,7 @@ public:
     /// failures in the window and on standard error.
     /// @param strLayout  "1x1", "2x1" or "2x2"; empty: the smallest with a viewer for each, but 1x1 for more
     ///                   than four files; without any file the layout stays
-    /// @return the number of opened files, when all are read
+    /// @return the number of opened files, when all are read and all pages of documents are rendered
     int OpenFiles(const QStringList& lstFiles, const QString& strLayout = QString());
 
     /// The same, but returns at once; the files are shown as they have been read.
@@ -114,6 +114,8 @@ private:
     void RestoreState();
     void StoreState();
     QString Layout() const;
+    /// Whether the pages of the documents that are opened next come one by one, as they are rendered.
+    void DeferPages(bool bDefer);
     bool OpenIn(std::size_t nViewer, const QString& strFile);
     /// In place of what is there. @return false when that was to stay
     bool OpenInActive(const QString& strFile);

@@ -56,16 +56,19 @@ int CMainWindow::OpenFiles(const QStringList& lstFiles, const QString& strLayout
         vctCounts.push_back(viewer.Ctrl2D()->GetImageModel()->GetImageCount());
     }
     const int nViewers = std::max(1, m_pModel->GetColumn() * m_pModel->GetRow());
+    DeferPages(false);
     if (lstFiles.size() == 1 && QFileInfo(lstFiles.first()).isDir()) {
         m_pBrowser->OpenFolder(lstFiles.first());
         m_pBrowser->Finish();
         CJobs::Get().Finish(m_pViewers->Active().Ctrl2D());
+        DeferPages(true);
         return m_pViewers->Active().HasImage() ? 1 : 0;
     }
     int nOpened = 0;
     for (int i = 0; i < lstFiles.size(); ++i)
         if (OpenIn(static_cast<std::size_t>(i % nViewers), lstFiles[i]))
             ++nOpened;
+    DeferPages(true);
     // Each viewer first shows its first file, not its last.
     for (std::size_t i = 0; i < vctCounts.size(); ++i)
         m_pViewers->All()[i].Ctrl2D()->GetImageModel()->SetCurrentIndex(vctCounts[i]);

@@ -4,6 +4,8 @@
 // bench_block [megapixels]: the longest time in which the event loop does not turn, in milliseconds, while an
 // image of that size (100 without an argument) is saved, opened, turned and filtered and a page is read: with
 // SCenterOptions::bBackground off and on. Needs a display. Limit with the option on: 50 ms.
+#include "tests/support/PauseProbe.h"
+
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/log/CLogModel.h>
@@ -19,11 +21,9 @@
 #include <VantorCommon/view2d/CImageView2DModel.h>
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -97,9 +97,6 @@ public:
                             : QString::fromStdString(image.GetFailureReason());
              }});
         m_window.show();
-        m_probe.setInterval(1);
-        QObject::connect(&m_probe, &QTimer::timeout, &m_probe, [this] { Tick(); });
-        m_probe.start();
         Settle();
     }
 
@@ -133,11 +130,10 @@ public:
     double LongestPause(const std::function<void()>& doing)
     {
         Settle();
-        m_dblLongest = 0.0;
-        m_clock.start();
+        m_probe.Start();
         doing();
         Settle();
-        return m_dblLongest;
+        return m_probe.LongestMs();
     }
 
 private:
@@ -149,22 +145,12 @@ private:
             nTurns = CJobs::Get().GetJobs().empty() ? nTurns + 1 : 0;
         }
     }
-    void Tick()
-    {
-        if (!m_clock.isValid())
-            return;
-        m_dblLongest = std::max(m_dblLongest, static_cast<double>(m_clock.nsecsElapsed()) / 1e6);
-        m_clock.restart();
-    }
-
     QMainWindow m_window;
     CCenterModel m_model;
     CCenterView* m_pView = new CCenterView(&m_model, &m_window);
     std::unique_ptr<CCenterCtrl> m_center;
     CImage2DProcessBaseDlg* m_pRun = nullptr;
-    QTimer m_probe;
-    QElapsedTimer m_clock;
-    double m_dblLongest = 0.0;
+    CPauseProbe m_probe;
     int m_nMedian = -1;
 };
 

@@ -55,6 +55,7 @@ bool CImage::DropPixels()
     if (!IsDeferred() || !HasPixels())
         return false;
     m_pPixels->pDeferred->bReady.store(false, std::memory_order_relaxed);
+    FreePixels(std::move(m_pPixels->pData));
     SPixels none;
     m_pPixels->TakePixels(none);
     return true;

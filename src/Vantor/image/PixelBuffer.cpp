@@ -169,6 +169,11 @@ PixelBuffer AllocatePixels(std::size_t nBytes, const unsigned char* pContent)
     return PixelBuffer(buffer.pData, SPixelDeleter{buffer.nBytes});
 }
 
+void FreePixels(PixelBuffer buffer)
+{
+    std::free(buffer.release());
+}
+
 std::size_t GetPhysicalMemory()
 {
     static const std::size_t nPhysical =

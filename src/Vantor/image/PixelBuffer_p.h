@@ -22,6 +22,9 @@ using PixelBuffer = std::unique_ptr<unsigned char[], SPixelDeleter>;
 /// @param pContent  as many bytes to copy into the buffer; null leaves its content undefined
 PixelBuffer AllocatePixels(std::size_t nBytes, const unsigned char* pContent = nullptr);
 
+/// Gives a buffer back to the system: it is not kept.
+void FreePixels(PixelBuffer buffer);
+
 /// The memory of the machine in bytes.
 std::size_t GetPhysicalMemory();
 

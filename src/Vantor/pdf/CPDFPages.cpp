@@ -23,8 +23,10 @@ namespace Vantor::Utils
 namespace
 {
 constexpr int kChannels = 3;
-/// Two that render ahead, and one for what is asked for meanwhile.
+/// Two that render ahead, and one for what is asked for meanwhile, while the two are slow.
 constexpr std::size_t kMaxReaders = 3;
+constexpr std::size_t kUsualReaders = 2;
+constexpr std::chrono::milliseconds kSlow{250};
 /// How often a thread that waits for a reader looks whether it is to end.
 constexpr std::chrono::milliseconds kPatience{50};
 constexpr double kSheetWidth = 595.0 / 72.0; // inches, of an A4 page
@@ -66,13 +68,15 @@ CPDFReader* CDocument::Take()
 {
     std::unique_lock<std::mutex> lock(m_mutex);
     bool bMayMake = true;
+    const auto slow = std::chrono::steady_clock::now() + kSlow;
     while (!CProgress::IsThreadCancelled()) {
         if (!m_vctFree.empty()) {
             CPDFReader* pReader = m_vctFree.back();
             m_vctFree.pop_back();
             return pReader;
         }
-        if (bMayMake && m_vctReaders.size() + m_nOpening < kMaxReaders) {
+        const std::size_t nMax = std::chrono::steady_clock::now() < slow ? kUsualReaders : kMaxReaders;
+        if (bMayMake && m_vctReaders.size() + m_nOpening < nMax) {
             ++m_nOpening;
             lock.unlock();
             CPDFReader* pReader = MakeReader();
@@ -99,9 +103,18 @@ CPDFReader* CDocument::MakeReader()
     return m_vctReaders.back().get();
 }
 
+/// One more than usual ends when another one is free.
 void CDocument::GiveBack(CPDFReader* pReader)
 {
+    std::unique_ptr<CPDFReader> pEnded;
     const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_vctReaders.size() > kUsualReaders && !m_vctFree.empty() && pReader != &m_first) {
+        const auto it = std::find_if(m_vctReaders.begin(), m_vctReaders.end(),
+                                     [pReader](const auto& pEach) { return pEach.get() == pReader; });
+        pEnded = std::move(*it);
+        m_vctReaders.erase(it);
+        return;
+    }
     m_vctFree.push_back(pReader);
     m_given.notify_one();
 }

@@ -21,10 +21,10 @@ class CPDFReader;
 /// The pages of a document as deferred images, which are rendered when their pixels are needed, with the
 /// pixels that CPDFReader::RenderPage gives. Any thread.
 ///
-/// The images share the document, which is closed with the last of them. While several threads need pages, up
-/// to three processes render them; each stays until then. A page is rendered within the reader's time limit
-/// or fails, and its note is then "Page 3 of 7 cannot be rendered." and why; a thread whose progress is
-/// cancelled does not wait for it.
+/// The images share the document, which is closed with the last of them. While several threads need pages,
+/// two processes render them, which stay until then, and a third one while these are slow. A page is rendered
+/// within the reader's time limit or fails, and its note is then "Page 3 of 7 cannot be rendered." and why; a
+/// thread whose progress is cancelled does not wait for it.
 class VANTOR_EXPORT CPDFPages
 {
 public:

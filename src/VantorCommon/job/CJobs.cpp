@@ -249,7 +249,7 @@ std::vector<CJobs::JobPtr> CJobs::GetJobs() const
 
 void CJobs::ReleaseElsewhere(std::shared_ptr<void> pObject)
 {
-    // Going with the work, on its thread.
-    const auto work = [pReleased = std::move(pObject)](Vantor::CProgress&) { return CJob::Finish(); };
-    Enqueue(std::make_shared<CJob>(nullptr, SJob(), work));
+    // Going with the work, on its thread; nothing of it may stay here.
+    Enqueue(std::make_shared<CJob>(
+        nullptr, SJob(), [pReleased = std::move(pObject)](Vantor::CProgress&) { return CJob::Finish(); }));
 }

@@ -141,6 +141,8 @@ void CImageView2DCtrlPages::Render(int nIndex, bool bAhead)
     g_nAhead += bAhead ? 1 : 0;
     SRunning& running = m_running[nUID];
     running.bAhead = bAhead;
+    running.nBytes = CPageMemory::BytesOf(*pImage);
+    CPageMemory::Get().Trim(Coming());
     running.pJob = CJobs::Get().Start(&m_receiver, sJob, [=](Vantor::CProgress&) -> CJob::Finish {
         static_cast<void>(std::as_const(*pImage).GetData());
         return [=] {
@@ -157,7 +159,7 @@ void CImageView2DCtrlPages::Tell(const ImagePtr& pImage)
     const QPointer<CImageView2DModel> pModel = m_context.pModel;
     const bool bFirst = m_rendered.insert(pImage->GetUID()).second;
     CPageMemory::Get().Use(*pImage);
-    CPageMemory::Get().Trim();
+    CPageMemory::Get().Trim(Coming());
     for (int i = 0; pModel && i < pModel->GetImageCount(); ++i)
         if (pModel->GetImage(i) == pImage)
             pModel->TellPixels(i);
@@ -181,6 +183,16 @@ void CImageView2DCtrlPages::End(unsigned int nUID)
     g_nAhead -= it->second.bAhead ? 1 : 0;
     m_running.erase(it);
     ContinueAll();
+}
+
+/// What the pixels that are being rendered will take.
+qint64 CImageView2DCtrlPages::Coming()
+{
+    qint64 nBytes = 0;
+    for (const CImageView2DCtrlPages* pEach : Everybody())
+        for (const auto& [nUID, running] : pEach->m_running)
+            nBytes += running.nBytes;
+    return nBytes;
 }
 
 /// Everybody in turn, because one may have all the jobs that another waits for.

@@ -34,6 +34,7 @@ private:
     struct SRunning {
         std::shared_ptr<CJob> pJob;
         bool bAhead = false;
+        qint64 nBytes = 0; ///< that its pixels will take
     };
 
     void FollowList();
@@ -45,6 +46,7 @@ private:
     void End(unsigned int nUID);
     void Tell(const ImagePtr& pImage);
     static void ContinueAll();
+    static qint64 Coming();
 
     const SImageView2DCtrlContext& m_context;
     std::set<int> m_wanted;                      ///< indices in the list of images without pixels

@@ -13,11 +13,9 @@ using Vantor::Algorithms::CImage;
 namespace
 {
 constexpr int kLookMs = 1000;
-
-qint64 BytesOf(const CImage& image)
-{
-    return qint64(image.GetStride()) * image.GetHeight();
-}
+/// Large images lie on whole large pages.
+constexpr qint64 kLarge = qint64(4) << 20;
+constexpr qint64 kLargePage = qint64(2) << 20;
 } // namespace
 
 /// A deferred image that has pixels.
@@ -40,10 +38,16 @@ CPageMemory& CPageMemory::Get()
 CPageMemory::CPageMemory(QObject* pParent) : QObject(pParent)
 {
     m_timer.setInterval(kLookMs);
-    connect(&m_timer, &QTimer::timeout, this, &CPageMemory::Trim);
+    connect(&m_timer, &QTimer::timeout, this, [this] { Trim(); });
 }
 
 CPageMemory::~CPageMemory() = default;
+
+qint64 CPageMemory::BytesOf(const CImage& image)
+{
+    const qint64 nBytes = qint64(image.GetStride()) * image.GetHeight();
+    return nBytes < kLarge ? nBytes : (nBytes + kLargePage - 1) / kLargePage * kLargePage;
+}
 
 void CPageMemory::SetLimit(qint64 nBytes)
 {
@@ -85,7 +89,7 @@ qint64 CPageMemory::GetUsed() const
     return nBytes;
 }
 
-void CPageMemory::Trim()
+void CPageMemory::Trim(qint64 nComing)
 {
     m_vctModels.erase(std::remove(m_vctModels.begin(), m_vctModels.end(), nullptr), m_vctModels.end());
     if (m_vctModels.empty())
@@ -93,7 +97,7 @@ void CPageMemory::Trim()
     std::vector<SRendered> vctRendered = Rendered();
     std::sort(vctRendered.begin(), vctRendered.end(),
               [](const SRendered& a, const SRendered& b) { return a.nUse < b.nUse; });
-    qint64 nUsed = 0;
+    qint64 nUsed = nComing;
     std::unordered_map<unsigned int, quint64> uses;
     for (const SRendered& each : vctRendered) {
         nUsed += each.nBytes;

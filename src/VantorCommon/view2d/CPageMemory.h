@@ -49,7 +49,10 @@ public:
     /// An image is shown, or has been rendered.
     void Use(const Vantor::Algorithms::CImage& image);
     /// Keeps within the limit, as far as that is possible.
-    void Trim();
+    /// @param nComing  bytes that are about to be used
+    void Trim(qint64 nComing = 0);
+    /// The memory that the pixels of an image take, or will.
+    static qint64 BytesOf(const Vantor::Algorithms::CImage& image);
 
 private:
     struct SRendered;

@@ -6,6 +6,7 @@
 #include "tests/support/Centre.h"
 #include "tests/support/ChildProcesses.h"
 #include "tests/support/HostilePdf.h"
+#include "tests/support/PauseProbe.h"
 #include "tests/support/TestMain.h"
 
 #include <Vantor/geometry/CRectangle.h>
@@ -18,11 +19,13 @@
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 #include <VantorCommon/view2d/CPageMemory.h>
+#include <VantorCommon/view3d/CImageView3DModel.h>
 
 #include <QElapsedTimer>
 #include <QListView>
 #include <QThreadPool>
 #include <QTimer>
+#include <random>
 #include <thread>
 #include <utility>
 
@@ -95,6 +98,13 @@ public:
         for (int i = 0; i < Model()->GetImageCount(); ++i)
             nCount += Model()->GetImage(i)->HasPixels() ? 1 : 0;
         return nCount;
+    }
+    /// Until so many pages are rendered, and told.
+    void AwaitAll(int nPages) const
+    {
+        QTRY_COMPARE(CountPixels(), nPages);
+        QThreadPool::globalInstance()->waitForDone();
+        QCoreApplication::processEvents();
     }
     QImage Thumbnail(int nRow) const
     {
@@ -187,7 +197,7 @@ private Q_SLOTS:
             QVERIFY(page.GetName() == L"a0.pdf");
             QCOMPARE(QString::fromStdWString(page.GetFolder()), b.f.folder.path());
         }
-        QTRY_COMPARE(b.CountPixels(), 12);
+        b.AwaitAll(12);
         for (std::size_t i = 0; i < 12; ++i)
             QVERIFY(SamePixels(*b.Model()->GetImage(int(i)), *vctExpected[i]));
         QVERIFY(b.lstFailed.isEmpty());
@@ -220,6 +230,8 @@ private Q_SLOTS:
         QCOMPARE(b.Model()->GetImageCount(), 2);
         QElapsedTimer timer;
         timer.start();
+        CPauseProbe probe;
+        probe.Start();
         const QImage waiting = b.Shown();
         const QPointF middle = b.f.View(0)->MapToWidget(QPointF(3, 3));
         QCOMPARE(waiting.pixel(middle.toPoint()) & 0xFFFFFF, 0xFFFFFFU);
@@ -229,7 +241,15 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < kPauseMs, qPrintable(QString::number(timer.elapsed())));
         QTRY_VERIFY(b.Model()->GetImage(1)->HasPixels());
         QVERIFY(!b.Model()->GetImage(0)->HasPixels());
+        b.Ctrl()->CopyToClipBoard();
+        QVERIFY(b.lstFailed.isEmpty()); // the second page is there
+        b.Model()->SetCurrentIndex(0);
+        b.Ctrl()->CopyToClipBoard();
+        QCOMPARE(b.lstFailed, QStringList{QStringLiteral("Cannot copy the image. The page is still being "
+                                                         "rendered.")});
         b.Model()->SetImages({});
+        QCoreApplication::processEvents();
+        QVERIFY2(probe.LongestMs() < kPauseMs, qPrintable(QString::number(probe.LongestMs())));
     }
 
     void thePageIsPaintedWhenItComes()
@@ -250,7 +270,7 @@ private Q_SLOTS:
         b.Open(Document(9));
         QVERIFY(IsWhite(b.Thumbnail(8)));
         const QSize size = b.Thumbnail(8).size();
-        QTRY_COMPARE(b.CountPixels(), 9);
+        b.AwaitAll(9);
         QCoreApplication::processEvents();
         for (int i = 0; i < 9; ++i)
             QVERIFY(!IsWhite(b.Thumbnail(i)));
@@ -261,7 +281,7 @@ private Q_SLOTS:
     {
         CBench b;
         b.Open(Document(9));
-        QTRY_COMPARE(b.CountPixels(), 9);
+        b.AwaitAll(9);
         QCoreApplication::processEvents();
         const QImage before = b.Thumbnail(5);
         DropAll();
@@ -305,7 +325,7 @@ private Q_SLOTS:
     {
         CBench b;
         b.Open(Document(10));
-        QTRY_COMPARE(b.CountPixels(), 10);
+        b.AwaitAll(10);
         for (const int nIndex : {4, 7, 2})
             b.Model()->SetCurrentIndex(nIndex);
         CPageMemory::Get().SetLimit(3 * BytesOf(*b.Model()->GetImage(0)));
@@ -318,7 +338,7 @@ private Q_SLOTS:
     {
         CBench b;
         b.Open(Document(6));
-        QTRY_COMPARE(b.CountPixels(), 6);
+        b.AwaitAll(6);
         ImagePtr pHeld = b.Model()->GetImage(3);
         const unsigned char* pData = Const(pHeld).GetData();
         DropAll();
@@ -332,7 +352,7 @@ private Q_SLOTS:
     {
         CBench b;
         b.Open(Document(6));
-        QTRY_COMPARE(b.CountPixels(), 6);
+        b.AwaitAll(6);
         *b.Model()->GetImage(3)->GetPixel(5, 5) = 77;
         DropAll();
         QTRY_COMPARE(b.CountPixels(), 2);
@@ -347,7 +367,7 @@ private Q_SLOTS:
         filtered.MedianFilter(3, 3, nullptr, ERegionMode::All, 0.0);
         CBench b;
         b.Open(Document(6));
-        QTRY_COMPARE(b.CountPixels(), 6);
+        b.AwaitAll(6);
         DropAll();
         b.Model()->SetCurrentIndex(4);
         b.Ctrl()->EditImage(QStringLiteral("Median"), QStringLiteral("It failed."),
@@ -374,7 +394,7 @@ private Q_SLOTS:
         const auto vctExpected = RenderedAtOnce(Document(4));
         CBench b;
         b.Open(Document(4));
-        QTRY_COMPARE(b.CountPixels(), 4);
+        b.AwaitAll(4);
         DropAll();
         b.Model()->SetCurrentIndex(2);
         const QString strSaved = b.f.folder.filePath(QStringLiteral("page.png"));
@@ -392,7 +412,7 @@ private Q_SLOTS:
     {
         CBench b;
         b.Open(Document(4));
-        QTRY_COMPARE(b.CountPixels(), 4);
+        b.AwaitAll(4);
         DropAll();
         b.Model()->SetCurrentIndex(2);
         const QString strPicture = b.f.folder.filePath(QStringLiteral("picture.png"));
@@ -425,7 +445,7 @@ private Q_SLOTS:
     {
         CBench b;
         b.Open(Document(5));
-        QTRY_COMPARE(b.CountPixels(), 5);
+        b.AwaitAll(5);
         for (int i = 0; i < 5; ++i) {
             b.Model()->SetCurrentIndex(i);
             for (int n = 0; n <= i; ++n)
@@ -526,7 +546,91 @@ private Q_SLOTS:
             b.Ctrl()->slot_Next();
         QTRY_VERIFY(b.Model()->GetCurrentImage()->HasPixels());
         QVERIFY2(ChildrenOf(::getpid()).size() <= 3, "processes");
-        QTRY_COMPARE(b.CountPixels(), 60);
+        b.AwaitAll(60);
+    }
+
+    void theReliefOfADroppedPageIsThatOfTheImage()
+    {
+        const auto vctExpected = RenderedAtOnce(Document(2));
+        CBench b;
+        b.Open(Document(2));
+        const ImagePtr pPage = b.Model()->GetImage(1);
+        std::vector<float> vctVertices[2];
+        std::vector<unsigned int> vctIndices[2];
+        int nModel = 0;
+        for (const ImagePtr& pImage : {vctExpected[1], pPage}) {
+            CImageView3DModel model;
+            model.LoadImage(pImage);
+            QVERIFY(model.TakeBuffers(vctVertices[nModel], vctIndices[nModel]));
+            ++nModel;
+        }
+        QVERIFY(!vctVertices[0].empty());
+        QCOMPARE(vctVertices[1], vctVertices[0]);
+        QCOMPARE(vctIndices[1], vctIndices[0]);
+        QVERIFY(pPage->IsDeferred());
+    }
+
+    /// Paging, filters, undo, redo and lost pixels in random order, beside a list of what each page must be.
+    void randomEditingOfADocumentIsUndoneExactly()
+    {
+        constexpr int kPages = 6;
+        auto vctPages = RenderedAtOnce(Document(kPages));
+        std::vector<ImagePtr> vctInverted;
+        for (const ImagePtr& pPage : vctPages) {
+            vctInverted.push_back(std::make_shared<CImage>());
+            vctInverted.back()->CopyFrom(pPage.get());
+            vctInverted.back()->Invert(nullptr, ERegionMode::All, 0.0);
+        }
+        CBench b;
+        CPageMemory::Get().SetLimit(0);
+        b.Open(Document(kPages));
+        std::mt19937 random(7);
+        std::vector<bool> vctIsInverted(kPages, false);
+        std::vector<int> vctDone;
+        std::vector<int> vctUndone;
+        const auto flip = [&](std::vector<int>& from, std::vector<int>& to) {
+            if (from.empty())
+                return;
+            const int nPage = from.back();
+            vctIsInverted[std::size_t(nPage)] = !vctIsInverted[std::size_t(nPage)];
+            from.pop_back();
+            to.push_back(nPage);
+        };
+        for (int nStep = 0; nStep < 300; ++nStep) {
+            b.f.View(0)->setFocus();
+            switch (random() % 5) {
+            case 0:
+                b.Model()->SetCurrentIndex(int(random() % kPages));
+                break;
+            case 1:
+                b.Ctrl()->EditImage(QStringLiteral("Invert"), QStringLiteral("It failed."),
+                                    [](CImage& image, SImageChange&) {
+                                        return image.Invert(nullptr, ERegionMode::All, 0.0);
+                                    });
+                CJobs::Get().Finish(b.Ctrl());
+                vctUndone = {b.Model()->GetCurrentIndex()};
+                flip(vctUndone, vctDone);
+                break;
+            case 2:
+                QVERIFY(b.Ctrl()->Undo());
+                flip(vctDone, vctUndone);
+                break;
+            case 3:
+                if (vctUndone.empty()) // a new step does not clear what could be done again before it
+                    break;
+                QVERIFY(b.Ctrl()->Redo());
+                flip(vctUndone, vctDone);
+                break;
+            default:
+                CPageMemory::Get().Trim();
+            }
+            const auto nPage = std::size_t(random() % kPages);
+            QVERIFY2(SamePixels(*b.Model()->GetImage(int(nPage)),
+                                vctIsInverted[nPage] ? *vctInverted[nPage] : *vctPages[nPage]),
+                     qPrintable(QString::number(nStep)));
+        }
+        QVERIFY(!vctDone.empty());
+        QVERIFY(b.lstFailed.isEmpty());
     }
 
     void threadsMayReadPagesWhileTheyAreDropped()

@@ -8,6 +8,7 @@
 #include <VantorCommon/annotation/store/SImageChange.h>
 #include <VantorCommon/log/CLogModel.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CPageMemory.h>
 #include <tests/support/CenterFixture.h>
 #include <tests/support/TestMain.h>
 
@@ -29,6 +30,7 @@ int FromEnvironment(const char* szName, int nDefault)
 }
 
 constexpr int kSeed = 20261121;
+constexpr qint64 kPageMemory = 1 << 20; // a few pages
 
 class Monkey
 {
@@ -42,6 +44,9 @@ public:
         sOptions.bAnnotationJournal = bStore;
         sOptions.bEditKeys = bStore;
         sOptions.bOwnColors = bStore;
+        sOptions.bDeferredPages = bStore;
+        if (bStore)
+            CPageMemory::Get().SetLimit(kPageMemory);
         m_f.center->SetOptions(sOptions);
         auto* pLog = CLogModel::GetInstance();
         QObject::disconnect(pLog, &CLogModel::signal_NewMessage, pLog, &CLogModel::slot_NewMessage);
@@ -355,7 +360,10 @@ private:
                     vctObjects[std::size_t(Pick(int(vctObjects.size())))]->GetUID());
             break;
         case 3:
-            m_f.Ctrl(nView)->AddImage(m_f.folder.filePath(QStringLiteral("%1.png").arg(Pick(4))));
+            m_f.Ctrl(nView)->AddImage(
+                m_bStore && Pick(2) == 0
+                    ? TestDataPath(QStringLiteral("pdf/pdfium_rectangles_multi_pages.pdf"))
+                    : m_f.folder.filePath(QStringLiteral("%1.png").arg(Pick(4))));
             break;
         case 4:
             m_f.Ctrl(nView)->ChangeCurrentImage(MakeTestImage(20 + Pick(200), 20 + Pick(200), 3));
