@@ -61,6 +61,7 @@ CImageView2D::CImageView2D(CImageView2DModel* pModel, CImageView2DGeometryModel*
     ConnectModels();
     setFocusPolicy(Qt::StrongFocus);
     setAcceptDrops(true);
+    KeepPicture();
 }
 
 CImageView2D::~CImageView2D() = default;
@@ -215,12 +216,12 @@ void CImageView2D::TakePixelsThatCame(int nIndex)
         update();
 }
 
-void CImageView2D::slot_ChangeDrawableObjectProperty(unsigned int)
+void CImageView2D::slot_ChangeDrawableObjectProperty(unsigned int nUID)
 {
     if (!m_pGeometryModel)
         return;
     m_bListIsOld = true;
-    update();
+    UpdateObject(nUID);
 }
 
 void CImageView2D::slot_DeleteDrawableObject(unsigned int, QString)
@@ -275,21 +276,12 @@ bool CImageView2D::IsPanning() const
     return ToolModel() && ToolModel()->GetViewMode() == EImageView2DMode_Panning;
 }
 
-void CImageView2D::ShowCrosshair(const QPoint& pos)
-{
-    m_bDragging = true;
-    m_pZoom->dblCrossX = pos.x();
-    m_pZoom->dblCrossY = pos.y();
-    update();
-}
-
 bool CImageView2D::CancelDrag()
 {
     if (!m_bLeftDown)
         return false;
     m_bLeftDown = false;
-    m_bDragging = false;
-    update();
+    ShowCrosshair(nullptr);
     return true;
 }
 
@@ -312,7 +304,7 @@ void CImageView2D::mousePressEvent(QMouseEvent* pEvent)
     }
     const QPoint pos = RoundedPosition(pEvent->localPos());
     if (m_bLeftDown && !IsPanning())
-        ShowCrosshair(pos);
+        ShowCrosshair(&pos);
     m_nLastX = pos.x();
     m_nLastY = pos.y();
     if (m_bLeftDown && ToolModel())
@@ -328,7 +320,7 @@ void CImageView2D::mouseMoveEvent(QMouseEvent* pEvent)
         return;
     }
     if (m_bLeftDown && !IsPanning())
-        ShowCrosshair(pos);
+        ShowCrosshair(&pos);
     Send(this, &CImageView2D::signal_ChangeMousePosition, MapToImage(QPointF(pos)));
     DoMove(pos);
 }
@@ -356,8 +348,7 @@ void CImageView2D::mouseReleaseEvent(QMouseEvent* pEvent)
     const QPointF end = MapToImage(QPointF(RoundedPosition(pEvent->localPos())));
     if (pEvent->button() != Qt::LeftButton)
         CancelLostDrag(pEvent->buttons());
-    m_bDragging = false;
-    update();
+    ShowCrosshair(nullptr);
     const bool bLeftDown = m_bLeftDown;
     m_bLeftDown = false;
     if (!bLeftDown || !ToolModel())

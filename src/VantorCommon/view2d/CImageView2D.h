@@ -190,7 +190,7 @@ public Q_SLOTS:
     /// Shows the model's current image, without a copy, and fits it; without one the view is empty. A
     /// deferred image is an empty sheet until the model tells that its pixels have come.
     void slot_ChangeCurrentImage();
-    /// Deliberate: ignores the identifier and takes the whole list from the geometry model, once before the
+    /// Deliberate: whatever the identifier, takes the whole list from the geometry model, once before the
     /// view next paints or returns the list.
     void slot_ChangeDrawableObjectProperty(unsigned int nUID);
     /// @{
@@ -238,7 +238,7 @@ private:
     void RebuildPaintList();
     void ShowMenu(QMenu* pMenu, const QPointF& point);
     bool IsPanning() const;
-    void ShowCrosshair(const QPoint& pos);
+    void ShowCrosshair(const QPoint* pPos);
     void Pan(const QPoint& pos);
     void DoMove(const QPoint& pos);
 

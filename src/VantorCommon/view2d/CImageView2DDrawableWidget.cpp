@@ -8,6 +8,8 @@
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
 #include <VantorCommon/annotation/object/ObjectLook_p.h>
+#include <VantorCommon/view2d/DrawableWidgetUpdates_p.h>
+#include <VantorCommon/view2d/DrawnSizes_p.h>
 
 #include <QPainter>
 #include <QPolygonF>
@@ -17,20 +19,9 @@ using namespace Vantor::Geometry;
 
 namespace
 {
-constexpr double kHandleRadius = 3.0; // widget pixels
-/// How far an outline, a handle or a dash may reach beyond the shape's box, in widget pixels.
-constexpr double kOutlineMargin = 8.0;
-/// More than the height of a label and the width of any of its letters, in widget pixels.
-constexpr double kLabelHeight = 64.0;
-
 const QColor kBoxColor(100, 100, 100, 255);
 const QColor kLabelColor(255, 255, 255, 255);
 const QColor kLabelBackground(10, 10, 10, 255);
-
-QFont LabelFont()
-{
-    return QFont(QStringLiteral("Arial"), 16);
-}
 
 QPen OutlinePen(const QColor& color, double dblWidth, Qt::PenStyle style = Qt::SolidLine)
 {
@@ -95,7 +86,7 @@ void DrawPiece(QPainter& painter, const SOutline& piece, double r)
 
 CImageView2DDrawableWidget::CImageView2DDrawableWidget(CImageView2DToolModel* pToolModel, QWidget* pParent)
     : QWidget(pParent), m_rectViewPort(0, 0, width(), height()), m_rectWindow(0, 0, width(), height()),
-      m_pToolModel(pToolModel)
+      m_pToolModel(pToolModel), m_pUpdates(std::make_unique<SUpdates>())
 {
     setAttribute(Qt::WA_MouseTracking);
     if (m_pToolModel)
@@ -110,25 +101,25 @@ void CImageView2DDrawableWidget::DrawObject(std::shared_ptr<CImageView2DDrawable
     if (!pObject)
         return;
     m_vctObjects.push_back(std::move(pObject));
-    update();
+    UpdateObjects();
 }
 
 void CImageView2DDrawableWidget::Clear()
 {
     m_vctObjects.clear();
-    update();
+    UpdateObjects();
 }
 
 void CImageView2DDrawableWidget::SetViewPort(const QRect& rect)
 {
     m_rectViewPort = rect;
-    update();
+    UpdateAll();
 }
 
 void CImageView2DDrawableWidget::SetWindow(const QRect& rect)
 {
     m_rectWindow = rect;
-    update();
+    UpdateAll();
 }
 
 std::vector<std::shared_ptr<CImageView2DDrawableObject>> CImageView2DDrawableWidget::GetDrawableObjects()
@@ -139,7 +130,7 @@ std::vector<std::shared_ptr<CImageView2DDrawableObject>> CImageView2DDrawableWid
 void CImageView2DDrawableWidget::SetOwnColors(bool bOwn)
 {
     m_bOwnColors = bOwn;
-    update();
+    UpdateAll();
 }
 
 void CImageView2DDrawableWidget::Paint(QPainter&)
@@ -150,6 +141,8 @@ void CImageView2DDrawableWidget::ReplaceDrawableObjects(
     std::vector<std::shared_ptr<CImageView2DDrawableObject>> vctObjects)
 {
     m_vctObjects = std::move(vctObjects);
+    m_vctObjects.erase(std::remove(m_vctObjects.begin(), m_vctObjects.end(), nullptr), m_vctObjects.end());
+    m_pUpdates->bCompare = true;
 }
 
 bool CImageView2DDrawableWidget::HasMapping() const
@@ -209,59 +202,31 @@ void CImageView2DDrawableWidget::slot_ChangeViewMode()
         setCursor(pKind->eCursor);
 }
 
-void CImageView2DDrawableWidget::paintEvent(QPaintEvent*)
-{
-    QPainter painter(this);
-    PaintAll(painter);
-}
-
-void CImageView2DDrawableWidget::PaintAll(QPainter& painter)
-{
-    Paint(painter);
-    if (!HasMapping())
-        return;
-    painter.setViewport(m_rectViewPort);
-    painter.setWindow(m_rectWindow);
-    for (const auto& pObject : m_vctObjects)
-        InternalDrawObject(&painter, pObject);
-}
-
-/// Whether any pixel of the object, its handles and its label may lie in the widget. It may return true for
-/// an object outside, but never false for one inside.
-bool CImageView2DDrawableWidget::MayBeSeen(const CImageView2DDrawableObject& object) const
-{
-    // The window's origin shifts the painting, but not the mapping.
-    if (!m_rectWindow.topLeft().isNull())
-        return true;
-    const QRectF box = MapToWidget(object.GetBoundary());
-    const double dblMargin = kOutlineMargin + kLabelHeight + object.GetPen().widthF();
-    if (box.bottom() < -dblMargin || box.top() > height() + dblMargin || box.left() > width() + dblMargin)
-        return false;
-    // A label starts in the box and extends to the right.
-    return !(box.right() < -dblMargin) || box.right() + object.GetLabel().strText.size() * kLabelHeight > 0.0;
-}
-
 void CImageView2DDrawableWidget::InternalDrawObject(QPainter* pPainter,
                                                     std::shared_ptr<CImageView2DDrawableObject> pObject)
 {
-    if (!pPainter || !pObject || !pObject->IsVisible() || !HasMapping() || !MayBeSeen(*pObject))
-        return;
+    if (pPainter && pObject && HasMapping() && MayBeSeen(*pObject))
+        DrawVisible(*pPainter, *pObject);
+}
+
+void CImageView2DDrawableWidget::DrawVisible(QPainter& painter, const CImageView2DDrawableObject& object)
+{
     const double s = double(m_rectWindow.width()) / m_rectViewPort.width();
-    const bool bSelected = pObject->GetSelected();
+    const bool bSelected = object.GetSelected();
     const QPen pen = OutlinePen(bSelected ? ObjectLook::kSelectedColor : ObjectLook::kColor, s);
     QBrush brush(Qt::NoBrush);
-    if (ShapeKinds::IsRegion(*pObject))
+    if (ShapeKinds::IsRegion(object))
         brush = QBrush(bSelected ? ObjectLook::kSelectedFill : ObjectLook::kFill, Qt::SolidPattern);
-    const bool bOwn = m_bOwnColors && ObjectLook::IsOwn(*pObject);
-    pPainter->setPen(bOwn ? OwnPen(*pObject, s) : pen);
-    pPainter->setBrush(bOwn ? pObject->GetBrushFilled() : brush);
-    pObject->PaintContents(*pPainter, s);
-    if (const auto* pShape = dynamic_cast<CImageView2DDrawableGeometry*>(pObject.get()))
-        DrawComposite(*pPainter, pShape->GetData().get(), s, pen, bOwn ? QBrush(Qt::NoBrush) : brush);
-    const SObjectLabel label = pObject->GetLabel();
-    if (!label.strText.isEmpty())
-        InternalDrawText(pPainter, label.strText, label.ptAnchor, QPen(kLabelColor),
-                         QBrush(kLabelBackground, Qt::SolidPattern), LabelFont());
+    const bool bOwn = m_bOwnColors && ObjectLook::IsOwn(object);
+    painter.setPen(bOwn ? OwnPen(object, s) : pen);
+    painter.setBrush(bOwn ? object.GetBrushFilled() : brush);
+    object.PaintContents(painter, s);
+    if (const auto* pShape = dynamic_cast<const CImageView2DDrawableGeometry*>(&object))
+        DrawComposite(painter, pShape->GetData().get(), s, pen, bOwn ? QBrush(Qt::NoBrush) : brush);
+    const SObjectLabel label = object.GetLabel();
+    if (!label.strText.isEmpty() && MeetsLabel(label))
+        InternalDrawText(&painter, label.strText, label.ptAnchor, QPen(kLabelColor),
+                         QBrush(kLabelBackground, Qt::SolidPattern), DrawnSizes::LabelFont());
 }
 
 void CImageView2DDrawableWidget::InternalDrawCompositeGeometry(QPainter* pPainter, CGeometry* pGeometry,
@@ -284,8 +249,9 @@ void CImageView2DDrawableWidget::DrawComposite(QPainter& painter, const CGeometr
     painter.setPen(penHandles);
     painter.setBrush(brushHandles);
     for (int i = 0; i < handles.Size(); ++i)
-        if (const auto* pHandle = dynamic_cast<CPoint<double>*>(handles.At(i).get()))
-            DrawDot(painter, pHandle->x(), pHandle->y(), kHandleRadius * s);
+        if (const auto* pHandle = dynamic_cast<CPoint<double>*>(handles.At(i).get());
+            pHandle && MeetsAround(QPointF(pHandle->x(), pHandle->y()), DrawnSizes::kHandleReach))
+            DrawDot(painter, pHandle->x(), pHandle->y(), DrawnSizes::kHandleRadius * s);
     painter.setBrush(Qt::NoBrush);
     if (!pGeometry->HasFrame())
         return;

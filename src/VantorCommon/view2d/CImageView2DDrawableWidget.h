@@ -16,6 +16,8 @@ class CImageView2DToolModel;
 class QBrush;
 class QFont;
 class QPen;
+class QRegion;
+struct SObjectLabel;
 
 namespace Vantor::Geometry
 {
@@ -26,7 +28,8 @@ class CGeometry;
 /// maps between them and paints annotations over the output of a derived class's Paint().
 ///
 /// The viewport is the rectangle of the image, in widget pixels; the window is the visible part of the image,
-/// in image pixels. The Qt parent owns the widget, which shares the annotations with the geometry model. GUI
+/// in image pixels. The Qt parent owns the widget, which shares the annotations with the geometry model. What
+/// has changed is painted anew with all that meets it; the pixels are those of a paint of the whole. GUI
 /// thread only.
 class VANTORCOMMON_EXPORT CImageView2DDrawableWidget : public QWidget
 {
@@ -90,6 +93,19 @@ protected:
     void InternalDrawText(QPainter* pPainter, QString strText, QPointF anchor, const QPen& pen,
                           const QBrush& background, const QFont& font);
 
+    /// Asks for a repaint of what has changed in the list and its objects, which is found out once, behind
+    /// the events that are pending.
+    void UpdateObjects();
+    /// The same after a change of an object, given by its identifier.
+    void UpdateObject(unsigned int nUID);
+    /// Keeps a copy of what the screen shows while there are objects, so that a change paints only the
+    /// rectangles in which it lies, and what moves above the widget costs a copy. An update of the whole
+    /// widget paints everything anew. Paint must be opaque.
+    void KeepPicture();
+    /// Tells which parts of the widget Paint paints differently for a while, such as a crosshair, in widget
+    /// pixels, and asks for a repaint of these and the former ones.
+    void SetMarks(const std::vector<QRect>& vctMarks);
+
     /// Replaces the list without asking for a repaint.
     void ReplaceDrawableObjects(std::vector<std::shared_ptr<CImageView2DDrawableObject>> vctObjects);
 
@@ -99,8 +115,24 @@ protected:
     CImageView2DToolModel* ToolModel() const;
 
 private:
+    struct SUpdates;
+
     bool HasMapping() const;
     bool MayBeSeen(const CImageView2DDrawableObject& object) const;
+    bool HasShiftedWindow() const;
+    double Steepness() const;
+    QRectF BoxExtent(const CImageView2DDrawableObject& object) const;
+    QRectF LabelExtent(const SObjectLabel& label) const;
+    QRect Extent(const CImageView2DDrawableObject& object) const;
+    bool Meets(const QRectF& rect) const;
+    bool MeetsAround(const QPointF& place, double dblReach) const;
+    bool MeetsLabel(const SObjectLabel& label) const;
+    void UpdateAll();
+    void Follow();
+    void UpdateChanged();
+    bool PaintKept(QPainter& painter, const QRegion& region);
+    void PaintPart(QPainter& painter, const QRect& part);
+    void DrawVisible(QPainter& painter, const CImageView2DDrawableObject& object);
     void DrawComposite(QPainter& painter, const Vantor::Geometry::CGeometry* pGeometry, double s,
                        const QPen& penHandles, const QBrush& brushHandles);
 
@@ -108,5 +140,6 @@ private:
     QRect m_rectWindow;
     QPointer<CImageView2DToolModel> m_pToolModel;
     std::vector<std::shared_ptr<CImageView2DDrawableObject>> m_vctObjects;
+    std::unique_ptr<SUpdates> m_pUpdates;
     bool m_bOwnColors = false;
 };

@@ -110,6 +110,17 @@ void CImageView2D::DrawWaiting(QPainter& painter)
     painter.drawText(sheet, Qt::AlignCenter, QStringLiteral("Rendering the page ..."));
 }
 
+/// At a position, in widget pixels; null: hides it.
+void CImageView2D::ShowCrosshair(const QPoint* pPos)
+{
+    m_bDragging = pPos != nullptr;
+    if (!pPos)
+        return SetMarks({});
+    m_pZoom->dblCrossX = pPos->x();
+    m_pZoom->dblCrossY = pPos->y();
+    SetMarks({QRect(0, pPos->y() - 1, QWIDGETSIZE_MAX, 3), QRect(pPos->x() - 1, 0, 3, QWIDGETSIZE_MAX)});
+}
+
 void CImageView2D::DrawCrosshair(QPainter& painter)
 {
     painter.setPen(LinePen());

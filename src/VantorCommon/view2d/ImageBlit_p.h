@@ -25,7 +25,7 @@ struct SPlace {
 ///
 /// The painter must be in widget pixels and otherwise as new. Paint does nothing and returns false where it
 /// does not pay or apply: at a scale of 1 (below 3 for RGBA8888), for formats other than Grayscale8, RGB888
-/// and RGBA8888, for images of more than 32,767 pixels a side, and on targets that are not plain RGB32
-/// images.
+/// and RGBA8888, for images of more than 32,767 pixels a side, and on targets that SPaintTarget does
+/// not know.
 bool Paint(QPainter& painter, const QImage& image, const SPlace& place, const CImageGround& ground);
 } // namespace ImageBlit

@@ -20,7 +20,9 @@ SPaintTarget SPaintTarget::Of(const QPainter& painter)
         return target;
     auto* pImage = static_cast<QImage*>(pDevice);
     target.origin = QPoint(qRound(transform.dx()), qRound(transform.dy()));
-    if (pImage->format() != QImage::Format_RGB32 || pImage->devicePixelRatio() != 1.0 ||
+    const bool bOpaqueBytes = // opaque pixels are the same bytes in both
+        pImage->format() == QImage::Format_RGB32 || pImage->format() == QImage::Format_ARGB32_Premultiplied;
+    if (!bOpaqueBytes || pImage->devicePixelRatio() != 1.0 ||
         QPointF(target.origin) != QPointF(transform.dx(), transform.dy()))
         return target;
     target.pImage = pImage;

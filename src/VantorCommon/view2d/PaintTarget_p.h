@@ -9,8 +9,9 @@
 class QImage;
 class QPainter;
 
-/// The pixels of a painter's target, if code can write to them directly: a plain RGB32 image, and a painter
-/// without clipping, opacity or composition mode, moved by whole pixels at most.
+/// The pixels of a painter's target, if code can write opaque ones to them directly: an RGB32 image or, as on
+/// the screen, an ARGB32_Premultiplied one, and a painter without clipping, opacity or composition mode,
+/// moved by whole pixels at most.
 struct SPaintTarget {
     QImage* pImage = nullptr; ///< null if only the painter can write
     QPoint origin;            ///< of the painter's coordinates, in the image

@@ -349,7 +349,7 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(&view));
         CImageView2DGeometryModel::ObjectList objects;
         for (int i = 0; i < 10000; ++i)
-            objects.push_back(MakeRectangle(1e6, 1e6, 1, 1));
+            objects.push_back(i == 0 ? MakeRectangle(10, 10, 50, 40) : MakeRectangle(1e6, 1e6, 1, 1));
         geometry.RestoreObjects(objects);
         QTRY_COMPARE(view.GetDrawableObjects().size(), std::size_t(10000));
         QApplication::processEvents();
