@@ -102,7 +102,7 @@ ROWS = [
      "    Q_EMIT signal_Active();\n    ClearMark();", "    Q_EMIT signal_Active();",
      "the mark of Go To stays for ever", "tst_Zoom"),
     ("arrow-edge", "src/VantorCommon/view2d/CImageView2DCtrlNavigation.cpp",
-     "std::max(nBegin - nStep, nRoom - nSize)", "nBegin - nStep",
+     "std::max(nBegin - nStep, nRoom - nSize)", "std::max(nBegin - nStep, -nSize)",
      "the arrow keys push the image out of the view", "tst_ViewKeys"),
     ("arrow-direction", "src/VantorCommon/view2d/CImageView2DCtrlNavigation.cpp",
      "if (direction.x() != 0 ? place.width() <= view.width() :",

@@ -133,11 +133,19 @@ bool CImageView2DCtrlNavigation::Press(const QMouseEvent& event)
 bool CImageView2DCtrlNavigation::Drag(const QMouseEvent& event)
 {
     if (m_button == Qt::NoButton)
-        return false;
+        return m_bSpace && Hover(event);
     if (event.buttons().testFlag(m_button))
         m_context.pView->MovePointTo(m_grabbed, event.localPos());
     else // the release went elsewhere
         EndDrag();
+    return true;
+}
+
+/// The readout goes on; what the mode does with the mouse, such as another cursor, waits.
+bool CImageView2DCtrlNavigation::Hover(const QMouseEvent& event)
+{
+    QPointF point = m_context.pView->MapToImage(event.localPos());
+    Q_EMIT m_context.pView->signal_ChangeMousePosition(point);
     return true;
 }
 

@@ -30,6 +30,7 @@ private:
     bool PanBy(const QPoint& direction);
     bool Press(const QMouseEvent& event);
     bool Drag(const QMouseEvent& event);
+    bool Hover(const QMouseEvent& event);
     void EndDrag();
     void ShowCursor();
 

@@ -186,6 +186,9 @@ private Q_SLOTS:
         connect(f.view, &CImageView2D::signal_Active, f.view, [&] { ++nActive; });
         f.SpaceDown();
         QCOMPARE(f.view->cursor().shape(), Qt::OpenHandCursor);
+        f.MoveTo(QPoint(120, 120)); // over the image, which tells where
+        QCOMPARE(f.view->cursor().shape(), Qt::OpenHandCursor);
+        QCOMPARE(f.images.GetMousePosition(), f.view->MapToImage(QPointF(120, 120)));
         f.PressAt(QPoint(100, 100), Qt::LeftButton);
         f.MoveTo(QPoint(90, 130));
         f.ReleaseAt(QPoint(90, 130), Qt::LeftButton);
@@ -208,10 +211,10 @@ private Q_SLOTS:
         f.PressAt(QPoint(100, 100), Qt::LeftButton);
         f.host.setFocus();
         f.view->clearFocus();
+        QCOMPARE(f.view->cursor().shape(), Qt::ArrowCursor);
         const QPoint before = f.Place();
         f.MoveTo(QPoint(150, 150));
         QCOMPARE(f.Place(), before);
-        QCOMPARE(f.view->cursor().shape(), Qt::ArrowCursor);
         f.ReleaseAt(QPoint(150, 150), Qt::LeftButton);
         f.SpaceUp();
     }
