@@ -25,6 +25,14 @@ bool IsWaitedFor(const std::shared_ptr<CImage>& pImage)
     return pImage && pImage->IsDeferred() && !pImage->HasPixels();
 }
 
+/// As it was given when the document was opened, at least if that was not in the root folder.
+QString PathOf(const CImage& image)
+{
+    const QString strName = QString::fromStdWString(image.GetName());
+    const QString strFolder = QString::fromStdWString(image.GetFolder());
+    return strFolder.isEmpty() ? strName : strFolder + QLatin1Char('/') + strName;
+}
+
 /// All that there are, in a row: the one that was served last stands last.
 std::vector<CImageView2DCtrlPages*>& Everybody()
 {
@@ -168,10 +176,9 @@ void CImageView2DCtrlPages::Tell(const ImagePtr& pImage)
         strReason = QStringLiteral("There is not enough memory for the page.");
     else if (!pImage->GetNotes().empty())
         strReason = QString::fromStdString(pImage->GetNotes().front());
-    const QString strPath = QString::fromStdWString(pImage->GetFolder() + L'/' + pImage->GetName());
     if (pCtrl && bFirst && !strReason.isEmpty())
         Q_EMIT pCtrl->signal_Failed(
-            QStringLiteral("Cannot load all of pdf file %1. %2").arg(strPath, strReason));
+            QStringLiteral("Cannot load all of pdf file %1. %2").arg(PathOf(*pImage), strReason));
 }
 
 /// A job has ended.
