@@ -111,7 +111,7 @@ public:
     /// one in which the user acts. They show the same image point in the middle at the same zoom, or fitted
     /// images each. A cross marks in the others the point under the mouse. Off at first.
     void SetLinked(bool bLinked, int nLeader);
-    bool IsLinked() const;
+    bool IsLinked() const; ///< as SetLinked was called last
     /// Appends the difference of the current images of two viewers (MakeDifference) to the list of the first
     /// and shows it; a job with SCenterOptions::bBackground. A failure, such as different sizes, comes with
     /// the signal_Failed of the first viewer.
