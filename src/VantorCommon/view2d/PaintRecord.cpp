@@ -19,6 +19,17 @@ bool IsSameRect(const QRectF& a, const QRectF& b)
     return !differ(a.x(), b.x()) && !differ(a.y(), b.y()) && !differ(a.width(), b.width()) &&
            !differ(a.height(), b.height());
 }
+
+qint64 Area(const QRect& rect)
+{
+    return qint64(rect.width()) * rect.height();
+}
+
+/// Not so for the two lines of a cross.
+bool IsWorthUniting(const QRect& a, const QRect& b)
+{
+    return a.intersects(b) && Area(a | b) <= Area(a) + Area(b);
+}
 } // namespace
 
 std::vector<QRect> CPaintRecord::Gather(std::vector<QRect> vctParts)
@@ -29,7 +40,7 @@ std::vector<QRect> CPaintRecord::Gather(std::vector<QRect> vctParts)
         if (part.isEmpty())
             continue;
         bounding |= part;
-        if (!vctGathered.empty() && vctGathered.back().intersects(part))
+        if (!vctGathered.empty() && IsWorthUniting(vctGathered.back(), part))
             vctGathered.back() |= part;
         else if (vctGathered.size() <= kMaxParts)
             vctGathered.push_back(part);
