@@ -175,6 +175,7 @@ void CCenterCtrlCompare::ShowOther(int nViewID, int nOther)
     m_pOther->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_pOther->setFocusPolicy(Qt::NoFocus);
     m_pOther->SetOwnColors(m_sOptions.bOwnColors);
+    m_pOther->SetImageLook(m_sOptions.bSmoothReduction, m_sOptions.bCheckerboard);
     m_pOther->setGeometry(pBelow->rect());
     m_pOther->slot_ChangeCurrentImage();
     m_pOther->slot_ChangeDrawableObjectProperty(0);
