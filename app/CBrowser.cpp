@@ -147,10 +147,14 @@ void CBrowser::Step(int nStep)
 {
     CImageView2DModel* pModel = m_pViewers->Active().Ctrl2D()->GetImageModel();
     const int nIndex = pModel->GetCurrentIndex() + nStep;
-    if (nIndex >= 0 && nIndex < pModel->GetImageCount())
-        pModel->SetCurrentIndex(nIndex);
-    else if (IsOneFile())
-        OpenFile(Neighbour(nStep));
+    if (nIndex < 0 || nIndex >= pModel->GetImageCount()) {
+        if (IsOneFile())
+            OpenFile(Neighbour(nStep));
+    } else if (nStep > 0) {
+        pModel->Next();
+    } else {
+        pModel->Previous();
+    }
 }
 
 void CBrowser::GoTo(bool bLast)

@@ -23,8 +23,8 @@ public:
              QObject* pParent);
 
     /// @{
-    /// To the image that is so many behind the current one (negative: before it), or the first or last: of
-    /// the list or, with one image, of the folder.
+    /// To the next image (1) or the previous one (-1), or the first or last: of the list or, with one image,
+    /// of the folder.
     bool CanStep(int nStep) const;
     void Step(int nStep);
     void GoToFirst();

@@ -81,7 +81,7 @@ void CMainWindow::CreateBrowseEntries(QMenu* pMenu)
         pMenu, {tr("F&ull Screen"), QIcon(), {key("F11")}},
         [this] { m_pFullScreen->Set(!m_pFullScreen->IsOn()); }, {}, [this] { return m_pFullScreen->IsOn(); });
     m_pActions->Add(
-        pMenu, {tr("Sli&de Show"), QIcon(), {key("F5")}}, [this] { m_pFullScreen->StartSlideShow(); },
+        pMenu, {tr("Slide S&how"), QIcon(), {key("F5")}}, [this] { m_pFullScreen->StartSlideShow(); },
         [this] { return m_pFullScreen->IsSlideShow() || m_pBrowser->CanStep(1); });
 }
 
@@ -99,7 +99,7 @@ void CMainWindow::CreateFolderEntry(QMenu* pMenu)
 void CMainWindow::CreateTrashEntries(QMenu* pMenu)
 {
     m_pActions->Add(
-        pMenu, {tr("Move to &Trash..."), QIcon(), {QKeySequence(QStringLiteral("Shift+Del"))}},
+        pMenu, {tr("&Move to Trash..."), QIcon(), {QKeySequence(QStringLiteral("Shift+Del"))}},
         [this] { MoveToTrash(); }, [this] { return QFileInfo(ImageFile()).isFile(); });
     m_pActions->Add(
         pMenu, {tr("Restore from Tras&h"), QIcon(), {}}, [this] { RestoreFromTrash(); },

@@ -688,8 +688,8 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>전체 화면(&amp;U)</translation>
     </message>
     <message>
-        <source>Sli&amp;de Show</source>
-        <translation>슬라이드 쇼(&amp;D)</translation>
+        <source>Slide S&amp;how</source>
+        <translation>슬라이드 쇼(&amp;H)</translation>
     </message>
     <message>
         <source>Open &amp;Folder...</source>
@@ -700,8 +700,8 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>폴더 열기</translation>
     </message>
     <message>
-        <source>Move to &amp;Trash...</source>
-        <translation>휴지통으로 이동(&amp;T)...</translation>
+        <source>&amp;Move to Trash...</source>
+        <translation>휴지통으로 이동(&amp;M)...</translation>
     </message>
     <message>
         <source>Restore from Tras&amp;h</source>

@@ -688,7 +688,7 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>&amp;Toàn màn hình</translation>
     </message>
     <message>
-        <source>Sli&amp;de Show</source>
+        <source>Slide S&amp;how</source>
         <translation>Trình &amp;chiếu</translation>
     </message>
     <message>
@@ -700,7 +700,7 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>Mở thư mục</translation>
     </message>
     <message>
-        <source>Move to &amp;Trash...</source>
+        <source>&amp;Move to Trash...</source>
         <translation>Chuyển vào thùng &amp;rác...</translation>
     </message>
     <message>
