@@ -677,7 +677,7 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
     <message>
         <source>F&amp;irst Image</source>
-        <translation>Ảnh đầ&amp;u tiên</translation>
+        <translation>&amp;Xem ảnh đầu tiên</translation>
     </message>
     <message>
         <source>La&amp;st Image</source>
@@ -685,15 +685,15 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
     <message>
         <source>F&amp;ull Screen</source>
-        <translation>&amp;Toàn màn hình</translation>
+        <translation>Đầ&amp;y màn hình</translation>
     </message>
     <message>
         <source>Slide S&amp;how</source>
-        <translation>Trình &amp;chiếu</translation>
+        <translation>Trình chiếu &amp;liên tiếp</translation>
     </message>
     <message>
         <source>Open &amp;Folder...</source>
-        <translation>Mở &amp;thư mục...</translation>
+        <translation>&amp;Duyệt thư mục...</translation>
     </message>
     <message>
         <source>Open Folder</source>
@@ -701,11 +701,11 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
     <message>
         <source>&amp;Move to Trash...</source>
-        <translation>Chuyển vào thùng &amp;rác...</translation>
+        <translation>Chu&amp;yển vào thùng rác...</translation>
     </message>
     <message>
         <source>Restore from Tras&amp;h</source>
-        <translation>K&amp;hôi phục từ thùng rác</translation>
+        <translation>&amp;Khôi phục từ thùng rác</translation>
     </message>
     <message>
         <source>Move to Trash</source>

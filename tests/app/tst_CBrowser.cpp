@@ -156,6 +156,7 @@ private Q_SLOTS:
         }
         QCOMPARE(host.Annotations(0), 1);
         QCOMPARE(Title(host), QStringLiteral("p 9.png[*] (1/3) - Vantor"));
+        host.window.activateWindow();
         QTRY_VERIFY(host.window.isActiveWindow());
         Answers discard(QStringLiteral("Discard"));
         host.Key(Qt::Key_PageDown);
