@@ -14,12 +14,21 @@ using Vantor::Algorithms::CImage;
 namespace
 {
 /// Whether an image may be the other one, changed: what makes images gives them no other file.
-bool MayReplace(const std::shared_ptr<CImage>& pNew, const std::shared_ptr<CImage>& pOld)
+bool MayReplace(const std::shared_ptr<CImage>& pNew, const SAnnotatedPage& old)
 {
     const QString strNew = CAnnotationPages::PathOf(pNew);
-    return strNew.isEmpty() || strNew == CAnnotationPages::PathOf(pOld);
+    return strNew.isEmpty() || strNew == old.strImage;
 }
 } // namespace
+
+void SAnnotatedPage::Watch(const std::shared_ptr<CImage>& pImage)
+{
+    if (pImage && pImage == Image())
+        return;
+    pWatched = pImage;
+    pHeld = pImage && !pImage->IsDeferred() ? pImage : nullptr;
+    strImage = CAnnotationPages::PathOf(pImage);
+}
 
 QString CAnnotationPages::CleanPath(const QString& strPath)
 {
@@ -38,8 +47,8 @@ SAnnotatedPage CAnnotationPages::MakePage(const std::shared_ptr<CImage>& pImage)
 {
     SAnnotatedPage page;
     page.nId = m_nNextId++;
-    page.pWatched = pImage;
-    page.strFile = PathOf(pImage);
+    page.Watch(pImage);
+    page.strFile = page.strImage;
     if (page.strFile.isEmpty())
         page.strFile = QLatin1Char('#') + QString::number(page.nId);
     page.file.page = m_mapPages[page.strFile]++;
@@ -96,14 +105,14 @@ CAnnotationPages::Pages CAnnotationPages::Follow(const CImageView2DModel& model)
     for (int i = 0; i < model.GetImageCount(); ++i) {
         const auto nPlace = static_cast<std::size_t>(i);
         if (vctFrom[nPlace] < 0 && bReplaced && !vctTaken[nPlace] &&
-            MayReplace(model.GetImage(i), vctOld[nPlace].Image())) {
+            MayReplace(model.GetImage(i), vctOld[nPlace])) {
             vctFrom[nPlace] = i;
             vctTaken[nPlace] = true;
         }
         m_vctPages.push_back(vctFrom[nPlace] < 0
                                  ? MakePage(model.GetImage(i))
                                  : std::move(vctOld[static_cast<std::size_t>(vctFrom[nPlace])]));
-        m_vctPages.back().pWatched = model.GetImage(i);
+        m_vctPages.back().Watch(model.GetImage(i));
     }
     Pages vctGone;
     for (std::size_t i = 0; i < vctOld.size(); ++i)

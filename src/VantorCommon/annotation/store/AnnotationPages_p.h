@@ -19,8 +19,10 @@ using PageKey = std::pair<QString, int>;
 /// The annotations of one image or page of a list.
 struct SAnnotatedPage {
     int nId = 0; ///< for life: an image that replaces another has its page
-    /// Not held: nobody but the list keeps the pixels of a page.
+    /// The image. A deferred one is not held: nobody but the list keeps the pixels of a page.
     std::weak_ptr<Vantor::Algorithms::CImage> pWatched;
+    std::shared_ptr<Vantor::Algorithms::CImage> pHeld; ///< the same, or null
+    QString strImage;                                  ///< its path, also when it is gone
     QString strFile; ///< path of its file; without one something unique, which IsFile tells from a path
     /// What a file says of it beside its objects, see AnnotationDocument::Unpack; its page is that in the
     /// file.
@@ -30,6 +32,7 @@ struct SAnnotatedPage {
     /// The image; null when it is gone.
     std::shared_ptr<Vantor::Algorithms::CImage> Image() const { return pWatched.lock(); }
     PageKey Key() const { return {strFile, nId}; }
+    void Watch(const std::shared_ptr<Vantor::Algorithms::CImage>& pImage);
     bool IsFile() const { return !strFile.startsWith(QLatin1Char('#')); }
 };
 

@@ -489,6 +489,7 @@ private:
         const bool bGone = std::none_of(m_editor.ids.begin(), m_editor.ids.end(),
                                         [&id](const auto& other) { return other.file == id.file; });
         if (bGone) {
+            m_counts.erase(id.file);
             m_editor.closed.erase(id.file);
             m_saved.erase(id.file);
             m_remembered.erase(id.file);
