@@ -168,6 +168,8 @@ private:
     /// The objects that are shown are those of one page of the document, in their order.
     bool AllIsInTheDocument(int nView) const
     {
+        if (m_f.Ctrl(nView)->GetImage() == nullptr) // what is drawn without an image belongs to no file
+            return true;
         const auto vctObjects = m_f.View(nView)->GetGeometryModel()->GetObjects();
         const auto document = Ctrl2D(nView)->GetAnnotationStore()->TakeDocument();
         const auto isShown = [&](const Vantor::Annotations::SPage& page) {
