@@ -12,6 +12,7 @@
 #include <cmath>
 #include <condition_variable>
 #include <mutex>
+#include <set>
 #include <utility>
 
 using Vantor::Algorithms::CImage;
@@ -52,6 +53,7 @@ public:
 
 private:
     CPDFReader* Take();
+    CPDFReader* TakeInTurn(std::unique_lock<std::mutex>& lock, unsigned long nTicket);
     CPDFReader* MakeReader();
     void GiveBack(CPDFReader* pReader);
 
@@ -61,16 +63,29 @@ private:
     std::vector<std::unique_ptr<CPDFReader>> m_vctReaders;
     std::vector<CPDFReader*> m_vctFree;
     std::size_t m_nOpening = 0;
+    std::set<unsigned long> m_waiting; ///< tickets: whoever has waited longest is the next
+    unsigned long m_nTickets = 0;
 };
 
 /// A reader of one's own; null when the thread's progress is cancelled.
 CPDFReader* CDocument::Take()
 {
     std::unique_lock<std::mutex> lock(m_mutex);
+    const unsigned long nTicket = m_nTickets++;
+    m_waiting.insert(nTicket);
+    CPDFReader* pReader = TakeInTurn(lock, nTicket);
+    m_waiting.erase(nTicket);
+    m_given.notify_all();
+    return pReader;
+}
+
+/// The mutex is held before and after it.
+CPDFReader* CDocument::TakeInTurn(std::unique_lock<std::mutex>& lock, unsigned long nTicket)
+{
     bool bMayMake = true;
     const auto slow = std::chrono::steady_clock::now() + kSlow;
     while (!CProgress::IsThreadCancelled()) {
-        if (!m_vctFree.empty()) {
+        if (!m_vctFree.empty() && *m_waiting.begin() == nTicket) {
             CPDFReader* pReader = m_vctFree.back();
             m_vctFree.pop_back();
             return pReader;
@@ -80,10 +95,10 @@ CPDFReader* CDocument::Take()
             ++m_nOpening;
             lock.unlock();
             CPDFReader* pReader = MakeReader();
+            lock.lock();
             if (pReader)
                 return pReader;
             bMayMake = false; // the others have to do
-            lock.lock();
         }
         m_given.wait_for(lock, kPatience);
     }
@@ -116,7 +131,7 @@ void CDocument::GiveBack(CPDFReader* pReader)
         return;
     }
     m_vctFree.push_back(pReader);
-    m_given.notify_one();
+    m_given.notify_all();
 }
 
 CPixelSource::EMade CDocument::Render(int nPage, CImage& image, std::string& strReason)
