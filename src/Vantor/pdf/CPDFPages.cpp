@@ -12,6 +12,7 @@
 #include <cmath>
 #include <condition_variable>
 #include <mutex>
+#include <new>
 #include <set>
 #include <utility>
 
@@ -46,6 +47,7 @@ class CDocument
 public:
     explicit CDocument(std::unique_ptr<CPDFReader> pReader) : m_first(*pReader), m_vctFree{pReader.get()}
     {
+        m_vctReaders.reserve(kMaxReaders);
         m_vctReaders.push_back(std::move(pReader));
     }
 
@@ -108,8 +110,14 @@ CPDFReader* CDocument::TakeInTurn(std::unique_lock<std::mutex>& lock, unsigned l
 /// The document once more; null when that fails. It has been counted as opening.
 CPDFReader* CDocument::MakeReader()
 {
-    auto pReader = std::make_unique<CPDFReader>();
-    const bool bOpen = pReader->ReadLike(m_first) == CPDFReader::EReadResult_OK;
+    std::unique_ptr<CPDFReader> pReader;
+    bool bOpen = false;
+    try {
+        pReader = std::make_unique<CPDFReader>();
+        bOpen = pReader->ReadLike(m_first) == CPDFReader::EReadResult_OK;
+    } catch (const std::bad_alloc&) {
+        bOpen = false; // whoever waits behind this thread gets its turn
+    }
     const std::lock_guard<std::mutex> lock(m_mutex);
     --m_nOpening;
     if (!bOpen)

@@ -14,9 +14,9 @@
 /// results back to the GUI thread, or nowhere when the receiver has gone.
 ///
 /// Jobs begin in the order in which they were started, as threads become free; those that only wait begin at
-/// once. A job that is cancelled stays
-/// in the list until its thread has left it. When the program ends, everything is cancelled but what must
-/// finish. GUI thread only.
+/// once.
+/// A job that is cancelled stays in the list until its thread has left it. When the program ends, everything
+/// is cancelled but what must finish. GUI thread only.
 class VANTORCOMMON_EXPORT CJobs : public QObject
 {
     Q_OBJECT
