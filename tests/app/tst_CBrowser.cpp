@@ -105,8 +105,9 @@ private Q_SLOTS:
         const Folder files;
         Host host;
         QVERIFY(host.Show({files.Path("p 9.png")}));
-        CtrlOf(host, 0)->AddImage(kPhoto);
-        QTRY_COMPARE(Title(host), QStringLiteral("bricks-color.png[*] (2/2) - Vantor"));
+        QTRY_COMPARE(Title(host), QStringLiteral("p 9.png[*] (1/3) - Vantor")); // the folder is known
+        CtrlOf(host, 0)->AddImage(files.Path("p 10.png"));
+        QTRY_COMPARE(Title(host), QStringLiteral("p 10.png[*] (2/2) - Vantor"));
         QVERIFY(!host.IsEnabled("View", "Next Image"));
         host.Key(Qt::Key_PageUp);
         QTRY_COMPARE(Title(host), QStringLiteral("p 9.png[*] (1/2) - Vantor"));
