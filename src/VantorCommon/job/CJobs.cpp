@@ -146,29 +146,38 @@ CJobs::JobPtr CJobs::TakeWaiting()
     return pJob;
 }
 
+void CJobs::Carry(CJob& job)
+{
+    const Vantor::CProgress::CScope scope(&job.m_progress);
+    const CJob::Work work = std::exchange(job.m_work, nullptr);
+    try {
+        if (!job.m_progress.IsCancelled())
+            job.m_finish = work(job.m_progress);
+    } catch (...) {
+        job.m_bBroken = true;
+    }
+}
+
 /// On a thread of the pool. A thread that found nothing because a job of the same kind ran has gone, so
-/// whoever ends that job goes on with the next.
+/// whoever ends that job goes on with the next; but the pool decides whether a thread is left for it when the
+/// one that it had more was given back.
 void CJobs::Work()
 {
     std::unique_lock<std::mutex> lock(m_mutex);
     while (const JobPtr pJob = TakeWaiting()) {
         lock.unlock();
-        {
-            const Vantor::CProgress::CScope scope(&pJob->m_progress);
-            const CJob::Work work = std::exchange(pJob->m_work, nullptr);
-            try {
-                if (!pJob->m_progress.IsCancelled())
-                    pJob->m_finish = work(pJob->m_progress);
-            } catch (...) {
-                pJob->m_bBroken = true;
-            }
-        }
+        Carry(*pJob);
         lock.lock();
         Remove(m_vctRunning, pJob);
         m_vctEnded.push_back(pJob);
         GiveThreadBack(*pJob);
         QCoreApplication::postEvent(this, new QEvent(kEnded));
         m_ended.notify_all();
+        if (!pJob->m_sJob.bWaits)
+            continue;
+        if (!m_vctWaiting.empty())
+            QThreadPool::globalInstance()->start(m_pWorker.get());
+        return;
     }
 }
 

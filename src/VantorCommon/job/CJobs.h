@@ -70,6 +70,7 @@ private:
     void CancelIf(const std::function<bool(const CJob&)>& isMeant);
     static void GiveThreadBack(const CJob& job);
     JobPtr TakeWaiting();
+    static void Carry(CJob& job);
     void Work();
     void DeliverEnded();
     void Deliver(const JobPtr& pJob);

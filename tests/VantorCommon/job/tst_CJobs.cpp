@@ -78,6 +78,7 @@ private Q_SLOTS:
         CGate computing;
         CGate waiting;
         std::atomic<int> nWaiting{0};
+        int nEnded = 0;
         std::atomic<bool> bSecond{false};
         SJob sWaits;
         sWaits.bWaits = true;
@@ -93,12 +94,13 @@ private Q_SLOTS:
             CJobs::Get().Start(&receiver, sWaits, [&](CProgress&) -> CJob::Finish {
                 ++nWaiting;
                 waiting.Pass();
-                return {};
+                return [&] { ++nEnded; };
             });
         QTRY_COMPARE(nWaiting.load(), 3);
         QVERIFY(!bSecond);
         for (int i = 0; i < 3; ++i)
             waiting.Open();
+        QTRY_COMPARE(nEnded, 3); // from now on the pool counts its threads as they are
         QTRY_COMPARE(QThreadPool::globalInstance()->activeThreadCount(), 1);
         QVERIFY(!bSecond); // the threads that there were more have gone
         computing.Open();
