@@ -376,11 +376,15 @@ void CMainWindow::ShowSettings()
 void CMainWindow::ShowGlobe()
 {
     if (!m_pGlobe) {
-        m_pGlobe = new CImageView3DEarth(this);
-        m_pGlobe->setWindowFlag(Qt::Window);
+        // In a window of its own: as a child of this one it would have it painted by OpenGL.
+        m_pGlobe = new QWidget(this, Qt::Window);
         m_pGlobe->setWindowTitle(tr("Globe"));
         m_pGlobe->resize(kGlobeSide, kGlobeSide);
-        m_pGlobe->SetSteadyRepaint(false); // it moves only when dragged
+        auto* pLayout = new QVBoxLayout(m_pGlobe);
+        pLayout->setContentsMargins(0, 0, 0, 0);
+        auto* pGlobe = new CImageView3DEarth(m_pGlobe);
+        pGlobe->SetSteadyRepaint(false); // it moves only when dragged
+        pLayout->addWidget(pGlobe);
         connect(new QShortcut(Qt::Key_Escape, m_pGlobe), &QShortcut::activated, m_pGlobe, &QWidget::close);
     }
     BringUp(*m_pGlobe);

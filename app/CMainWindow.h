@@ -18,7 +18,6 @@ class CCenterCtrl;
 class CCenterModel;
 class CCenterView;
 class CImageView2DCtrl;
-class CImageView3DEarth;
 class CFullScreen;
 class CMessageBar;
 class CPropertyDockView;
@@ -172,7 +171,7 @@ private:
     void About();
 
     CSettingDlg* m_pSettingDlg = nullptr;
-    CImageView3DEarth* m_pGlobe = nullptr; ///< made at its first use
+    QWidget* m_pGlobe = nullptr; ///< made at its first use
     std::unique_ptr<CSettingCtrl> m_pSettingCtrl;
     std::unique_ptr<CTheme> m_pTheme;
     CToolBoxDockView* m_pToolBox = nullptr;

@@ -5,7 +5,7 @@ set -euo pipefail
 
 build="build-essential python3 cmake ninja-build pkg-config qtbase5-dev qttools5-dev libpoppler-qt5-dev libfontconfig-dev libseccomp-dev libpng-dev zlib1g-dev libjpeg62-turbo-dev libtiff-dev libgif-dev libhwy-dev libtesseract-dev libleptonica-dev libopencv-imgproc-dev"
 run="libqt5widgets5 libqt5sql5-sqlite libgl1-mesa-dri fonts-liberation fonts-dejavu-core xvfb xauth openbox x11-utils tesseract-ocr-eng tesseract-ocr-vie tesseract-ocr-kor"
-test="doxygen dbus-daemon valgrind xclip xdotool imagemagick mariadb-server libqt5sql5-mysql clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev"
+test="doxygen dbus-daemon weston qtwayland5 valgrind xclip xdotool imagemagick mariadb-server libqt5sql5-mysql clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev"
 coverage="gcovr"
 package="qttools5-dev dpkg-dev debhelper chrpath lintian desktop-file-utils shared-mime-info mandoc"
 clients="imagej openjdk-17-jdk-headless librsvg2-bin labelme imagemagick"

@@ -119,16 +119,16 @@ private Q_SLOTS:
             QTest::keyClick(QApplication::activePopupWidget(), 'g');
             return QTest::qWaitFor([&] {
                 auto* pGlobe = window.findChild<CImageView3DEarth*>();
-                return pGlobe && QApplication::activeWindow() == pGlobe && pGlobe->isValid();
+                return pGlobe && QApplication::activeWindow() == pGlobe->window() && pGlobe->isValid();
             });
         };
         QVERIFY(open());
         auto* pGlobe = window.findChild<CImageView3DEarth*>();
-        QCOMPARE(pGlobe->windowTitle(), QStringLiteral("Globe"));
+        QCOMPARE(pGlobe->window()->windowTitle(), QStringLiteral("Globe"));
         const QImage before = pGlobe->grabFramebuffer();
         const QPoint centre = pGlobe->rect().center();
         QVERIFY(before.pixelColor(centre) != QColor(Qt::black)); // it has its picture
-        QWindow* pHandle = pGlobe->windowHandle();
+        QWindow* pHandle = pGlobe->window()->windowHandle();
         QTest::mousePress(pHandle, Qt::LeftButton, Qt::NoModifier, centre);
         QTest::mouseMove(pHandle, centre + QPoint(30, 0));
         QTest::mouseMove(pHandle, centre + QPoint(60, 20));
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QCOMPARE(pGlobe->GetPitch(), 2.0F);
         QVERIFY(pGlobe->grabFramebuffer() != before);
 
-        pGlobe->close();
+        pGlobe->window()->close();
         QVERIFY(Activate(window));
         QVERIFY(open()); // the same again
         QCOMPARE(window.findChildren<CImageView3DEarth*>().size(), 1);

@@ -177,12 +177,12 @@ private Q_SLOTS:
         QVERIFY(host.Show());
         host.Entry("Tools", "Globe")->trigger();
         auto* pGlobe = host.window.findChild<CImageView3DEarth*>();
-        QTRY_VERIFY(QApplication::activeWindow() == pGlobe && pGlobe->isValid());
+        QTRY_VERIFY(QApplication::activeWindow() == pGlobe->window() && pGlobe->isValid());
         QTest::qWait(100); // as long as six steady repaints
         const QSignalSpy painted(pGlobe, &QOpenGLWidget::frameSwapped);
         QTest::qWait(100);
         QCOMPARE(painted.count(), 0);
-        QTest::keyClick(pGlobe->windowHandle(), Qt::Key_Escape);
+        QTest::keyClick(pGlobe->window()->windowHandle(), Qt::Key_Escape);
         QTRY_VERIFY(!pGlobe->isVisible());
     }
 

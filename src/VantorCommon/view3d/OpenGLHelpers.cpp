@@ -60,10 +60,15 @@ void ShowDialogsAgain(const QWidget& window)
 }
 } // namespace
 
+bool StartsWithoutOpenGL()
+{
+    return QCoreApplication::testAttribute(Qt::AA_ForceRasterWidgets);
+}
+
 void PrepareWindow(QOpenGLWidget& widget)
 {
     QOpenGLContext context;
-    if (!QCoreApplication::testAttribute(Qt::AA_ForceRasterWidgets) || !context.create())
+    if (!StartsWithoutOpenGL() || !context.create())
         return;
     QWidget& window = *widget.window();
     CreateHandle(window);

@@ -15,6 +15,11 @@ QSurfaceFormat OpenGLFormat();
 /// Whether the widget has a context that can run the shaders.
 bool HasUsableContext(const QOpenGLWidget& widget);
 
+/// Whether windows get OpenGL only when they need it (Qt::AA_ForceRasterWidgets). A 3D view then joins its
+/// window when it is first shown: Wayland's windows, among others, paint nothing without OpenGL as soon as
+/// they have such a widget, be it hidden.
+bool StartsWithoutOpenGL();
+
 /// Prepares the widget's window for OpenGL; call it before the widget is shown. Windows are ready by default,
 /// unless the host has set Qt::AA_ForceRasterWidgets, which saves it half the time and the memory of its
 /// start: then this replaces the system's window once by one with OpenGL, and the window disappears for a

@@ -17,6 +17,7 @@
 #include <VantorCommon/view2d/Saturate_p.h>
 #include <VantorCommon/view2d/SharedIcon_p.h>
 #include <VantorCommon/view3d/CImageView3D.h>
+#include <VantorCommon/view3d/OpenGLHelpers_p.h>
 
 #include <QFocusEvent>
 #include <QGuiApplication>
@@ -163,7 +164,8 @@ void CImageViewer::SetImageView(QWidget* pView2D, QWidget* pView3D, CStatusBarVi
     m_pToolModel = pToolModel;
     for (QWidget* pView : {pView2D, pView3D})
         if (pView) {
-            m_pViewLayout->addWidget(pView);
+            if (pView == pView2D || !StartsWithoutOpenGL())
+                m_pViewLayout->addWidget(pView);
             pView->installEventFilter(this);
             pView->setAccessibleName(
                 QString::asprintf(pView == pView2D ? "Image %d" : "3D image %d", m_nViewID));
@@ -232,8 +234,11 @@ void CImageViewer::ShowView(bool b2D)
     // Hide one first: side by side for a moment, both would be resized to half their width.
     if (pHidden)
         pHidden->setVisible(false);
-    if (pShown)
+    if (pShown) {
+        if (m_pViewLayout->indexOf(pShown) < 0)
+            m_pViewLayout->addWidget(pShown);
         pShown->setVisible(true);
+    }
     if (bFocus)
         FocusVisibleView();
     CheckView(b2D);

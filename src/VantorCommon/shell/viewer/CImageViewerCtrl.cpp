@@ -18,11 +18,13 @@
 #include <VantorCommon/view3d/CImageView3DCtrl.h>
 #include <VantorCommon/view3d/CImageView3DModel.h>
 #include <VantorCommon/view3d/CImageView3DNotSupported.h>
+#include <VantorCommon/view3d/OpenGLHelpers_p.h>
 
 #include <QCoreApplication>
 #include <QEvent>
 #include <QIcon>
 #include <QOpenGLContext>
+#include <initializer_list>
 
 namespace
 {
@@ -53,12 +55,10 @@ CImageViewerCtrl::CImageViewerCtrl(CImageViewer* pViewer, CImageViewerModel* pMo
 
 CImageViewerCtrl::~CImageViewerCtrl()
 {
-    if (m_pViewer)
-        return;
-    // Without a viewer, no other object owns them.
-    delete m_pView2D;
-    delete m_pStatusBarView;
-    delete m_pView3D;
+    // No other object owns what is in no viewer.
+    for (QWidget* pWidget : std::initializer_list<QWidget*>{m_pView2D, m_pStatusBarView, m_pView3D})
+        if (pWidget && !pWidget->parent())
+            delete pWidget;
 }
 
 bool CImageViewerCtrl::eventFilter(QObject* pWatched, QEvent* pEvent)
@@ -102,7 +102,7 @@ QWidget* CImageViewerCtrl::Create3D(CToolBoxDockView* pToolBoxDockView, CPropert
     if (QOpenGLContext::openGLModuleType() != QOpenGLContext::LibGL)
         return new CImageView3DNotSupported(m_pViewer);
     m_pModel3D = std::make_unique<CImageView3DModel>();
-    auto* pView = new CImageView3D(m_pModel3D.get(), m_pViewer);
+    auto* pView = new CImageView3D(m_pModel3D.get(), StartsWithoutOpenGL() ? nullptr : m_pViewer.data());
     m_pCtrl3D = std::make_unique<CImageView3DCtrl>(m_pModel3D.get(), m_pImageModel.get(), pView,
                                                    pToolBoxDockView, pPropertyDockView, pStatusBarDockView);
     connect(m_pCtrl3D.get(), &CImageView3DCtrl::signal_Failed, this, &CImageViewerCtrl::signal_Failed);
