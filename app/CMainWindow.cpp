@@ -87,6 +87,7 @@ SCenterOptions HostOptions()
     sOptions.bKeepOnFailedLoad = true;
     sOptions.bReaderByContent = true;
     sOptions.bRestoreAfterCapture = true;
+    sOptions.bPortalCapture = true;
     sOptions.bProposeSaveName = true;
     sOptions.bMoreShapes = true;
     sOptions.bOwnColors = true;

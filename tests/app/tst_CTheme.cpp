@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 #include "CTheme.h"
+#include "tests/support/PrivateBus.h"
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusVariant>
-#include <QProcess>
 #include <cmath>
 
 namespace
@@ -183,24 +183,12 @@ private:
     const QPalette m_light = QApplication::palette();
 };
 
-/// A session bus of its own, before the application connects to it.
 int main(int argc, char* argv[])
 {
-    QProcess bus;
-    bus.start(QStringLiteral("dbus-daemon"),
-              {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
-    if (!bus.waitForStarted() || !bus.waitForReadyRead())
-        return 1;
-    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readLine().trimmed());
+    const CPrivateBus bus;
     QApplication app(argc, argv);
     QApplication::setStyle(QStringLiteral("Fusion"));
-    int nResult = 1;
-    {
-        tst_CTheme test;
-        nResult = QTest::qExec(&test, argc, argv);
-    }
-    bus.kill();
-    bus.waitForFinished();
-    return nResult;
+    tst_CTheme test;
+    return QTest::qExec(&test, argc, argv);
 }
 #include "tst_CTheme.moc"

@@ -5,6 +5,8 @@
 // keyboard: events go into the window. What the compositor shows is looked at.
 #include "HostSupport.h"
 #include "tests/VantorCommon/process/ToolParts.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/ScreenshotPortal.h"
 #include "tests/support/TestMain.h"
 
 #include <VantorCommon/view3d/CImageView3D.h>
@@ -152,6 +154,20 @@ private Q_SLOTS:
         QTRY_VERIFY(OnScreen(kMark) > nBare);
     }
 
+    void theDesktopTakesThePictureOfTheScreen()
+    {
+        CScreenshotPortal desktop;
+        desktop.mapResults[QStringLiteral("uri")] = QUrl::fromLocalFile(m_strPicture).toString();
+        Host host;
+        host.window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&host.window));
+        QTest::ignoreMessage(QtWarningMsg, "Can't set clipboard contents with no wl_seats available");
+        host.Entry("Tools", "Capture the Screen")->trigger();
+        QTRY_VERIFY(host.View(0)->GetImageUID() != Vantor::CVObject::kNoUID);
+        QVERIFY(!host.window.isMinimized());
+        QTRY_VERIFY(OnScreen(kMark) > 10000);
+    }
+
 private:
     /// Nothing gives a window the focus here.
     bool Show(Host& host)
@@ -167,5 +183,11 @@ private:
     QString m_strPicture;
 };
 
-VANTOR_TEST_MAIN(tst_Wayland)
+int main(int argc, char* argv[])
+{
+    const CPrivateBus bus;
+    const QApplication app(argc, argv);
+    tst_Wayland test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_Wayland.moc"

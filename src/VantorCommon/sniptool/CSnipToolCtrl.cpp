@@ -7,6 +7,7 @@
 #include <VantorCommon/sniptool/CSnipTool.h>
 #include <VantorCommon/sniptool/CSnipToolColors_p.h>
 #include <VantorCommon/sniptool/CSnipToolModel.h>
+#include <VantorCommon/sniptool/ScreenPortal_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CUtilManager.h>
 
@@ -155,11 +156,29 @@ void CSnipToolCtrl::Deliver(const QImage& picture)
         return;
     }
     const auto pImage = std::make_shared<CImage>();
+    if (CUtilManager::ConvertImage(picture, pImage.get()) && m_pModel)
+        Push(pImage);
+}
+
+void CSnipToolCtrl::Push(const std::shared_ptr<CImage>& pImage)
+{
     const QString strTime = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh.mm.ss"));
     pImage->SetName(QStringLiteral("Capture %1.png").arg(strTime).toStdWString());
-    if (CUtilManager::ConvertImage(picture, pImage.get()) && m_pModel &&
-        m_pImageView2DCtrl->PushImage(pImage))
+    pImage->SetFolder(std::wstring());
+    if (m_pImageView2DCtrl && m_pImageView2DCtrl->PushImage(pImage))
         m_pImageView2DCtrl->CopyToClipBoard();
+}
+
+void CSnipToolCtrl::AskDesktop()
+{
+    if (!m_pPortal) {
+        m_pPortal = new CScreenPortal(this);
+        connect(m_pPortal, &CScreenPortal::signal_Taken, this, &CSnipToolCtrl::Push);
+        connect(m_pPortal, &CScreenPortal::signal_Failed, this, [this](const QString& strReason) {
+            Fail(ERROR, QStringLiteral("Cannot capture the screen: ") + strReason);
+        });
+    }
+    m_pPortal->Ask();
 }
 
 void CSnipToolCtrl::slot_ExitCapture()

@@ -8,11 +8,18 @@
 
 #include <QPointer>
 #include <QRect>
+#include <memory>
 
 class CImageView2DCtrl;
+class CScreenPortal;
 class CSnipTool;
 class CSnipToolModel;
 class QImage;
+
+namespace Vantor::Algorithms
+{
+class CImage;
+}
 
 /// Turns the selection of the snip tool into a new image of a 2D view and copies it to the clipboard. The 2D
 /// controller starts a capture: it hides the application and shows the tool; this one ends it.
@@ -26,6 +33,10 @@ public:
     /// Connects the tool's signals, also its closing by the window manager, which counts as Escape.
     CSnipToolCtrl(CSnipToolModel* pModel, CSnipTool* pView, CImageView2DCtrl* pImageView2DCtrl);
     ~CSnipToolCtrl() override;
+
+    /// Lets the desktop take the picture where programs cannot see the screen (Wayland): its own dialog asks
+    /// the user for a part, the picture goes the same way as one of slot_CaptureScreen. Returns at once.
+    void AskDesktop();
 
     /// @{
     /// False: there is nothing to undo.
@@ -53,8 +64,10 @@ Q_SIGNALS:
 private:
     void Fail(ELogLevel eLevel, const QString& strMessage);
     void Deliver(const QImage& picture);
+    void Push(const std::shared_ptr<Vantor::Algorithms::CImage>& pImage);
 
     CSnipToolModel* m_pModel;
     QPointer<CSnipTool> m_pView;
     QPointer<CImageView2DCtrl> m_pImageView2DCtrl;
+    CScreenPortal* m_pPortal = nullptr; ///< a child, made at its first use
 };

@@ -6,6 +6,7 @@
 #include <VantorCommon/sniptool/CSnipTool.h>
 #include <VantorCommon/sniptool/CSnipToolCtrl.h>
 #include <VantorCommon/sniptool/CSnipToolModel.h>
+#include <VantorCommon/sniptool/ScreenPortal_p.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
@@ -61,6 +62,10 @@ void CImageView2DCtrlCapture::SetApplicationVisible(bool bVisible)
 
 void CImageView2DCtrlCapture::Open()
 {
+    if (m_context.sOptions.bPortalCapture && CScreenPortal::IsNeeded()) {
+        m_pSnipToolCtrl->AskDesktop();
+        return;
+    }
     if (!m_pSnipTool)
         return;
     SetApplicationVisible(false);

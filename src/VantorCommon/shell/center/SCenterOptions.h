@@ -15,6 +15,9 @@ struct SCenterOptions {
     /// After a capture of the screen the main window returns to its former state: maximised, full screen or
     /// neither. Off: maximised.
     bool bRestoreAfterCapture = false;
+    /// On Wayland, where programs cannot see the screen, the desktop's own dialog takes captures
+    /// (xdg-desktop-portal). Off: the library's snip tool, whose captures fail there.
+    bool bPortalCapture = false;
     /// The dialog for saving an image starts in the image's folder, with its name and format, and has a
     /// filter for each format, whose suffix completes a name without one. Off: no name, the folder of the
     /// process, one filter for all, and the suffix "bmp".
