@@ -465,23 +465,29 @@ private Q_SLOTS:
         QCOMPARE(int(b.Ctrl()->GetGeometryModel()->GetObjects().size()), 1);
     }
 
-    void aPageThatCannotBeRenderedIsWhiteAndToldOnce()
+    void aPageThatCannotBeRenderedIsWhiteAndToldWheneverItIsShown()
     {
         CBench b;
         b.Open(
             MakePdf({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 >>",
                      "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 10 20] >>",
                      "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 900000 900000] >>"}));
-        const QStringList lstExpected{
+        QStringList lstExpected{
             QStringLiteral("Cannot load all of pdf file %1. Page 2 of 2 cannot be rendered. The page is "
                            "empty or larger than the limit.")
                 .arg(b.strPath)};
         QTRY_COMPARE_WITH_TIMEOUT(b.lstFailed, lstExpected, kPatienceMs);
-        for (int i = 0; i < 2; ++i) {
-            DropAll();
+        for (int i = 0; i < 4; ++i) {
+            if (i % 2 == 1)
+                DropAll(); // it is told when its pixels have come again
             b.Model()->SetCurrentIndex(1);
+            lstExpected << lstExpected.first();
+            QTRY_COMPARE_WITH_TIMEOUT(b.lstFailed, lstExpected, kPatienceMs);
             QTRY_VERIFY_WITH_TIMEOUT(b.Model()->GetImage(1)->HasPixels(), kPatienceMs);
             QCOMPARE(int(*Const(b.Model()->GetImage(1)).GetPixel(7, 7)), 255);
+            b.f.View(0)->repaint();
+            Q_EMIT b.Model()->signal_ChangeImageList();
+            QCOMPARE(b.lstFailed, lstExpected); // not twice
             b.Model()->SetCurrentIndex(0);
             QTRY_VERIFY_WITH_TIMEOUT(b.Model()->GetImage(0)->HasPixels(), kPatienceMs);
         }
