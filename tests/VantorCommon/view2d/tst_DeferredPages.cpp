@@ -214,12 +214,13 @@ private Q_SLOTS:
                          [&] { vctOrder.clear(); });
         b.Open(Document(30));
         b.Model()->SetCurrentIndex(20);
+        const int nBefore = vctOrder.size();
         QTRY_COMPARE_WITH_TIMEOUT(vctOrder.size(), 30, kPatienceMs);
         // What was begun before may come between, and two that run together may swap.
         const int nShown = vctOrder.indexOf(20);
-        QVERIFY2(nShown <= 3, qPrintable(QString::number(nShown)));
+        QVERIFY2(nShown <= nBefore + 3, qPrintable(QString::number(nShown)));
         for (const int nNeighbour : {19, 21})
-            QVERIFY(vctOrder.indexOf(nNeighbour) <= 6);
+            QVERIFY(vctOrder.indexOf(nNeighbour) <= nBefore + 6);
         QVERIFY(vctOrder.indexOf(5) > vctOrder.indexOf(15));
         QVERIFY(vctOrder.indexOf(10) > vctOrder.indexOf(27));
     }
@@ -268,8 +269,13 @@ private Q_SLOTS:
     void thumbnailsArriveAsPagesAreRendered()
     {
         CBench b;
+        bool bCame = false;
+        QObject::connect(b.Model(), &CImageView2DModel::signal_PixelsCame, &b.receiver,
+                         [&](int nIndex) { bCame = bCame || nIndex == 0; });
+        b.Open(DoublingForms()); // the first page takes ten seconds
+        QVERIFY(!bCame);
+        QVERIFY(IsWhite(b.Thumbnail(0)));
         b.Open(Document(9));
-        QVERIFY(IsWhite(b.Thumbnail(8)));
         const QSize size = b.Thumbnail(8).size();
         b.AwaitAll(9);
         QCoreApplication::processEvents();
