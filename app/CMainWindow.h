@@ -6,6 +6,7 @@
 
 #include <QMainWindow>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -59,7 +60,8 @@ public:
     /// @param strLayout  "1x1", "2x1" or "2x2"
     /// @return false for anything else, which changes nothing
     bool ChangeLayout(const QString& strLayout);
-    /// Opens the files that were open when the last window was closed, if the user has chosen so.
+    /// Opens the files that were open when the last window was closed, if the user has chosen so; they are
+    /// shown as they have been read.
     void ReopenSession();
 
 protected:
@@ -126,7 +128,6 @@ private:
     QString ImageFile() const;
     void MoveToTrash();
     void RestoreFromTrash();
-    void ShowFirst(CImageView2DCtrl& ctrl);
     /// @{
     /// The image of the active viewer with its annotations: ask for a file and write it, or copy it.
     void AskForPicture();
@@ -152,9 +153,10 @@ private:
     bool FitToImage(Vantor::Annotations::SPage& page);
     void OfferRecovery();
     void RestoreWork(const std::vector<AnnotationRecovery::SFound>& vctFound);
-    bool RestoreOne(const QString& strJournal);
+    void RestoreOne(const AnnotationRecovery::SFound& found);
     int EmptyViewer();
-    bool RestoreOver(const std::vector<AnnotationRecovery::SImage>& vctImages);
+    void RestoreOver(const std::vector<AnnotationRecovery::SImage>& vctImages,
+                     std::function<void(bool bAll)> done);
     bool RestoreApart(const std::vector<AnnotationRecovery::SImage>& vctImages, const QString& strName);
     void StoreSession();
     /// @{

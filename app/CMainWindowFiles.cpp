@@ -6,6 +6,7 @@
 
 #include "CActionTable.h"
 #include "CBrowser.h"
+#include "CFileOpening.h"
 #include "CMessageBar.h"
 #include "CRecentFiles.h"
 #include "CUnsavedWork.h"
@@ -95,29 +96,13 @@ void CMainWindow::StartOpening(const QStringList& lstFiles, const QString& strLa
     const int nViewers = std::max(1, m_pModel->GetColumn() * m_pModel->GetRow());
     if (lstFiles.size() == 1 && QFileInfo(lstFiles.first()).isDir())
         return m_pBrowser->OpenFolder(lstFiles.first());
-    for (int i = 0; i < lstFiles.size(); ++i)
-        m_pViewers->All()[static_cast<std::size_t>(i % nViewers)].pCtrl->AddImage(lstFiles[i]);
-    for (int i = 0; i < std::min(nViewers, lstFiles.size()); ++i)
-        ShowFirst(*m_pViewers->All()[static_cast<std::size_t>(i)].Ctrl2D());
-}
-
-/// Keeps a viewer at the first of the images that are being opened in it, until they are or somebody leaves
-/// that image.
-void CMainWindow::ShowFirst(CImageView2DCtrl& ctrl)
-{
-    auto* pWatch = new QObject(this);
-    CImageView2DModel* pModel = ctrl.GetImageModel();
-    const int nFirst = pModel->GetImageCount();
-    connect(&ctrl, &CImageView2DCtrl::signal_Failed, pWatch, [](const QString& strMessage) {
-        std::fprintf(stderr, "vantor-viewer: %s\n", qPrintable(strMessage));
-    });
-    connect(&ctrl, &CImageView2DCtrl::signal_FileOpened, pWatch, [=] { pModel->SetCurrentIndex(nFirst); });
-    connect(&CJobs::Get(), &CJobs::signal_Changed, pWatch, [=, pCtrl = &ctrl] {
-        const auto vctJobs = CJobs::Get().GetJobs();
-        if (std::none_of(vctJobs.begin(), vctJobs.end(),
-                         [&](const auto& pJob) { return pJob->GetReceiver() == pCtrl; }))
-            pWatch->deleteLater();
-    });
+    for (int i = 0; i < std::min(nViewers, lstFiles.size()); ++i) {
+        QStringList lstOfViewer;
+        for (int n = i; n < lstFiles.size(); n += nViewers)
+            lstOfViewer.append(lstFiles[n]);
+        (new CFileOpening(this, m_pViewers->All()[static_cast<std::size_t>(i)].Ctrl2D(), 0, {}))
+            ->Open(lstOfViewer);
+    }
 }
 
 bool CMainWindow::OpenInActive(const QString& strFile)

@@ -17,6 +17,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QPointer>
 #include <QStatusBar>
 
 namespace
@@ -66,13 +67,18 @@ bool CMainWindow::HasPixels()
 
 void CMainWindow::ExportPicture(const QString& strPath)
 {
-    if (!HasPixels())
-        return;
-    const QString strReason = PictureExport::Save(*m_pViewers->Active().Ctrl2D(), strPath, kOwnColors);
-    if (strReason.isEmpty())
-        statusBar()->showMessage(tr("Exported %1").arg(QDir::toNativeSeparators(strPath)), kMessageMs);
-    else
-        m_pMessages->Tell(tr("The picture cannot be exported. %1").arg(LibraryTexts::Sentence(strReason)));
+    PictureExport::Start(
+        *m_pViewers->Active().Ctrl2D(), strPath, kOwnColors,
+        [this, self = QPointer<CMainWindow>(this), strPath](const QString& strReason) {
+            if (!self)
+                return;
+            if (strReason.isEmpty())
+                statusBar()->showMessage(tr("Exported %1").arg(QDir::toNativeSeparators(strPath)),
+                                         kMessageMs);
+            else
+                m_pMessages->Tell(
+                    tr("The picture cannot be exported. %1").arg(LibraryTexts::Sentence(strReason)));
+        });
 }
 
 void CMainWindow::CopyPicture()

@@ -5,6 +5,7 @@
 #include "AnnotationDialogs.h"
 #include "CActionTable.h"
 #include "CAnnotationFiles.h"
+#include "CFileOpening.h"
 #include "CImageOrigins.h"
 #include "CMainWindow.h"
 #include "CMessageBar.h"
@@ -242,42 +243,42 @@ void CMainWindow::OfferRecovery()
 /// What one viewer had comes into an empty one. What finds none stays offered.
 void CMainWindow::RestoreWork(const std::vector<AnnotationRecovery::SFound>& vctFound)
 {
-    std::vector<AnnotationRecovery::SFound> vctLeft;
+    m_pRecovery->Offer({});
     for (const auto& found : vctFound)
-        if (!RestoreOne(found.strJournal))
-            vctLeft.push_back(found);
-    m_pRecovery->Offer(vctLeft);
-    m_pActions->Update();
+        RestoreOne(found);
 }
 
-/// @return false when it cannot be restored now
-bool CMainWindow::RestoreOne(const QString& strJournal)
+/// What cannot be restored now, or not all of it, is offered again.
+void CMainWindow::RestoreOne(const AnnotationRecovery::SFound& found)
 {
     std::vector<AnnotationRecovery::SImage> vctImages;
-    const SReport report = AnnotationRecovery::Read(strJournal, vctImages);
+    const SReport report = AnnotationRecovery::Read(found.strJournal, vctImages);
     if (!report.failure.empty()) {
-        m_pMessages->Tell(tr("Cannot read the annotations in %1. %2").arg(strJournal, FailureOf(report)));
-        return false;
+        m_pMessages->Tell(
+            tr("Cannot read the annotations in %1. %2").arg(found.strJournal, FailureOf(report)));
+        return m_pRecovery->OfferToo(found);
     }
     const auto itGone = std::stable_partition(vctImages.begin(), vctImages.end(), [](const auto& image) {
         return QFileInfo::exists(image.strImage);
     });
     const std::vector<AnnotationRecovery::SImage> vctGone(itGone, vctImages.end());
     vctImages.erase(itGone, vctImages.end());
-    if (!RestoreOver(vctImages) || !RestoreApart(vctGone, QFileInfo(strJournal).completeBaseName()))
-        return false;
-    for (const auto& remark : report.remarks)
-        m_pMessages->Tell(LibraryTexts::Sentence(QString::fromStdString(remark.text)));
-    AnnotationRecovery::Discard(strJournal);
-    return true;
+    RestoreOver(vctImages, [=](bool bAll) {
+        if (!bAll || !RestoreApart(vctGone, QFileInfo(found.strJournal).completeBaseName()))
+            return m_pRecovery->OfferToo(found);
+        for (const auto& remark : report.remarks)
+            m_pMessages->Tell(LibraryTexts::Sentence(QString::fromStdString(remark.text)));
+        AnnotationRecovery::Discard(found.strJournal);
+        m_pActions->Update();
+    });
 }
 
-/// @return the index of a viewer without an image, which is shown then; -1 when there is none
+/// @return the index of a viewer without an image, also one to come; it is shown then; -1 when there is none
 int CMainWindow::EmptyViewer()
 {
     const auto& vctViewers = m_pViewers->All();
     for (std::size_t i = 0; i < vctViewers.size(); ++i) {
-        if (vctViewers[i].HasImage())
+        if (vctViewers[i].HasImage() || CFileOpening::IsBusy(vctViewers[i].Ctrl2D()))
             continue;
         if (vctViewers[i].pView->isHidden())
             ChangeLayout(i == 1 ? QStringLiteral("2x1") : QStringLiteral("2x2"));
@@ -286,24 +287,26 @@ int CMainWindow::EmptyViewer()
     return -1;
 }
 
-/// @return whether all images could be opened
-bool CMainWindow::RestoreOver(const std::vector<AnnotationRecovery::SImage>& vctImages)
+/// @param done  called when all images are there, or at once when there is no room for them
+void CMainWindow::RestoreOver(const std::vector<AnnotationRecovery::SImage>& vctImages,
+                              std::function<void(bool bAll)> done)
 {
     if (vctImages.empty())
-        return true;
+        return done(true);
     const int nViewer = EmptyViewer();
     if (nViewer < 0) {
         m_pMessages->Tell(
             tr("Close an image to make room for %1.").arg(QFileInfo(vctImages[0].strImage).fileName()));
-        return false;
+        return done(false);
     }
-    bool bAll = true;
+    const SViewer& viewer = m_pViewers->All()[static_cast<std::size_t>(nViewer)];
+    QStringList lstFiles;
     for (const auto& image : vctImages) {
-        m_pWork->Annotations(m_pViewers->All()[static_cast<std::size_t>(nViewer)])
-            ->Expect(image.strImage, image.document);
-        bAll = OpenIn(static_cast<std::size_t>(nViewer), image.strImage) && bAll;
+        m_pWork->Annotations(viewer)->Expect(image.strImage, image.document);
+        lstFiles.append(image.strImage);
     }
-    return bAll;
+    const auto told = [done = std::move(done)](const QStringList& lstMissing) { done(lstMissing.isEmpty()); };
+    (new CFileOpening(this, viewer.Ctrl2D(), 0, told))->Open(lstFiles);
 }
 
 /// The annotations of images that are gone or never had a file become files of the folder of data.
@@ -344,10 +347,8 @@ void CMainWindow::ReopenSession()
         return;
     const auto vctOpen = Session::FromText(CSettingManager::GetString(HostSettings::kSession, QString()));
     const std::size_t nViewers = std::min(vctOpen.size(), m_pViewers->All().size());
-    for (std::size_t i = 0; i < nViewers; ++i) {
-        for (const QString& strFile : vctOpen[i].lstFiles)
-            OpenIn(i, strFile);
-        m_pViewers->All()[i].Ctrl2D()->GetImageModel()->SetCurrentIndex(vctOpen[i].nCurrent);
-    }
-    m_pActions->Update();
+    for (std::size_t i = 0; i < nViewers; ++i)
+        (new CFileOpening(this, m_pViewers->All()[i].Ctrl2D(), vctOpen[i].nCurrent,
+                          [this](const QStringList&) { m_pActions->Update(); }))
+            ->Open(vctOpen[i].lstFiles);
 }

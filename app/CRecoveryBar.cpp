@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QStringList>
+#include <utility>
 
 namespace
 {
@@ -44,7 +45,7 @@ CRecoveryBar::CRecoveryBar(QWidget* pParent) : QFrame(pParent)
         return pButton;
     };
     connect(add(tr("Restore"), tr("Open the images and show their annotations again")), &QPushButton::clicked,
-            this, [this] { Q_EMIT signal_Restore(m_vctFound); });
+            this, [this] { Q_EMIT signal_Restore(std::exchange(m_vctFound, {})); });
     connect(add(tr("Discard"), tr("Give these annotations up")), &QPushButton::clicked, this,
             &CRecoveryBar::Discard);
     connect(add(tr("Later"), tr("Ask again at the next start")), &QPushButton::clicked, this, &QWidget::hide);
@@ -70,6 +71,13 @@ void CRecoveryBar::Offer(const FoundList& vctFound)
     m_pText->setAccessibleName(strText);
     QAccessibleEvent alert(m_pText, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+}
+
+void CRecoveryBar::OfferToo(const AnnotationRecovery::SFound& found)
+{
+    FoundList vctFound = m_vctFound;
+    vctFound.push_back(found);
+    Offer(vctFound);
 }
 
 void CRecoveryBar::Discard()

@@ -22,6 +22,8 @@ public:
 
     /// Shows the offer; hides the bar if there is nothing to offer.
     void Offer(const FoundList& vctFound);
+    /// Offers this, too.
+    void OfferToo(const AnnotationRecovery::SFound& found);
 
 Q_SIGNALS:
     /// The user chose to restore.

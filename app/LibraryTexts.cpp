@@ -120,6 +120,7 @@ const char* const kSentences[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "Another image is shown by now."),
     QT_TRANSLATE_NOOP("LibraryTexts", "Open %1"),
     QT_TRANSLATE_NOOP("LibraryTexts", "Save %1"),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Export %1"),
     QT_TRANSLATE_NOOP("LibraryTexts", "Rotate"),
     QT_TRANSLATE_NOOP("LibraryTexts", "Change the image"),
     QT_TRANSLATE_NOOP("LibraryTexts", "Compare the images"),

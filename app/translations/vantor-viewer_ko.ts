@@ -1398,6 +1398,10 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>Compare the images</source>
         <translation>이미지 비교</translation>
     </message>
+    <message>
+        <source>Export %1</source>
+        <translation>%1 내보내기</translation>
+    </message>
 </context>
 <context>
     <name>QCommandLineParser</name>

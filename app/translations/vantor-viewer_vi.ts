@@ -1398,6 +1398,10 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>Compare the images</source>
         <translation>So sánh các ảnh</translation>
     </message>
+    <message>
+        <source>Export %1</source>
+        <translation>Xuất %1</translation>
+    </message>
 </context>
 <context>
     <name>QCommandLineParser</name>

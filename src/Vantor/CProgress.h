@@ -12,8 +12,8 @@ namespace Vantor
 /// How far a piece of work is, and whether it is to end early: the thread that works tells and asks, others
 /// watch. Any thread, without locks.
 ///
-/// Loading, saving and filtering an image and reading its text use the progress that their thread has got by
-/// a CScope; cancelled, they fail. A filter that is cancelled leaves its image half done.
+/// Loading, saving, rotating and filtering an image and reading its text use the progress that their thread
+/// has got by a CScope; cancelled, they fail. A filter that is cancelled leaves its image half done.
 class VANTOR_EXPORT CProgress
 {
 public:

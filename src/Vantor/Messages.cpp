@@ -15,7 +15,18 @@ namespace
 constexpr std::size_t kMostBytes = 512;
 
 std::atomic<MessageSink> g_pSink{nullptr};
+thread_local bool t_bSilent = false;
 } // namespace
+
+CNoMessages::CNoMessages()
+{
+    t_bSilent = true;
+}
+
+CNoMessages::~CNoMessages()
+{
+    t_bSilent = false;
+}
 
 void SetMessageSink(MessageSink sink)
 {
@@ -25,7 +36,7 @@ void SetMessageSink(MessageSink sink)
 void TellMessage(const char* pSource, const char* pText)
 {
     const MessageSink pSink = g_pSink;
-    if (!pSink)
+    if (!pSink || t_bSilent)
         return;
     char message[kMostBytes];
     std::snprintf(message, sizeof(message), "%s: %s", pSource, pText);

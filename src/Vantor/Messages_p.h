@@ -9,4 +9,14 @@ namespace Vantor
 /// @param pSource  the library that reports it, such as "libpng"
 void TellMessage(const char* pSource, const char* pText);
 
+/// While it lives, messages of its thread go nowhere. At most one at a time in a thread.
+class CNoMessages
+{
+public:
+    CNoMessages();
+    ~CNoMessages();
+    CNoMessages(const CNoMessages&) = delete;
+    CNoMessages& operator=(const CNoMessages&) = delete;
+};
+
 } // namespace Vantor

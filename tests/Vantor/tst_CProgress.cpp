@@ -6,6 +6,7 @@
 #include "tests/support/TestMain.h"
 
 #include <Vantor/CProgress.h>
+#include <Vantor/geometry/CPoint.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/ocr/CVOCR.h>
 
@@ -20,6 +21,7 @@ using Vantor::CProgress;
 using Vantor::Algorithms::CImage;
 using Vantor::Algorithms::CVOCR;
 using Vantor::Algorithms::ERegionMode;
+using Vantor::Algorithms::ERotationMode;
 
 using Filter = std::function<int(CImage&)>;
 Q_DECLARE_METATYPE(Filter)
@@ -28,6 +30,7 @@ namespace
 {
 const std::string kCancelled = "It was cancelled.";
 constexpr ERegionMode kAll = ERegionMode::All;
+constexpr double kQuarter = 1.5707963267948966; // radians
 
 QStringList Entries(const QTemporaryDir& folder)
 {
@@ -242,6 +245,54 @@ private Q_SLOTS:
         const CProgress::CScope scope(&cancelled);
         QVERIFY(filter(*pSecond) != 0);
         QCOMPARE(pSecond->GetFailureReason(), kCancelled);
+    }
+
+    void aTurnTellsHowFarItIsAndCanBeCancelled_data()
+    {
+        QTest::addColumn<double>("angle");
+        QTest::newRow("a quarter") << kQuarter;
+        QTest::newRow("a half") << 2 * kQuarter;
+        QTest::newRow("three quarters") << 3 * kQuarter;
+        QTest::newRow("any angle") << 0.3;
+    }
+    void aTurnTellsHowFarItIsAndCanBeCancelled()
+    {
+        QFETCH(double, angle);
+        const auto pImage = MakeTestImage(1500, 1200, 3);
+        CImage before;
+        QCOMPARE(before.CopyFrom(pImage.get()), 0);
+        const Vantor::Geometry::CPoint<double> centre(750, 600);
+        CProgress cancelled;
+        cancelled.Cancel();
+        {
+            const CProgress::CScope scope(&cancelled);
+            QVERIFY(pImage->Rotate(centre, angle, 0.0, ERotationMode::GrowCanvas) != 0);
+        }
+        QCOMPARE(pImage->GetFailureReason(), kCancelled);
+        QVERIFY(SamePixels(*pImage, before));
+        CProgress progress;
+        const CProgress::CScope scope(&progress);
+        QCOMPARE(pImage->Rotate(centre, angle, 0.0, ERotationMode::GrowCanvas), 0);
+        QVERIFY(progress.GetDone() > 0.3 && progress.GetDone() <= 1.0);
+    }
+
+    void aTurnEndsSoonAfterItIsCancelled_data()
+    {
+        QTest::addColumn<double>("angle");
+        QTest::newRow("a quarter") << kQuarter;
+        QTest::newRow("a half") << 2 * kQuarter;
+        QTest::newRow("any angle") << 0.3;
+    }
+    void aTurnEndsSoonAfterItIsCancelled()
+    {
+        QFETCH(double, angle);
+        const auto pImage = MakeTestImage(2500, 2000, 3);
+        const Vantor::Geometry::CPoint<double> centre(1250, 1000);
+        CProgress progress;
+        CCanceller canceller(progress);
+        const CProgress::CScope scope(&progress);
+        QVERIFY(pImage->Rotate(centre, angle, 0.0, ERotationMode::GrowCanvas) != 0);
+        QVERIFY(progress.GetDone() < canceller.End() + 0.5); // any angle goes by few wide strips
     }
 
     void theSecondThreadOfAFilterIsCancelled_data()

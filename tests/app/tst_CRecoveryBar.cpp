@@ -9,6 +9,7 @@
 #include "tests/support/TestMain.h"
 
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
+#include <VantorCommon/job/CJobs.h>
 
 #include <QPushButton>
 
@@ -84,6 +85,45 @@ private Q_SLOTS:
         }
         QCOMPARE(host.ShownViewers(), 2);
         QVERIFY(host.window.isWindowModified());
+    }
+
+    void imagesAreRestoredWhileTheWindowLives()
+    {
+        const Pictures pictures;
+        const QStringList lstPictures{pictures.Add(QStringLiteral("a.png")),
+                                      pictures.Add(QStringLiteral("b.png"))};
+        for (const QString& strPicture : lstPictures) // a session each
+            QVERIFY(Crash({strPicture}));
+        Host host;
+        host.SetBackground(true);
+        QVERIFY(host.Show());
+        QTRY_VERIFY(BarOf(host)->isVisible());
+        Press(host, "Restore");
+        QVERIFY(!BarOf(host)->isVisible());
+        QCOMPARE(host.Annotations(0) + host.Annotations(1), 0);
+        QCOMPARE(AnnotationRecovery::Find().size(), std::size_t(2)); // kept until they are there
+        QTRY_VERIFY(host.Annotations(0) == 1 && host.Annotations(1) == 1);
+        QTRY_VERIFY(AnnotationRecovery::Find().empty());
+        QVERIFY(!BarOf(host)->isVisible());
+    }
+
+    void whatIsGivenUpWhileItIsRestoredStaysOffered()
+    {
+        const Pictures pictures;
+        QVERIFY(Crash({pictures.Add(QStringLiteral("a.png"))}));
+        Host host;
+        host.SetBackground(true);
+        QVERIFY(host.Show());
+        QTRY_VERIFY(BarOf(host)->isVisible());
+        Press(host, "Restore");
+        for (const auto& pJob : CJobs::Get().GetJobs())
+            CJobs::Get().Cancel(pJob);
+        QTRY_VERIFY(BarOf(host)->isVisible());
+        QCOMPARE(AnnotationRecovery::Find().size(), std::size_t(1));
+        QVERIFY(!CtrlOf(host, 0)->GetCurrentImgage());
+        Press(host, "Restore");
+        QTRY_COMPARE(host.Annotations(0), 1);
+        QTRY_VERIFY(AnnotationRecovery::Find().empty());
     }
 
     void whatSeveralImagesOfAViewerHadIsRestoredToEach()

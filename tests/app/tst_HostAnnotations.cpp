@@ -224,7 +224,7 @@ private Q_SLOTS:
         pDialog->selectFile(QStringLiteral("out"));
         static_cast<QDialog*>(pDialog)->accept();
         const QString strPath = folder.filePath(QStringLiteral("out.") + suffix);
-        QTRY_VERIFY(QFile::exists(strPath));
+        QTRY_VERIFY(QFile::exists(strPath)); // it comes into being whole
         if (suffix == QStringLiteral("png")) {
             const QImage plain = QImage(kPhoto).convertToFormat(QImage::Format_RGB32);
             const QImage written = QImage(strPath).convertToFormat(QImage::Format_RGB32);
@@ -246,7 +246,7 @@ private Q_SLOTS:
         auto* pDialog = host.window.findChild<QFileDialog*>();
         QVERIFY(pDialog);
         Q_EMIT pDialog->fileSelected(QStringLiteral("/nowhere/out.png"));
-        QVERIFY(host.Message().startsWith(QStringLiteral("The picture cannot be exported. ")));
+        QTRY_VERIFY(host.Message().startsWith(QStringLiteral("The picture cannot be exported. ")));
         pDialog->close();
     }
 

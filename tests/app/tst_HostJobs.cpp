@@ -2,9 +2,12 @@
 // Copyright (c) The Vantor authors
 #include "CJobBar.h"
 #include "WorkSupport.h"
+#include "tests/support/ChildProcesses.h"
+#include "tests/support/RandomMoments.h"
 #include "tests/support/TestMain.h"
 
 #include <Vantor/image/CImage.h>
+#include <VantorCommon/annotation/store/PictureExport.h>
 #include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/process/CImage2DProcessBaseDlg.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
@@ -143,23 +146,33 @@ private Q_SLOTS:
         QCOMPARE(saved.GetWidth(), 120);
     }
 
-    void theWindowMayCloseWhileFilesAreOpenedAndSaved()
+    void theWindowMayCloseWhileItsJobsRun()
     {
         QTemporaryDir folder;
         const QString strLarge = MakeLarge(folder, "large.png", 900);
-        for (int i = 0; i < 5; ++i) {
-            JobHost host;
-            QVERIFY(host.Show({kPhoto}));
-            CtrlOf(host, 0)->SaveFile(folder.filePath(QStringLiteral("%1.png").arg(i)));
-            host.window.StartOpening({strLarge, strLarge, strLarge, strLarge}, QStringLiteral("2x2"));
-            if (i % 2)
-                QCoreApplication::processEvents();
-        }
-        QThreadPool::globalInstance()->waitForDone();
-        for (int i = 0; i < 5; ++i) {
+        const QString strSaved = folder.filePath(QStringLiteral("saved.png"));
+        const int nTimes = RandomMoments::HowOften("VANTOR_CLOSINGS", 5);
+        std::mt19937 random(7);
+        for (int i = 0; i < nTimes; ++i) {
+            QFile::remove(strSaved);
+            {
+                JobHost host;
+                QVERIFY(host.Show({kPhoto}));
+                CtrlOf(host, 0)->SaveFile(strSaved);
+                CtrlOf(host, 0)->RotateRight();
+                PictureExport::Start(*CtrlOf(host, 0), folder.filePath(QStringLiteral("export.pdf")), true,
+                                     [](const QString&) {});
+                host.window.StartOpening({strLarge, kDocument, strLarge, kDocument}, QStringLiteral("2x2"));
+                host.Entry("Tools", "Median Filter...")->trigger();
+                auto* pTool = host.window.findChild<CImage2DProcessBaseDlg*>();
+                Q_EMIT pTool->signal_Run();
+                RandomMoments::Pass(random, 30000);
+            }
+            QThreadPool::globalInstance()->waitForDone();
             CImage saved;
-            QCOMPARE(saved.Load(folder.filePath(QStringLiteral("%1.png").arg(i)).toStdWString()), 0);
+            QCOMPARE(saved.Load(strSaved.toStdWString()), 0);
         }
+        QTRY_COMPARE_WITH_TIMEOUT(ChildrenOf(::getpid()).size(), 0, 30000);
     }
 };
 

@@ -53,6 +53,30 @@ private Q_SLOTS:
         if (bWished)
             QCOMPARE(CtrlOf(host, 0)->GetImageModel()->GetCurrentIndex(), 3);
     }
+
+    void whatWasOpenComesBackWhileTheWindowLives()
+    {
+        const Pictures pictures;
+        QStringList lstPictures;
+        for (const char* pName : {"a.png", "b.png", "c.png"})
+            lstPictures << pictures.Add(QLatin1String(pName));
+        const QString strGone = pictures.folder.filePath(QStringLiteral("gone.png"));
+        Host::StoreSetting(HostSettings::kReopen, 1);
+        Host::StoreSetting(
+            HostSettings::kSession,
+            Session::ToText({{{kDocument, lstPictures[0]}, 7}, {lstPictures + QStringList{strGone}, 1}}));
+        Host host;
+        host.SetBackground(true);
+        QVERIFY(host.Show());
+        host.window.ReopenSession();
+        QCOMPARE(CtrlOf(host, 0)->GetImageModel()->GetImageCount(), 0);
+        QCOMPARE(CtrlOf(host, 1)->GetImageModel()->GetImageCount(), 0);
+        QTRY_COMPARE(CtrlOf(host, 0)->GetImageModel()->GetImageCount(), 12);
+        QTRY_COMPARE(CtrlOf(host, 1)->GetImageModel()->GetImageCount(), 3);
+        QTRY_VERIFY(!host.Message().isEmpty()); // about the one that is gone
+        QCOMPARE(CtrlOf(host, 0)->GetImageModel()->GetCurrentIndex(), 7);
+        QCOMPARE(CtrlOf(host, 1)->GetImageModel()->GetCurrentIndex(), 1);
+    }
 };
 
 VANTOR_TEST_MAIN(tst_Session)

@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/CImage.h>
 
+#include <Vantor/CProgress.h>
 #include <Vantor/FailureReason_p.h>
 #include <Vantor/geometry/CPoint.h>
 #include <Vantor/image/Resample_p.h>
@@ -112,7 +113,8 @@ SSpan Visible(long long offset, int length, int canvas)
 void TurnHalf(const CImage& from, CImage& to, SSpan columns, SSpan rows, const SPlace& place)
 {
     const std::size_t nBytes = BytesPerPixel(from);
-    for (int y = rows.nBegin; y < rows.nEnd; ++y) {
+    for (int y = rows.nBegin; y < rows.nEnd && CProgress::Tell(static_cast<double>(y) / to.GetHeight());
+         ++y) {
         const unsigned char* pFrom =
             from.GetPixel(from.GetWidth() - 1 - columns.nBegin, from.GetHeight() - 1 - y);
         unsigned char* pTo =
@@ -215,6 +217,8 @@ CResult CImage::TryRotate(const Geometry::CPoint<double>& centre, double angle, 
         Resample(*this, result, {std::cos(angle), std::sin(angle), from.x(), from.y(), to.x(), to.y()},
                  nFill);
     }
+    if (CProgress::IsThreadCancelled())
+        return CResult::Failure(kCancelled);
     m_pPixels.swap(result.m_pPixels);
     return CResult::Success();
 }

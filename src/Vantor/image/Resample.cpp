@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/Resample_p.h>
 
+#include <Vantor/CProgress.h>
 #include <Vantor/filter/Bands_p.h>
 
 #include <algorithm>
@@ -172,7 +173,9 @@ template <class T, int Channels> void CResampler<T, Channels>::Run()
         FillBeside(*pRun);
     const SColumns columns = ColumnsOf(m_band);
     for (int nBegin = columns.nBegin; nBegin < columns.nEnd; nBegin += kStrip) {
-        for (const SPixelRun* pRun = m_band.pBegin; pRun != m_band.pEnd; ++pRun)
+        CProgress::Tell(double(nBegin - columns.nBegin) / (columns.nEnd - columns.nBegin));
+        for (const SPixelRun* pRun = m_band.pBegin; pRun != m_band.pEnd && !CProgress::IsThreadCancelled();
+             ++pRun)
             Draw({pRun->nRow, std::max(pRun->nBegin, nBegin), std::min(pRun->nEnd, nBegin + kStrip)});
     }
 }

@@ -22,6 +22,7 @@ struct SInverse {
 /// Draws the source, rotated by any angle, into every pixel of the canvas whose centre lies in it, by
 /// bilinear interpolation between the centres of its pixels; sets every byte of the others to the fill value.
 /// Both images have the same channels and depth, sides of at most 8 million pixels. Throws std::bad_alloc.
+/// Ends early when the progress of the thread is cancelled.
 void Resample(const CImage& from, CImage& to, const SInverse& inverse, unsigned char fill);
 
 } // namespace Vantor::Algorithms

@@ -2,6 +2,8 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/Transpose_p.h>
 
+#include <Vantor/CProgress.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
@@ -130,7 +132,7 @@ template <int N> void TransposeTiles(const SGrids& grids, int width, int height)
 {
     constexpr std::size_t kBufferStride = static_cast<std::size_t>(kTileRows) * N;
     alignas(kCacheLine) unsigned char buffer[kTileColumns * kBufferStride];
-    for (int y = 0; y < height; y += kTileRows) {
+    for (int y = 0; y < height && CProgress::Tell(static_cast<double>(y) / height); y += kTileRows) {
         const int nRows = std::min(kTileRows, height - y);
         for (int x = 0; x < width; x += kTileColumns) {
             const int nColumns = std::min(kTileColumns, width - x);

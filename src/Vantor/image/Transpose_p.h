@@ -7,7 +7,8 @@
 namespace Vantor::Algorithms
 {
 
-/// Columns become rows: to[x][y] = from[y][x] for 0 <= x < width, 0 <= y < height.
+/// Columns become rows: to[x][y] = from[y][x] for 0 <= x < width, 0 <= y < height. Ends early when the
+/// progress of the thread is cancelled.
 /// @param fromStride, toStride  bytes from one row to the next; a negative one starts at the last row, which
 ///                              makes the transposition a quarter turn
 /// @param width, height         of the source, in pixels, 0 or more

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
-#include <VantorCommon/view2d/BurnIn.h>
+#include <VantorCommon/view2d/BurnIn_p.h>
 
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
 #include <VantorCommon/view2d/CImageView2DDrawableWidget.h>
 #include <VantorCommon/view2d/CUtilManager.h>
 
-#include <QBuffer>
-#include <QPainter>
 #include <QPdfWriter>
 #include <QSignalBlocker>
 #include <cstring>
@@ -71,23 +69,30 @@ QImage Wrap(const CImage& image)
 }
 } // namespace
 
-QImage BurnIn::Paint(const CImage& image, const ObjectList& vctObjects, bool bOwnColors)
+QImage BurnIn::MakeGround(const CImage& image)
 {
     const bool bAlpha = image.GetChannel() == 4;
-    QImage picture =
-        Wrap(image).convertToFormat(bAlpha ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
-    if (picture.isNull())
-        return picture;
+    return Wrap(image).convertToFormat(bAlpha ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+}
+
+void BurnIn::PaintOn(QImage& picture, const ObjectList& vctObjects, bool bOwnColors)
+{
     CSurface surface(picture.size(), vctObjects, bOwnColors);
     const CUnselected unselected(vctObjects);
     QPainter painter(&picture);
     surface.PaintAll(painter);
+}
+
+QImage BurnIn::Paint(const CImage& image, const ObjectList& vctObjects, bool bOwnColors)
+{
+    QImage picture = MakeGround(image);
+    if (!picture.isNull())
+        PaintOn(picture, vctObjects, bOwnColors);
     return picture;
 }
 
-std::shared_ptr<CImage> BurnIn::ToImage(const CImage& image, const ObjectList& vctObjects, bool bOwnColors)
+std::shared_ptr<CImage> BurnIn::ToImage(QImage&& picture)
 {
-    QImage picture = Paint(image, vctObjects, bOwnColors);
     const int nChannels = picture.hasAlphaChannel() ? 4 : 3;
     picture = picture.convertToFormat(nChannels == 4 ? QImage::Format_RGBA8888 : QImage::Format_RGB888);
     auto pImage = std::make_shared<CImage>();
@@ -97,31 +102,51 @@ std::shared_ptr<CImage> BurnIn::ToImage(const CImage& image, const ObjectList& v
     for (int y = 0; y < picture.height(); ++y)
         std::memcpy(pImage->GetRows()[y], picture.constScanLine(y),
                     static_cast<std::size_t>(picture.width()) * static_cast<std::size_t>(nChannels));
+    picture = QImage();
     return pImage;
+}
+
+std::shared_ptr<CImage> BurnIn::ToImage(const CImage& image, const ObjectList& vctObjects, bool bOwnColors)
+{
+    return ToImage(Paint(image, vctObjects, bOwnColors));
+}
+
+BurnIn::CPdf::CPdf() : m_nDpi(CSurface(QSize(), {}, false).logicalDpiX()), m_buffer(&m_bytes)
+{
+}
+
+BurnIn::CPdf::~CPdf() = default;
+
+bool BurnIn::CPdf::Begin(const CImage& image)
+{
+    const QImage underlay = Wrap(image);
+    if (underlay.isNull())
+        return false;
+    m_size = underlay.size();
+    m_buffer.open(QIODevice::WriteOnly);
+    m_pWriter = std::make_unique<QPdfWriter>(&m_buffer);
+    m_pWriter->setCreator(QStringLiteral("Vantor"));
+    m_pWriter->setResolution(m_nDpi);
+    m_pWriter->setPageSize(QPageSize(QSizeF(m_size) * kPointsPerInch / m_nDpi, QPageSize::Point, QString(),
+                                     QPageSize::ExactMatch));
+    m_pWriter->setPageMargins(QMarginsF());
+    if (!m_painter.begin(m_pWriter.get()))
+        return false;
+    m_painter.setRenderHint(QPainter::LosslessImageRendering);
+    m_painter.drawImage(0, 0, underlay);
+    return true;
+}
+
+bool BurnIn::CPdf::Paint(const ObjectList& vctObjects, bool bOwnColors)
+{
+    CSurface surface(m_size, vctObjects, bOwnColors);
+    const CUnselected unselected(vctObjects);
+    surface.PaintAll(m_painter);
+    return m_painter.end();
 }
 
 QByteArray BurnIn::ToPdf(const CImage& image, const ObjectList& vctObjects, bool bOwnColors)
 {
-    const QImage underlay = Wrap(image);
-    if (underlay.isNull())
-        return {};
-    CSurface surface(underlay.size(), vctObjects, bOwnColors);
-    const int nDpi = surface.logicalDpiX(); // the resolution at which letters have their size on the screen
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    QPdfWriter writer(&buffer);
-    writer.setCreator(QStringLiteral("Vantor"));
-    writer.setResolution(nDpi);
-    writer.setPageSize(QPageSize(QSizeF(underlay.size()) * kPointsPerInch / nDpi, QPageSize::Point, QString(),
-                                 QPageSize::ExactMatch));
-    writer.setPageMargins(QMarginsF());
-    QPainter painter;
-    if (!painter.begin(&writer))
-        return {};
-    painter.setRenderHint(QPainter::LosslessImageRendering);
-    painter.drawImage(0, 0, underlay);
-    const CUnselected unselected(vctObjects);
-    surface.PaintAll(painter);
-    return painter.end() ? bytes : QByteArray();
+    CPdf pdf;
+    return pdf.Begin(image) && pdf.Paint(vctObjects, bOwnColors) ? pdf.GetBytes() : QByteArray();
 }

@@ -20,7 +20,7 @@ CImageView2DCtrl::SParts::SParts(const SImageView2DCtrlContext& given,
                                  const CImageView2DCtrlPanels::SDocks& sDocks)
     : context(given), navigation(context),
       gestures(context, [this](std::unique_ptr<CCommand> pCommand) { return Execute(std::move(pCommand)); }),
-      images(context), pages(context), files(context, images), clipboard(context),
+      images(context), pages(context), files(context, images), clipboard(context, files),
       panels(context, sDocks, gestures.Select()), capture(context)
 {
 }

@@ -7,6 +7,7 @@
 #include <VantorCommon/annotation/store/AnnotationDocument_p.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CImageView2DCtrlFiles_p.h>
 #include <VantorCommon/view2d/CUtilManager.h>
 
 #include <QClipboard>
@@ -97,7 +98,10 @@ void CImageView2DCtrlClipboard::Paste()
         return;
     }
     if (pData->hasUrls()) {
-        PasteUrls(pData->urls());
+        const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
+        for (const QUrl& url : pData->urls())
+            if (pCtrl)
+                m_files.Paste(url);
         return;
     }
     // Deliberate: text takes precedence over an image, and is ignored.
@@ -108,19 +112,4 @@ void CImageView2DCtrlClipboard::Paste()
     const auto pImage = std::make_shared<CImage>();
     if (CUtilManager::ConvertImage(image, pImage.get()))
         m_context.pCtrl->PushImage(pImage);
-}
-
-/// Deliberate: every file, even a PDF document, is read as an image, and failures are not logged.
-void CImageView2DCtrlClipboard::PasteUrls(const QList<QUrl>& lstUrls)
-{
-    for (const QUrl& url : lstUrls) {
-        const auto pImage = std::make_shared<CImage>();
-        const QString strPath = url.toLocalFile();
-        if (pImage->Load(strPath.toStdWString()) == 0)
-            m_context.pCtrl->PushImage(pImage);
-        else
-            Q_EMIT m_context.pCtrl->signal_Failed(
-                QStringLiteral("Cannot paste %1. ").arg(url.toDisplayString()) +
-                QString::fromStdString(pImage->GetFailureReason()));
-    }
 }

@@ -5,16 +5,18 @@
 #include <VantorCommon/view2d/CImageView2DCtrlContext_p.h>
 
 #include <QByteArray>
-#include <QList>
 
-class QUrl;
+class CImageView2DCtrlFiles;
 
 /// Copies the current image of a 2D controller to the clipboard, with SCenterOptions::bEditKeys also the
 /// selected annotations, and pastes from it.
 class CImageView2DCtrlClipboard
 {
 public:
-    explicit CImageView2DCtrlClipboard(const SImageView2DCtrlContext& context) : m_context(context) {}
+    CImageView2DCtrlClipboard(const SImageView2DCtrlContext& context, CImageView2DCtrlFiles& files)
+        : m_context(context), m_files(files)
+    {
+    }
 
     /// Does nothing without an image.
     void Copy() const;
@@ -24,7 +26,7 @@ public:
 private:
     QByteArray SelectedAnnotations() const;
     void PasteAnnotations(const QByteArray& bytes);
-    void PasteUrls(const QList<QUrl>& lstUrls);
 
     const SImageView2DCtrlContext& m_context;
+    CImageView2DCtrlFiles& m_files;
 };

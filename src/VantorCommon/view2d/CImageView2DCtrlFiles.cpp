@@ -15,6 +15,7 @@
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QUrl>
 
 using namespace ImageFileLoad;
 using Vantor::Algorithms::CImage;
@@ -119,7 +120,7 @@ std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::Read(SReques
 
 void CImageView2DCtrlFiles::Open(SOpening opening)
 {
-    if (!m_context.pModel || opening.request.strPath.isEmpty())
+    if (!m_context.pModel || (opening.request.strPath.isEmpty() && opening.request.strPasted.isEmpty()))
         return;
     if (m_context.sOptions.bBackground) {
         opening.request.bDeferred = m_context.sOptions.bDeferredPages;
@@ -134,7 +135,9 @@ void CImageView2DCtrlFiles::Open(SOpening opening)
 
 void CImageView2DCtrlFiles::Show(const SOpening& opening, const std::vector<ImagePtr>& vctImages)
 {
-    if (opening.bReplace)
+    if (!opening.request.strPasted.isEmpty())
+        PushAll(vctImages);
+    else if (opening.bReplace)
         Replace(vctImages, opening.request.strPath);
     else
         Append(vctImages, opening.request.strPath);
@@ -165,6 +168,14 @@ void CImageView2DCtrlFiles::Load(const QString& strPath)
 void CImageView2DCtrlFiles::Add(const QString& strPath)
 {
     Open({RequestOf(strPath, Reader()), false, m_context.nSteps});
+}
+
+/// Deliberate: every file, even a PDF document, is read as an image, and failures are not logged.
+void CImageView2DCtrlFiles::Paste(const QUrl& url)
+{
+    SRequest request = RequestOf(url.toLocalFile(), EReader_Image);
+    request.strPasted = url.toDisplayString();
+    Open({request, false, m_context.nSteps});
 }
 
 std::vector<CImageView2DCtrlFiles::ImagePtr> CImageView2DCtrlFiles::LoadImage(const QString& strPath)
@@ -202,6 +213,15 @@ void CImageView2DCtrlFiles::Append(const std::vector<ImagePtr>& vctImages, const
         m_images.Push(pImage);
     m_context.pModel->SetCurrentIndex(nFirst);
     Q_EMIT m_context.pCtrl->signal_FileOpened(strPath);
+}
+
+/// Whoever hears of an image may delete the controller.
+void CImageView2DCtrlFiles::PushAll(const std::vector<ImagePtr>& vctImages)
+{
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
+    for (const ImagePtr& pImage : vctImages)
+        if (pCtrl)
+            pCtrl->PushImage(pImage);
 }
 
 void CImageView2DCtrlFiles::Save(const QString& strPath)

@@ -10,6 +10,7 @@
 #include <vector>
 
 class CImageView2DCtrlImages;
+class QUrl;
 
 namespace Vantor::Algorithms
 {
@@ -18,7 +19,7 @@ class CImage;
 
 /// Loads the images and documents of a 2D controller and saves its images; the controller's signals report
 /// success and failure. Controller and view may be deleted while a dialog is open: then it does nothing more.
-/// With SCenterOptions::bBackground loading, adding and saving are jobs.
+/// With SCenterOptions::bBackground loading, adding, pasting and saving are jobs.
 class CImageView2DCtrlFiles
 {
 public:
@@ -34,6 +35,8 @@ public:
     std::vector<ImagePtr> LoadPDF(const QString& strPath);
     /// Appends the images of a file, the first of which becomes current.
     void Add(const QString& strPath);
+    /// Appends the image in a file that the clipboard names.
+    void Paste(const QUrl& url);
     /// Saves the current image in the format of the suffix.
     void Save(const QString& strPath);
 
@@ -59,6 +62,7 @@ private:
     bool ShowLater(SOpening& opening, const ImageFileLoad::SLoaded& loaded);
     void Replace(const std::vector<ImagePtr>& vctImages, const QString& strPath);
     void Append(const std::vector<ImagePtr>& vctImages, const QString& strPath);
+    void PushAll(const std::vector<ImagePtr>& vctImages);
     void TellSaved(const Vantor::Algorithms::CImage& image, const QString& strPath, const QString& strReason);
 
     const SImageView2DCtrlContext& m_context;

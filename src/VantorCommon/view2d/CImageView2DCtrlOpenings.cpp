@@ -3,16 +3,19 @@
 #include <VantorCommon/view2d/CImageView2DCtrlOpenings_p.h>
 
 #include <VantorCommon/job/CJobs.h>
+#include <VantorCommon/job/FreeMemory_p.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CReadAhead.h>
 
 #include <QFileInfo>
+#include <algorithm>
 #include <utility>
 
 struct CImageView2DCtrlOpenings::SPending {
     SOpening opening;
     std::weak_ptr<CJob> pJob; ///< its functions hold the opening
     std::optional<ImageFileLoad::SLoaded> loaded;
+    qint64 nMemory = 0; ///< in bytes, when more is needed than was free; the question is asked then
     bool bDropped = false;
 };
 
@@ -42,28 +45,55 @@ void CImageView2DCtrlOpenings::Start(SOpening opening)
     Read(pPending);
 }
 
-void CImageView2DCtrlOpenings::Read(const PendingPtr& pPending)
+/// On another thread. A file that needs more memory than there is comes back once, for the question.
+CJob::Finish CImageView2DCtrlOpenings::Load(const PendingPtr& pPending,
+                                            const ImageFileLoad::SRequest& request, bool bAsked)
 {
-    SJob sJob;
-    sJob.strTitle = QStringLiteral("Open %1").arg(QFileInfo(pPending->opening.request.strPath).fileName());
-    sJob.dropped = [this, pPending] {
-        pPending->bDropped = true;
+    const qint64 nMemory = bAsked ? 0 : ImageFileLoad::MemoryFor(request);
+    if (nMemory > 0 && nMemory > FreeMemory())
+        return [this, pPending, nMemory] {
+            pPending->nMemory = nMemory;
+            Read(pPending);
+        };
+    return [this, pPending, loaded = ImageFileLoad::Load(request, [](int, int) {})] {
+        pPending->loaded = loaded;
         ShowReady();
     };
-    pPending->pJob = CJobs::Get().Start(m_context.pCtrl, sJob,
-                                        [this, pPending, request = pPending->opening.request,
-                                         pAhead = CReadAhead::Get().Take(pPending->opening.request.strPath)](
-                                            Vantor::CProgress&) -> CJob::Finish {
-                                            ImageFileLoad::SLoaded loaded;
-                                            if (pAhead)
-                                                loaded.vctImages = {pAhead};
-                                            else
-                                                loaded = ImageFileLoad::Load(request, [](int, int) {});
-                                            return [this, pPending, loaded = std::move(loaded)] {
-                                                pPending->loaded = loaded;
-                                                ShowReady();
-                                            };
-                                        });
+}
+
+void CImageView2DCtrlOpenings::Drop(const PendingPtr& pPending)
+{
+    pPending->bDropped = true;
+    ShowReady();
+}
+
+/// Starting may ask, and in the meantime everything may be given up, and the controller go.
+void CImageView2DCtrlOpenings::Read(const PendingPtr& pPending)
+{
+    const QPointer<CImageView2DCtrl> pCtrl = m_context.pCtrl;
+    const ImageFileLoad::SRequest request = pPending->opening.request;
+    const bool bAsked = pPending->nMemory > 0;
+    SJob sJob;
+    sJob.strTitle = QStringLiteral("Open %1").arg(QFileInfo(request.strPath).fileName());
+    sJob.nMemory = pPending->nMemory;
+    sJob.dropped = [this, pPending] { Drop(pPending); };
+    const auto work = [=, pAhead = CReadAhead::Get().Take(request.strPath)](Vantor::CProgress&) {
+        if (!pAhead)
+            return Load(pPending, request, bAsked);
+        return CJob::Finish([this, pPending, pAhead] {
+            pPending->loaded = ImageFileLoad::SLoaded();
+            pPending->loaded->vctImages = {pAhead};
+            ShowReady();
+        });
+    };
+    const CJobs::JobPtr pJob = CJobs::Get().Start(pCtrl, sJob, work);
+    if (!pCtrl)
+        return;
+    pPending->pJob = pJob;
+    if (!pJob)
+        Drop(pPending);
+    else if (std::find(m_pending.begin(), m_pending.end(), pPending) == m_pending.end())
+        CJobs::Get().Cancel(pJob);
 }
 
 /// Showing may ask the user, and other files arrive meanwhile; and the controller may go.

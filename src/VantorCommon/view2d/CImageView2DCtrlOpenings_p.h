@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <VantorCommon/job/CJob.h>
 #include <VantorCommon/view2d/CImageView2DCtrlContext_p.h>
 #include <VantorCommon/view2d/ImageFileLoad_p.h>
 
@@ -38,6 +39,8 @@ private:
     using PendingPtr = std::shared_ptr<SPending>;
 
     void Read(const PendingPtr& pPending);
+    CJob::Finish Load(const PendingPtr& pPending, const ImageFileLoad::SRequest& request, bool bAsked);
+    void Drop(const PendingPtr& pPending);
     void ShowReady();
 
     const SImageView2DCtrlContext& m_context;

@@ -108,9 +108,18 @@ void CImageView2DCtrlPages::FollowCurrent()
     const int nCurrent = m_context.pModel->GetCurrentIndex();
     for (const int nIndex : {nCurrent, nCurrent + 1, nCurrent - 1})
         Want(nIndex);
-    if (const ImagePtr pCurrent = m_context.pModel->GetCurrentImage(); pCurrent && pCurrent->IsDeferred())
+    const ImagePtr pCurrent = m_context.pModel->GetCurrentImage();
+    const bool bPage = pCurrent && pCurrent->IsDeferred();
+    if (bPage)
         CPageMemory::Get().Use(*pCurrent);
     Continue();
+    const unsigned int nShown = bPage ? pCurrent->GetUID() : 0;
+    if (nShown == m_nShown)
+        return;
+    m_nShown = nShown;
+    m_bTold = false;
+    if (bPage && pCurrent->HasPixels())
+        TellWhy(*pCurrent);
 }
 
 /// The wanted index that is nearest to the current one, the following one of two; -1 without any.
@@ -171,14 +180,22 @@ void CImageView2DCtrlPages::Tell(const ImagePtr& pImage)
     for (int i = 0; pModel && i < pModel->GetImageCount(); ++i)
         if (pModel->GetImage(i) == pImage)
             pModel->TellPixels(i);
+    if (pCtrl && (bFirst || (pImage->GetUID() == m_nShown && !m_bTold)))
+        TellWhy(*pImage);
+}
+
+/// Why a page has no drawing, if it has none. Whoever hears of it may delete the controller.
+void CImageView2DCtrlPages::TellWhy(const CImage& image)
+{
     QString strReason;
-    if (!pImage->HasPixels())
+    if (!image.HasPixels())
         strReason = QStringLiteral("There is not enough memory for the page.");
-    else if (!pImage->GetNotes().empty())
-        strReason = QString::fromStdString(pImage->GetNotes().front());
-    if (pCtrl && bFirst && !strReason.isEmpty())
-        Q_EMIT pCtrl->signal_Failed(
-            QStringLiteral("Cannot load all of pdf file %1. %2").arg(PathOf(*pImage), strReason));
+    else if (!image.GetNotes().empty())
+        strReason = QString::fromStdString(image.GetNotes().front());
+    m_bTold = m_bTold || image.GetUID() == m_nShown;
+    if (!strReason.isEmpty())
+        Q_EMIT m_context.pCtrl->signal_Failed(
+            QStringLiteral("Cannot load all of pdf file %1. %2").arg(PathOf(image), strReason));
 }
 
 /// A job has ended.

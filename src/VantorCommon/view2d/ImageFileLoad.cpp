@@ -4,6 +4,7 @@
 
 #include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
+#include <Vantor/image/ImageMemory.h>
 #include <Vantor/pdf/CPDFPages.h>
 #include <Vantor/pdf/CPDFReader.h>
 
@@ -66,17 +67,22 @@ QString WhyUnreadable(const CPDFReader& reader, int nResult, bool bTried)
                   : QStringLiteral("The document needs a password.");
 }
 
-SLoaded LoadImage(const QString& strPath)
+SLoaded LoadImage(const SRequest& request)
 {
+    const QString& strPath = request.strPath;
     SLoaded loaded;
     auto pImage = std::make_shared<CImage>();
     if (pImage->Load(strPath.toStdWString()) == 0) {
         loaded.vctImages.push_back(std::move(pImage));
         return loaded;
     }
+    const QString strReason = QString::fromStdString(pImage->GetFailureReason());
+    if (!request.strPasted.isEmpty()) {
+        loaded.strFailure = QStringLiteral("Cannot paste %1. %2").arg(request.strPasted, strReason);
+        return loaded;
+    }
     loaded.strLog = QStringLiteral("Cannot load image %1").arg(strPath);
-    loaded.strFailure = QStringLiteral("Cannot load image %1. %2")
-                            .arg(strPath, QString::fromStdString(pImage->GetFailureReason()));
+    loaded.strFailure = QStringLiteral("Cannot load image %1. %2").arg(strPath, strReason);
     return loaded;
 }
 
@@ -149,5 +155,12 @@ SLoaded LoadDocument(const SRequest& request, const Pages& pages)
 
 SLoaded ImageFileLoad::Load(const SRequest& request, const Pages& pages)
 {
-    return IsDocument(request) ? LoadDocument(request, pages) : LoadImage(request.strPath);
+    return IsDocument(request) ? LoadDocument(request, pages) : LoadImage(request);
+}
+
+qint64 ImageFileLoad::MemoryFor(const SRequest& request)
+{
+    if (IsDocument(request))
+        return 0;
+    return static_cast<qint64>(Vantor::Algorithms::MemoryToLoad(request.strPath.toStdWString()));
 }

@@ -25,6 +25,7 @@ enum EReader {
 /// What to read, and how.
 struct SRequest {
     QString strPath;
+    QString strPasted; ///< how the clipboard names the file, if it is pasted: its failure is not logged
     EReader eReader = EReader_Path;
     double dblResolutionX = 0.0; ///< of documents, in dots per inch
     double dblResolutionY = 0.0; ///< the same
@@ -45,4 +46,8 @@ struct SLoaded {
 using Pages = std::function<void(int nDone, int nPages)>;
 
 SLoaded Load(const SRequest& request, const Pages& pages);
+
+/// The memory in bytes that Load will take, as the header of the file tells; 0: little, or nobody knows
+/// before, as for a document.
+qint64 MemoryFor(const SRequest& request);
 } // namespace ImageFileLoad

@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include "tests/VantorCommon/process/ocr/OcrBench.h"
 #include "tests/VantorCommon/process/operation/OperationBench.h"
+#include "tests/support/RandomMoments.h"
 #include "tests/support/TestMain.h"
 
 #include <Vantor/CProgress.h>
@@ -25,12 +26,6 @@ SCenterOptions Background()
     SCenterOptions sOptions;
     sOptions.bBackground = true;
     return sOptions;
-}
-
-void CancelAll()
-{
-    for (const auto& pJob : CJobs::Get().GetJobs())
-        CJobs::Get().Cancel(pJob);
 }
 
 /// What a tool tells.
@@ -162,7 +157,7 @@ private Q_SLOTS:
         SSpies<MedianTool::Ctrl> spies(&bench.ctrl);
         const auto pBefore = bench.Image();
         bench.ctrl.slot_Run();
-        CancelAll();
+        RandomMoments::CancelAll();
         QTRY_COMPARE(spies.ended.size(), 1);
         QCOMPARE(bench.Image(), pBefore);
         QVERIFY(spies.failed.isEmpty());
@@ -206,7 +201,7 @@ private Q_SLOTS:
         bench.parts->ClickRun();
         QTRY_COMPARE(CJobs::Get().GetJobs().at(0)->GetProgress().GetDone(), 0.5);
         QVERIFY(!bLeft);
-        CancelAll();
+        RandomMoments::CancelAll();
         QTRY_COMPARE(ended.size(), 1);
         QVERIFY(bLeft);
         QVERIFY(failed.isEmpty());
@@ -259,7 +254,7 @@ private Q_SLOTS:
                 QThread::yieldCurrentThread();
             if (random() % 2)
                 QCoreApplication::processEvents();
-            CancelAll();
+            RandomMoments::CancelAll();
         }
         CJobs::Get().Finish(&bench.ctrl);
         QCOMPARE(spies.started.size(), 1000);
@@ -275,6 +270,26 @@ private Q_SLOTS:
         bench.parts.ClickRun();
         QVERIFY(bench.Text().isEmpty());
         bench.fixture.Ctrl(0)->ChangeCurrentImage(MakeTestImage(10, 10, 3)); // the text comes all the same
+        QTRY_COMPARE_WITH_TIMEOUT(bench.Text(), OcrBench::FirstLine(), 60000);
+    }
+
+    void readingsThatAreCancelledAtRandomMomentsLeaveTheEngine()
+    {
+        const int nTimes = RandomMoments::HowOften("VANTOR_CANCELS", 20);
+        OcrBench bench;
+        bench.ctrl.SetOptions(Background());
+        bench.DrawFirstLine();
+        SSpies<OCRTool::Ctrl> spies(&bench.ctrl);
+        std::mt19937 random(7);
+        for (int i = 0; i < nTimes; ++i) {
+            bench.ctrl.slot_Run();
+            RandomMoments::Pass(random, 200000);
+            RandomMoments::CancelAll();
+        }
+        CJobs::Get().Finish(&bench.ctrl);
+        QCOMPARE(spies.ended.size(), nTimes);
+        QVERIFY(spies.failed.isEmpty());
+        bench.parts.ClickRun();
         QTRY_COMPARE_WITH_TIMEOUT(bench.Text(), OcrBench::FirstLine(), 60000);
     }
 

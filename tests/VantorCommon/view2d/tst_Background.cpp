@@ -2,20 +2,28 @@
 // Copyright (c) The Vantor authors
 #include "tests/support/CenterFixture.h"
 #include "tests/support/Centre.h"
+#include "tests/support/RandomMoments.h"
 #include "tests/support/TestMain.h"
 
 #include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
 
+#include <QApplication>
+#include <QClipboard>
 #include <QInputDialog>
+#include <QMimeData>
 #include <QThreadPool>
+#include <QUrl>
+#include <limits>
 #include <random>
 
 using Vantor::Algorithms::CImage;
 
 namespace
 {
+constexpr qint64 kHugeColumns = 1000000;
+constexpr qint64 kHugeRows = 350000;
 const QString kLocked = QStringLiteral("pdf/enc-R3,V2,U=view,O=master.pdf");
 
 /// A viewer of the centre with the option on, whose image is 200 x 150.
@@ -55,10 +63,23 @@ public:
     QStringList lstFailed;
 };
 
-void CancelAll()
+/// A file of a picture that takes a terabyte, of which the disk has only the head.
+QString MakeHugeFile(const QTemporaryDir& folder)
 {
-    for (const auto& pJob : CJobs::Get().GetJobs())
-        CJobs::Get().Cancel(pJob);
+    QByteArray head("BM");
+    const auto add = [&head](quint32 nValue, int nBytes) {
+        for (int i = 0; i < nBytes; ++i)
+            head.append(static_cast<char>(nValue >> (8 * i)));
+    };
+    for (const quint32 nValue : {0u, 0u, 54u, 40u, quint32(kHugeColumns), quint32(kHugeRows)})
+        add(nValue, 4);
+    add(1, 2);
+    add(24, 2);
+    head.append(QByteArray(24, '\0'));
+    QFile file(folder.filePath(QStringLiteral("huge.bmp")));
+    const bool bMade = file.open(QIODevice::WriteOnly) && file.write(head) == head.size() &&
+                       file.resize(54 + kHugeRows * kHugeColumns * 3);
+    return bMade ? file.fileName() : QString();
 }
 
 bool IsSavedAs(const CImage& image, const QString& strPath)
@@ -158,7 +179,7 @@ private Q_SLOTS:
         b.Ctrl()->SaveFile(strPath);
         QTRY_VERIFY(CJobs::Get().GetJobs().empty() ||
                     CJobs::Get().GetJobs().at(0)->GetProgress().GetDone() > 0.0);
-        CancelAll();
+        RandomMoments::CancelAll();
         b.Finish();
         if (saved.isEmpty()) { // it was not too late
             QFile after(strPath);
@@ -229,6 +250,65 @@ private Q_SLOTS:
         QCOMPARE(b.Widths(), QList<int>{200});
     }
 
+    void aPastedFileIsReadBesideTheWindow()
+    {
+        CBench b;
+        QSignalSpy opened(b.Ctrl(), &CImageView2DCtrl::signal_FileOpened);
+        auto* pData = new QMimeData;
+        pData->setUrls({QUrl::fromLocalFile(b.MakeFile("large.png", 4000)),
+                        QUrl(QStringLiteral("http://localhost/a.png")),
+                        QUrl::fromLocalFile(b.MakeFile("b.png", 12))});
+        QApplication::clipboard()->setMimeData(pData);
+        b.Ctrl()->slot_Paste();
+        QCOMPARE(b.Widths(), QList<int>{200});
+        QCOMPARE(CJobs::Get().GetJobs().at(0)->GetTitle(), QStringLiteral("Open large.png"));
+        b.Finish();
+        QCOMPARE(b.Widths(), (QList<int>{200, 4000, 12}));
+        QCOMPARE(b.lstFailed,
+                 QStringList{QStringLiteral("Cannot paste http://localhost/a.png. There is no such file.")});
+        QVERIFY(opened.isEmpty()); // as without the option
+    }
+
+    void aFileThatNeedsMoreMemoryThanThereIsIsAskedAbout()
+    {
+        CBench b;
+        const QString strHuge = MakeHugeFile(b.f.folder);
+        const std::size_t nLimit = CImage::GetDecodeLimit();
+        CImage::SetDecodeLimit(std::numeric_limits<std::size_t>::max() / 4);
+        QStringList lstAsked;
+        CJobs::Get().SetMemoryQuestion([&](const QString& strTitle, qint64 nNeeded, qint64 nFree) {
+            lstAsked << strTitle;
+            return nNeeded <= nFree || nNeeded < kHugeRows * 3000000LL;
+        });
+        b.f.Ctrl(0)->AddImage(b.MakeFile("a.png", 11));
+        b.f.Ctrl(0)->AddImage(strHuge);
+        b.f.Ctrl(0)->AddImage(b.MakeFile("b.png", 12));
+        b.Finish();
+        CJobs::Get().SetMemoryQuestion({});
+        CImage::SetDecodeLimit(nLimit);
+        QCOMPARE(lstAsked, QStringList{QStringLiteral("Open huge.bmp")});
+        QCOMPARE(b.Widths(), (QList<int>{200, 11, 12}));
+        QVERIFY(b.lstFailed.isEmpty());
+    }
+
+    void whatIsGivenUpDuringTheQuestionIsNotOpened()
+    {
+        CBench b;
+        const QString strHuge = MakeHugeFile(b.f.folder);
+        const QString strSmall = b.MakeFile("a.png", 11);
+        const std::size_t nLimit = CImage::GetDecodeLimit();
+        CImage::SetDecodeLimit(std::numeric_limits<std::size_t>::max() / 4);
+        CJobs::Get().SetMemoryQuestion([&](const QString&, qint64, qint64) {
+            b.f.Ctrl(0)->LoadFile(strSmall);
+            return true;
+        });
+        b.f.Ctrl(0)->AddImage(strHuge);
+        b.Finish();
+        CJobs::Get().SetMemoryQuestion({});
+        CImage::SetDecodeLimit(nLimit);
+        QCOMPARE(b.Widths(), QList<int>{11});
+    }
+
     void thePasswordOfADocumentIsAskedFor()
     {
         CBench b;
@@ -279,7 +359,7 @@ private Q_SLOTS:
         CBench b;
         b.Ctrl()->RotateRight();
         b.Ctrl()->RotateLeft();
-        CancelAll();
+        RandomMoments::CancelAll();
         b.Finish();
         QCOMPARE(b.Widths(), QList<int>{150});
         QCOMPARE(b.Ctrl()->GetCurrentImgage()->GetPixel(0, 0)[0],
@@ -319,7 +399,7 @@ private Q_SLOTS:
                 QThread::yieldCurrentThread();
             if (random() % 2)
                 QCoreApplication::processEvents();
-            CancelAll();
+            RandomMoments::CancelAll();
             CImage target;
             QCOMPARE(target.Load(strTarget.toStdWString()), 0);
         }

@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 class CImageView2DCtrl;
 
@@ -28,6 +29,14 @@ VANTORCOMMON_EXPORT QList<SFormat> GetFormats();
 /// @param bOwnColors  see SCenterOptions::bOwnColors
 /// @return why it failed, one sentence in English; empty for a success
 VANTORCOMMON_EXPORT QString Save(const CImageView2DCtrl& ctrl, const QString& strPath, bool bOwnColors);
+/// The same in jobs beside the GUI thread, which paints only the annotations; see CJobs. Closing the program
+/// waits for what is being written, and gives up what is not yet painted.
+/// @param ctrl        as for Save; whoever waits for the jobs names it to CJobs::Finish
+/// @param strPath     of the file
+/// @param bOwnColors  see SCenterOptions::bOwnColors
+/// @param finished  told the same on the GUI thread; not when it was cancelled or the controller has gone
+VANTORCOMMON_EXPORT void Start(CImageView2DCtrl& ctrl, const QString& strPath, bool bOwnColors,
+                               std::function<void(const QString& strFailure)> finished);
 /// Puts the picture on the clipboard. @return false, and nothing done, without an image or memory
 VANTORCOMMON_EXPORT bool Copy(const CImageView2DCtrl& ctrl, bool bOwnColors);
 } // namespace PictureExport

@@ -2,18 +2,23 @@
 // Copyright (c) The Vantor authors
 //
 // Random editing against a plain second model, with all that keeps annotations: a set for each image, sets
-// that go along when their image changes, the steps of the store, documents, files and the journal.
-// VANTOR_UNDO_STEPS and VANTOR_UNDO_SEED choose length and seed.
+// that go along when their image changes, the steps of the store, documents, files and the journal; some of
+// the images are the pages of a document that are rendered when they are needed, and lose their pixels in
+// between. VANTOR_UNDO_STEPS and VANTOR_UNDO_SEED choose length and seed.
 #include "UndoDriver.h"
 
+#include <Vantor/pdf/CPDFReader.h>
 #include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/annotation/store/AnnotationRecovery.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/annotation/store/SImageChange.h>
+#include <VantorCommon/view2d/CPageMemory.h>
 #include <tests/support/TestMain.h>
+#include <tests/support/TestPdf.h>
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTemporaryDir>
 #include <set>
 
@@ -56,6 +61,22 @@ bool HasSameObjects(const Reference::Document& a, const Reference::Document& b)
     });
 }
 
+/// A document of three pages of different sizes, each with a drawing of its own.
+QByteArray ThreePages()
+{
+    const auto page = [](int nContents, int nWidth) {
+        return "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 " + QByteArray::number(nWidth) +
+               " 60] /Contents " + QByteArray::number(nContents) + " 0 R >>";
+    };
+    const auto contents = [](const QByteArray& drawing) {
+        return "<< /Length " + QByteArray::number(drawing.size()) + " >>\nstream\n" + drawing + "\nendstream";
+    };
+    return MakePdf({"<< /Type /Catalog /Pages 2 0 R >>",
+                    "<< /Type /Pages /Kids [3 0 R 5 0 R 7 0 R] /Count 3 >>", page(4, 80),
+                    contents("1 0 0 rg 5 5 20 30 re f"), page(6, 90), contents("0 1 0 rg 15 5 20 30 re f"),
+                    page(8, 100), contents("0 0 1 rg 25 5 20 30 re f")});
+}
+
 class StoreDriver : public Driver
 {
 public:
@@ -66,6 +87,7 @@ public:
         sOptions.bAnnotationsPerImage = true;
         sOptions.bCarryAnnotations = true;
         sOptions.bAnnotationJournal = true;
+        sOptions.bDeferredPages = true;
         m_f.ctrl->SetOptions(sOptions);
         m_editor.perImage = true;
         AddId(QString());
@@ -146,6 +168,22 @@ public:
         ++m_done[QStringLiteral("journals compared")];
         return {};
     }
+    /// Gives rendered pages back. Empty, or what a page of the document is that it should not be.
+    /// @param vctExpected  its pages as they are drawn
+    QString ComparePages(const QString& strDocument, const std::vector<std::shared_ptr<CImage>>& vctExpected)
+    {
+        CPageMemory::Get().Trim();
+        for (std::size_t i = 0; i < m_editor.ids.size(); ++i) {
+            const auto pImage = m_f.images.GetImage(int(i));
+            const auto& id = m_editor.ids[i];
+            if (id.file != strDocument || !pImage->IsDeferred())
+                continue;
+            if (!SamePixels(*pImage, *vctExpected[std::size_t(id.inFile) % vctExpected.size()]))
+                return Told(QStringLiteral("page"));
+            ++m_done[QStringLiteral("pages compared")];
+        }
+        return {};
+    }
     /// How often each step of the store was taken.
     const std::map<QString, int>& Done() const { return m_done; }
 
@@ -162,9 +200,10 @@ protected:
         m_strStep = QStringLiteral("load");
         const QString strFile = m_files[Pick(m_files.size())];
         if (m_editor.pages.size() < 4 && Pick(4) != 0) {
+            const int nFirst = int(m_editor.ids.size());
             m_f.ctrl->AddImage(strFile);
-            AddId(strFile);
-            m_editor.Show(int(m_editor.ids.size()) - 1);
+            AddIds(strFile);
+            m_editor.Show(nFirst);
         } else {
             m_f.ctrl->LoadFile(strFile);
             m_editor.objects.clear();
@@ -175,7 +214,7 @@ protected:
             m_counts.clear();
             m_saved.clear();
             m_remembered.clear();
-            AddId(strFile);
+            AddIds(strFile);
         }
         m_editor.pages = Pages();
         TakeZoomOver();
@@ -201,6 +240,12 @@ private:
     {
         const QString strKey = strFile.isEmpty() ? QStringLiteral("#%1").arg(m_nNextId) : strFile;
         m_editor.ids.push_back({m_nNextId++, strKey, m_counts[strKey]++});
+    }
+    /// Of the images that have just come from a file.
+    void AddIds(const QString& strFile)
+    {
+        while (int(m_editor.ids.size()) < m_f.images.GetImageCount())
+            AddId(strFile);
     }
     /// One or several of the objects.
     Reference::Objects Some()
@@ -513,7 +558,8 @@ class tst_StoreModel : public QObject
 
 private:
     QTemporaryDir m_dir;
-    QStringList m_files;
+    QStringList m_files; ///< a document last
+    std::vector<std::shared_ptr<CImage>> m_pages;
 
 private Q_SLOTS:
     void initTestCase()
@@ -525,16 +571,40 @@ private Q_SLOTS:
             const auto pImage = MakeTestImage(size[0], size[1], size[2]);
             QCOMPARE(pImage->Save(m_files.last().toStdWString()), 0);
         }
+        m_files << m_dir.filePath(QStringLiteral("pages.pdf"));
+        QFile file(m_files.last());
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(ThreePages()) > 0);
+        file.close();
+        Vantor::Utils::CPDFReader reader;
+        QCOMPARE(int(reader.Read(m_files.last().toStdWString(), L"")), 0);
+        reader.SetResolutionX(144.0);
+        for (int i = 0; i < reader.GetPageNumber(); ++i) {
+            m_pages.push_back(std::make_shared<CImage>());
+            QCOMPARE(reader.RenderPage(i, m_pages.back().get()), 0);
+        }
+        CPageMemory::Get().SetLimit(0);
     }
+    void cleanupTestCase() { CPageMemory::Get().SetLimit(CPageMemory::kDefaultLimit); }
 
+    /// Each run has the journals for itself.
+    void init() { QDir(AnnotationRecovery::GetFolder()).removeRecursively(); }
+
+    void everyStepAgreesWithThePlainModel_data()
+    {
+        QTest::addColumn<bool>("document");
+        QTest::newRow("pictures") << false;
+        QTest::newRow("a document among them") << true;
+    }
     void everyStepAgreesWithThePlainModel()
     {
+        QFETCH(bool, document);
         const int nSteps = FromEnvironment("VANTOR_UNDO_STEPS", 2000);
         const int nSeed = FromEnvironment("VANTOR_UNDO_SEED", kSeed);
         qInfo("seed %d, %d steps", nSeed, nSteps);
         QElapsedTimer timer;
         timer.start();
-        StoreDriver driver{unsigned(nSeed), m_files, m_dir.path()};
+        StoreDriver driver{unsigned(nSeed), document ? m_files : m_files.mid(0, m_files.size() - 1),
+                           m_dir.path()};
         for (int i = 0; i < nSteps; ++i) {
             driver.Step(false);
             QString strDifference = driver.Compare();
@@ -542,6 +612,8 @@ private Q_SLOTS:
                 strDifference = driver.CompareFiles();
             if (strDifference.isEmpty() && i % 50 == 0)
                 strDifference = driver.CompareJournal();
+            if (strDifference.isEmpty() && i % 10 == 0)
+                strDifference = driver.ComparePages(m_files.last(), m_pages);
             QVERIFY2(strDifference.isEmpty(),
                      qPrintable(QString::asprintf("seed %d, step %d, ", nSeed, i) + strDifference));
         }

@@ -8,11 +8,14 @@
 #include <VantorCommon/annotation/object/CImageView2DDrawableText.h>
 #include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/annotation/store/PictureExport.h>
+#include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/view2d/BurnIn.h>
 #include <tests/support/EditFixture.h>
 #include <tests/support/TestMain.h>
 
 #include <QClipboard>
+#include <QFile>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <utility>
 
@@ -86,6 +89,18 @@ std::pair<int, double> Difference(const QImage& a, const QImage& b)
             }
         }
     return {nMost, dblSum / (3.0 * a.width() * a.height())};
+}
+
+/// What a file holds, but for the time at which a document was made, and what follows from it.
+QByteArray BytesOf(const QString& strPath)
+{
+    QFile file(strPath);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QString strBytes = QString::fromLatin1(file.readAll());
+    static const QRegularExpression s_times(QStringLiteral(
+        "/CreationDate \\(D:[^)]*\\)|<xmp:[A-Za-z]*Date>[^<]*<|uuid:[-0-9a-f]*|/ID \\[[^]]*\\]"));
+    return QString(strBytes).remove(s_times).toLatin1();
 }
 } // namespace
 
@@ -175,6 +190,58 @@ private Q_SLOTS:
         QCOMPARE(image.GetChannel(), 3);
         const double dblMean = Difference(Plain(BurnIn::Paint(image, {}, true)), f.Burnt(true)).second;
         QVERIFY2(dblMean <= difference, qPrintable(QString::number(dblMean)));
+    }
+
+    void aPictureThatIsWrittenBesideTheWindowIsTheSame_data()
+    {
+        QTest::addColumn<QString>("suffix");
+        for (const char* pSuffix : {"png", "jpg", "tif", "pdf", "svg"})
+            QTest::newRow(pSuffix) << QString::fromLatin1(pSuffix);
+    }
+    void aPictureThatIsWrittenBesideTheWindowIsTheSame()
+    {
+        QFETCH(QString, suffix);
+        CPicture f;
+        const QTemporaryDir folder;
+        const QString strWaited = folder.filePath(QStringLiteral("a.") + suffix);
+        const QString strBeside = folder.filePath(QStringLiteral("b.") + suffix);
+        QCOMPARE(PictureExport::Save(*f.ctrl, strWaited, true), QString());
+        QStringList lstTold;
+        PictureExport::Start(*f.ctrl, strBeside, true,
+                             [&](const QString& strFailure) { lstTold << strFailure; });
+        QVERIFY(!QFile::exists(strBeside));
+        QCOMPARE(CJobs::Get().GetJobs().at(0)->GetTitle(), QStringLiteral("Export b.") + suffix);
+        f.images.SetImages({}); // it goes on with what it was asked for
+        CJobs::Get().Finish(f.ctrl.get());
+        QCOMPARE(lstTold, QStringList{QString()});
+        QCOMPARE(BytesOf(strBeside), BytesOf(strWaited));
+    }
+
+    void aPictureThatCannotBeWrittenBesideTheWindowIsTold()
+    {
+        CPicture f;
+        QStringList lstTold;
+        const auto told = [&](const QString& strFailure) { lstTold << strFailure; };
+        PictureExport::Start(*f.ctrl, QStringLiteral("/nowhere/a.png"), true, told);
+        CJobs::Get().Finish(f.ctrl.get());
+        QCOMPARE(lstTold, QStringList{QStringLiteral("The file or its folder cannot be written.")});
+        f.images.SetImages({});
+        PictureExport::Start(*f.ctrl, QStringLiteral("/nowhere/a.png"), true, told);
+        QCOMPARE(lstTold.value(1), QStringLiteral("There is no image."));
+    }
+
+    void aCancelledExportWritesAndTellsNothing()
+    {
+        CPicture f;
+        const QTemporaryDir folder;
+        for (const char* pSuffix : {"png", "pdf", "svg"}) {
+            const QString strPath = folder.filePath(QStringLiteral("a.") + QLatin1String(pSuffix));
+            PictureExport::Start(*f.ctrl, strPath, true, [](const QString&) { QFAIL("told"); });
+            for (const auto& pJob : CJobs::Get().GetJobs())
+                CJobs::Get().Cancel(pJob);
+            CJobs::Get().Finish(f.ctrl.get());
+            QVERIFY(!QFile::exists(strPath));
+        }
     }
 
     void aPdfHasOnePageOfThePicture()
