@@ -14,6 +14,7 @@
 #include <VantorCommon/view2d/CImageView2DModel.h>
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QStringList>
 #include <unordered_map>
 #include <utility>
@@ -268,7 +269,7 @@ void CMeasurementCtrl::slot_SaveTo(const QString& strPath)
         return;
     const CMeasurementModel& model = *m_p->pTable->GetModel();
     SJob sJob;
-    sJob.strTitle = QStringLiteral("Saving a table");
+    sJob.strTitle = QStringLiteral("Save %1").arg(QFileInfo(strPath).fileName());
     sJob.bMustFinish = true;
     CJobs::Get().Start(this, sJob,
                        [this, strPath, vctRows = model.GetMeasurements(),
@@ -279,7 +280,7 @@ void CMeasurementCtrl::slot_SaveTo(const QString& strPath)
                                if (failure.empty())
                                    Q_EMIT signal_Saved(strPath);
                                else
-                                   Q_EMIT signal_Failed(QStringLiteral("Failed to save the table \"%1\": %2")
+                                   Q_EMIT signal_Failed(QStringLiteral("Cannot save table %1. %2")
                                                             .arg(strPath, QString::fromStdString(failure)));
                            };
                        });
