@@ -6,6 +6,7 @@
 #include "CBrowser.h"
 #include "CFullScreen.h"
 #include "CJobBar.h"
+#include "CMeasureDocks.h"
 #include "CMessageBar.h"
 #include "CRecentFiles.h"
 #include "CRecoveryBar.h"
@@ -23,6 +24,7 @@
 #include <VantorCommon/annotation/view/CAnnotationTableView.h>
 #include <VantorCommon/log/CLogModel.h>
 #include <VantorCommon/log/CLogView.h>
+#include <VantorCommon/measure/CPlotPanel.h>
 #include <VantorCommon/settings/CSettingCtrl.h>
 #include <VantorCommon/settings/CSettingDlg.h>
 #include <VantorCommon/settings/CSettingManager.h>
@@ -62,6 +64,8 @@ constexpr int kWideWindow = 1000;
 constexpr int kToolDockWidth = 220;
 constexpr int kPropertyDockWidth = 250;
 constexpr int kLogDockHeight = 110;
+constexpr int kResultsDockHeight = 200;
+constexpr int kPlotDockHeight = 260;
 constexpr int kGlobeSide = 600;
 constexpr int kStateVersion = 1;
 
@@ -220,6 +224,7 @@ void CMainWindow::CreateDocks()
                 Qt::Horizontal);
     pLog->hide();
     CreateAnnotationsDock();
+    CreateMeasureDocks();
 }
 
 /// Puts the dock at the bottom, where there is room for all columns; hidden at first, as the log is.
@@ -237,8 +242,23 @@ void CMainWindow::CreateAnnotationsDock()
     pDock->hide();
 }
 
+/// The table at the bottom, the plots, which need height, beside the properties.
+void CMainWindow::CreateMeasureDocks()
+{
+    const Qt::DockWidgetArea ePlots =
+        width() < kWideWindow ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea;
+    const auto add = [this, ePlots](const char* pName, const QString& strTitle, QWidget* pPanel) {
+        const bool bTable = qobject_cast<CPlotPanel*>(pPanel) == nullptr;
+        QDockWidget* pDock = AddDock(pName, strTitle, pPanel, bTable ? Qt::BottomDockWidgetArea : ePlots);
+        resizeDocks({pDock}, {bTable ? kResultsDockHeight : kPlotDockHeight}, Qt::Vertical);
+        pDock->hide();
+    };
+    m_pMeasure = new CMeasureDocks(add, this);
+}
+
 void CMainWindow::ShowAnnotations()
 {
+    m_pMeasure->SetViewer(m_pViewers->Active());
     m_pAnnotationsCtrl->SetTarget(m_pViewers->Active().Ctrl2D(), m_pViewers->Active().View2D());
 }
 
@@ -248,6 +268,8 @@ void CMainWindow::ConnectMessages()
         ConnectFiles(viewer);
         ConnectActions(viewer);
     }
+    connect(m_pMeasure, &CMeasureDocks::signal_Failed, m_pMessages,
+            [this](const QString& strMessage) { m_pMessages->Tell(LibraryTexts::Failure(strMessage)); });
     // Queued, because a failure is reported after the end.
     connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessEnded, m_pMessages, &CMessageBar::ForgetOld,
             Qt::QueuedConnection);
