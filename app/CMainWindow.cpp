@@ -65,7 +65,7 @@ constexpr int kToolDockWidth = 220;
 constexpr int kPropertyDockWidth = 250;
 constexpr int kLogDockHeight = 110;
 constexpr int kResultsDockHeight = 200;
-constexpr int kPlotDockHeight = 260;
+constexpr int kPlotDockHeight = 320;
 constexpr int kGlobeSide = 600;
 constexpr int kStateVersion = 1;
 
@@ -242,18 +242,26 @@ void CMainWindow::CreateAnnotationsDock()
     pDock->hide();
 }
 
-/// The table at the bottom, the plots, which need height, beside the properties.
+/// The table at the bottom, the plots, which need height, as tabs beside the properties.
 void CMainWindow::CreateMeasureDocks()
 {
     const Qt::DockWidgetArea ePlots =
         width() < kWideWindow ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea;
-    const auto add = [this, ePlots](const char* pName, const QString& strTitle, QWidget* pPanel) {
-        const bool bTable = qobject_cast<CPlotPanel*>(pPanel) == nullptr;
-        QDockWidget* pDock = AddDock(pName, strTitle, pPanel, bTable ? Qt::BottomDockWidgetArea : ePlots);
-        resizeDocks({pDock}, {bTable ? kResultsDockHeight : kPlotDockHeight}, Qt::Vertical);
-        pDock->hide();
+    QDockWidget* pFirstPlot = nullptr;
+    std::vector<QDockWidget*> vctDocks; // hidden at the end: only what is shown becomes a tab
+    const auto add = [&](const char* pName, const QString& strTitle, QWidget* pPanel) {
+        const bool bPlot = qobject_cast<CPlotPanel*>(pPanel) != nullptr;
+        QDockWidget* pDock = AddDock(pName, strTitle, pPanel, bPlot ? ePlots : Qt::BottomDockWidgetArea);
+        if (bPlot && pFirstPlot)
+            tabifyDockWidget(pFirstPlot, pDock);
+        else if (bPlot)
+            pFirstPlot = pDock;
+        resizeDocks({pDock}, {bPlot ? kPlotDockHeight : kResultsDockHeight}, Qt::Vertical);
+        vctDocks.push_back(pDock);
     };
     m_pMeasure = new CMeasureDocks(add, this);
+    for (QDockWidget* pDock : vctDocks)
+        pDock->hide();
 }
 
 void CMainWindow::ShowAnnotations()

@@ -247,8 +247,12 @@ void CMainWindow::CreateViewMenu()
     for (const auto& [strName, strText] : docks) {
         auto* pDock = findChild<QDockWidget*>(strName);
         m_pActions->Add(
-            pDocks, {strText, QIcon(), {}}, [pDock] { pDock->setVisible(pDock->isHidden()); }, {},
-            [pDock] { return !pDock->isHidden(); });
+            pDocks, {strText, QIcon(), {}},
+            [pDock] {
+                pDock->setVisible(pDock->isHidden());
+                pDock->raise(); // of several tabs
+            },
+            {}, [pDock] { return !pDock->isHidden(); });
     }
     CreateAppearanceMenu(pView);
 }

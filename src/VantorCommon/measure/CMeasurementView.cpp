@@ -23,6 +23,7 @@ namespace Measured = Vantor::Algorithms;
 namespace
 {
 constexpr int kMargin = 3;
+constexpr int kGap = 10;        // beside the longest text of a column
 constexpr int kMostWidth = 220; // of a column at first
 
 /// A button of the bar; a click leaves the keyboard where it is.
@@ -154,7 +155,7 @@ void CMeasurementView::FitColumns()
 {
     for (int i = 0; i < m_pModel->columnCount(); ++i) {
         m_pTable->resizeColumnToContents(i);
-        m_pTable->setColumnWidth(i, std::min(m_pTable->columnWidth(i), kMostWidth));
+        m_pTable->setColumnWidth(i, std::min(m_pTable->columnWidth(i) + kGap, kMostWidth));
     }
     m_pTable->header()->setSortIndicator(m_pModel->GetSortedColumn(),
                                          m_pTable->header()->sortIndicatorOrder());

@@ -15,9 +15,11 @@
 namespace
 {
 constexpr QSize kHint(320, 180);
-constexpr QSize kMinimum(120, 80);
+constexpr QSize kMinimum(120, 140);
 constexpr int kTickGap = 60; // widget pixels between two ticks, at least
 constexpr int kRowGap = 28;
+constexpr int kFewestTicks = 2; // of y, even if there is hardly room
+constexpr int kMostTicks = 10;  // that are wanted to have the fewest
 constexpr int kTick = 4;
 constexpr int kFillAlpha = 110;
 constexpr double kPictureScale = 2.0;
@@ -145,9 +147,13 @@ QRectF CPlotView::Inner() const
 
 std::vector<double> CPlotView::TicksOfY() const
 {
-    const int nWanted = std::max(1, height() / kRowGap - 2);
-    if (!m_sPlot.bLogarithmic)
-        return RoundTicks(m_rangeY.dblMin, m_rangeY.dblMax, nWanted);
+    int nWanted = std::max(kFewestTicks, height() / kRowGap - 2);
+    if (!m_sPlot.bLogarithmic) {
+        std::vector<double> vctTicks = RoundTicks(m_rangeY.dblMin, m_rangeY.dblMax, nWanted);
+        for (; static_cast<int>(vctTicks.size()) < kFewestTicks && nWanted < kMostTicks; ++nWanted)
+            vctTicks = RoundTicks(m_rangeY.dblMin, m_rangeY.dblMax, nWanted);
+        return vctTicks;
+    }
     std::vector<double> vctTicks{0.0};
     const double dblStep = std::max(1.0, std::ceil(std::log10(m_rangeY.dblMax + 1.0) / nWanted));
     for (double dblPower = 0.0; std::pow(10.0, dblPower) <= m_rangeY.dblMax; dblPower += dblStep)
