@@ -24,6 +24,7 @@
 #include <VantorCommon/annotation/view/CAnnotationTableView.h>
 #include <VantorCommon/log/CLogModel.h>
 #include <VantorCommon/log/CLogView.h>
+#include <VantorCommon/measure/CMeasuresView.h>
 #include <VantorCommon/measure/CPlotPanel.h>
 #include <VantorCommon/settings/CSettingCtrl.h>
 #include <VantorCommon/settings/CSettingDlg.h>
@@ -216,7 +217,11 @@ void CMainWindow::CreateDocks()
     QDockWidget* pTools = AddDock("Tools", tr("Tools"), m_pToolBox, Qt::LeftDockWidgetArea);
     // In a small window both docks stand on one side, because the images need the width.
     const bool bSmall = width() < kWideWindow;
-    QDockWidget* pProperties = AddDock("Properties", tr("Properties"), m_pProperties,
+    auto* pBeside = new QWidget(this); // what is measured stands below the properties
+    auto* pLayout = new QVBoxLayout(pBeside);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->addWidget(m_pProperties, 1);
+    QDockWidget* pProperties = AddDock("Properties", tr("Properties"), pBeside,
                                        bSmall ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea);
     QDockWidget* pLog = AddDock("Log", tr("Log"), new CLogView(this), Qt::BottomDockWidgetArea);
     resizeDocks({pLog}, {kLogDockHeight}, Qt::Vertical);
@@ -260,6 +265,7 @@ void CMainWindow::CreateMeasureDocks()
         vctDocks.push_back(pDock);
     };
     m_pMeasure = new CMeasureDocks(add, this);
+    m_pProperties->parentWidget()->layout()->addWidget(m_pMeasure->GetMeasures());
     for (QDockWidget* pDock : vctDocks)
         pDock->hide();
 }

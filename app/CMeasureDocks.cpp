@@ -8,6 +8,8 @@
 #include <VantorCommon/measure/CHistogramView.h>
 #include <VantorCommon/measure/CMeasurementCtrl.h>
 #include <VantorCommon/measure/CMeasurementView.h>
+#include <VantorCommon/measure/CMeasuresCtrl.h>
+#include <VantorCommon/measure/CMeasuresView.h>
 #include <VantorCommon/measure/CProfileCtrl.h>
 #include <VantorCommon/measure/CProfileView.h>
 
@@ -26,12 +28,15 @@ QString Translated(const QString& strText)
 } // namespace
 
 CMeasureDocks::CMeasureDocks(const AddDock& addDock, QObject* pParent)
-    : QObject(pParent), m_pResults(new CMeasurementView), m_pHistogram(new CHistogramView),
-      m_pProfile(new CProfileView), m_pResultsCtrl(new CMeasurementCtrl(m_pResults, this)),
+    : QObject(pParent), m_pResults(new CMeasurementView), m_pMeasures(new CMeasuresView),
+      m_pHistogram(new CHistogramView), m_pProfile(new CProfileView),
+      m_pResultsCtrl(new CMeasurementCtrl(m_pResults, this)),
+      m_pMeasuresCtrl(new CMeasuresCtrl(m_pMeasures, this)),
       m_pHistogramCtrl(new CHistogramCtrl(m_pHistogram, this)),
       m_pProfileCtrl(new CProfileCtrl(m_pProfile, this))
 {
     m_pResults->SetTexts(&Translated);
+    m_pMeasures->SetTexts(&Translated);
     m_pHistogram->SetTexts(&Translated);
     m_pProfile->SetTexts(&Translated);
     addDock("Results", tr("Results"), m_pResults);
@@ -47,6 +52,7 @@ CMeasureDocks::~CMeasureDocks() = default;
 void CMeasureDocks::SetViewer(const SViewer& viewer)
 {
     m_pResultsCtrl->SetTarget(viewer.Ctrl2D(), viewer.View2D());
+    m_pMeasuresCtrl->SetTarget(viewer.Ctrl2D());
     m_pHistogramCtrl->SetTarget(viewer.Ctrl2D());
     m_pProfileCtrl->SetTarget(viewer.Ctrl2D());
 }

@@ -10,6 +10,8 @@ class CHistogramCtrl;
 class CHistogramView;
 class CMeasurementCtrl;
 class CMeasurementView;
+class CMeasuresCtrl;
+class CMeasuresView;
 class CProfileCtrl;
 class CProfileView;
 class QWidget;
@@ -27,6 +29,8 @@ public:
     explicit CMeasureDocks(const AddDock& addDock, QObject* pParent);
     ~CMeasureDocks() override;
 
+    /// The measurements of what is selected, to stand beside its other properties.
+    CMeasuresView* GetMeasures() const { return m_pMeasures; }
     /// Measures in another viewer.
     void SetViewer(const SViewer& viewer);
 
@@ -36,9 +40,11 @@ Q_SIGNALS:
 
 private:
     CMeasurementView* m_pResults;
+    CMeasuresView* m_pMeasures;
     CHistogramView* m_pHistogram;
     CProfileView* m_pProfile;
     CMeasurementCtrl* m_pResultsCtrl;
+    CMeasuresCtrl* m_pMeasuresCtrl;
     CHistogramCtrl* m_pHistogramCtrl;
     CProfileCtrl* m_pProfileCtrl;
 };

@@ -57,6 +57,7 @@
     QT_TRANSLATE_NOOP("MeasureTexts", "Alpha deviation"),
     QT_TRANSLATE_NOOP("MeasureTexts", "Alpha minimum"),
     QT_TRANSLATE_NOOP("MeasureTexts", "Alpha maximum"),
+    QT_TRANSLATE_NOOP("MeasureTexts", "Measurements"),
     QT_TRANSLATE_NOOP("MeasureTexts", "All pages"),
     QT_TRANSLATE_NOOP("MeasureTexts", "Columns"),
     QT_TRANSLATE_NOOP("MeasureTexts", "Copy"),

@@ -1736,6 +1736,10 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>Alpha</source>
         <translation>알파</translation>
     </message>
+    <message>
+        <source>Measurements</source>
+        <translation>측정값</translation>
+    </message>
 </context>
 <context>
     <name>QCommandLineParser</name>

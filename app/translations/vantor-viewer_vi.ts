@@ -1736,6 +1736,10 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>Alpha</source>
         <translation>Alpha</translation>
     </message>
+    <message>
+        <source>Measurements</source>
+        <translation>Số đo</translation>
+    </message>
 </context>
 <context>
     <name>QCommandLineParser</name>
