@@ -6,6 +6,7 @@
 #include "CBrowser.h"
 #include "CFullScreen.h"
 #include "CJobBar.h"
+#include "CMeasureDocks.h"
 #include "CMessageBar.h"
 #include "CRecentFiles.h"
 #include "CRecoveryBar.h"
@@ -23,6 +24,8 @@
 #include <VantorCommon/annotation/view/CAnnotationTableView.h>
 #include <VantorCommon/log/CLogModel.h>
 #include <VantorCommon/log/CLogView.h>
+#include <VantorCommon/measure/CMeasuresView.h>
+#include <VantorCommon/measure/CPlotPanel.h>
 #include <VantorCommon/settings/CSettingCtrl.h>
 #include <VantorCommon/settings/CSettingDlg.h>
 #include <VantorCommon/settings/CSettingManager.h>
@@ -62,6 +65,8 @@ constexpr int kWideWindow = 1000;
 constexpr int kToolDockWidth = 220;
 constexpr int kPropertyDockWidth = 250;
 constexpr int kLogDockHeight = 110;
+constexpr int kResultsDockHeight = 200;
+constexpr int kPlotDockHeight = 320;
 constexpr int kGlobeSide = 600;
 constexpr int kStateVersion = 1;
 
@@ -213,7 +218,11 @@ void CMainWindow::CreateDocks()
     QDockWidget* pTools = AddDock("Tools", tr("Tools"), m_pToolBox, Qt::LeftDockWidgetArea);
     // In a small window both docks stand on one side, because the images need the width.
     const bool bSmall = width() < kWideWindow;
-    QDockWidget* pProperties = AddDock("Properties", tr("Properties"), m_pProperties,
+    auto* pBeside = new QWidget(this); // what is measured stands below the properties
+    auto* pLayout = new QVBoxLayout(pBeside);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->addWidget(m_pProperties, 1);
+    QDockWidget* pProperties = AddDock("Properties", tr("Properties"), pBeside,
                                        bSmall ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea);
     QDockWidget* pLog = AddDock("Log", tr("Log"), new CLogView(this), Qt::BottomDockWidgetArea);
     resizeDocks({pLog}, {kLogDockHeight}, Qt::Vertical);
@@ -221,6 +230,7 @@ void CMainWindow::CreateDocks()
                 Qt::Horizontal);
     pLog->hide();
     CreateAnnotationsDock();
+    CreateMeasureDocks();
 }
 
 /// Puts the dock at the bottom, where there is room for all columns; hidden at first, as the log is.
@@ -238,8 +248,32 @@ void CMainWindow::CreateAnnotationsDock()
     pDock->hide();
 }
 
+/// The table at the bottom, the plots, which need height, as tabs beside the properties.
+void CMainWindow::CreateMeasureDocks()
+{
+    const Qt::DockWidgetArea ePlots =
+        width() < kWideWindow ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea;
+    QDockWidget* pFirstPlot = nullptr;
+    std::vector<QDockWidget*> vctDocks; // hidden at the end: only what is shown becomes a tab
+    const auto add = [&](const char* pName, const QString& strTitle, QWidget* pPanel) {
+        const bool bPlot = qobject_cast<CPlotPanel*>(pPanel) != nullptr;
+        QDockWidget* pDock = AddDock(pName, strTitle, pPanel, bPlot ? ePlots : Qt::BottomDockWidgetArea);
+        if (bPlot && pFirstPlot)
+            tabifyDockWidget(pFirstPlot, pDock);
+        else if (bPlot)
+            pFirstPlot = pDock;
+        resizeDocks({pDock}, {bPlot ? kPlotDockHeight : kResultsDockHeight}, Qt::Vertical);
+        vctDocks.push_back(pDock);
+    };
+    m_pMeasure = new CMeasureDocks(add, this);
+    m_pProperties->parentWidget()->layout()->addWidget(m_pMeasure->GetMeasures());
+    for (QDockWidget* pDock : vctDocks)
+        pDock->hide();
+}
+
 void CMainWindow::ShowAnnotations()
 {
+    m_pMeasure->SetViewer(m_pViewers->Active());
     m_pAnnotationsCtrl->SetTarget(m_pViewers->Active().Ctrl2D(), m_pViewers->Active().View2D());
 }
 
@@ -249,6 +283,8 @@ void CMainWindow::ConnectMessages()
         ConnectFiles(viewer);
         ConnectActions(viewer);
     }
+    connect(m_pMeasure, &CMeasureDocks::signal_Failed, m_pMessages,
+            [this](const QString& strMessage) { m_pMessages->Tell(LibraryTexts::Failure(strMessage)); });
     // Queued, because a failure is reported after the end.
     connect(m_pCtrl.get(), &CCenterCtrl::signal_ProcessEnded, m_pMessages, &CMessageBar::ForgetOld,
             Qt::QueuedConnection);

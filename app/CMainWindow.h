@@ -20,6 +20,7 @@ class CCenterModel;
 class CCenterView;
 class CImageView2DCtrl;
 class CFullScreen;
+class CMeasureDocks;
 class CMessageBar;
 class CPropertyDockView;
 class CRecentFiles;
@@ -80,6 +81,7 @@ private:
     QDockWidget* AddDock(const char* pName, const QString& strTitle, QWidget* pWidget,
                          Qt::DockWidgetArea eArea);
     void CreateAnnotationsDock();
+    void CreateMeasureDocks();
     void ShowAnnotations();
     void CreateMenus();
     void CreateFileMenu();
@@ -184,6 +186,7 @@ private:
     CMessageBar* m_pMessages = nullptr;
     CAnnotationTableView* m_pAnnotations = nullptr;
     CAnnotationTableCtrl* m_pAnnotationsCtrl = nullptr;
+    CMeasureDocks* m_pMeasure = nullptr;
     std::unique_ptr<CCenterCtrl> m_pCtrl;
     std::unique_ptr<CViewers> m_pViewers;
     std::unique_ptr<CUnsavedWork> m_pWork;

@@ -239,15 +239,20 @@ void CMainWindow::CreateViewMenu()
     m_pActions->Add(pView, {tr("Ne&xt Pane"), QIcon(), Key("F6")}, [this] { FocusPane(1); });
     m_pActions->Add(pView, {tr("Pre&vious Pane"), QIcon(), Key("Shift+F6")}, [this] { FocusPane(-1); });
     QMenu* pDocks = pView->addMenu(HostIcon("dock"), tr("&Docks"));
-    const std::pair<QString, QString> docks[] = {{QStringLiteral("Tools"), tr("&Tools")},
-                                                 {QStringLiteral("Properties"), tr("&Properties")},
-                                                 {QStringLiteral("Log"), tr("&Log")},
-                                                 {QStringLiteral("Annotations"), tr("&Annotations")}};
+    const std::pair<QString, QString> docks[] = {
+        {QStringLiteral("Tools"), tr("&Tools")},     {QStringLiteral("Properties"), tr("&Properties")},
+        {QStringLiteral("Log"), tr("&Log")},         {QStringLiteral("Annotations"), tr("&Annotations")},
+        {QStringLiteral("Results"), tr("&Results")}, {QStringLiteral("Histogram"), tr("&Histogram")},
+        {QStringLiteral("Profile"), tr("Pro&file")}};
     for (const auto& [strName, strText] : docks) {
         auto* pDock = findChild<QDockWidget*>(strName);
         m_pActions->Add(
-            pDocks, {strText, QIcon(), {}}, [pDock] { pDock->setVisible(pDock->isHidden()); }, {},
-            [pDock] { return !pDock->isHidden(); });
+            pDocks, {strText, QIcon(), {}},
+            [pDock] {
+                pDock->setVisible(pDock->isHidden());
+                pDock->raise(); // of several tabs
+            },
+            {}, [pDock] { return !pDock->isHidden(); });
     }
     CreateAppearanceMenu(pView);
 }

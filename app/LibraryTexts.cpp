@@ -22,6 +22,8 @@ const char* const kFailures[] = {
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot change the image."),
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot copy the image."),
     QT_TRANSLATE_NOOP("LibraryTexts", "Cannot compare the images."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Cannot save table %1."),
+    QT_TRANSLATE_NOOP("LibraryTexts", "Cannot save plot %1."),
 };
 
 /// Reasons and notes.

@@ -723,6 +723,33 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>&quot;%1&quot; cannot be restored.</source>
         <translation>&quot;%1&quot;을(를) 복원할 수 없습니다.</translation>
     </message>
+    <message>
+        <source>&amp;Results</source>
+        <translation>결과(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Histogram</source>
+        <translation>히스토그램(&amp;H)</translation>
+    </message>
+    <message>
+        <source>Pro&amp;file</source>
+        <translation>프로파일(&amp;F)</translation>
+    </message>
+</context>
+<context>
+    <name>CMeasureDocks</name>
+    <message>
+        <source>Results</source>
+        <translation>결과</translation>
+    </message>
+    <message>
+        <source>Histogram</source>
+        <translation>히스토그램</translation>
+    </message>
+    <message>
+        <source>Profile</source>
+        <translation>프로파일</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -1401,6 +1428,321 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>Export %1</source>
         <translation>%1 내보내기</translation>
+    </message>
+    <message>
+        <source>Cannot save table %1.</source>
+        <translation>표 %1을(를) 저장할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>Cannot save plot %1.</source>
+        <translation>그래프 %1을(를) 저장할 수 없습니다.</translation>
+    </message>
+</context>
+<context>
+    <name>MeasureTexts</name>
+    <message>
+        <source>Page</source>
+        <translation>페이지</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>이름</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>종류</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>단위</translation>
+    </message>
+    <message>
+        <source>Pixels</source>
+        <translation>픽셀</translation>
+    </message>
+    <message>
+        <source>Pixel area</source>
+        <translation>픽셀 넓이</translation>
+    </message>
+    <message>
+        <source>Area</source>
+        <translation>넓이</translation>
+    </message>
+    <message>
+        <source>Perimeter</source>
+        <translation>둘레</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>길이</translation>
+    </message>
+    <message>
+        <source>Angle</source>
+        <translation>각도</translation>
+    </message>
+    <message>
+        <source>dx</source>
+        <translation>dx</translation>
+    </message>
+    <message>
+        <source>dy</source>
+        <translation>dy</translation>
+    </message>
+    <message>
+        <source>X</source>
+        <translation>X</translation>
+    </message>
+    <message>
+        <source>Y</source>
+        <translation>Y</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>너비</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>높이</translation>
+    </message>
+    <message>
+        <source>Feret</source>
+        <translation>페렛 지름</translation>
+    </message>
+    <message>
+        <source>Minimum Feret</source>
+        <translation>최소 페렛 지름</translation>
+    </message>
+    <message>
+        <source>Feret angle</source>
+        <translation>페렛 각도</translation>
+    </message>
+    <message>
+        <source>Circularity</source>
+        <translation>원형도</translation>
+    </message>
+    <message>
+        <source>Aspect</source>
+        <translation>종횡비</translation>
+    </message>
+    <message>
+        <source>Roundness</source>
+        <translation>둥근 정도</translation>
+    </message>
+    <message>
+        <source>Solidity</source>
+        <translation>볼록도</translation>
+    </message>
+    <message>
+        <source>Mean</source>
+        <translation>평균</translation>
+    </message>
+    <message>
+        <source>Deviation</source>
+        <translation>표준편차</translation>
+    </message>
+    <message>
+        <source>Minimum</source>
+        <translation>최솟값</translation>
+    </message>
+    <message>
+        <source>Maximum</source>
+        <translation>최댓값</translation>
+    </message>
+    <message>
+        <source>Median</source>
+        <translation>중앙값</translation>
+    </message>
+    <message>
+        <source>Mode</source>
+        <translation>최빈값</translation>
+    </message>
+    <message>
+        <source>Integrated density</source>
+        <translation>적분 밀도</translation>
+    </message>
+    <message>
+        <source>Sum</source>
+        <translation>합계</translation>
+    </message>
+    <message>
+        <source>Centroid X</source>
+        <translation>중심 X</translation>
+    </message>
+    <message>
+        <source>Centroid Y</source>
+        <translation>중심 Y</translation>
+    </message>
+    <message>
+        <source>Centre of mass X</source>
+        <translation>질량 중심 X</translation>
+    </message>
+    <message>
+        <source>Centre of mass Y</source>
+        <translation>질량 중심 Y</translation>
+    </message>
+    <message>
+        <source>Red mean</source>
+        <translation>빨강 평균</translation>
+    </message>
+    <message>
+        <source>Red deviation</source>
+        <translation>빨강 표준편차</translation>
+    </message>
+    <message>
+        <source>Red minimum</source>
+        <translation>빨강 최솟값</translation>
+    </message>
+    <message>
+        <source>Red maximum</source>
+        <translation>빨강 최댓값</translation>
+    </message>
+    <message>
+        <source>Green mean</source>
+        <translation>초록 평균</translation>
+    </message>
+    <message>
+        <source>Green deviation</source>
+        <translation>초록 표준편차</translation>
+    </message>
+    <message>
+        <source>Green minimum</source>
+        <translation>초록 최솟값</translation>
+    </message>
+    <message>
+        <source>Green maximum</source>
+        <translation>초록 최댓값</translation>
+    </message>
+    <message>
+        <source>Blue mean</source>
+        <translation>파랑 평균</translation>
+    </message>
+    <message>
+        <source>Blue deviation</source>
+        <translation>파랑 표준편차</translation>
+    </message>
+    <message>
+        <source>Blue minimum</source>
+        <translation>파랑 최솟값</translation>
+    </message>
+    <message>
+        <source>Blue maximum</source>
+        <translation>파랑 최댓값</translation>
+    </message>
+    <message>
+        <source>Alpha mean</source>
+        <translation>알파 평균</translation>
+    </message>
+    <message>
+        <source>Alpha deviation</source>
+        <translation>알파 표준편차</translation>
+    </message>
+    <message>
+        <source>Alpha minimum</source>
+        <translation>알파 최솟값</translation>
+    </message>
+    <message>
+        <source>Alpha maximum</source>
+        <translation>알파 최댓값</translation>
+    </message>
+    <message>
+        <source>Measurements</source>
+        <translation>측정값</translation>
+    </message>
+    <message>
+        <source>All pages</source>
+        <translation>모든 페이지</translation>
+    </message>
+    <message>
+        <source>Columns</source>
+        <translation>열</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>복사</translation>
+    </message>
+    <message>
+        <source>Save...</source>
+        <translation>저장...</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>결과</translation>
+    </message>
+    <message>
+        <source>Shapes: %1</source>
+        <translation>도형: %1</translation>
+    </message>
+    <message>
+        <source>%1: N %2, mean %3, deviation %4, minimum %5, maximum %6</source>
+        <translation>%1: N %2, 평균 %3, 표준편차 %4, 최솟값 %5, 최댓값 %6</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>그림</translation>
+    </message>
+    <message>
+        <source>Values</source>
+        <translation>값</translation>
+    </message>
+    <message>
+        <source>Channels</source>
+        <translation>채널</translation>
+    </message>
+    <message>
+        <source>Logarithmic</source>
+        <translation>로그</translation>
+    </message>
+    <message>
+        <source>Whole image</source>
+        <translation>전체 이미지</translation>
+    </message>
+    <message>
+        <source>%1: N %2, mean %3, deviation %4, minimum %5, maximum %6, mode %7</source>
+        <translation>%1: N %2, 평균 %3, 표준편차 %4, 최솟값 %5, 최댓값 %6, 최빈값 %7</translation>
+    </message>
+    <message>
+        <source>Value %1: %2</source>
+        <translation>값 %1: %2</translation>
+    </message>
+    <message>
+        <source>%1 %2: %3</source>
+        <translation>%1 %2: %3</translation>
+    </message>
+    <message>
+        <source>Select a ruler or an arrow.</source>
+        <translation>눈금자나 화살표를 선택하세요.</translation>
+    </message>
+    <message>
+        <source>%1: length %2 %3</source>
+        <translation>%1: 길이 %2 %3</translation>
+    </message>
+    <message>
+        <source>Grey</source>
+        <translation>회색</translation>
+    </message>
+    <message>
+        <source>Weighted grey</source>
+        <translation>가중 회색</translation>
+    </message>
+    <message>
+        <source>Colors</source>
+        <translation>색상</translation>
+    </message>
+    <message>
+        <source>Red</source>
+        <translation>빨강</translation>
+    </message>
+    <message>
+        <source>Green</source>
+        <translation>초록</translation>
+    </message>
+    <message>
+        <source>Blue</source>
+        <translation>파랑</translation>
+    </message>
+    <message>
+        <source>Alpha</source>
+        <translation>알파</translation>
     </message>
 </context>
 <context>

@@ -723,6 +723,33 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>&quot;%1&quot; cannot be restored.</source>
         <translation>Không thể khôi phục &quot;%1&quot;.</translation>
     </message>
+    <message>
+        <source>&amp;Results</source>
+        <translation>&amp;Kết quả</translation>
+    </message>
+    <message>
+        <source>&amp;Histogram</source>
+        <translation>&amp;Biểu đồ tần suất</translation>
+    </message>
+    <message>
+        <source>Pro&amp;file</source>
+        <translation>Biến thiên &amp;dọc đường</translation>
+    </message>
+</context>
+<context>
+    <name>CMeasureDocks</name>
+    <message>
+        <source>Results</source>
+        <translation>Kết quả</translation>
+    </message>
+    <message>
+        <source>Histogram</source>
+        <translation>Biểu đồ tần suất</translation>
+    </message>
+    <message>
+        <source>Profile</source>
+        <translation>Biến thiên dọc đường</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -1401,6 +1428,321 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>Export %1</source>
         <translation>Xuất %1</translation>
+    </message>
+    <message>
+        <source>Cannot save table %1.</source>
+        <translation>Không thể lưu bảng %1.</translation>
+    </message>
+    <message>
+        <source>Cannot save plot %1.</source>
+        <translation>Không thể lưu biểu đồ %1.</translation>
+    </message>
+</context>
+<context>
+    <name>MeasureTexts</name>
+    <message>
+        <source>Page</source>
+        <translation>Trang</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Tên</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Loại</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Đơn vị</translation>
+    </message>
+    <message>
+        <source>Pixels</source>
+        <translation>Điểm ảnh</translation>
+    </message>
+    <message>
+        <source>Pixel area</source>
+        <translation>Diện tích điểm ảnh</translation>
+    </message>
+    <message>
+        <source>Area</source>
+        <translation>Diện tích</translation>
+    </message>
+    <message>
+        <source>Perimeter</source>
+        <translation>Chu vi</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>Độ dài</translation>
+    </message>
+    <message>
+        <source>Angle</source>
+        <translation>Góc</translation>
+    </message>
+    <message>
+        <source>dx</source>
+        <translation>dx</translation>
+    </message>
+    <message>
+        <source>dy</source>
+        <translation>dy</translation>
+    </message>
+    <message>
+        <source>X</source>
+        <translation>X</translation>
+    </message>
+    <message>
+        <source>Y</source>
+        <translation>Y</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>Chiều rộng</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>Chiều cao</translation>
+    </message>
+    <message>
+        <source>Feret</source>
+        <translation>Đường kính Feret</translation>
+    </message>
+    <message>
+        <source>Minimum Feret</source>
+        <translation>Feret nhỏ nhất</translation>
+    </message>
+    <message>
+        <source>Feret angle</source>
+        <translation>Góc Feret</translation>
+    </message>
+    <message>
+        <source>Circularity</source>
+        <translation>Độ tròn đều</translation>
+    </message>
+    <message>
+        <source>Aspect</source>
+        <translation>Tỉ lệ trục</translation>
+    </message>
+    <message>
+        <source>Roundness</source>
+        <translation>Độ tròn</translation>
+    </message>
+    <message>
+        <source>Solidity</source>
+        <translation>Độ đặc</translation>
+    </message>
+    <message>
+        <source>Mean</source>
+        <translation>Trung bình</translation>
+    </message>
+    <message>
+        <source>Deviation</source>
+        <translation>Độ lệch</translation>
+    </message>
+    <message>
+        <source>Minimum</source>
+        <translation>Nhỏ nhất</translation>
+    </message>
+    <message>
+        <source>Maximum</source>
+        <translation>Lớn nhất</translation>
+    </message>
+    <message>
+        <source>Median</source>
+        <translation>Trung vị</translation>
+    </message>
+    <message>
+        <source>Mode</source>
+        <translation>Mốt</translation>
+    </message>
+    <message>
+        <source>Integrated density</source>
+        <translation>Mật độ tích phân</translation>
+    </message>
+    <message>
+        <source>Sum</source>
+        <translation>Tổng</translation>
+    </message>
+    <message>
+        <source>Centroid X</source>
+        <translation>Trọng tâm X</translation>
+    </message>
+    <message>
+        <source>Centroid Y</source>
+        <translation>Trọng tâm Y</translation>
+    </message>
+    <message>
+        <source>Centre of mass X</source>
+        <translation>Khối tâm X</translation>
+    </message>
+    <message>
+        <source>Centre of mass Y</source>
+        <translation>Khối tâm Y</translation>
+    </message>
+    <message>
+        <source>Red mean</source>
+        <translation>Đỏ trung bình</translation>
+    </message>
+    <message>
+        <source>Red deviation</source>
+        <translation>Đỏ độ lệch</translation>
+    </message>
+    <message>
+        <source>Red minimum</source>
+        <translation>Đỏ nhỏ nhất</translation>
+    </message>
+    <message>
+        <source>Red maximum</source>
+        <translation>Đỏ lớn nhất</translation>
+    </message>
+    <message>
+        <source>Green mean</source>
+        <translation>Lục trung bình</translation>
+    </message>
+    <message>
+        <source>Green deviation</source>
+        <translation>Lục độ lệch</translation>
+    </message>
+    <message>
+        <source>Green minimum</source>
+        <translation>Lục nhỏ nhất</translation>
+    </message>
+    <message>
+        <source>Green maximum</source>
+        <translation>Lục lớn nhất</translation>
+    </message>
+    <message>
+        <source>Blue mean</source>
+        <translation>Lam trung bình</translation>
+    </message>
+    <message>
+        <source>Blue deviation</source>
+        <translation>Lam độ lệch</translation>
+    </message>
+    <message>
+        <source>Blue minimum</source>
+        <translation>Lam nhỏ nhất</translation>
+    </message>
+    <message>
+        <source>Blue maximum</source>
+        <translation>Lam lớn nhất</translation>
+    </message>
+    <message>
+        <source>Alpha mean</source>
+        <translation>Alpha trung bình</translation>
+    </message>
+    <message>
+        <source>Alpha deviation</source>
+        <translation>Alpha độ lệch</translation>
+    </message>
+    <message>
+        <source>Alpha minimum</source>
+        <translation>Alpha nhỏ nhất</translation>
+    </message>
+    <message>
+        <source>Alpha maximum</source>
+        <translation>Alpha lớn nhất</translation>
+    </message>
+    <message>
+        <source>Measurements</source>
+        <translation>Số đo</translation>
+    </message>
+    <message>
+        <source>All pages</source>
+        <translation>Mọi trang</translation>
+    </message>
+    <message>
+        <source>Columns</source>
+        <translation>Cột</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Sao chép</translation>
+    </message>
+    <message>
+        <source>Save...</source>
+        <translation>Lưu...</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>Kết quả</translation>
+    </message>
+    <message>
+        <source>Shapes: %1</source>
+        <translation>Số hình: %1</translation>
+    </message>
+    <message>
+        <source>%1: N %2, mean %3, deviation %4, minimum %5, maximum %6</source>
+        <translation>%1: N %2, trung bình %3, độ lệch %4, nhỏ nhất %5, lớn nhất %6</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>Hình</translation>
+    </message>
+    <message>
+        <source>Values</source>
+        <translation>Các giá trị</translation>
+    </message>
+    <message>
+        <source>Channels</source>
+        <translation>Kênh</translation>
+    </message>
+    <message>
+        <source>Logarithmic</source>
+        <translation>Thang log</translation>
+    </message>
+    <message>
+        <source>Whole image</source>
+        <translation>Toàn ảnh</translation>
+    </message>
+    <message>
+        <source>%1: N %2, mean %3, deviation %4, minimum %5, maximum %6, mode %7</source>
+        <translation>%1: N %2, trung bình %3, độ lệch %4, nhỏ nhất %5, lớn nhất %6, mốt %7</translation>
+    </message>
+    <message>
+        <source>Value %1: %2</source>
+        <translation>Giá trị %1: %2</translation>
+    </message>
+    <message>
+        <source>%1 %2: %3</source>
+        <translation>%1 %2: %3</translation>
+    </message>
+    <message>
+        <source>Select a ruler or an arrow.</source>
+        <translation>Hãy chọn một thước hoặc mũi tên.</translation>
+    </message>
+    <message>
+        <source>%1: length %2 %3</source>
+        <translation>%1: độ dài %2 %3</translation>
+    </message>
+    <message>
+        <source>Grey</source>
+        <translation>Xám</translation>
+    </message>
+    <message>
+        <source>Weighted grey</source>
+        <translation>Xám có trọng số</translation>
+    </message>
+    <message>
+        <source>Colors</source>
+        <translation>Các màu</translation>
+    </message>
+    <message>
+        <source>Red</source>
+        <translation>Đỏ</translation>
+    </message>
+    <message>
+        <source>Green</source>
+        <translation>Lục</translation>
+    </message>
+    <message>
+        <source>Blue</source>
+        <translation>Lam</translation>
+    </message>
+    <message>
+        <source>Alpha</source>
+        <translation>Alpha</translation>
     </message>
 </context>
 <context>

@@ -5,13 +5,17 @@
 #include "InvertTool.h"
 #include "KeepAnnotations.h"
 #include "MeasureAction.h"
+#include "SaveTable.h"
 
 #include <Vantor/geometry/CRectangle.h>
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableGeometry.h>
+#include <VantorCommon/measure/CMeasurementView.h>
 #include <VantorCommon/process/CImage2DProcessBaseDlg.h>
 #include <VantorCommon/shell/center/CCenterCtrl.h>
 #include <VantorCommon/shell/center/CCenterView.h>
+#include <VantorCommon/shell/mvc/CMVCManager.h>
+#include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 
 #include <QLabel>
@@ -53,6 +57,7 @@ private Q_SLOTS:
         AddMeasureAction(*m_pWindow);
         m_pList = new CAnnotationList(*m_pWindow);
         KeepAnnotations(*m_pWindow);
+        AddResultsDock(*m_pWindow);
         AddTools(*m_pWindow);
         m_pWindow->show();
         QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
@@ -133,6 +138,29 @@ private Q_SLOTS:
         QCOMPARE(m_pList->count(), 0);
         m_pWindow->Centre().OpenFile(strImage);
         QTRY_COMPARE(m_pList->count(), 1);
+    }
+
+    void theTableOfMeasurementsIsSaved()
+    {
+        const auto pObject = AddRectangle();
+        const QTemporaryDir folder;
+        const QString strTable = folder.filePath(QStringLiteral("a.csv"));
+        const CImageView2DCtrl* pCtrl = nullptr;
+        for (const SMVC& item : CMVCManager::m_vctItems)
+            if (const auto* pViewer = dynamic_cast<CImageViewerCtrl*>(item.pCtrl);
+                pViewer && pViewer->GetViewID() == 0)
+                pCtrl = pViewer->Get2DCtrl();
+        QVERIFY(pCtrl);
+        QCOMPARE(SaveTable(*pCtrl, strTable), QString());
+        QFile file(strTable);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QStringList lstLines = QString::fromUtf8(file.readAll()).split(QStringLiteral("\r\n"));
+        QCOMPARE(lstLines.size(), 3);
+        QVERIFY(lstLines[0].startsWith(QStringLiteral("Name,Pixels,Area [pixel\u00b2],")));
+        QVERIFY(lstLines[1].startsWith(pObject->GetName() + QStringLiteral(",200,200,60,")));
+        QVERIFY(!SaveTable(*pCtrl, QStringLiteral("/nowhere/a.csv")).isEmpty());
+        const auto* pTable = m_pWindow->findChild<CMeasurementView*>();
+        QTRY_COMPARE(pTable->GetModel()->rowCount(), 1);
     }
 
     void theToolInvertsTheWholeImage()

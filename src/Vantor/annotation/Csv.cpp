@@ -3,6 +3,7 @@
 #include <Vantor/annotation/AnnotationFormats_p.h>
 #include <Vantor/annotation/ForeignObjects_p.h>
 #include <Vantor/annotation/ObjectOutline_p.h>
+#include <Vantor/file/CsvText_p.h>
 
 #include <cmath>
 
@@ -14,19 +15,9 @@ namespace
 constexpr const char* kKinds = " rectangle ellipse circle polygon ruler line arrow point text ";
 constexpr const char* kHead = "image,page,name,kind,left,top,width,height,area,length,numbers,text\r\n";
 
-/// What spreadsheets would take for a formula.
-bool IsFormula(const std::string& text)
-{
-    return !text.empty() && std::string("=+-@\t\r").find(text.front()) != std::string::npos;
-}
-
-/// A field of any text. An apostrophe before a formula makes it a text to spreadsheets.
 std::string Field(const std::string& text)
 {
-    std::string field = IsFormula(text) ? "'" : "";
-    for (const char c : text)
-        field += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return field.find_first_of("\",;\r\n'") == std::string::npos ? field : '"' + field + '"';
+    return CsvField(text);
 }
 
 std::string Field(double dNumber)

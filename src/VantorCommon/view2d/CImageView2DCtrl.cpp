@@ -256,6 +256,11 @@ CImageView2DGeometryModel* CImageView2DCtrl::GetGeometryModel() const
     return m_pParts->context.pGeometryModel;
 }
 
+CImageView2DToolModel* CImageView2DCtrl::GetToolModel() const
+{
+    return m_pParts->context.pToolModel;
+}
+
 CAnnotationStore* CImageView2DCtrl::GetAnnotationStore() const
 {
     return m_pParts->pStore.get();

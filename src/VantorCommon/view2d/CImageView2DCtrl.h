@@ -139,6 +139,7 @@ public:
     /// The models given at construction; null when they no longer exist.
     CImageView2DModel* GetImageModel() const;
     CImageView2DGeometryModel* GetGeometryModel() const;
+    CImageView2DToolModel* GetToolModel() const;
     /// @}
     /// The annotations as a document, with their files and their steps. Never null; the controller owns it.
     CAnnotationStore* GetAnnotationStore() const;

@@ -155,6 +155,8 @@ public:
     void SetLocked(const ObjectList& vctObjects, bool bLocked);
     void SetVisible(const ObjectList& vctObjects, bool bVisible);
     /// @}
+    /// The annotations of an image, also of one that is not on show, the topmost first.
+    ObjectList GetObjects(int nImage = kShown) const;
     /// What is selected, the topmost first.
     ObjectList GetSelected() const;
     /// Selects all that are visible, which is no step.

@@ -163,6 +163,14 @@ const SAnnotatedPage* CAnnotationStore::SPrivate::At(int nImage) const
     return bThere ? &pages.All()[static_cast<std::size_t>(nImage)] : nullptr;
 }
 
+CAnnotationStore::ObjectList CAnnotationStore::GetObjects(int nImage) const
+{
+    const SAnnotatedPage* pPage = m_p->At(nImage);
+    if (pPage && pPage->nId != m_p->nShown)
+        return pPage->vctObjects;
+    return m_p->pGeometry && (pPage || !m_p->bPages) ? m_p->pGeometry->GetObjects() : ObjectList();
+}
+
 /// The identifier of the page of an image; -1 when there is none.
 int CAnnotationStore::SPrivate::PageAt(int nImage) const
 {
