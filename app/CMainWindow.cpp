@@ -6,7 +6,9 @@
 #include "CBrowser.h"
 #include "CFullScreen.h"
 #include "CJobBar.h"
+#include "CLogPanel.h"
 #include "CMessageBar.h"
+#include "CPreferencesPage.h"
 #include "CRecentFiles.h"
 #include "CRecoveryBar.h"
 #include "CShortcutsDlg.h"
@@ -22,7 +24,6 @@
 #include <VantorCommon/annotation/store/CAnnotationTableCtrl.h>
 #include <VantorCommon/annotation/view/CAnnotationTableView.h>
 #include <VantorCommon/log/CLogModel.h>
-#include <VantorCommon/log/CLogView.h>
 #include <VantorCommon/settings/CSettingCtrl.h>
 #include <VantorCommon/settings/CSettingDlg.h>
 #include <VantorCommon/settings/CSettingManager.h>
@@ -99,10 +100,9 @@ SCenterOptions HostOptions()
     sOptions.bAnnotationsPerImage = true;
     sOptions.bCarryAnnotations = true;
     sOptions.bAnnotationJournal = true;
-    sOptions.bBackground = true;
     sOptions.bSmoothReduction = true;
-    sOptions.bCheckerboard = true;
     sOptions.bDeferredPages = true;
+    Preferences::Apply(sOptions);
     return sOptions;
 }
 
@@ -164,6 +164,7 @@ CMainWindow::CMainWindow()
     CreateUnsavedWork();
     m_pActions = new CActionTable(this);
     CreateBrowser();
+    CreatePreferences();
     CreateMenus();
     CreateToolBar();
     // The keys of a hidden menu bar are dead, those of the window are not.
@@ -214,7 +215,7 @@ void CMainWindow::CreateDocks()
     const bool bSmall = width() < kWideWindow;
     QDockWidget* pProperties = AddDock("Properties", tr("Properties"), m_pProperties,
                                        bSmall ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea);
-    QDockWidget* pLog = AddDock("Log", tr("Log"), new CLogView(this), Qt::BottomDockWidgetArea);
+    QDockWidget* pLog = AddDock("Log", tr("Log"), new CLogPanel(this), Qt::BottomDockWidgetArea);
     resizeDocks({pLog}, {kLogDockHeight}, Qt::Vertical);
     resizeDocks({pTools, pProperties}, {kToolDockWidth, bSmall ? kToolDockWidth : kPropertyDockWidth},
                 Qt::Horizontal);
@@ -370,6 +371,7 @@ void CMainWindow::FocusPane(int nStep)
 
 void CMainWindow::ShowSettings()
 {
+    m_pSettingDlg->findChild<CPreferencesPage*>()->ShowSettings();
     BringUp(*m_pSettingDlg);
 }
 

@@ -21,6 +21,7 @@ class CImageView2DCtrl;
 class CImageView3DEarth;
 class CFullScreen;
 class CMessageBar;
+class CPageField;
 class CPropertyDockView;
 class CRecentFiles;
 class CRecoveryBar;
@@ -101,6 +102,8 @@ private:
     void CreateDrawingMenu(QMenu* pParent);
     void CreateSettingsMenu();
     void CreateWorkSettings(QMenu* pMenu);
+    void CreatePreferences();
+    void ReloadDocuments();
     void CreateHelpMenu();
     void CreateToolBar();
     void ConnectMessages();
@@ -119,8 +122,14 @@ private:
     bool OpenIn(std::size_t nViewer, const QString& strFile);
     /// In place of what is there. @return false when that was to stay
     bool OpenInActive(const QString& strFile);
+    void OpenRecent(const QString& strPath); ///< a file or a folder
+    void CreateHints(const QAction* pOpen);
+    void ShowDetails();
     void CreateBrowser();
     void CreateBrowseEntries(QMenu* pMenu);
+    void CreatePageField();
+    bool HasWheelPages() const;
+    void SetWheelPages(bool bOn); ///< in all viewers, and kept
     void CreateFolderEntry(QMenu* pMenu);
     void CreateTrashEntries(QMenu* pMenu);
     void ShowTitle();
@@ -191,6 +200,7 @@ private:
     CBrowser* m_pBrowser = nullptr;
     CActionTable* m_pActions = nullptr;
     CZoomField* m_pZoom = nullptr;
+    CPageField* m_pPage = nullptr;
     std::vector<QAction*> m_vctToolBar; ///< the entries that the tool bar shows, too
     CRecentFiles* m_pRecent = nullptr;
     bool m_bShowsOther = false;

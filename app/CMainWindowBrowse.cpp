@@ -4,16 +4,22 @@
 // CMainWindow's way from image to image: lists, folders, the whole screen, the trash.
 #include "CActionTable.h"
 #include "CBrowser.h"
+#include "CDetailsDlg.h"
 #include "CFullScreen.h"
 #include "CImageOrigins.h"
 #include "CMainWindow.h"
 #include "CMessageBar.h"
+#include "CPageField.h"
 #include "CTrash.h"
 #include "CUnsavedWork.h"
 #include "CZoomField.h"
 #include "HostIcons.h"
+#include "HostSettings.h"
+#include "Preferences.h"
 #include "Viewers.h"
 
+#include <VantorCommon/settings/CSettingManager.h>
+#include <VantorCommon/shell/center/CCenterCtrl.h>
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
@@ -24,6 +30,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStatusBar>
 
 void CMainWindow::CreateBrowser()
 {
@@ -53,7 +60,7 @@ void CMainWindow::ShowTitle()
         return setWindowTitle(QStringLiteral("Vantor[*]"));
     strName.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
     QString strTitle = strName + QStringLiteral("[*]");
-    if (const QString strPlace = m_pBrowser->Place(); !strPlace.isEmpty())
+    if (const QString strPlace = m_pBrowser->PlaceText(); !strPlace.isEmpty())
         strTitle += QStringLiteral(" (%1)").arg(strPlace);
     if (m_pViewers->Active().HasImage())
         strTitle += QLatin1Char(' ') + CZoomField::TextOf(m_pViewers->Active().View2D()->GetZoom());
@@ -76,6 +83,17 @@ void CMainWindow::CreateBrowseEntries(QMenu* pMenu)
         canStep(-1));
     m_pActions->Add(
         pMenu, {tr("La&st Image"), QIcon(), {key("End")}}, [this] { m_pBrowser->GoToLast(); }, canStep(1));
+    QAction* pGoTo = m_pActions->Add(
+        pMenu, {tr("Pag&e..."), QIcon(), {key("Ctrl+Shift+G")}},
+        [this] { m_pPage->setFocus(Qt::ShortcutFocusReason); },
+        [this] { return m_pPage->isEnabled() && m_pPage->isVisible(); });
+    pGoTo->setStatusTip(tr("Type the number of a page or an image in the status bar"));
+    m_pActions
+        ->Add(
+            pMenu, {tr("Wheel Tu&rns Pages"), QIcon(), {}}, [this] { SetWheelPages(!HasWheelPages()); }, {},
+            [this] { return HasWheelPages(); })
+        ->setStatusTip(tr("The wheel scrolls and goes on to the next page at the edge; with Ctrl it zooms"));
+    CreatePageField();
     pMenu->addSeparator();
     m_pActions->Add(
         pMenu, {tr("F&ull Screen"), QIcon(), {key("F11")}},
@@ -85,11 +103,44 @@ void CMainWindow::CreateBrowseEntries(QMenu* pMenu)
         [this] { return m_pFullScreen->IsSlideShow() || m_pBrowser->CanStep(1); });
 }
 
+void CMainWindow::CreatePageField()
+{
+    m_pPage = new CPageField(this);
+    statusBar()->addPermanentWidget(m_pPage);
+    connect(m_pBrowser, &CBrowser::signal_Changed, m_pPage, [this] {
+        const CBrowser::SPlace sPlace = m_pBrowser->Place();
+        m_pPage->ShowPage(sPlace.nIndex + 1, sPlace.nCount);
+    });
+    connect(m_pPage, &CPageField::signal_Page, m_pBrowser,
+            [this](int nPage) { m_pBrowser->GoTo(nPage - 1); });
+    connect(m_pPage, &CPageField::signal_Refused, this, [this](const QString& strText) {
+        m_pMessages->Tell(
+            tr("There is no page \"%1\". Type a number from 1 to %2.").arg(strText).arg(m_pPage->GetCount()));
+    });
+    connect(m_pPage, &CPageField::signal_Left, m_pViewers.get(), &CViewers::FocusActive);
+    SetWheelPages(HasWheelPages());
+}
+
+bool CMainWindow::HasWheelPages() const
+{
+    return CSettingManager::GetInt(HostSettings::kWheelPages, 0) != 0;
+}
+
+void CMainWindow::SetWheelPages(bool bOn)
+{
+    if (bOn != HasWheelPages())
+        CSettingManager::Set(HostSettings::kWheelPages, bOn ? 1 : 0);
+    SCenterOptions sOptions = m_pCtrl->GetOptions();
+    sOptions.bWheelPages = bOn;
+    m_pCtrl->SetOptions(sOptions);
+}
+
 /// Of the file menu.
 void CMainWindow::CreateFolderEntry(QMenu* pMenu)
 {
     m_pActions->Add(pMenu, {tr("Open &Folder..."), LibraryIcon("open-folder"), {}}, [this] {
-        const QString strFolder = QFileDialog::getExistingDirectory(this, tr("Open Folder"));
+        const QString strFolder = QFileDialog::getExistingDirectory(
+            this, tr("Open Folder"), Preferences::Text(CSettingManager::kStartFolder));
         if (!strFolder.isEmpty())
             m_pBrowser->OpenFolder(strFolder);
     });
@@ -111,6 +162,18 @@ QString CMainWindow::ImageFile() const
 {
     const SViewer& viewer = m_pViewers->Active();
     return m_pWork->Images(viewer)->FileOf(viewer.Ctrl2D()->GetImageModel()->GetCurrentIndex());
+}
+
+void CMainWindow::ShowDetails()
+{
+    const auto pImage = m_pViewers->Active().Ctrl2D()->GetCurrentImgage();
+    if (!pImage)
+        return;
+    const QString strFile = ImageFile();
+    QList<SFact> lstFacts = ImageFacts::OfImage(*pImage);
+    if (!strFile.isEmpty())
+        lstFacts = ImageFacts::OfFile(strFile) + lstFacts;
+    (new CDetailsDlg(lstFacts, strFile, this))->show();
 }
 
 void CMainWindow::MoveToTrash()

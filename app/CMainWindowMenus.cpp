@@ -3,7 +3,9 @@
 //
 // The menus and the tool bar of CMainWindow.
 #include "CActionTable.h"
+#include "CBrowser.h"
 #include "CMainWindow.h"
+#include "CMessageBar.h"
 #include "CRecentFiles.h"
 #include "CTheme.h"
 #include "CUnsavedWork.h"
@@ -11,6 +13,7 @@
 #include "HostSettings.h"
 #include "ImageEdits.h"
 #include "MenuKeys.h"
+#include "TextReading.h"
 #include "ToolFaces.h"
 #include "Viewers.h"
 
@@ -19,6 +22,7 @@
 #include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/annotation/store/SImageChange.h>
+#include <VantorCommon/process/ocr/CImage2DProcessOCRDlg.h>
 #include <VantorCommon/settings/CSettingManager.h>
 #include <VantorCommon/shell/center/CCenterCtrl.h>
 #include <VantorCommon/shell/viewer/CImageViewer.h>
@@ -84,14 +88,17 @@ void CMainWindow::CreateFileMenu()
     const auto ctrl = [this] { return m_pViewers->Active().Ctrl2D(); };
     const auto hasImage = [this] { return m_pViewers->Active().HasImage(); };
     QMenu* pFile = menuBar()->addMenu(tr("&File"));
-    m_vctToolBar.push_back(
+    QAction* pOpen =
         m_pActions->Add(pFile, {tr("&Open..."), LibraryIcon("open-folder"), Keys(QKeySequence::Open)},
-                        [this] { m_pWork->Open(m_pViewers->Active()); }));
+                        [this] { m_pWork->Open(m_pViewers->Active()); });
+    m_vctToolBar.push_back(pOpen);
     m_pActions->Add(pFile, {tr("&Add Images..."), HostIcon("image-add"), Key("Ctrl+Shift+O")},
                     [ctrl] { ctrl()->slot_AddImage(); });
     CreateFolderEntry(pFile);
     QMenu* pRecent = pFile->addMenu(HostIcon("recent"), tr("Open &Recent"));
-    m_pRecent = new CRecentFiles(pRecent, [this](const QString& strFile) { OpenInActive(strFile); });
+    m_pRecent = new CRecentFiles(pRecent, [this](const QString& strPath) { OpenRecent(strPath); });
+    connect(m_pBrowser, &CBrowser::signal_FolderOpened, m_pRecent, &CRecentFiles::Add);
+    CreateHints(pOpen);
     connect(pFile, &QMenu::aboutToShow, this,
             [this, pRecent] { pRecent->setEnabled(!m_pRecent->Files().isEmpty()); });
     CreateSaveEntry(pFile);
@@ -110,6 +117,9 @@ void CMainWindow::CreateFileMenu()
         pFile, {tr("Close A&ll Images"), LibraryIcon("clear-images"), Key("Ctrl+Shift+W")},
         [this] { m_pWork->CloseAll(m_pViewers->Active()); }, hasImage);
     CreateTrashEntries(pFile);
+    pFile->addSeparator();
+    m_pActions->Add(
+        pFile, {tr("&Details..."), QIcon(), Key("Alt+Return")}, [this] { ShowDetails(); }, hasImage);
     pFile->addSeparator();
     m_pActions->Add(pFile, {tr("&Quit"), HostIcon("quit"), Keys(QKeySequence::Quit, "Ctrl+Q")},
                     [this] { close(); });
@@ -275,8 +285,11 @@ void CMainWindow::CreateToolsMenu()
     QMenu* pTools = menuBar()->addMenu(tr("&Tools"));
     const QStringList lstTitles = m_pCtrl->GetToolTitles();
     for (int i = 0; i < lstTitles.size(); ++i) {
-        QAction* pEntry = m_pActions->Add(pTools, ToolFace(lstTitles[i]),
-                                          [this, view, i] { m_pCtrl->OpenTool(i, view()); });
+        QAction* pEntry = m_pActions->Add(pTools, ToolFace(lstTitles[i]), [this, view, i] {
+            m_pCtrl->OpenTool(i, view());
+            if (auto* pReading = findChild<CImage2DProcessOCRDlg*>())
+                TextReading::SetUp(*pReading, [this](const QString& strText) { m_pMessages->Tell(strText); });
+        });
         if (!pEntry->icon().isNull())
             m_vctToolBar.push_back(pEntry);
     }

@@ -8,16 +8,21 @@
 #include "CImageOrigins.h"
 #include "CMainWindow.h"
 #include "CMessageBar.h"
+#include "CPreferencesPage.h"
 #include "CRecoveryBar.h"
 #include "CThumbnailMarks.h"
 #include "CUnsavedWork.h"
 #include "HostSettings.h"
 #include "LibraryTexts.h"
 #include "Session.h"
+#include "TextReading.h"
 #include "Viewers.h"
 
+#include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
+#include <VantorCommon/settings/CSettingDlg.h>
 #include <VantorCommon/settings/CSettingManager.h>
+#include <VantorCommon/shell/center/CCenterCtrl.h>
 #include <VantorCommon/shell/viewer/CImageViewer.h>
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
@@ -27,6 +32,7 @@
 #include <QFileInfo>
 #include <QListView>
 #include <QStatusBar>
+#include <QTabWidget>
 #include <algorithm>
 
 using Vantor::Annotations::SDocument;
@@ -135,6 +141,40 @@ void CMainWindow::CreateWorkSettings(QMenu* pMenu)
     };
     add(tr("&Save Annotations by Themselves"), HostSettings::kAutoSave);
     add(tr("&Reopen at the Start What Was Open"), HostSettings::kReopen);
+}
+
+void CMainWindow::CreatePreferences()
+{
+    auto* pPage = new CPreferencesPage(TextReading::Languages(), m_pSettingDlg);
+    m_pSettingDlg->AddSettingTab(pPage, tr("Viewer"));
+    m_pSettingDlg->findChild<QTabWidget*>()->setCurrentIndex(1);
+    connect(pPage, &CPreferencesPage::signal_Changed, this, [this] {
+        SCenterOptions sOptions = m_pCtrl->GetOptions();
+        Preferences::Apply(sOptions);
+        m_pCtrl->SetOptions(sOptions);
+    });
+    connect(pPage, &CPreferencesPage::signal_Reload, this, &CMainWindow::ReloadDocuments);
+}
+
+/// At the resolution that is set by now, each at its page.
+void CMainWindow::ReloadDocuments()
+{
+    for (const SViewer& viewer : m_pViewers->All()) {
+        const auto pPage = viewer.Ctrl2D()->GetCurrentImgage();
+        CImageView2DModel* pModel = viewer.Ctrl2D()->GetImageModel();
+        const int nCurrent = pModel->GetCurrentIndex();
+        const QString strFile = m_pWork->Images(viewer)->FileOf(nCurrent);
+        if (!pPage || pPage->GetPageResolution() <= 0.0 || strFile.isEmpty() ||
+            !m_pWork->AskForViewer(viewer))
+            continue;
+        auto* pWatch = new QObject(this);
+        connect(viewer.Ctrl2D(), &CImageView2DCtrl::signal_FileOpened, pWatch, [=] {
+            pModel->SetCurrentIndex(nCurrent);
+            pWatch->deleteLater();
+        });
+        connect(viewer.Ctrl2D(), &CImageView2DCtrl::signal_Failed, pWatch, &QObject::deleteLater);
+        viewer.pCtrl->LoadFile(strFile);
+    }
 }
 
 QString CMainWindow::ActiveFile() const
