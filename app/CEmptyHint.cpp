@@ -47,8 +47,7 @@ CEmptyHint::CEmptyHint(const SViewer& viewer, const QAction* pOpen, const CRecen
     setCursor(Qt::ArrowCursor);
     // The view around it is grey in every scheme.
     QPalette legible = palette();
-    for (auto eRole : {QPalette::WindowText, QPalette::Link, QPalette::LinkVisited})
-        legible.setColor(eRole, Qt::black);
+    legible.setColor(QPalette::WindowText, Qt::black);
     setPalette(legible);
     connect(this, &QLabel::linkActivated, this, [this, open = std::move(open)](const QString& strLink) {
         const QString strPath = m_pRecent->Files().value(strLink.toInt());
@@ -73,7 +72,7 @@ QString CEmptyHint::Text(int nFiles) const
             .arg(strKey.isEmpty() ? tr("Drop files here") : tr("Drop files here or press %1").arg(strKey));
     const QStringList lstFiles = m_pRecent->Files().mid(0, nFiles);
     for (int i = 0; i < lstFiles.size(); ++i)
-        strText += QStringLiteral("<a href=\"%1\">%2</a><br>")
+        strText += QStringLiteral("<a href=\"%1\" style=\"color:black\">%2</a><br>")
                        .arg(i)
                        .arg(Shortened(QFileInfo(lstFiles[i]).fileName()).toHtmlEscaped());
     return strText;

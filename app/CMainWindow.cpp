@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include "CMainWindow.h"
 
+#include "CActionKeys.h"
 #include "CActionTable.h"
 #include "CBrowser.h"
 #include "CFullScreen.h"
@@ -12,6 +13,7 @@
 #include "CRecentFiles.h"
 #include "CRecoveryBar.h"
 #include "CShortcutsDlg.h"
+#include "CShortcutsPage.h"
 #include "CTheme.h"
 #include "CTrash.h"
 #include "CUnsavedWork.h"
@@ -167,6 +169,8 @@ CMainWindow::CMainWindow()
     CreatePreferences();
     CreateMenus();
     CreateToolBar();
+    m_pSettingDlg->AddSettingTab(
+        new CShortcutsPage(new CActionKeys(m_pActions->Actions(), this), m_pSettingDlg), tr("Shortcuts"));
     // The keys of a hidden menu bar are dead, those of the window are not.
     for (QAction* pAction : m_pActions->Actions())
         addAction(pAction);

@@ -99,6 +99,7 @@ private:
     void SetMiniMap(bool bOn); ///< in all viewers, and kept
     void CreateAppearanceMenu(QMenu* pParent);
     void CreateToolsMenu();
+    void CreateCaptureEntries(QMenu* pMenu);
     void CreateDrawingMenu(QMenu* pParent);
     void CreateSettingsMenu();
     void CreateWorkSettings(QMenu* pMenu);
@@ -142,6 +143,7 @@ private:
     void AskForPicture();
     void ExportPicture(const QString& strPath);
     void CopyPicture();
+    void PrintPicture();
     bool HasPixels(); ///< whether they need not be waited for
     /// @}
     /// @{

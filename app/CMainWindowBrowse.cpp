@@ -73,33 +73,34 @@ void CMainWindow::CreateBrowseEntries(QMenu* pMenu)
     const auto key = [](const char* pKey) { return QKeySequence(QLatin1String(pKey)); };
     const auto canStep = [this](int nStep) { return [this, nStep] { return m_pBrowser->CanStep(nStep); }; };
     m_pActions->Add(
-        pMenu, {tr("&Previous Image"), LibraryIcon("previous"), {key("Ctrl+PgUp"), key("PgUp")}},
+        pMenu, {QT_TR_NOOP("&Previous Image"), LibraryIcon("previous"), {key("Ctrl+PgUp"), key("PgUp")}},
         [this] { m_pBrowser->Step(-1); }, canStep(-1));
     m_pActions->Add(
-        pMenu, {tr("&Next Image"), LibraryIcon("next"), {key("Ctrl+PgDown"), key("PgDown")}},
+        pMenu, {QT_TR_NOOP("&Next Image"), LibraryIcon("next"), {key("Ctrl+PgDown"), key("PgDown")}},
         [this] { m_pBrowser->Step(1); }, canStep(1));
     m_pActions->Add(
-        pMenu, {tr("F&irst Image"), QIcon(), {key("Home")}}, [this] { m_pBrowser->GoToFirst(); },
+        pMenu, {QT_TR_NOOP("F&irst Image"), QIcon(), {key("Home")}}, [this] { m_pBrowser->GoToFirst(); },
         canStep(-1));
     m_pActions->Add(
-        pMenu, {tr("La&st Image"), QIcon(), {key("End")}}, [this] { m_pBrowser->GoToLast(); }, canStep(1));
+        pMenu, {QT_TR_NOOP("La&st Image"), QIcon(), {key("End")}}, [this] { m_pBrowser->GoToLast(); },
+        canStep(1));
     QAction* pGoTo = m_pActions->Add(
-        pMenu, {tr("Pag&e..."), QIcon(), {key("Ctrl+Shift+G")}},
+        pMenu, {QT_TR_NOOP("Pag&e..."), QIcon(), {key("Ctrl+Shift+G")}},
         [this] { m_pPage->setFocus(Qt::ShortcutFocusReason); },
         [this] { return m_pPage->isEnabled() && m_pPage->isVisible(); });
     pGoTo->setStatusTip(tr("Type the number of a page or an image in the status bar"));
     m_pActions
         ->Add(
-            pMenu, {tr("Wheel Tu&rns Pages"), QIcon(), {}}, [this] { SetWheelPages(!HasWheelPages()); }, {},
-            [this] { return HasWheelPages(); })
+            pMenu, {QT_TR_NOOP("Wheel Tu&rns Pages"), QIcon(), {}},
+            [this] { SetWheelPages(!HasWheelPages()); }, {}, [this] { return HasWheelPages(); })
         ->setStatusTip(tr("The wheel scrolls and goes on to the next page at the edge; with Ctrl it zooms"));
     CreatePageField();
     pMenu->addSeparator();
     m_pActions->Add(
-        pMenu, {tr("F&ull Screen"), QIcon(), {key("F11")}},
+        pMenu, {QT_TR_NOOP("F&ull Screen"), QIcon(), {key("F11")}},
         [this] { m_pFullScreen->Set(!m_pFullScreen->IsOn()); }, {}, [this] { return m_pFullScreen->IsOn(); });
     m_pActions->Add(
-        pMenu, {tr("Slide S&how"), QIcon(), {key("F5")}}, [this] { m_pFullScreen->StartSlideShow(); },
+        pMenu, {QT_TR_NOOP("Slide S&how"), QIcon(), {key("F5")}}, [this] { m_pFullScreen->StartSlideShow(); },
         [this] { return m_pFullScreen->IsSlideShow() || m_pBrowser->CanStep(1); });
 }
 
@@ -138,7 +139,7 @@ void CMainWindow::SetWheelPages(bool bOn)
 /// Of the file menu.
 void CMainWindow::CreateFolderEntry(QMenu* pMenu)
 {
-    m_pActions->Add(pMenu, {tr("Open &Folder..."), LibraryIcon("open-folder"), {}}, [this] {
+    m_pActions->Add(pMenu, {QT_TR_NOOP("Open &Folder..."), LibraryIcon("open-folder"), {}}, [this] {
         const QString strFolder = QFileDialog::getExistingDirectory(
             this, tr("Open Folder"), Preferences::Text(CSettingManager::kStartFolder));
         if (!strFolder.isEmpty())
@@ -150,10 +151,10 @@ void CMainWindow::CreateFolderEntry(QMenu* pMenu)
 void CMainWindow::CreateTrashEntries(QMenu* pMenu)
 {
     m_pActions->Add(
-        pMenu, {tr("&Move to Trash..."), QIcon(), {QKeySequence(QStringLiteral("Shift+Del"))}},
+        pMenu, {QT_TR_NOOP("&Move to Trash..."), QIcon(), {QKeySequence(QStringLiteral("Shift+Del"))}},
         [this] { MoveToTrash(); }, [this] { return QFileInfo(ImageFile()).isFile(); });
     m_pActions->Add(
-        pMenu, {tr("Restore from Tras&h"), QIcon(), {}}, [this] { RestoreFromTrash(); },
+        pMenu, {QT_TR_NOOP("Restore from Tras&h"), QIcon(), {}}, [this] { RestoreFromTrash(); },
         [this] { return !m_pTrash->Last().isEmpty(); });
 }
 

@@ -113,34 +113,34 @@ void CMainWindow::CreateSaveEntry(QMenu* pMenu)
                m_pWork->Images(viewer)->IsUnsaved(nCurrent);
     };
     m_pActions->Add(
-        pMenu, {tr("Sa&ve"), QIcon(), {QKeySequence(QKeySequence::Save)}},
+        pMenu, {QT_TR_NOOP("Sa&ve"), QIcon(), {QKeySequence(QKeySequence::Save)}},
         [this] { m_pWork->Save(m_pViewers->Active()); }, isUnsaved);
 }
 
 void CMainWindow::CreateAnnotationEntries(QMenu* pMenu)
 {
-    const auto add = [&](const QString& strText, void (CMainWindow::*pDo)()) {
+    const auto add = [&](const SActionText& text, void (CMainWindow::*pDo)()) {
         m_pActions->Add(
-            pMenu, {strText, QIcon(), {}}, [this, pDo] { (this->*pDo)(); },
+            pMenu, {text, QIcon(), {}}, [this, pDo] { (this->*pDo)(); },
             [this] { return m_pViewers->Active().HasImage(); });
     };
-    add(tr("Open A&nnotations..."), &CMainWindow::OpenAnnotations);
-    add(tr("Save Anno&tations As..."), &CMainWindow::SaveAnnotationsAs);
-    add(tr("&Import Annotations..."), &CMainWindow::ImportAnnotations);
-    add(tr("&Export Annotations..."), &CMainWindow::ExportAnnotations);
+    add(QT_TR_NOOP("Open A&nnotations..."), &CMainWindow::OpenAnnotations);
+    add(QT_TR_NOOP("Save Anno&tations As..."), &CMainWindow::SaveAnnotationsAs);
+    add(QT_TR_NOOP("&Import Annotations..."), &CMainWindow::ImportAnnotations);
+    add(QT_TR_NOOP("&Export Annotations..."), &CMainWindow::ExportAnnotations);
 }
 
 /// Of the settings menu: each a setting that is off at first.
 void CMainWindow::CreateWorkSettings(QMenu* pMenu)
 {
-    const auto add = [&](const QString& strText, const QString& strKey) {
+    const auto add = [&](const SActionText& text, const QString& strKey) {
         const auto isOn = [strKey] { return CSettingManager::GetInt(strKey, 0) != 0; };
         m_pActions->Add(
-            pMenu, {strText, QIcon(), {}}, [strKey, isOn] { CSettingManager::Set(strKey, isOn() ? 0 : 1); },
-            {}, isOn);
+            pMenu, {text, QIcon(), {}}, [strKey, isOn] { CSettingManager::Set(strKey, isOn() ? 0 : 1); }, {},
+            isOn);
     };
-    add(tr("&Save Annotations by Themselves"), HostSettings::kAutoSave);
-    add(tr("&Reopen at the Start What Was Open"), HostSettings::kReopen);
+    add(QT_TR_NOOP("&Save Annotations by Themselves"), HostSettings::kAutoSave);
+    add(QT_TR_NOOP("&Reopen at the Start What Was Open"), HostSettings::kReopen);
 }
 
 void CMainWindow::CreatePreferences()

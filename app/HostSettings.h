@@ -25,6 +25,7 @@ const auto kJpegQuality = QStringLiteral("HOST_JPEG_QUALITY");     ///< 1 to 100
 const auto kAskUnsaved = QStringLiteral("HOST_ASK_UNSAVED");       ///< 1: before unsaved work is lost
 const auto kReadAheadMemory = QStringLiteral("HOST_READ_AHEAD_MB");
 const auto kPageMemory = QStringLiteral("HOST_PAGES_MB");
-const auto kReopen = QStringLiteral("HOST_REOPEN");   ///< open the last files again at the start; 1: on
-const auto kSession = QStringLiteral("HOST_SESSION"); ///< the open files, see Session
+const auto kShortcuts = QStringLiteral("HOST_SHORTCUTS"); ///< see CActionKeys
+const auto kReopen = QStringLiteral("HOST_REOPEN");       ///< open the last files again at the start; 1: on
+const auto kSession = QStringLiteral("HOST_SESSION");     ///< the open files, see Session
 } // namespace HostSettings

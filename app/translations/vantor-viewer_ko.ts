@@ -521,10 +521,6 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>주석(&amp;A)</translation>
     </message>
     <message>
-        <source>Export &amp;Picture...</source>
-        <translation>그림 내보내기(&amp;P)...</translation>
-    </message>
-    <message>
         <source>Copy &amp;with Annotations</source>
         <translation>주석과 함께 복사(&amp;W)</translation>
     </message>
@@ -808,6 +804,34 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>Viewer</source>
         <translation>뷰어</translation>
     </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>단축키</translation>
+    </message>
+    <message>
+        <source>E&amp;xport Picture...</source>
+        <translation>그림 내보내기(&amp;X)...</translation>
+    </message>
+    <message>
+        <source>&amp;Print...</source>
+        <translation>인쇄(&amp;P)...</translation>
+    </message>
+    <message>
+        <source>The picture cannot be printed: there is not enough memory.</source>
+        <translation>그림을 인쇄할 수 없습니다. 메모리가 부족합니다.</translation>
+    </message>
+    <message>
+        <source>Capture after &amp;3 Seconds</source>
+        <translation>3초 후 캡처(&amp;3)</translation>
+    </message>
+    <message>
+        <source>Capture after &amp;5 Seconds</source>
+        <translation>5초 후 캡처(&amp;5)</translation>
+    </message>
+    <message>
+        <source>Capture the &amp;Whole Screen</source>
+        <translation>전체 화면 캡처(&amp;W)</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -858,6 +882,21 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>C&amp;hoose...</source>
         <translation>선택(&amp;H)...</translation>
+    </message>
+</context>
+<context>
+    <name>CPrinting</name>
+    <message>
+        <source>Print</source>
+        <translation>인쇄</translation>
+    </message>
+    <message>
+        <source>&amp;True Size</source>
+        <translation>실제 크기(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Print at the size of the page of a document, or at 96 pixels per inch; otherwise as large as the paper</source>
+        <translation>문서 페이지의 크기 또는 인치당 96픽셀로 인쇄합니다. 그렇지 않으면 용지에 맞춥니다</translation>
     </message>
 </context>
 <context>
@@ -1029,6 +1068,37 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>Hold X</source>
         <translation>X를 누르고 있기</translation>
+    </message>
+</context>
+<context>
+    <name>CShortcutsPage</name>
+    <message>
+        <source>Shortcuts</source>
+        <translation>단축키</translation>
+    </message>
+    <message>
+        <source>Action</source>
+        <translation>동작</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>단축키</translation>
+    </message>
+    <message>
+        <source>&amp;Keys of the action:</source>
+        <translation>동작의 단축키(&amp;K):</translation>
+    </message>
+    <message>
+        <source>&amp;Default</source>
+        <translation>기본값(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;All Defaults</source>
+        <translation>모두 기본값(&amp;A)</translation>
+    </message>
+    <message>
+        <source>These keys belong to &quot;%1&quot;.</source>
+        <translation>이 키는 &quot;%1&quot;에 쓰이고 있습니다.</translation>
     </message>
 </context>
 <context>

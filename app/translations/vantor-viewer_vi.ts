@@ -521,10 +521,6 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>Chú &amp;thích</translation>
     </message>
     <message>
-        <source>Export &amp;Picture...</source>
-        <translation>Xuất &amp;bức ảnh...</translation>
-    </message>
-    <message>
         <source>Copy &amp;with Annotations</source>
         <translation>Sao chép &amp;kèm chú thích</translation>
     </message>
@@ -808,6 +804,34 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>Viewer</source>
         <translation>Trình xem</translation>
     </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>Phím tắt</translation>
+    </message>
+    <message>
+        <source>E&amp;xport Picture...</source>
+        <translation>Xuất &amp;bức ảnh...</translation>
+    </message>
+    <message>
+        <source>&amp;Print...</source>
+        <translation>&amp;In...</translation>
+    </message>
+    <message>
+        <source>The picture cannot be printed: there is not enough memory.</source>
+        <translation>Không thể in ảnh: không đủ bộ nhớ.</translation>
+    </message>
+    <message>
+        <source>Capture after &amp;3 Seconds</source>
+        <translation>Chụp sau &amp;3 giây</translation>
+    </message>
+    <message>
+        <source>Capture after &amp;5 Seconds</source>
+        <translation>Chụp sau &amp;5 giây</translation>
+    </message>
+    <message>
+        <source>Capture the &amp;Whole Screen</source>
+        <translation>Chụp toàn màn hình (&amp;W)</translation>
+    </message>
 </context>
 <context>
     <name>CMessageBar</name>
@@ -858,6 +882,21 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>C&amp;hoose...</source>
         <translation>&amp;Chọn...</translation>
+    </message>
+</context>
+<context>
+    <name>CPrinting</name>
+    <message>
+        <source>Print</source>
+        <translation>In</translation>
+    </message>
+    <message>
+        <source>&amp;True Size</source>
+        <translation>&amp;Kích thước thật</translation>
+    </message>
+    <message>
+        <source>Print at the size of the page of a document, or at 96 pixels per inch; otherwise as large as the paper</source>
+        <translation>In đúng khổ của trang tài liệu, hoặc 96 điểm ảnh mỗi inch; nếu không thì lớn bằng khổ giấy</translation>
     </message>
 </context>
 <context>
@@ -1029,6 +1068,37 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>Hold X</source>
         <translation>Giữ phím X</translation>
+    </message>
+</context>
+<context>
+    <name>CShortcutsPage</name>
+    <message>
+        <source>Shortcuts</source>
+        <translation>Phím tắt</translation>
+    </message>
+    <message>
+        <source>Action</source>
+        <translation>Hành động</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Phím</translation>
+    </message>
+    <message>
+        <source>&amp;Keys of the action:</source>
+        <translation>&amp;Phím của hành động:</translation>
+    </message>
+    <message>
+        <source>&amp;Default</source>
+        <translation>&amp;Mặc định</translation>
+    </message>
+    <message>
+        <source>&amp;All Defaults</source>
+        <translation>Mặc định &amp;tất cả</translation>
+    </message>
+    <message>
+        <source>These keys belong to &quot;%1&quot;.</source>
+        <translation>Các phím này thuộc về &quot;%1&quot;.</translation>
     </message>
 </context>
 <context>

@@ -66,7 +66,7 @@ private Q_SLOTS:
         QVERIFY(host.Show());
         QVERIFY(host.window.ChangeLayout(QStringLiteral("2x2")));
         QCOMPARE(host.window.OpenFiles({strFirst, strSecond}, QStringLiteral("2x2")), 2);
-        QVERIFY(host.Hint(3)->text().contains(QLatin1String("<a href=\"1\">&lt;b&gt;a&amp;b.png</a>")));
+        QVERIFY(host.Hint(3)->text().contains(QLatin1String("color:black\">&lt;b&gt;a&amp;b.png</a>")));
         host.Click(3, 1);
         QCOMPARE(host.Hint(3)->isVisible(), false);
         QCOMPARE(CtrlOf(host, 3)->GetImageModel()->GetImageCount(), 1);
