@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QTimer>
+#include <algorithm>
 
 namespace
 {
@@ -37,6 +38,11 @@ QString WithoutMnemonic(const QString& strText)
 }
 } // namespace
 
+SActionText::SActionText(const char* pSource)
+    : strText(QCoreApplication::translate("CMainWindow", pSource)), strName(QString::fromUtf8(pSource))
+{
+}
+
 CActionTable::CActionTable(QObject* pParent) : QObject(pParent), m_pUpdateLater(new QTimer(this))
 {
     m_pUpdateLater->setSingleShot(true);
@@ -47,9 +53,10 @@ CActionTable::CActionTable(QObject* pParent) : QObject(pParent), m_pUpdateLater(
 QAction* CActionTable::Add(QMenu* pMenu, const SActionFace& face, const std::function<void()>& func,
                            const Condition& isUseful, const Condition& isChecked)
 {
-    QAction* pAction = pMenu->addAction(face.icon, face.strText);
+    QAction* pAction = pMenu->addAction(face.icon, face.text.strText);
+    pAction->setObjectName(FreeName(WithoutMnemonic(face.text.strName)));
     // For the tool bar: Qt's own text would keep the letter of "열기(&O)".
-    pAction->setIconText(WithoutMnemonic(face.strText));
+    pAction->setIconText(WithoutMnemonic(face.text.strText));
     pAction->setToolTip(pAction->iconText());
     pAction->setShortcuts(face.lstKeys);
     pAction->setCheckable(static_cast<bool>(isChecked));
@@ -59,6 +66,18 @@ QAction* CActionTable::Add(QMenu* pMenu, const SActionFace& face, const std::fun
     });
     m_vctEntries.push_back({pAction, isUseful, isChecked});
     return pAction;
+}
+
+QString CActionTable::FreeName(const QString& strName) const
+{
+    const auto isTaken = [this](const QString& strTried) {
+        return std::any_of(m_vctEntries.begin(), m_vctEntries.end(),
+                           [&](const SEntry& entry) { return entry.pAction->objectName() == strTried; });
+    };
+    QString strFree = strName;
+    for (int i = 2; isTaken(strFree); ++i)
+        strFree = strName + QString::number(i);
+    return strFree;
 }
 
 void CActionTable::Watch(QMenu* pMenu)

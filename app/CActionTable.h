@@ -8,15 +8,29 @@
 #include <QObject>
 #include <QString>
 #include <functional>
+#include <utility>
 #include <vector>
 
 class QAction;
 class QMenu;
 class QTimer;
 
+/// The text of an entry, with its mnemonic, and a name that is the same in every language.
+struct SActionText {
+    /// @param pSource  English; translated as a text of the main window
+    SActionText(const char* pSource);
+    SActionText(QString strTranslated, QString strSource)
+        : strText(std::move(strTranslated)), strName(std::move(strSource))
+    {
+    }
+
+    QString strText;
+    QString strName;
+};
+
 /// The look of an entry.
 struct SActionFace {
-    QString strText; ///< with its mnemonic
+    SActionText text;
     QIcon icon;
     QList<QKeySequence> lstKeys;
 };
@@ -34,6 +48,7 @@ public:
 
     explicit CActionTable(QObject* pParent);
 
+    /// Its object name is the name of the text, with a number if an entry before has it.
     /// @param isUseful   null: always
     /// @param isChecked  null: the entry is not checkable
     QAction* Add(QMenu* pMenu, const SActionFace& face, const std::function<void()>& func,
@@ -48,6 +63,8 @@ protected:
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
 private:
+    QString FreeName(const QString& strName) const;
+
     struct SEntry {
         QAction* pAction;
         Condition isUseful;

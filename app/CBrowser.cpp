@@ -71,10 +71,17 @@ void CBrowser::FolderRead()
         if (m_folder.GetFiles().isEmpty())
             Q_EMIT signal_FolderEmpty(m_folder.GetFolder());
         else
-            OpenFile(m_folder.GetFiles().first());
+            OpenFirst();
     }
     ReadAhead();
     Q_EMIT signal_Changed();
+}
+
+void CBrowser::OpenFirst()
+{
+    const QString strFolder = m_folder.GetFolder();
+    OpenFile(m_folder.GetFiles().first());
+    Q_EMIT signal_FolderOpened(strFolder);
 }
 
 void CBrowser::OpenFolder(const QString& strFolder)
@@ -89,6 +96,7 @@ void CBrowser::OpenFile(const QString& strFile)
     if (strFile.isEmpty())
         return;
     m_strWanted = strFile;
+    m_strLedTo = strFile;
     if (!m_open(strFile))
         m_strWanted.clear();
 }
@@ -157,25 +165,24 @@ void CBrowser::Step(int nStep)
     }
 }
 
-void CBrowser::GoTo(bool bLast)
+void CBrowser::GoTo(int nIndex)
 {
     CImageView2DModel* pModel = m_pViewers->Active().Ctrl2D()->GetImageModel();
     if (pModel->GetImageCount() > 1)
-        return pModel->SetCurrentIndex(bLast ? pModel->GetImageCount() - 1 : 0);
-    const QStringList& lstFiles = m_folder.GetFiles();
-    const QString strFile = lstFiles.value(bLast ? lstFiles.size() - 1 : 0);
+        return pModel->SetCurrentIndex(nIndex);
+    const QString strFile = m_folder.GetFiles().value(nIndex);
     if (IsOneFile() && strFile != m_strShown)
         OpenFile(strFile);
 }
 
 void CBrowser::GoToFirst()
 {
-    GoTo(false);
+    GoTo(0);
 }
 
 void CBrowser::GoToLast()
 {
-    GoTo(true);
+    GoTo(Place().nCount - 1);
 }
 
 QString CBrowser::Name() const
@@ -183,14 +190,18 @@ QString CBrowser::Name() const
     return QFileInfo(m_strShown).fileName();
 }
 
-QString CBrowser::Place() const
+CBrowser::SPlace CBrowser::Place() const
 {
     const CImageView2DModel* pModel = m_pViewers->Active().Ctrl2D()->GetImageModel();
-    int nPlace = pModel->GetCurrentIndex();
-    int nCount = pModel->GetImageCount();
-    if (nCount == 1) {
-        nPlace = m_folder.GetFiles().indexOf(m_strShown);
-        nCount = m_folder.GetFiles().size();
-    }
-    return nPlace < 0 || nCount < 2 ? QString() : QStringLiteral("%1/%2").arg(nPlace + 1).arg(nCount);
+    if (pModel->GetImageCount() != 1)
+        return {pModel->GetCurrentIndex(), pModel->GetImageCount()};
+    return {m_folder.GetFiles().indexOf(m_strShown), m_folder.GetFiles().size()};
+}
+
+QString CBrowser::PlaceText() const
+{
+    const SPlace sPlace = Place();
+    return sPlace.nIndex < 0 || sPlace.nCount < 2
+               ? QString()
+               : QStringLiteral("%1/%2").arg(sPlace.nIndex + 1).arg(sPlace.nCount);
 }

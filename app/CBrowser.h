@@ -29,16 +29,24 @@ public:
     void Step(int nStep);
     void GoToFirst();
     void GoToLast();
+    void GoTo(int nIndex); ///< from 0 on; nothing for one that is not there
     /// @}
 
     /// Opens the first file of a folder when that has been read.
     void OpenFolder(const QString& strFolder);
+    /// Whether it led to the file that was opened last.
+    bool LedTo(const QString& strFile) const { return strFile == m_strLedTo; }
     /// Waits until a folder that is to be opened has been read.
     void Finish();
 
-    /// "2/7": the current image in its list or, with one image, its file in the folder; empty when it is the
-    /// only one.
-    QString Place() const;
+    /// The current image in its list or, with one image, its file in the folder.
+    struct SPlace {
+        int nIndex = -1; ///< below 0 when it is nowhere
+        int nCount = 0;
+    };
+    SPlace Place() const;
+    /// Its place as "2/7"; empty when it is the only one.
+    QString PlaceText() const;
     /// The file of the active viewer's current image, without its folder; empty without one.
     QString Name() const;
 
@@ -49,14 +57,16 @@ protected:
 Q_SIGNALS:
     /// Name or place may have changed.
     void signal_Changed();
+    /// A folder that was to be opened has been read, and its first file is opened.
+    void signal_FolderOpened(const QString& strFolder);
     /// A folder that was to be opened has nothing to show.
     void signal_FolderEmpty(const QString& strFolder);
 
 private:
     void FollowImage();
     void FolderRead();
+    void OpenFirst();
     void ReadAhead();
-    void GoTo(bool bLast);
     bool IsOneFile() const;
     QString FileNow() const;
     QString Neighbour(int nStep) const;
@@ -68,6 +78,7 @@ private:
     CFolderFiles m_folder;
     /// The file that was gone to last, as long as no other is shown: it may still be read, or be unreadable.
     QString m_strWanted;
+    QString m_strLedTo; ///< the file that was gone to last
     QString m_strShown; ///< file of the current image
     bool m_bOpenFirst = false;
 };

@@ -2,15 +2,19 @@
 // Copyright (c) The Vantor authors
 #include "CMainWindow.h"
 
+#include "CActionKeys.h"
 #include "CActionTable.h"
 #include "CBrowser.h"
 #include "CFullScreen.h"
 #include "CJobBar.h"
+#include "CLogPanel.h"
 #include "CMeasureDocks.h"
 #include "CMessageBar.h"
+#include "CPreferencesPage.h"
 #include "CRecentFiles.h"
 #include "CRecoveryBar.h"
 #include "CShortcutsDlg.h"
+#include "CShortcutsPage.h"
 #include "CTheme.h"
 #include "CTrash.h"
 #include "CUnsavedWork.h"
@@ -23,7 +27,6 @@
 #include <VantorCommon/annotation/store/CAnnotationTableCtrl.h>
 #include <VantorCommon/annotation/view/CAnnotationTableView.h>
 #include <VantorCommon/log/CLogModel.h>
-#include <VantorCommon/log/CLogView.h>
 #include <VantorCommon/measure/CMeasuresView.h>
 #include <VantorCommon/measure/CPlotPanel.h>
 #include <VantorCommon/settings/CSettingCtrl.h>
@@ -105,10 +108,9 @@ SCenterOptions HostOptions()
     sOptions.bAnnotationsPerImage = true;
     sOptions.bCarryAnnotations = true;
     sOptions.bAnnotationJournal = true;
-    sOptions.bBackground = true;
     sOptions.bSmoothReduction = true;
-    sOptions.bCheckerboard = true;
     sOptions.bDeferredPages = true;
+    Preferences::Apply(sOptions);
     return sOptions;
 }
 
@@ -170,8 +172,11 @@ CMainWindow::CMainWindow()
     CreateUnsavedWork();
     m_pActions = new CActionTable(this);
     CreateBrowser();
+    CreatePreferences();
     CreateMenus();
     CreateToolBar();
+    m_pSettingDlg->AddSettingTab(
+        new CShortcutsPage(new CActionKeys(m_pActions->Actions(), this), m_pSettingDlg), tr("Shortcuts"));
     // The keys of a hidden menu bar are dead, those of the window are not.
     for (QAction* pAction : m_pActions->Actions())
         addAction(pAction);
@@ -224,7 +229,7 @@ void CMainWindow::CreateDocks()
     pLayout->addWidget(m_pProperties, 1);
     QDockWidget* pProperties = AddDock("Properties", tr("Properties"), pBeside,
                                        bSmall ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea);
-    QDockWidget* pLog = AddDock("Log", tr("Log"), new CLogView(this), Qt::BottomDockWidgetArea);
+    QDockWidget* pLog = AddDock("Log", tr("Log"), new CLogPanel(this), Qt::BottomDockWidgetArea);
     resizeDocks({pLog}, {kLogDockHeight}, Qt::Vertical);
     resizeDocks({pTools, pProperties}, {kToolDockWidth, bSmall ? kToolDockWidth : kPropertyDockWidth},
                 Qt::Horizontal);
@@ -407,6 +412,7 @@ void CMainWindow::FocusPane(int nStep)
 
 void CMainWindow::ShowSettings()
 {
+    m_pSettingDlg->findChild<CPreferencesPage*>()->ShowSettings();
     BringUp(*m_pSettingDlg);
 }
 

@@ -22,6 +22,7 @@ class CImageView2DCtrl;
 class CFullScreen;
 class CMeasureDocks;
 class CMessageBar;
+class CPageField;
 class CPropertyDockView;
 class CRecentFiles;
 class CRecoveryBar;
@@ -101,9 +102,12 @@ private:
     void SetMiniMap(bool bOn); ///< in all viewers, and kept
     void CreateAppearanceMenu(QMenu* pParent);
     void CreateToolsMenu();
+    void CreateCaptureEntries(QMenu* pMenu);
     void CreateDrawingMenu(QMenu* pParent);
     void CreateSettingsMenu();
     void CreateWorkSettings(QMenu* pMenu);
+    void CreatePreferences();
+    void ReloadDocuments();
     void CreateHelpMenu();
     void CreateToolBar();
     void ConnectMessages();
@@ -122,8 +126,14 @@ private:
     bool OpenIn(std::size_t nViewer, const QString& strFile);
     /// In place of what is there. @return false when that was to stay
     bool OpenInActive(const QString& strFile);
+    void OpenRecent(const QString& strPath); ///< a file or a folder
+    void CreateHints(const QAction* pOpen);
+    void ShowDetails();
     void CreateBrowser();
     void CreateBrowseEntries(QMenu* pMenu);
+    void CreatePageField();
+    bool HasWheelPages() const;
+    void SetWheelPages(bool bOn); ///< in all viewers, and kept
     void CreateFolderEntry(QMenu* pMenu);
     void CreateTrashEntries(QMenu* pMenu);
     void ShowTitle();
@@ -135,6 +145,7 @@ private:
     void AskForPicture();
     void ExportPicture(const QString& strPath);
     void CopyPicture();
+    void PrintPicture();
     bool HasPixels(); ///< whether they need not be waited for
     /// @}
     /// @{
@@ -195,6 +206,7 @@ private:
     CBrowser* m_pBrowser = nullptr;
     CActionTable* m_pActions = nullptr;
     CZoomField* m_pZoom = nullptr;
+    CPageField* m_pPage = nullptr;
     std::vector<QAction*> m_vctToolBar; ///< the entries that the tool bar shows, too
     CRecentFiles* m_pRecent = nullptr;
     bool m_bShowsOther = false;

@@ -6,6 +6,7 @@
 
 #include "CActionTable.h"
 #include "CBrowser.h"
+#include "CEmptyHint.h"
 #include "CFileOpening.h"
 #include "CMessageBar.h"
 #include "CRecentFiles.h"
@@ -16,6 +17,7 @@
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/job/CJobs.h>
 #include <VantorCommon/shell/center/CCenterModel.h>
+#include <VantorCommon/shell/viewer/CImageViewer.h>
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 #include <VantorCommon/view2d/CImageView2DModel.h>
@@ -114,13 +116,32 @@ bool CMainWindow::OpenInActive(const QString& strFile)
     return true;
 }
 
+void CMainWindow::OpenRecent(const QString& strPath)
+{
+    if (QFileInfo(strPath).isDir())
+        m_pBrowser->OpenFolder(strPath);
+    else
+        OpenInActive(strPath);
+}
+
+/// An empty viewer says what can be done.
+void CMainWindow::CreateHints(const QAction* pOpen)
+{
+    for (const SViewer& viewer : m_pViewers->All())
+        new CEmptyHint(viewer, pOpen, m_pRecent, [this, viewer](const QString& strPath) {
+            viewer.pView->FocusVisibleView();
+            OpenRecent(strPath);
+        });
+}
+
 void CMainWindow::ConnectFiles(const SViewer& viewer)
 {
     CImageView2DCtrl* pCtrl = viewer.Ctrl2D();
     connect(viewer.pCtrl, &CImageViewerCtrl::signal_Failed, m_pMessages,
             [this](const QString& strMessage) { m_pMessages->Tell(LibraryTexts::Failure(strMessage)); });
-    connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, m_pRecent, &CRecentFiles::Add);
     connect(pCtrl, &CImageView2DCtrl::signal_FileOpened, this, [this, pCtrl](const QString& strPath) {
+        if (!m_pBrowser->LedTo(strPath)) // a folder is one entry, however far one goes in it
+            m_pRecent->Add(strPath);
         m_pMessages->ForgetAbout(strPath);
         TellNotes(strPath, *pCtrl);
     });

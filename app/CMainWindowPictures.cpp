@@ -6,12 +6,15 @@
 #include "CMainWindow.h"
 
 #include "CMessageBar.h"
+#include "CPrinting.h"
 #include "LibraryTexts.h"
 #include "Viewers.h"
 
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/annotation/store/PictureExport.h>
+#include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
+#include <VantorCommon/view2d/BurnIn.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
 #include <QDir>
@@ -85,6 +88,19 @@ void CMainWindow::CopyPicture()
 {
     if (HasPixels() && !PictureExport::Copy(*m_pViewers->Active().Ctrl2D(), kOwnColors))
         m_pMessages->Tell(tr("The picture cannot be copied: there is not enough memory."));
+}
+
+/// As the viewers show it, at once: the preview goes on with what it has got.
+void CMainWindow::PrintPicture()
+{
+    const SViewer& viewer = m_pViewers->Active();
+    const auto pImage = viewer.Ctrl2D()->GetCurrentImgage();
+    if (!pImage || !HasPixels())
+        return;
+    const QImage picture = BurnIn::Paint(*pImage, viewer.pCtrl->Get2DDrawableObjects(), kOwnColors);
+    if (picture.isNull())
+        return m_pMessages->Tell(tr("The picture cannot be printed: there is not enough memory."));
+    (new CPrinting(picture, pImage->GetPageResolution(), this))->Preview(this);
 }
 
 void CMainWindow::SelectAllAnnotations()

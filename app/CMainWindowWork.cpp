@@ -9,16 +9,21 @@
 #include "CImageOrigins.h"
 #include "CMainWindow.h"
 #include "CMessageBar.h"
+#include "CPreferencesPage.h"
 #include "CRecoveryBar.h"
 #include "CThumbnailMarks.h"
 #include "CUnsavedWork.h"
 #include "HostSettings.h"
 #include "LibraryTexts.h"
 #include "Session.h"
+#include "TextReading.h"
 #include "Viewers.h"
 
+#include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
+#include <VantorCommon/settings/CSettingDlg.h>
 #include <VantorCommon/settings/CSettingManager.h>
+#include <VantorCommon/shell/center/CCenterCtrl.h>
 #include <VantorCommon/shell/viewer/CImageViewer.h>
 #include <VantorCommon/shell/viewer/CImageViewerCtrl.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
@@ -28,6 +33,7 @@
 #include <QFileInfo>
 #include <QListView>
 #include <QStatusBar>
+#include <QTabWidget>
 #include <algorithm>
 
 using Vantor::Annotations::SDocument;
@@ -108,34 +114,68 @@ void CMainWindow::CreateSaveEntry(QMenu* pMenu)
                m_pWork->Images(viewer)->IsUnsaved(nCurrent);
     };
     m_pActions->Add(
-        pMenu, {tr("Sa&ve"), QIcon(), {QKeySequence(QKeySequence::Save)}},
+        pMenu, {QT_TR_NOOP("Sa&ve"), QIcon(), {QKeySequence(QKeySequence::Save)}},
         [this] { m_pWork->Save(m_pViewers->Active()); }, isUnsaved);
 }
 
 void CMainWindow::CreateAnnotationEntries(QMenu* pMenu)
 {
-    const auto add = [&](const QString& strText, void (CMainWindow::*pDo)()) {
+    const auto add = [&](const SActionText& text, void (CMainWindow::*pDo)()) {
         m_pActions->Add(
-            pMenu, {strText, QIcon(), {}}, [this, pDo] { (this->*pDo)(); },
+            pMenu, {text, QIcon(), {}}, [this, pDo] { (this->*pDo)(); },
             [this] { return m_pViewers->Active().HasImage(); });
     };
-    add(tr("Open A&nnotations..."), &CMainWindow::OpenAnnotations);
-    add(tr("Save Anno&tations As..."), &CMainWindow::SaveAnnotationsAs);
-    add(tr("&Import Annotations..."), &CMainWindow::ImportAnnotations);
-    add(tr("&Export Annotations..."), &CMainWindow::ExportAnnotations);
+    add(QT_TR_NOOP("Open A&nnotations..."), &CMainWindow::OpenAnnotations);
+    add(QT_TR_NOOP("Save Anno&tations As..."), &CMainWindow::SaveAnnotationsAs);
+    add(QT_TR_NOOP("&Import Annotations..."), &CMainWindow::ImportAnnotations);
+    add(QT_TR_NOOP("&Export Annotations..."), &CMainWindow::ExportAnnotations);
 }
 
 /// Of the settings menu: each a setting that is off at first.
 void CMainWindow::CreateWorkSettings(QMenu* pMenu)
 {
-    const auto add = [&](const QString& strText, const QString& strKey) {
+    const auto add = [&](const SActionText& text, const QString& strKey) {
         const auto isOn = [strKey] { return CSettingManager::GetInt(strKey, 0) != 0; };
         m_pActions->Add(
-            pMenu, {strText, QIcon(), {}}, [strKey, isOn] { CSettingManager::Set(strKey, isOn() ? 0 : 1); },
-            {}, isOn);
+            pMenu, {text, QIcon(), {}}, [strKey, isOn] { CSettingManager::Set(strKey, isOn() ? 0 : 1); }, {},
+            isOn);
     };
-    add(tr("&Save Annotations by Themselves"), HostSettings::kAutoSave);
-    add(tr("&Reopen at the Start What Was Open"), HostSettings::kReopen);
+    add(QT_TR_NOOP("&Save Annotations by Themselves"), HostSettings::kAutoSave);
+    add(QT_TR_NOOP("&Reopen at the Start What Was Open"), HostSettings::kReopen);
+}
+
+void CMainWindow::CreatePreferences()
+{
+    auto* pPage = new CPreferencesPage(TextReading::Languages(), m_pSettingDlg);
+    m_pSettingDlg->AddSettingTab(pPage, tr("Viewer"));
+    m_pSettingDlg->findChild<QTabWidget*>()->setCurrentIndex(1);
+    connect(pPage, &CPreferencesPage::signal_Changed, this, [this] {
+        SCenterOptions sOptions = m_pCtrl->GetOptions();
+        Preferences::Apply(sOptions);
+        m_pCtrl->SetOptions(sOptions);
+    });
+    connect(pPage, &CPreferencesPage::signal_Reload, this, &CMainWindow::ReloadDocuments);
+}
+
+/// At the resolution that is set by now, each at its page.
+void CMainWindow::ReloadDocuments()
+{
+    for (const SViewer& viewer : m_pViewers->All()) {
+        const auto pPage = viewer.Ctrl2D()->GetCurrentImgage();
+        CImageView2DModel* pModel = viewer.Ctrl2D()->GetImageModel();
+        const int nCurrent = pModel->GetCurrentIndex();
+        const QString strFile = m_pWork->Images(viewer)->FileOf(nCurrent);
+        if (!pPage || pPage->GetPageResolution() <= 0.0 || strFile.isEmpty() ||
+            !m_pWork->AskForViewer(viewer))
+            continue;
+        auto* pWatch = new QObject(this);
+        connect(viewer.Ctrl2D(), &CImageView2DCtrl::signal_FileOpened, pWatch, [=] {
+            pModel->SetCurrentIndex(nCurrent);
+            pWatch->deleteLater();
+        });
+        connect(viewer.Ctrl2D(), &CImageView2DCtrl::signal_Failed, pWatch, &QObject::deleteLater);
+        viewer.pCtrl->LoadFile(strFile);
+    }
 }
 
 QString CMainWindow::ActiveFile() const

@@ -65,34 +65,35 @@ void CMainWindow::CreateZoomMenu(QMenu* pParent)
         return shows2D() && !SelectedBounds(m_pViewers->Active()).isNull();
     };
     QMenu* pMenu = pParent->addMenu(tr("&Zoom"));
-    const auto add = [&](const QString& strText, const QString& strTip, const QList<QKeySequence>& lstKeys,
+    const auto add = [&](const SActionText& text, const QString& strTip, const QList<QKeySequence>& lstKeys,
                          const std::function<void()>& func, const CActionTable::Condition& isUseful,
                          const CActionTable::Condition& isChecked = {}) {
-        QAction* pAction = m_pActions->Add(pMenu, {strText, QIcon(), lstKeys}, func, isUseful, isChecked);
+        QAction* pAction = m_pActions->Add(pMenu, {text, QIcon(), lstKeys}, func, isUseful, isChecked);
         pAction->setStatusTip(strTip);
         return pAction;
     };
     add(
-        tr("Zoom &In"), tr("Enlarge the image about the middle of the view"), Key("Ctrl++") + Key("Ctrl+="),
-        [view] { SetZoom(view(), Stepped(view()->GetZoom(), kZoomStep)); }, shows2D);
-    add(
-        tr("Zoom &Out"), tr("Make the image smaller about the middle of the view"), Key("Ctrl+-"),
-        [view] { SetZoom(view(), Stepped(view()->GetZoom(), 1.0 / kZoomStep)); }, shows2D);
-    add(
-        tr("&Actual Size"), tr("One pixel of the screen for each pixel of the image: 100 %"),
-        Key("1") + Key("Ctrl+Alt+0"), [view] { SetZoom(view(), 1.0); }, shows2D);
-    add(
-        tr("Fit &Width"), tr("Make the image as wide as the view"), Key("W"), [view] { view()->FitWidth(); },
+        QT_TR_NOOP("Zoom &In"), tr("Enlarge the image about the middle of the view"),
+        Key("Ctrl++") + Key("Ctrl+="), [view] { SetZoom(view(), Stepped(view()->GetZoom(), kZoomStep)); },
         shows2D);
     add(
-        tr("To a &Rectangle"), tr("Drag a rectangle; what it encloses fills the view"), Key("Z"),
+        QT_TR_NOOP("Zoom &Out"), tr("Make the image smaller about the middle of the view"), Key("Ctrl+-"),
+        [view] { SetZoom(view(), Stepped(view()->GetZoom(), 1.0 / kZoomStep)); }, shows2D);
+    add(
+        QT_TR_NOOP("&Actual Size"), tr("One pixel of the screen for each pixel of the image: 100 %"),
+        Key("1") + Key("Ctrl+Alt+0"), [view] { SetZoom(view(), 1.0); }, shows2D);
+    add(
+        QT_TR_NOOP("Fit &Width"), tr("Make the image as wide as the view"), Key("W"),
+        [view] { view()->FitWidth(); }, shows2D);
+    add(
+        QT_TR_NOOP("To a &Rectangle"), tr("Drag a rectangle; what it encloses fills the view"), Key("Z"),
         [this, view] {
             view()->StartZoomBox();
             m_pViewers->FocusActive();
         },
         shows2D);
     add(
-        tr("To the &Shape"), tr("Show the selected annotations as large as possible"), Key("Shift+Z"),
+        QT_TR_NOOP("To the &Shape"), tr("Show the selected annotations as large as possible"), Key("Shift+Z"),
         [this, view] {
             const QRectF box = SelectedBounds(m_pViewers->Active());
             const QPointF margin(box.width() * kShapeMargin, box.height() * kShapeMargin);
@@ -100,12 +101,12 @@ void CMainWindow::CreateZoomMenu(QMenu* pParent)
         },
         hasSelection);
     QAction* pType = add(
-        tr("&Type a Zoom..."), tr("Type the zoom in the status bar"), Key("Ctrl+Alt+Z"),
+        QT_TR_NOOP("&Type a Zoom..."), tr("Type the zoom in the status bar"), Key("Ctrl+Alt+Z"),
         [this] { m_pZoom->setFocus(Qt::ShortcutFocusReason); }, shows2D);
     pMenu->addSeparator();
     add(
-        tr("&Minimap"), tr("Show the whole image in a corner while a part of it is in view"), Key("M"),
-        [this] { SetMiniMap(!HasMiniMap()); }, {}, [this] { return HasMiniMap(); });
+        QT_TR_NOOP("&Minimap"), tr("Show the whole image in a corner while a part of it is in view"),
+        Key("M"), [this] { SetMiniMap(!HasMiniMap()); }, {}, [this] { return HasMiniMap(); });
     CreateZoomField(pType);
 }
 
@@ -116,21 +117,25 @@ void CMainWindow::CreateCompareMenu(QMenu* pParent)
     const auto canCompare = [this] { return ActiveShows2D() && NextWithImage() >= 0; };
     m_pActions
         ->Add(
-            pMenu, {tr("&Link Viewers"), QIcon(), Key("L")},
+            pMenu, {QT_TR_NOOP("&Link Viewers"), QIcon(), Key("L")},
             [this] { m_pCtrl->SetLinked(!m_pCtrl->IsLinked(), m_pViewers->Active().pView->GetViewID()); }, {},
             [this] { return m_pCtrl->IsLinked(); })
         ->setStatusTip(tr("Zoom and pan all shown viewers together, with a cross where the mouse is"));
     m_pActions
         ->Add(
-            pMenu, {tr("&Show Other Viewer"), QIcon(), {}}, [this] { ShowOther(!m_bShowsOther); }, canCompare,
-            [this] { return m_bShowsOther; })
+            pMenu, {QT_TR_NOOP("&Show Other Viewer"), QIcon(), {}}, [this] { ShowOther(!m_bShowsOther); },
+            canCompare, [this] { return m_bShowsOther; })
         ->setStatusTip(tr("Show the next viewer's image in this one, at the same place; the key X does it "
                           "while it is held"));
     QMenu* pDifference = pMenu->addMenu(tr("&Difference"));
     for (const SViewer& viewer : m_pViewers->All())
         m_pActions
             ->Add(
-                pDifference, {tr("With Viewer &%1").arg(viewer.pView->GetViewID()), QIcon(), {}},
+                pDifference,
+                {{tr("With Viewer &%1").arg(viewer.pView->GetViewID()),
+                  QStringLiteral("With Viewer %1").arg(viewer.pView->GetViewID())},
+                 QIcon(),
+                 {}},
                 [this, &viewer] {
                     m_pCtrl->AddDifference(m_pViewers->Active().pView->GetViewID(),
                                            viewer.pView->GetViewID());

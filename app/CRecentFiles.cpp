@@ -47,6 +47,7 @@ void CRecentFiles::Store(const QStringList& lstFiles)
     for (const QString& strPath : lstFiles.mid(0, kMaxFiles))
         lstCodes.append(QString::fromLatin1(QUrl::toPercentEncoding(strPath)));
     CSettingManager::Set(HostSettings::kRecentFiles, lstCodes.join(kSeparator));
+    Q_EMIT signal_Changed();
 }
 
 void CRecentFiles::Add(const QString& strPath)

@@ -8,7 +8,7 @@
 
 class QMenu;
 
-/// The recent files, newest first, which the settings keep, and the menu that opens them again.
+/// The recent files and folders, newest first, which the settings keep, and the menu that opens them again.
 class CRecentFiles : public QObject
 {
     Q_OBJECT
@@ -17,13 +17,16 @@ public:
     static constexpr int kMaxFiles = 10;
 
     /// @param pMenu  filled each time it opens
-    /// @param open   opens a file
+    /// @param open   opens a file or a folder
     CRecentFiles(QMenu* pMenu, std::function<void(const QString&)> open);
 
     /// Absolute paths.
     QStringList Files() const;
     void Add(const QString& strPath);
     void Clear();
+
+Q_SIGNALS:
+    void signal_Changed();
 
 private:
     void Fill();

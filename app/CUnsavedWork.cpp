@@ -4,6 +4,8 @@
 
 #include "CAnnotationFiles.h"
 #include "CImageOrigins.h"
+#include "HostSettings.h"
+#include "Preferences.h"
 
 #include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
@@ -147,7 +149,7 @@ bool CUnsavedWork::Ask(const ScopeList& vctScopes)
         for (const SScope& item : AnnotationsIn({scope}))
             lstTexts.append(TextOf(item, true));
     }
-    if (lstTexts.isEmpty())
+    if (lstTexts.isEmpty() || !Preferences::IsOn(HostSettings::kAskUnsaved))
         return true;
     const int nMore = lstTexts.size() - kMaxListed;
     if (nMore > 0)
@@ -209,6 +211,9 @@ bool CUnsavedWork::AskForAll()
         vctScopes.push_back({pWork.get(), kAll});
     if (!Ask(vctScopes))
         return false;
+    // Who is not asked gives nothing up: the next start offers it.
+    if (!Preferences::IsOn(HostSettings::kAskUnsaved))
+        return true;
     for (const auto& pWork : m_vctWork)
         if (pWork->annotations.Store()->HasUnsaved())
             pWork->annotations.Store()->SetSaved();

@@ -2,27 +2,18 @@
 // Copyright (c) The Vantor authors
 #include "CZoomField.h"
 
-#include <QKeyEvent>
 #include <QLocale>
-#include <QTimer>
 #include <cmath>
 
 namespace
 {
 constexpr double kFewPercents = 10.0; // below, a digit behind the point helps
-constexpr int kMargin = 12;           // pixels, of the line editor
+constexpr double kWidest = 1000.0;    // 100000 %
 } // namespace
 
-CZoomField::CZoomField(QWidget* pParent) : QLineEdit(pParent)
+CZoomField::CZoomField(QWidget* pParent)
+    : CStatusField(tr("Zoom"), tr("Zoom: click to type another one"), TextOf(kWidest), pParent)
 {
-    setFrame(false);
-    setAlignment(Qt::AlignRight);
-    setFocusPolicy(Qt::ClickFocus); // Tab goes from viewer to viewer
-    setAccessibleName(tr("Zoom"));
-    setToolTip(tr("Zoom: click to type another one"));
-    setFixedWidth(fontMetrics().horizontalAdvance(TextOf(1000.0)) + kMargin);
-    connect(this, &QLineEdit::returnPressed, this, &CZoomField::Enter);
-    setEnabled(false);
 }
 
 QString CZoomField::TextOf(double dblZoom)
@@ -43,38 +34,14 @@ double CZoomField::ZoomOf(const QString& strText)
 
 void CZoomField::ShowZoom(double dblZoom)
 {
-    m_dblZoom = dblZoom;
-    if (!hasFocus())
-        setText(dblZoom > 0.0 ? TextOf(dblZoom) : QString());
+    ShowText(dblZoom > 0.0 ? TextOf(dblZoom) : QString());
 }
 
-void CZoomField::Enter()
+bool CZoomField::Take(const QString& strText)
 {
-    const double dblZoom = ZoomOf(text());
-    if (!(dblZoom > 0.0)) {
-        Q_EMIT signal_Refused(text());
-        return selectAll();
-    }
+    const double dblZoom = ZoomOf(strText);
+    if (!(dblZoom > 0.0))
+        return false;
     Q_EMIT signal_Zoom(dblZoom);
-    Q_EMIT signal_Left();
-}
-
-void CZoomField::focusInEvent(QFocusEvent* pEvent)
-{
-    QLineEdit::focusInEvent(pEvent);
-    QTimer::singleShot(0, this, &QLineEdit::selectAll); // after the press that gave the focus
-}
-
-void CZoomField::focusOutEvent(QFocusEvent* pEvent)
-{
-    QLineEdit::focusOutEvent(pEvent);
-    ShowZoom(m_dblZoom);
-}
-
-void CZoomField::keyPressEvent(QKeyEvent* pEvent)
-{
-    if (pEvent->key() == Qt::Key_Escape)
-        Q_EMIT signal_Left();
-    else
-        QLineEdit::keyPressEvent(pEvent);
+    return true;
 }

@@ -2,10 +2,10 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
-#include <QLineEdit>
+#include "CStatusField.h"
 
-/// The zoom in the status bar: "138 %". A click lets the user type another one; Enter sets it, Escape leaves.
-class CZoomField : public QLineEdit
+/// The zoom in the status bar: "138 %".
+class CZoomField : public CStatusField
 {
     Q_OBJECT
 
@@ -23,18 +23,7 @@ public:
 Q_SIGNALS:
     /// The user has typed it; above 0.
     void signal_Zoom(double dblZoom);
-    /// The user has typed something else.
-    void signal_Refused(const QString& strText);
-    /// The keyboard is not needed any more.
-    void signal_Left();
 
 protected:
-    void focusInEvent(QFocusEvent* pEvent) override;
-    void focusOutEvent(QFocusEvent* pEvent) override;
-    void keyPressEvent(QKeyEvent* pEvent) override;
-
-private:
-    void Enter();
-
-    double m_dblZoom = 0.0;
+    bool Take(const QString& strText) override;
 };

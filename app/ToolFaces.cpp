@@ -31,12 +31,12 @@ SActionFace ToolFace(const QString& strTitle)
     for (const SRow& row : kRows) {
         if (strTitle != QLatin1String(row.pTitle))
             continue;
-        SActionFace face{QCoreApplication::translate("CMainWindow", row.pText), QIcon(), {}};
+        SActionFace face{row.pText, QIcon(), {}};
         if (row.pIcon)
             face.icon = QIcon(QStringLiteral(":/app/Image/%1.png").arg(QLatin1String(row.pIcon)));
         if (row.pKeys)
             face.lstKeys = {QKeySequence(QLatin1String(row.pKeys))};
         return face;
     }
-    return {strTitle + QStringLiteral("..."), QIcon(), {}};
+    return {{strTitle + QStringLiteral("..."), strTitle}, QIcon(), {}};
 }

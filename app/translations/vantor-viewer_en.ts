@@ -59,4 +59,21 @@
         </translation>
     </message>
 </context>
+<context>
+    <name>ImageFacts</name>
+    <message numerus="yes">
+        <source>%1 (%n byte(s))</source>
+        <translation>
+            <numerusform>%1 (%n byte)</numerusform>
+            <numerusform>%1 (%n bytes)</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n of %1 bits</source>
+        <translation>
+            <numerusform>%n of %1 bits</numerusform>
+            <numerusform>%n of %1 bits</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>

@@ -109,6 +109,36 @@
     </message>
 </context>
 <context>
+    <name>CDetailsDlg</name>
+    <message>
+        <source>Details</source>
+        <translation>상세 정보</translation>
+    </message>
+    <message>
+        <source>%1:</source>
+        <translation>%1:</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Path</source>
+        <translation>경로 복사(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Show in &amp;Folder</source>
+        <translation>폴더에서 보기(&amp;F)</translation>
+    </message>
+</context>
+<context>
+    <name>CEmptyHint</name>
+    <message>
+        <source>Drop files here</source>
+        <translation>여기에 파일을 놓으세요</translation>
+    </message>
+    <message>
+        <source>Drop files here or press %1</source>
+        <translation>여기에 파일을 놓거나 %1 키를 누르세요</translation>
+    </message>
+</context>
+<context>
     <name>CJobBar</name>
     <message>
         <source>Running work</source>
@@ -143,6 +173,33 @@
     <message>
         <source>&amp;Cancel</source>
         <translation>취소(&amp;C)</translation>
+    </message>
+</context>
+<context>
+    <name>CLogPanel</name>
+    <message>
+        <source>All messages</source>
+        <translation>모든 메시지</translation>
+    </message>
+    <message>
+        <source>Without the details</source>
+        <translation>세부 사항 제외</translation>
+    </message>
+    <message>
+        <source>Warnings and errors</source>
+        <translation>경고와 오류</translation>
+    </message>
+    <message>
+        <source>Errors</source>
+        <translation>오류</translation>
+    </message>
+    <message>
+        <source>Messages that are shown:</source>
+        <translation>표시할 메시지:</translation>
+    </message>
+    <message>
+        <source>Messages that are shown</source>
+        <translation>표시할 메시지</translation>
     </message>
 </context>
 <context>
@@ -464,10 +521,6 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>주석(&amp;A)</translation>
     </message>
     <message>
-        <source>Export &amp;Picture...</source>
-        <translation>그림 내보내기(&amp;P)...</translation>
-    </message>
-    <message>
         <source>Copy &amp;with Annotations</source>
         <translation>주석과 함께 복사(&amp;W)</translation>
     </message>
@@ -735,6 +788,62 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>Pro&amp;file</source>
         <translation>프로파일(&amp;F)</translation>
     </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>단축키</translation>
+    </message>
+    <message>
+        <source>Pag&amp;e...</source>
+        <translation>페이지(&amp;E)...</translation>
+    </message>
+    <message>
+        <source>Type the number of a page or an image in the status bar</source>
+        <translation>상태 표시줄에 페이지나 이미지의 번호를 입력합니다</translation>
+    </message>
+    <message>
+        <source>Wheel Tu&amp;rns Pages</source>
+        <translation>휠로 페이지 넘기기(&amp;R)</translation>
+    </message>
+    <message>
+        <source>The wheel scrolls and goes on to the next page at the edge; with Ctrl it zooms</source>
+        <translation>휠로 스크롤하고 가장자리에서 다음 페이지로 넘어갑니다. Ctrl과 함께 쓰면 확대/축소합니다</translation>
+    </message>
+    <message>
+        <source>There is no page &quot;%1&quot;. Type a number from 1 to %2.</source>
+        <translation>&quot;%1&quot; 페이지가 없습니다. 1에서 %2 사이의 숫자를 입력하세요.</translation>
+    </message>
+    <message>
+        <source>E&amp;xport Picture...</source>
+        <translation>그림 내보내기(&amp;X)...</translation>
+    </message>
+    <message>
+        <source>&amp;Print...</source>
+        <translation>인쇄(&amp;P)...</translation>
+    </message>
+    <message>
+        <source>&amp;Details...</source>
+        <translation>상세 정보(&amp;D)...</translation>
+    </message>
+    <message>
+        <source>Capture after &amp;3 Seconds</source>
+        <translation>3초 후 캡처(&amp;3)</translation>
+    </message>
+    <message>
+        <source>Capture after &amp;5 Seconds</source>
+        <translation>5초 후 캡처(&amp;5)</translation>
+    </message>
+    <message>
+        <source>Capture the &amp;Whole Screen</source>
+        <translation>전체 화면 캡처(&amp;W)</translation>
+    </message>
+    <message>
+        <source>The picture cannot be printed: there is not enough memory.</source>
+        <translation>그림을 인쇄할 수 없습니다. 메모리가 부족합니다.</translation>
+    </message>
+    <message>
+        <source>Viewer</source>
+        <translation>뷰어</translation>
+    </message>
 </context>
 <context>
     <name>CMeasureDocks</name>
@@ -770,6 +879,51 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>
             <numerusform>로그에 %n개가 더 있습니다.</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>CPageField</name>
+    <message>
+        <source>Page</source>
+        <translation>페이지</translation>
+    </message>
+    <message>
+        <source>Page or image: click to type the number of another one</source>
+        <translation>페이지 또는 이미지: 클릭하여 다른 번호를 입력하세요</translation>
+    </message>
+</context>
+<context>
+    <name>CPreferencesPage</name>
+    <message>
+        <source>&amp;Open the Documents Again</source>
+        <translation>문서 다시 열기(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Documents that are open keep their resolution until then</source>
+        <translation>열려 있는 문서는 그때까지 해상도를 유지합니다</translation>
+    </message>
+    <message>
+        <source>Where the program was started</source>
+        <translation>프로그램이 시작된 곳</translation>
+    </message>
+    <message>
+        <source>C&amp;hoose...</source>
+        <translation>선택(&amp;H)...</translation>
+    </message>
+</context>
+<context>
+    <name>CPrinting</name>
+    <message>
+        <source>Print</source>
+        <translation>인쇄</translation>
+    </message>
+    <message>
+        <source>&amp;True Size</source>
+        <translation>실제 크기(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Print at the size of the page of a document, or at 96 pixels per inch; otherwise as large as the paper</source>
+        <translation>문서 페이지의 크기 또는 인치당 96픽셀로 인쇄합니다. 그렇지 않으면 용지에 맞춥니다</translation>
     </message>
 </context>
 <context>
@@ -944,6 +1098,37 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     </message>
 </context>
 <context>
+    <name>CShortcutsPage</name>
+    <message>
+        <source>Shortcuts</source>
+        <translation>단축키</translation>
+    </message>
+    <message>
+        <source>Action</source>
+        <translation>동작</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>단축키</translation>
+    </message>
+    <message>
+        <source>&amp;Keys of the action:</source>
+        <translation>동작의 단축키(&amp;K):</translation>
+    </message>
+    <message>
+        <source>&amp;Default</source>
+        <translation>기본값(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;All Defaults</source>
+        <translation>모두 기본값(&amp;A)</translation>
+    </message>
+    <message>
+        <source>These keys belong to &quot;%1&quot;.</source>
+        <translation>이 키는 &quot;%1&quot;에 쓰이고 있습니다.</translation>
+    </message>
+</context>
+<context>
     <name>CUnsavedWork</name>
     <message>
         <source>annotations of an image without a file</source>
@@ -1001,6 +1186,69 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>%1 %</source>
         <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>ImageFacts</name>
+    <message>
+        <source>Name</source>
+        <translation>이름</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>폴더</translation>
+    </message>
+    <message>
+        <source>File size</source>
+        <translation>파일 크기</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 (%n byte(s))</source>
+        <translation>
+            <numerusform>%1 (%n바이트)</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Changed</source>
+        <translation>수정한 날짜</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>형식</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>크기</translation>
+    </message>
+    <message>
+        <source>%1 x %2 pixels</source>
+        <translation>%1 x %2 픽셀</translation>
+    </message>
+    <message>
+        <source>Channels</source>
+        <translation>채널</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n of %1 bits</source>
+        <translation>
+            <numerusform>%n개, 각 %1비트</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Page size</source>
+        <translation>페이지 크기</translation>
+    </message>
+    <message>
+        <source>%1 x %2 mm</source>
+        <translation>%1 x %2 mm</translation>
+    </message>
+    <message>
+        <source>Resolution</source>
+        <translation>해상도</translation>
+    </message>
+    <message>
+        <source>%1 dots per inch</source>
+        <translation>인치당 %1도트</translation>
     </message>
 </context>
 <context>
@@ -1746,6 +1994,57 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     </message>
 </context>
 <context>
+    <name>Preferences</name>
+    <message>
+        <source> MB</source>
+        <translation> MB</translation>
+    </message>
+    <message>
+        <source>&amp;Resolution of documents:</source>
+        <translation>문서의 해상도(&amp;R):</translation>
+    </message>
+    <message>
+        <source> dots per inch</source>
+        <translation> dpi</translation>
+    </message>
+    <message>
+        <source>&amp;Memory for pages of documents:</source>
+        <translation>문서 페이지용 메모리(&amp;M):</translation>
+    </message>
+    <message>
+        <source>Memory for &amp;images read ahead:</source>
+        <translation>미리 읽는 이미지용 메모리(&amp;I):</translation>
+    </message>
+    <message>
+        <source>&amp;Quality of JPEG files:</source>
+        <translation>JPEG 파일의 품질(&amp;Q):</translation>
+    </message>
+    <message>
+        <source>&amp;Folder where dialogs start:</source>
+        <translation>대화 상자가 시작하는 폴더(&amp;F):</translation>
+    </message>
+    <message>
+        <source>&amp;Language of texts to read:</source>
+        <translation>읽을 텍스트의 언어(&amp;L):</translation>
+    </message>
+    <message>
+        <source>Long work runs &amp;beside the window</source>
+        <translation>긴 작업은 창 옆에서 실행(&amp;B)</translation>
+    </message>
+    <message>
+        <source>Transparent images on a &amp;checkerboard</source>
+        <translation>투명한 이미지를 바둑판 위에 표시(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Ask before unsaved work is lost</source>
+        <translation>저장하지 않은 작업을 잃기 전에 묻기(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Save annotations by themselves</source>
+        <translation>주석 자동 저장(&amp;S)</translation>
+    </message>
+</context>
+<context>
     <name>QCommandLineParser</name>
     <message>
         <source>Usage: %1</source>
@@ -1934,6 +2233,29 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>GeometryArray</source>
         <translation>도형 묶음</translation>
+    </message>
+</context>
+<context>
+    <name>TextReading</name>
+    <message>
+        <source>&amp;Copy All</source>
+        <translation>모두 복사(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Save Text...</source>
+        <translation>텍스트 저장(&amp;S)...</translation>
+    </message>
+    <message>
+        <source>Save Text</source>
+        <translation>텍스트 저장</translation>
+    </message>
+    <message>
+        <source>Text (*.txt);;All files (*)</source>
+        <translation>텍스트 (*.txt);;모든 파일 (*)</translation>
+    </message>
+    <message>
+        <source>The text cannot be written to %1.</source>
+        <translation>텍스트를 %1에 쓸 수 없습니다.</translation>
     </message>
 </context>
 </TS>

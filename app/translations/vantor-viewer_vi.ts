@@ -109,6 +109,36 @@
     </message>
 </context>
 <context>
+    <name>CDetailsDlg</name>
+    <message>
+        <source>Details</source>
+        <translation>Chi tiết</translation>
+    </message>
+    <message>
+        <source>%1:</source>
+        <translation>%1:</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Path</source>
+        <translation>Sao chép đường &amp;dẫn</translation>
+    </message>
+    <message>
+        <source>Show in &amp;Folder</source>
+        <translation>Hiện trong &amp;thư mục</translation>
+    </message>
+</context>
+<context>
+    <name>CEmptyHint</name>
+    <message>
+        <source>Drop files here</source>
+        <translation>Thả tệp vào đây</translation>
+    </message>
+    <message>
+        <source>Drop files here or press %1</source>
+        <translation>Thả tệp vào đây hoặc nhấn %1</translation>
+    </message>
+</context>
+<context>
     <name>CJobBar</name>
     <message>
         <source>Running work</source>
@@ -143,6 +173,33 @@
     <message>
         <source>&amp;Cancel</source>
         <translation>&amp;Hủy</translation>
+    </message>
+</context>
+<context>
+    <name>CLogPanel</name>
+    <message>
+        <source>All messages</source>
+        <translation>Mọi thông báo</translation>
+    </message>
+    <message>
+        <source>Without the details</source>
+        <translation>Không có chi tiết</translation>
+    </message>
+    <message>
+        <source>Warnings and errors</source>
+        <translation>Cảnh báo và lỗi</translation>
+    </message>
+    <message>
+        <source>Errors</source>
+        <translation>Lỗi</translation>
+    </message>
+    <message>
+        <source>Messages that are shown:</source>
+        <translation>Những thông báo được hiện:</translation>
+    </message>
+    <message>
+        <source>Messages that are shown</source>
+        <translation>Những thông báo được hiện</translation>
     </message>
 </context>
 <context>
@@ -464,10 +521,6 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>Chú &amp;thích</translation>
     </message>
     <message>
-        <source>Export &amp;Picture...</source>
-        <translation>Xuất &amp;bức ảnh...</translation>
-    </message>
-    <message>
         <source>Copy &amp;with Annotations</source>
         <translation>Sao chép &amp;kèm chú thích</translation>
     </message>
@@ -735,6 +788,62 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>Pro&amp;file</source>
         <translation>Biến thiên &amp;dọc đường</translation>
     </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>Phím tắt</translation>
+    </message>
+    <message>
+        <source>Pag&amp;e...</source>
+        <translation>Tr&amp;ang...</translation>
+    </message>
+    <message>
+        <source>Type the number of a page or an image in the status bar</source>
+        <translation>Gõ số trang hoặc số ảnh ở thanh trạng thái</translation>
+    </message>
+    <message>
+        <source>Wheel Tu&amp;rns Pages</source>
+        <translation>Con lăn &amp;qua trang</translation>
+    </message>
+    <message>
+        <source>The wheel scrolls and goes on to the next page at the edge; with Ctrl it zooms</source>
+        <translation>Con lăn cuộn ảnh và qua trang kế tiếp ở mép; cùng với Ctrl thì thu phóng</translation>
+    </message>
+    <message>
+        <source>There is no page &quot;%1&quot;. Type a number from 1 to %2.</source>
+        <translation>Không có trang &quot;%1&quot;. Hãy gõ một số từ 1 đến %2.</translation>
+    </message>
+    <message>
+        <source>E&amp;xport Picture...</source>
+        <translation>Xuất &amp;bức ảnh...</translation>
+    </message>
+    <message>
+        <source>&amp;Print...</source>
+        <translation>&amp;In...</translation>
+    </message>
+    <message>
+        <source>&amp;Details...</source>
+        <translation>Chi tiết (&amp;E)...</translation>
+    </message>
+    <message>
+        <source>Capture after &amp;3 Seconds</source>
+        <translation>Chụp sau &amp;3 giây</translation>
+    </message>
+    <message>
+        <source>Capture after &amp;5 Seconds</source>
+        <translation>Chụp sau &amp;5 giây</translation>
+    </message>
+    <message>
+        <source>Capture the &amp;Whole Screen</source>
+        <translation>Chụp toàn màn hình (&amp;W)</translation>
+    </message>
+    <message>
+        <source>The picture cannot be printed: there is not enough memory.</source>
+        <translation>Không thể in ảnh: không đủ bộ nhớ.</translation>
+    </message>
+    <message>
+        <source>Viewer</source>
+        <translation>Trình xem</translation>
+    </message>
 </context>
 <context>
     <name>CMeasureDocks</name>
@@ -770,6 +879,51 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>
             <numerusform>Còn %n thông báo nữa trong nhật ký.</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>CPageField</name>
+    <message>
+        <source>Page</source>
+        <translation>Trang</translation>
+    </message>
+    <message>
+        <source>Page or image: click to type the number of another one</source>
+        <translation>Trang hoặc ảnh: bấm để gõ số khác</translation>
+    </message>
+</context>
+<context>
+    <name>CPreferencesPage</name>
+    <message>
+        <source>&amp;Open the Documents Again</source>
+        <translation>&amp;Mở lại các tài liệu</translation>
+    </message>
+    <message>
+        <source>Documents that are open keep their resolution until then</source>
+        <translation>Tài liệu đang mở giữ độ phân giải cho đến lúc đó</translation>
+    </message>
+    <message>
+        <source>Where the program was started</source>
+        <translation>Nơi chương trình được khởi động</translation>
+    </message>
+    <message>
+        <source>C&amp;hoose...</source>
+        <translation>&amp;Chọn...</translation>
+    </message>
+</context>
+<context>
+    <name>CPrinting</name>
+    <message>
+        <source>Print</source>
+        <translation>In</translation>
+    </message>
+    <message>
+        <source>&amp;True Size</source>
+        <translation>&amp;Kích thước thật</translation>
+    </message>
+    <message>
+        <source>Print at the size of the page of a document, or at 96 pixels per inch; otherwise as large as the paper</source>
+        <translation>In đúng khổ của trang tài liệu, hoặc 96 điểm ảnh mỗi inch; nếu không thì lớn bằng khổ giấy</translation>
     </message>
 </context>
 <context>
@@ -944,6 +1098,37 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
 </context>
 <context>
+    <name>CShortcutsPage</name>
+    <message>
+        <source>Shortcuts</source>
+        <translation>Phím tắt</translation>
+    </message>
+    <message>
+        <source>Action</source>
+        <translation>Hành động</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Phím</translation>
+    </message>
+    <message>
+        <source>&amp;Keys of the action:</source>
+        <translation>&amp;Phím của hành động:</translation>
+    </message>
+    <message>
+        <source>&amp;Default</source>
+        <translation>&amp;Mặc định</translation>
+    </message>
+    <message>
+        <source>&amp;All Defaults</source>
+        <translation>Mặc định &amp;tất cả</translation>
+    </message>
+    <message>
+        <source>These keys belong to &quot;%1&quot;.</source>
+        <translation>Các phím này thuộc về &quot;%1&quot;.</translation>
+    </message>
+</context>
+<context>
     <name>CUnsavedWork</name>
     <message>
         <source>annotations of an image without a file</source>
@@ -1001,6 +1186,69 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>%1 %</source>
         <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>ImageFacts</name>
+    <message>
+        <source>Name</source>
+        <translation>Tên</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Thư mục</translation>
+    </message>
+    <message>
+        <source>File size</source>
+        <translation>Kích thước tệp</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 (%n byte(s))</source>
+        <translation>
+            <numerusform>%1 (%n byte)</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Changed</source>
+        <translation>Sửa đổi</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Định dạng</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Kích thước</translation>
+    </message>
+    <message>
+        <source>%1 x %2 pixels</source>
+        <translation>%1 x %2 điểm ảnh</translation>
+    </message>
+    <message>
+        <source>Channels</source>
+        <translation>Kênh</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n of %1 bits</source>
+        <translation>
+            <numerusform>%n, mỗi kênh %1 bit</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Page size</source>
+        <translation>Khổ trang</translation>
+    </message>
+    <message>
+        <source>%1 x %2 mm</source>
+        <translation>%1 x %2 mm</translation>
+    </message>
+    <message>
+        <source>Resolution</source>
+        <translation>Độ phân giải</translation>
+    </message>
+    <message>
+        <source>%1 dots per inch</source>
+        <translation>%1 điểm mỗi inch</translation>
     </message>
 </context>
 <context>
@@ -1746,6 +1994,57 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
 </context>
 <context>
+    <name>Preferences</name>
+    <message>
+        <source> MB</source>
+        <translation> MB</translation>
+    </message>
+    <message>
+        <source>&amp;Resolution of documents:</source>
+        <translation>Độ phân &amp;giải của tài liệu:</translation>
+    </message>
+    <message>
+        <source> dots per inch</source>
+        <translation> dpi</translation>
+    </message>
+    <message>
+        <source>&amp;Memory for pages of documents:</source>
+        <translation>&amp;Bộ nhớ cho các trang tài liệu:</translation>
+    </message>
+    <message>
+        <source>Memory for &amp;images read ahead:</source>
+        <translation>Bộ nhớ cho ảnh đọc t&amp;rước:</translation>
+    </message>
+    <message>
+        <source>&amp;Quality of JPEG files:</source>
+        <translation>C&amp;hất lượng tệp JPEG:</translation>
+    </message>
+    <message>
+        <source>&amp;Folder where dialogs start:</source>
+        <translation>&amp;Thư mục khởi đầu của hộp thoại:</translation>
+    </message>
+    <message>
+        <source>&amp;Language of texts to read:</source>
+        <translation>&amp;Ngôn ngữ của chữ cần đọc:</translation>
+    </message>
+    <message>
+        <source>Long work runs &amp;beside the window</source>
+        <translation>Việc dài chạy &amp;song song với cửa sổ</translation>
+    </message>
+    <message>
+        <source>Transparent images on a &amp;checkerboard</source>
+        <translation>Ảnh trong suốt trên nền bàn &amp;cờ</translation>
+    </message>
+    <message>
+        <source>&amp;Ask before unsaved work is lost</source>
+        <translation>Hỏi trước khi mất việc ch&amp;ưa lưu</translation>
+    </message>
+    <message>
+        <source>&amp;Save annotations by themselves</source>
+        <translation>Tự động &amp;lưu chú thích</translation>
+    </message>
+</context>
+<context>
     <name>QCommandLineParser</name>
     <message>
         <source>Usage: %1</source>
@@ -1934,6 +2233,29 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>GeometryArray</source>
         <translation>Nhóm hình</translation>
+    </message>
+</context>
+<context>
+    <name>TextReading</name>
+    <message>
+        <source>&amp;Copy All</source>
+        <translation>&amp;Sao chép tất cả</translation>
+    </message>
+    <message>
+        <source>&amp;Save Text...</source>
+        <translation>&amp;Lưu văn bản...</translation>
+    </message>
+    <message>
+        <source>Save Text</source>
+        <translation>Lưu văn bản</translation>
+    </message>
+    <message>
+        <source>Text (*.txt);;All files (*)</source>
+        <translation>Văn bản (*.txt);;Mọi tệp (*)</translation>
+    </message>
+    <message>
+        <source>The text cannot be written to %1.</source>
+        <translation>Không thể ghi văn bản vào %1.</translation>
     </message>
 </context>
 </TS>

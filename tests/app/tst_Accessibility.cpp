@@ -431,7 +431,12 @@ private Q_SLOTS:
         QTRY_VERIFY(!host.Viewer(1)->Is3DShown());
         act(button("Pan"));
         QTRY_VERIFY(button("Pan")->isChecked() && !button("Select")->isChecked());
-        const auto title = [&] { return host.Viewer(1)->findChild<QLabel*>()->text(); };
+        const auto title = [&] {
+            for (const QLabel* pLabel : host.Viewer(1)->findChildren<QLabel*>())
+                if (pLabel->text().startsWith(QLatin1String("[View-")))
+                    return pLabel->text();
+            return QString();
+        };
         QCOMPARE(title(), QStringLiteral("[View-1][160x120x3x8]"));
         act(button("Rotate left"));
         QTRY_COMPARE(title(), QStringLiteral("[View-1][120x160x3x8]"));

@@ -77,7 +77,7 @@ private Q_SLOTS:
         QVERIFY(pDock);
         host.Entry({QStringLiteral("View"), QStringLiteral("Docks"), QStringLiteral("Log")})->trigger();
         QVERIFY(pDock->isVisible());
-        const auto* pView = qobject_cast<CLogView*>(pDock->widget());
+        const auto* pView = pDock->findChild<CLogView*>();
         QVERIFY(pView);
         const QAbstractItemModel* pRows = pView->findChild<QTableView*>()->model();
         CLogger::Write(WARNING, "a line");

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
-#include "HostSupport.h"
+#include "WorkSupport.h"
 #include "tests/support/TestMain.h"
 
 #include "CRecentFiles.h"
@@ -78,7 +78,32 @@ private Q_SLOTS:
         Q_EMIT pRecent->menu()->aboutToShow();
         QCOMPARE(pRecent->menu()->actions().size(), 3); // the file, a separator, the clearing
         pRecent->menu()->actions().first()->trigger();
+
         QVERIFY(host.View(0)->GetImageUID() != 0xFFFFFFFFu);
+    }
+
+    void aFolderIsOneEntryHoweverFarOneGoesInIt()
+    {
+        const Pictures files;
+        for (const char* pName : {"a.png", "b.png"})
+            files.Add(QLatin1String(pName));
+        const QString strFolder = QFileInfo(files.folder.path()).absoluteFilePath();
+        QMenu menu;
+        const CRecentFiles recent(&menu, {});
+        {
+            Host host;
+            QVERIFY(host.Show());
+            host.window.StartOpening({strFolder}, QString());
+            QTRY_VERIFY(host.window.windowTitle().startsWith(QLatin1String("a.png")));
+            QTRY_VERIFY(host.IsEnabled("View", "Next Image"));
+            host.Key(Qt::Key_PageDown);
+            QTRY_VERIFY(host.window.windowTitle().startsWith(QLatin1String("b.png")));
+            QCOMPARE(recent.Files(), QStringList{strFolder});
+        }
+        Host host;
+        QVERIFY(host.Show());
+        host.Entry("File", "Open Recent")->menu()->actions().first()->trigger();
+        QTRY_VERIFY(host.window.windowTitle().startsWith(QLatin1String("a.png")));
     }
 };
 

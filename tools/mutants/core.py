@@ -120,7 +120,7 @@ ROWS = [
      "TIFFTAG_COMPRESSION, COMPRESSION_LZW", "TIFFTAG_COMPRESSION, COMPRESSION_NONE",
      "saved TIFF files are several times as large", "tst_TiffFiles"),
     ("jpeg-quality", "src/Vantor/image/file/JpegSave.cpp",
-     "constexpr int kQuality = 95;", "constexpr int kQuality = 90;",
+     "g_nQuality{95};", "g_nQuality{90};",
      "saved JPEG files are worse than promised", "tst_CImageSave"),
     ("bmp-masks-round", "src/Vantor/image/file/BmpLoad.cpp",
      "(nValue * 255 + maxima[c] / 2) / maxima[c]", "(nValue * 255) / maxima[c]",

@@ -96,8 +96,27 @@ void CLogView::slot_NewMessage(const SLogMessage& sMessage)
             pItem->setForeground(*color);
         row << pItem;
     }
+    row.first()->setData(static_cast<int>(sMessage.eLevel));
     m_pItemModel->appendRow(row);
+    ShowRow(m_pItemModel->rowCount() - 1);
     m_pTableView->scrollToBottom();
+}
+
+void CLogView::SetLevels(const std::set<ELogLevel>& setLevels)
+{
+    m_setLevels = setLevels;
+    if (!m_pItemModel || !m_pTableView)
+        return;
+    for (int i = 0; i < m_pItemModel->rowCount(); ++i)
+        ShowRow(i);
+    m_pTableView->scrollToBottom();
+}
+
+/// Shows a row, or hides it, by its level.
+void CLogView::ShowRow(int nRow)
+{
+    const auto eLevel = static_cast<ELogLevel>(m_pItemModel->item(nRow)->data().toInt());
+    m_pTableView->setRowHidden(nRow, m_setLevels.count(eLevel) == 0);
 }
 
 void CLogView::showEvent(QShowEvent* pEvent)

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <VantorCommon/Export.h>
+#include <VantorCommon/log/CLogger.h>
 
 #include <QPointer>
 #include <QWidget>
+#include <set>
 
 class QStandardItemModel;
 class QTableView;
@@ -22,6 +24,10 @@ public:
     /// Makes the one log model if it is not there yet.
     explicit CLogView(QWidget* pParent = nullptr);
 
+    /// Shows the messages of these levels only, also those that are listed already; all at first. Hidden ones
+    /// count among the 500.
+    void SetLevels(const std::set<ELogLevel>& setLevels);
+
 public Q_SLOTS:
     /// Adds a row. Deliberate: its time has doubled colons, "2016-05-01 14::03::07", unlike the log file's.
     void slot_NewMessage(const SLogMessage& sMessage);
@@ -33,7 +39,9 @@ protected:
 private:
     /// Sets the header's labels and widths, which every clearing drops.
     void SetUpHeader();
+    void ShowRow(int nRow);
 
     QPointer<QStandardItemModel> m_pItemModel;
     QPointer<QTableView> m_pTableView;
+    std::set<ELogLevel> m_setLevels{NORMAL, DEBUG, WARNING, ERROR};
 };

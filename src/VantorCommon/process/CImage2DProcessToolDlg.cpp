@@ -3,6 +3,7 @@
 #include <VantorCommon/process/CImage2DProcessToolDlg.h>
 
 #include <QStandardItemModel>
+#include <QTreeView>
 
 CImage2DProcessToolDlg::CImage2DProcessToolDlg(const QString& strTitle, QObject* pModel, QWidget* pParent)
     : CImage2DProcessBaseDlg(pParent), m_pToolModel(pModel)
@@ -18,6 +19,17 @@ void CImage2DProcessToolDlg::SetupParameter(const std::vector<SParameter>& vctRo
     m_pParameterModel = AddParameterTree(vctRows, pDelegate);
     connect(m_pParameterModel, &QStandardItemModel::dataChanged, this,
             &CImage2DProcessToolDlg::slot_DataChanged);
+}
+
+void CImage2DProcessToolDlg::SetDelegate(QAbstractItemDelegate* pDelegate)
+{
+    findChild<QTreeView*>()->setItemDelegateForColumn(1, pDelegate);
+}
+
+void CImage2DProcessToolDlg::SetParameter(int nRow, const QString& strValue)
+{
+    if (QStandardItem* pItem = m_pParameterModel ? m_pParameterModel->item(nRow, 1) : nullptr)
+        pItem->setText(strValue);
 }
 
 void CImage2DProcessToolDlg::SetupResult()

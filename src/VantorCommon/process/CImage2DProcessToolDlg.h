@@ -37,6 +37,10 @@ protected:
 
     /// Fills "Parameter", see AddParameterTree.
     void SetupParameter(const std::vector<SParameter>& vctRows, QAbstractItemDelegate* pDelegate);
+    /// Edits the values with another delegate, which the caller owns; it outlives the tree.
+    void SetDelegate(QAbstractItemDelegate* pDelegate);
+    /// Changes the value of a row, as if the user had.
+    void SetParameter(int nRow, const QString& strValue);
     /// Deliberate: leaves "Result" empty. The result is the image in the viewer.
     void SetupResult();
     /// Fills "Button": AddRunButton.

@@ -30,6 +30,9 @@ public:
     static constexpr QLatin1String kDialogResolutionY = SettingKey("GENERAL_PDF_RESOLUTION_Y");
     static constexpr QLatin1String kLoaderResolutionX = SettingKey("PDF_RESOLUTION_X");
     static constexpr QLatin1String kLoaderResolutionY = SettingKey("PDF_RESOLUTION_Y");
+    /// The folder in which the first dialog for opening files starts; the later ones start where the one
+    /// before ended. Never set: the folder of the process.
+    static constexpr QLatin1String kStartFolder = SettingKey("GENERAL_START_FOLDER");
     /// @}
 
     CSettingManager() = delete;

@@ -4,14 +4,18 @@
 
 #include <VantorCommon/view2d/CImageView2D.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
+#include <VantorCommon/view2d/CImageView2DModel.h>
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QWheelEvent>
 #include <algorithm>
+#include <cstdlib>
 
 namespace
 {
-constexpr int kStepsPerView = 10; // a key pans by the view divided by this
+constexpr int kStepsPerView = 10; // a key or a notch of the wheel pans by the view divided by this
+constexpr int kNotch = 120;       // of a wheel, in its units
 
 /// Where an image begins that a key moves by a step, but not beyond its end.
 int MovedBegin(int nBegin, int nSize, int nRoom, int nDirection)
@@ -39,6 +43,8 @@ bool CImageView2DCtrlNavigation::eventFilter(QObject* pWatched, QEvent* pEvent)
     case QEvent::KeyRelease:
         return static_cast<QKeyEvent*>(pEvent)->key() == Qt::Key_Space &&
                !static_cast<QKeyEvent*>(pEvent)->isAutoRepeat() && PressSpace(false);
+    case QEvent::Wheel:
+        return m_context.sOptions.bWheelPages && Turn(static_cast<QWheelEvent&>(*pEvent));
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
         return Press(static_cast<QMouseEvent&>(*pEvent));
@@ -115,6 +121,47 @@ bool CImageView2DCtrlNavigation::PanBy(const QPoint& direction)
                      QPointF(MovedBegin(place.left(), place.width(), view.width(), direction.x()),
                              MovedBegin(place.top(), place.height(), view.height(), direction.y())));
     return true;
+}
+
+/// Touchpads turn by parts of a notch, which add up.
+bool CImageView2DCtrlNavigation::Turn(const QWheelEvent& event)
+{
+    if (event.modifiers().testFlag(Qt::ControlModifier))
+        return false;
+    const QPoint turned = event.angleDelta();
+    const bool bSideways = event.modifiers().testFlag(Qt::ShiftModifier) || turned.y() == 0;
+    const int nTurned = turned.y() != 0 ? turned.y() : turned.x();
+    if ((nTurned > 0) != (m_nTurned > 0))
+        m_nTurned = 0;
+    m_nTurned += std::clamp(nTurned, -kStepsPerView * kNotch, kStepsPerView * kNotch);
+    for (; std::abs(m_nTurned) >= kNotch; m_nTurned -= m_nTurned > 0 ? kNotch : -kNotch) {
+        const int nStep = m_nTurned > 0 ? -1 : 1;
+        if (bSideways)
+            PanBy({nStep, 0});
+        else
+            Scroll(nStep);
+    }
+    return true;
+}
+
+/// @param nStep  1: down, -1: up
+void CImageView2DCtrlNavigation::Scroll(int nStep)
+{
+    CImageView2D& view = *m_context.pView;
+    const QRect before = view.GetViewPort();
+    const bool bLarger = PanBy({0, nStep});
+    if (bLarger && view.GetViewPort() != before)
+        return;
+    const int nNext = m_context.pModel ? m_context.pModel->GetCurrentIndex() + nStep : -1;
+    if (nNext < 0 || nNext >= m_context.pModel->GetImageCount()) {
+        if (!bLarger)
+            nStep > 0 ? m_context.pCtrl->slot_Next() : m_context.pCtrl->slot_Previous();
+        return;
+    }
+    m_context.pModel->SetCurrentIndex(nNext);
+    const QRect place = view.GetViewPort();
+    if (place.height() > view.height())
+        view.MovePointTo(QPointF(), QPointF(place.left(), nStep > 0 ? 0 : view.height() - place.height()));
 }
 
 bool CImageView2DCtrlNavigation::Press(const QMouseEvent& event)

@@ -9,9 +9,10 @@
 
 class QKeyEvent;
 class QMouseEvent;
+class QWheelEvent;
 
-/// Moving about in a 2D view: SCenterOptions::bPanAnywhere and bViewKeys. What means nothing to it goes on to
-/// the view.
+/// Moving about in a 2D view: SCenterOptions::bPanAnywhere, bViewKeys and bWheelPages. What means nothing to
+/// it goes on to the view.
 class CImageView2DCtrlNavigation : public QObject
 {
 public:
@@ -28,6 +29,8 @@ private:
     bool PressSpace(bool bDown);
     bool PressArrow(int nKey);
     bool PanBy(const QPoint& direction);
+    bool Turn(const QWheelEvent& event);
+    void Scroll(int nStep);
     bool Press(const QMouseEvent& event);
     bool Drag(const QMouseEvent& event);
     bool Hover(const QMouseEvent& event);
@@ -36,6 +39,7 @@ private:
 
     const SImageView2DCtrlContext& m_context;
     bool m_bSpace = false;
+    int m_nTurned = 0;                       ///< of the wheel, less than a notch
     Qt::MouseButton m_button = Qt::NoButton; ///< that pans
     QPointF m_grabbed;                       ///< the image point that follows the mouse
 };

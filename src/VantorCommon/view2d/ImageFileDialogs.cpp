@@ -3,6 +3,7 @@
 #include <VantorCommon/view2d/ImageFileDialogs_p.h>
 
 #include <Vantor/image/file/ImageFormats.h>
+#include <VantorCommon/settings/CSettingManager.h>
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -65,10 +66,14 @@ QStringList Ask(QFileDialog* pDialog)
 QStringList AskForFiles(QWidget* pParent, const QString& strTitle, const QString& strFilter,
                         QFileDialog::FileMode eMode)
 {
-    const QPointer<QFileDialog> pDialog = new QFileDialog(pParent, strTitle, QString(), strFilter);
+    static bool s_bChosen = false; // Qt remembers where
+    const QString strFolder =
+        s_bChosen ? QString() : CSettingManager::GetString(CSettingManager::kStartFolder, QString());
+    const QPointer<QFileDialog> pDialog = new QFileDialog(pParent, strTitle, strFolder, strFilter);
     pDialog->setFileMode(eMode);
     pDialog->setSupportedSchemes({QStringLiteral("file")});
     QStringList lstFiles = Ask(pDialog);
+    s_bChosen = s_bChosen || !lstFiles.isEmpty();
     delete pDialog;
     return lstFiles;
 }

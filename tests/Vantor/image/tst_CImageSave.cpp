@@ -5,6 +5,7 @@
 #include "tests/support/TestMain.h"
 
 #include <Vantor/image/CImage.h>
+#include <Vantor/image/file/JpegQuality.h>
 
 #include <QDir>
 #include <QFile>
@@ -81,6 +82,7 @@ private Q_SLOTS:
     void aFullDiskFailsAndTheOldFileIsWhole_data();
     void aFullDiskFailsAndTheOldFileIsWhole();
     void afterAKillTheFileIsOldOrNew();
+    void jpegHasTheQualityThatIsPromised_data();
     void jpegHasTheQualityThatIsPromised();
     void anOldFileKeepsItsOwnerAndGroup();
 };
@@ -447,8 +449,21 @@ void tst_CImageSave::afterAKillTheFileIsOldOrNew()
     QVERIFY2(nSaves > 0, "no save came through between the kills");
 }
 
+void tst_CImageSave::jpegHasTheQualityThatIsPromised_data()
+{
+    QTest::addColumn<int>("quality");
+    QTest::newRow("at the start") << 0; // which changes nothing
+    QTest::newRow("lower") << 60;
+    QTest::newRow("too high") << 101;
+    QTest::newRow("as before") << 95;
+}
+
 void tst_CImageSave::jpegHasTheQualityThatIsPromised()
 {
+    QFETCH(int, quality);
+    Vantor::Algorithms::SetJpegQuality(quality);
+    const int nQuality = quality == 60 || quality == 101 ? 60 : 95;
+    QCOMPARE(Vantor::Algorithms::GetJpegQuality(), nQuality);
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("a.jpg"));
     QCOMPARE(SaveFile(*MakeTestImage(32, 32, 3), path), 0);
@@ -461,9 +476,10 @@ void tst_CImageSave::jpegHasTheQualityThatIsPromised()
             nCoarsest = std::max(nCoarsest, int(static_cast<unsigned char>(step)));
         lstCoarsest << nCoarsest;
     }
-    // The coarsest steps of the standard, 121 for brightness and 99 for colour, scaled by 200 - 2 * 95
+    // The coarsest steps of the standard, 121 for brightness and 99 for colour, scaled by 200 - 2 * quality
     // percent.
-    QCOMPARE(lstCoarsest, (QList<int>{(121 * 10 + 50) / 100, (99 * 10 + 50) / 100}));
+    const int nScale = 200 - 2 * nQuality;
+    QCOMPARE(lstCoarsest, (QList<int>{(121 * nScale + 50) / 100, (99 * nScale + 50) / 100}));
 }
 
 void tst_CImageSave::anOldFileKeepsItsOwnerAndGroup()

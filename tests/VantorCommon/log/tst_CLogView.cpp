@@ -70,6 +70,36 @@ private Q_SLOTS:
         QCOMPARE(f.Row(0).mid(1), QStringList({QStringLiteral("WARNING"), QStringLiteral("the first")}));
     }
 
+    void onlyTheChosenLevelsAreShownAlsoOfWhatIsListed()
+    {
+        SFixture f;
+        const auto shown = [&] {
+            QStringList texts;
+            for (int i = 0; i < f.pModel->rowCount(); ++i)
+                if (!f.pTable->isRowHidden(i))
+                    texts << f.Row(i)[2];
+            return texts.join(QLatin1Char(' '));
+        };
+        const auto addAll = [&] {
+            for (auto eLevel : {NORMAL, DEBUG, WARNING, ERROR})
+                f.Add(eLevel, QString::number(eLevel));
+        };
+        addAll();
+        QCOMPARE(shown(), QStringLiteral("0 1 2 3"));
+        f.view.SetLevels({WARNING, ERROR});
+        QCOMPARE(shown(), QStringLiteral("2 3"));
+        addAll();
+        QCOMPARE(shown(), QStringLiteral("2 3 2 3"));
+        f.view.SetLevels({NORMAL});
+        QCOMPARE(shown(), QStringLiteral("0 0"));
+        for (int i = f.pModel->rowCount(); i < 500; ++i)
+            f.Add(ERROR, QString());
+        f.Add(ERROR, QString()); // clears the view
+        f.Add(NORMAL, QStringLiteral("0"));
+        QCOMPARE(f.pModel->rowCount(), 2);
+        QCOMPARE(shown(), QStringLiteral("0"));
+    }
+
     void aViewMadeLaterShowsWhatIsAnnouncedFromThenOn()
     {
         CLogger::Write(NORMAL, "before");

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// SCenterOptions::bViewKeys and bPanAnywhere: moving about in a 2D view.
+// SCenterOptions::bViewKeys, bPanAnywhere and bWheelPages: moving about in a 2D view.
 #include <tests/support/EditFixture.h>
 #include <tests/support/TestMain.h>
+#include <tests/support/ViewInput.h>
 
 namespace
 {
@@ -13,7 +14,6 @@ class CMoves : public EditFixture
 public:
     explicit CMoves(bool bOn = true)
     {
-        SCenterOptions sOptions;
         sOptions.bEditKeys = true;
         sOptions.bViewKeys = bOn;
         sOptions.bPanAnywhere = bOn;
@@ -37,6 +37,20 @@ public:
     {
         QTest::mouseRelease(Window(), button, {}, pos);
     }
+    void SetWheelPages()
+    {
+        sOptions.bWheelPages = true;
+        ctrl->SetOptions(sOptions);
+    }
+    /// Turns the wheel by notches; positive ones lead up.
+    void Turn(double dblNotches, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QWheelEvent wheel(QPointF(9, 9), view->mapToGlobal(QPoint(9, 9)), QPoint(),
+                          QPoint(0, qRound(dblNotches * 120)), Qt::NoButton, modifiers, Qt::NoScrollPhase,
+                          false);
+        QApplication::sendEvent(view, &wheel);
+    }
+    SCenterOptions sOptions;
     void SpaceDown() { QTest::keyPress(Window(), Qt::Key_Space); }
     void SpaceUp() { QTest::keyRelease(Window(), Qt::Key_Space); }
 };
@@ -145,6 +159,72 @@ private Q_SLOTS:
             QCOMPARE(f.MovedBy(key), QPoint());
         QCOMPARE(f.images.GetCurrentIndex(), 1);
         QCOMPARE(keys, QVector<int>({Qt::Key_Left, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_Space}));
+    }
+
+    void theWheelScrollsALargerImageByATenthOfTheViewANotch()
+    {
+        CMoves f;
+        f.SetWheelPages();
+        f.view->SetZoom(8.0, QPointF(200, 150));
+        const QPoint before = f.Place();
+        f.Turn(-2);
+        QCOMPARE(f.Place() - before, QPoint(0, -60));
+        f.Turn(-0.5); // a touchpad
+        QCOMPARE(f.Place() - before, QPoint(0, -60));
+        f.Turn(-0.5);
+        QCOMPARE(f.Place() - before, QPoint(0, -90));
+        f.Turn(1);
+        f.Turn(-1, Qt::ShiftModifier);
+        QCOMPARE(f.Place() - before, QPoint(-40, -60));
+        QCOMPARE(f.view->GetZoom(), 8.0);
+        QCOMPARE(f.images.GetCurrentIndex(), 1);
+    }
+
+    void atTheEdgeTheWheelGoesOnToTheNextImageAndReadsOnThere()
+    {
+        CMoves f;
+        f.SetWheelPages();
+        f.view->SetZoom(4.0, QPointF()); // 800 x 600 in 400 x 300
+        f.view->MovePointTo(QPointF(), QPointF(-100, -290));
+        f.Turn(-1); // the rest of the way
+        QCOMPARE(f.Place(), QPoint(-100, -300));
+        QCOMPARE(f.images.GetCurrentIndex(), 1);
+        f.Turn(-1);
+        QCOMPARE(f.images.GetCurrentIndex(), 2);
+        QCOMPARE(f.Place(), QPoint(-100, 0));
+        f.Turn(1);
+        QCOMPARE(f.images.GetCurrentIndex(), 1);
+        QCOMPARE(f.Place(), QPoint(-100, -300));
+    }
+
+    void onlyAnImageThatIsInViewAsAWholeIsLeftBeyondTheList()
+    {
+        CMoves f;
+        f.SetWheelPages();
+        QVector<int> beyond;
+        connect(f.ctrl.get(), &CImageView2DCtrl::signal_BeyondList, f.view, [&](int n) { beyond << n; });
+        f.Turn(-2);
+        QCOMPARE(f.images.GetCurrentIndex(), 2);
+        f.Turn(2);
+        QCOMPARE(f.images.GetCurrentIndex(), 0);
+        f.Turn(1);
+        QCOMPARE(beyond, QVector<int>({1, -1}));
+        f.view->SetZoom(4.0, QPointF());
+        f.Turn(5);
+        QCOMPARE(beyond, QVector<int>({1, -1}));
+        QCOMPARE(f.images.GetCurrentIndex(), 0);
+    }
+
+    void withCtrlOrWithoutTheOptionTheWheelZooms()
+    {
+        CMoves f;
+        f.Turn(1);
+        const double dblZoomed = f.view->GetZoom();
+        QVERIFY(dblZoomed > 2.0);
+        f.SetWheelPages();
+        f.Turn(1, Qt::ControlModifier);
+        QVERIFY(f.view->GetZoom() > dblZoomed);
+        QCOMPARE(f.images.GetCurrentIndex(), 1);
     }
 
     void theMiddleButtonPansInEveryMode_data()

@@ -5,17 +5,19 @@
 #include <Vantor/image/file/CodecState_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
 #include <Vantor/image/file/JpegHooks_p.h>
+#include <Vantor/image/file/JpegQuality.h>
 
 #include <QIODevice>
 
 #include <array>
+#include <atomic>
 
 namespace Vantor::Algorithms
 {
 
 namespace
 {
-constexpr int kQuality = 95;
+std::atomic<int> g_nQuality{95};
 constexpr std::size_t kOutputBytes = 64 << 10;
 
 /// The codec at work on one file.
@@ -101,7 +103,7 @@ void CJpegEncoder::Write(const CImage& image)
     m_codec.input_components = image.GetChannel();
     m_codec.in_color_space = kColors[image.GetChannel() - 1];
     jpeg_set_defaults(&m_codec);
-    jpeg_set_quality(&m_codec, kQuality, TRUE);
+    jpeg_set_quality(&m_codec, g_nQuality, TRUE);
     jpeg_start_compress(&m_codec, TRUE);
     while (m_codec.next_scanline < m_codec.image_height) {
         CProgress::Tell(double(m_codec.next_scanline) / m_codec.image_height);
@@ -111,6 +113,17 @@ void CJpegEncoder::Write(const CImage& image)
     jpeg_finish_compress(&m_codec);
 }
 } // namespace
+
+void SetJpegQuality(int quality)
+{
+    if (quality >= 1 && quality <= 100)
+        g_nQuality = quality;
+}
+
+int GetJpegQuality()
+{
+    return g_nQuality;
+}
 
 CResult SaveJpeg(QIODevice& device, const CImage& image)
 {

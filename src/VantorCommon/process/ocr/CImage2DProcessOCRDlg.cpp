@@ -6,6 +6,7 @@
 #include <VantorCommon/process/ocr/CImage2DProcessOCRModel.h>
 
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QPushButton>
 #include <QTextEdit>
 #include <QVBoxLayout>
@@ -13,7 +14,8 @@
 namespace
 {
 constexpr int kResultStretch = 32;
-}
+constexpr int kLanguageRow = 0;
+} // namespace
 
 CImage2DProcessOCRDlg::CImage2DProcessOCRDlg(CImage2DProcessOCRModel* pModel, QWidget* pParent)
     : CImage2DProcessToolDlg(QStringLiteral("OCR"), pModel, pParent)
@@ -36,12 +38,43 @@ CImage2DProcessOCRDlg::~CImage2DProcessOCRDlg() = default;
 void CImage2DProcessOCRDlg::SetupResult()
 {
     m_pResult = new QTextEdit;
+    m_pLastOfResult = m_pResult;
     m_pResult->setTabChangesFocus(true);
     m_pResult->setAccessibleName(ResultGroup()->title());
     auto* pLayout = new QVBoxLayout(ResultGroup());
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->setSpacing(0);
     pLayout->addWidget(m_pResult, kResultStretch);
+}
+
+QString CImage2DProcessOCRDlg::GetResultText() const
+{
+    return m_pResult->toPlainText();
+}
+
+void CImage2DProcessOCRDlg::SetLanguages(const QStringList& lstLanguages)
+{
+    SetDelegate(new CImage2DProcessOCRDlgParameterDelegate(lstLanguages, this));
+}
+
+void CImage2DProcessOCRDlg::SetLanguage(const QString& strLanguage)
+{
+    SetParameter(kLanguageRow, strLanguage);
+}
+
+QPushButton* CImage2DProcessOCRDlg::AddButton(const QString& strText)
+{
+    auto* pButton = new QPushButton(strText);
+    pButton->setAutoDefault(false);
+    if (!m_pButtons) {
+        m_pButtons = new QHBoxLayout;
+        m_pButtons->addStretch();
+        static_cast<QVBoxLayout*>(ResultGroup()->layout())->addLayout(m_pButtons);
+    }
+    m_pButtons->addWidget(pButton);
+    setTabOrder(m_pLastOfResult, pButton);
+    m_pLastOfResult = pButton;
+    return pButton;
 }
 
 void CImage2DProcessOCRDlg::SetResultText(const QString& strText)

@@ -5,6 +5,8 @@
 #include <VantorCommon/process/CImage2DProcessToolDlg.h>
 
 class CImage2DProcessOCRModel;
+class QHBoxLayout;
+class QPushButton;
 class QTextEdit;
 
 /// The dialog of the OCR tool: language, folder of the language data and resolution, and the resulting text.
@@ -20,9 +22,20 @@ public:
 
     /// Replaces the whole text. It is plain text, never interpreted as markup.
     void SetResultText(const QString& strText);
+    /// As it is in the dialog, where the user can change it.
+    QString GetResultText() const;
+
+    /// Offers other languages than eng, vie and kor; a language can be several, such as "eng+kor".
+    void SetLanguages(const QStringList& lstLanguages);
+    /// Chooses a language, as if the user had; any text.
+    void SetLanguage(const QString& strLanguage);
+    /// Appends a button below the text, for what a host does with it. The dialog owns it.
+    QPushButton* AddButton(const QString& strText);
 
 private:
     void SetupResult();
 
     QTextEdit* m_pResult = nullptr;
+    QWidget* m_pLastOfResult = nullptr; ///< in the order of the tabulator
+    QHBoxLayout* m_pButtons = nullptr;  ///< below the text, from the first button on
 };

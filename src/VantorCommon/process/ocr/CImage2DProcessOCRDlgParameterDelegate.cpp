@@ -9,9 +9,8 @@ constexpr int kMaxDpi = 1024;
 /// Deliberate: the resolution opens at 70, not at the stored value.
 constexpr int kFirstDpi = 70;
 
-std::vector<SProcessParameter> Parameters()
+std::vector<SProcessParameter> Parameters(const QStringList& lstLanguages)
 {
-    const QStringList lstLanguages{QStringLiteral("eng"), QStringLiteral("vie"), QStringLiteral("kor")};
     return {SProcessParameter::Choice(QStringLiteral("Language code"), lstLanguages),
             SProcessParameter::Folder(QStringLiteral("Language Data Path"), QString()),
             SProcessParameter::Whole(QStringLiteral("User Defined Dpi"), kFirstDpi, kMinDpi, kMaxDpi)};
@@ -19,7 +18,14 @@ std::vector<SProcessParameter> Parameters()
 } // namespace
 
 CImage2DProcessOCRDlgParameterDelegate::CImage2DProcessOCRDlgParameterDelegate(QObject* pParent)
-    : CImage2DProcessToolDelegate(Parameters(), pParent)
+    : CImage2DProcessOCRDlgParameterDelegate(
+          {QStringLiteral("eng"), QStringLiteral("vie"), QStringLiteral("kor")}, pParent)
+{
+}
+
+CImage2DProcessOCRDlgParameterDelegate::CImage2DProcessOCRDlgParameterDelegate(
+    const QStringList& lstLanguages, QObject* pParent)
+    : CImage2DProcessToolDelegate(Parameters(lstLanguages), pParent)
 {
 }
 

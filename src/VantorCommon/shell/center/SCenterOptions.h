@@ -58,6 +58,12 @@ struct SCenterOptions {
     /// of the view where the image is larger than the view in that direction; otherwise Left and Right go to
     /// the previous and the next image of the list. PgUp and PgDn always do. Off: none of this.
     bool bViewKeys = false;
+    /// The wheel of a 2D view scrolls an image that is larger than the view by a tenth of the view a notch,
+    /// with Shift to the sides; at its edge a notch goes to the next or previous image of the list, where it
+    /// shows the edge from which one reads on. An image that is in view as a whole is left also beyond the
+    /// ends of the list (CImageView2DCtrl::signal_BeyondList). With Ctrl the wheel zooms. Off: it always
+    /// zooms.
+    bool bWheelPages = false;
     /// The button of a viewer that drops all its images has a picture of its own and stands last in the row.
     /// Off: it has the picture of "Delete" and stands beside the ruler.
     bool bClearApart = false;

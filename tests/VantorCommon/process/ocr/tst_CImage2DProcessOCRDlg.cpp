@@ -43,6 +43,27 @@ class tst_CImage2DProcessOCRDlg : public QObject
 private Q_SLOTS:
     void cleanup() { QVERIFY(CMVCManager::m_vctItems.empty()); }
 
+    void aHostOffersOtherLanguagesAndWhatIsDoneWithTheText()
+    {
+        OcrBench b;
+        QStringList lstChanges;
+        connect(&b.dlg, &CImage2DProcessOCRDlg::signal_ChangeData, &b.dlg,
+                [&](int nCode, const QString& strValue) { lstChanges << QString::number(nCode) + strValue; });
+        b.dlg.SetLanguage(QStringLiteral("eng+kor"));
+        QCOMPARE(lstChanges, QStringList{QStringLiteral("0eng+kor")});
+        b.dlg.SetLanguages({QStringLiteral("deu"), QStringLiteral("eng+deu")});
+        const auto* pBox = qobject_cast<QComboBox*>(b.parts.OpenEditor(1, LanguageRow));
+        QVERIFY(pBox);
+        QCOMPARE(pBox->count(), 2);
+        QCOMPARE(pBox->itemText(1), QStringLiteral("eng+deu"));
+        QPushButton* pButton = b.dlg.AddButton(QStringLiteral("Keep"));
+        b.dlg.SetResultText(QStringLiteral("a\nb"));
+        QString strKept;
+        connect(pButton, &QPushButton::clicked, &b.dlg, [&] { strKept = b.dlg.GetResultText(); });
+        pButton->click();
+        QCOMPARE(strKept, QStringLiteral("a\nb"));
+    }
+
     void theTreeHasThreeRowsWithTheValuesOfTheModel()
     {
         CImage2DProcessOCRModel model;
