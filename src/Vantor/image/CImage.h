@@ -27,6 +27,7 @@ namespace Vantor::Algorithms
 {
 
 class CPixelSource;
+struct SImageMetadata;
 
 /// How the samples lie in memory.
 enum class EImageType : int {
@@ -248,6 +249,16 @@ public:
     /// incomplete, or it holds more pages or frames than the first. Notes belong to the pixels: CopyFrom
     /// copies them, Rotate keeps them, Create drops them.
     const std::vector<std::string>& GetNotes() const;
+
+    /// @{
+    /// What the file said beside the pixels; never null. Like the notes it belongs to the pixels: CopyFrom
+    /// copies it, changes keep it, Create drops it. A turn by an odd number of quarters exchanges the two
+    /// numbers of the resolution; one by a free angle drops a resolution whose numbers differ. Saving writes
+    /// the resolution (BMP, JPEG, PNG, TIFF) and a profile for the image's kind of colours (JPEG, PNG, TIFF).
+    std::shared_ptr<const SImageMetadata> GetMetadata() const;
+    /// Drops what is out of range. @return 0, or non-zero for a lack of memory
+    int SetMetadata(const SImageMetadata& metadata);
+    /// @}
 
     /// @{
     /// The largest decoded size in bytes that Load accepts, and that Rotate lets an image grow to, for the

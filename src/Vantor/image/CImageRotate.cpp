@@ -4,6 +4,8 @@
 
 #include <Vantor/FailureReason_p.h>
 #include <Vantor/geometry/CPoint.h>
+#include <Vantor/image/ImageMetadata_p.h>
+#include <Vantor/image/ImagePixels_p.h>
 #include <Vantor/image/Resample_p.h>
 #include <Vantor/image/Transpose_p.h>
 
@@ -215,6 +217,7 @@ CResult CImage::TryRotate(const Geometry::CPoint<double>& centre, double angle, 
         Resample(*this, result, {std::cos(angle), std::sin(angle), from.x(), from.y(), to.x(), to.y()},
                  nFill);
     }
+    result.m_pPixels->pMetadata = Turned(m_pPixels->pMetadata, nQuarters);
     m_pPixels.swap(result.m_pPixels);
     return CResult::Success();
 }

@@ -7,6 +7,7 @@
 #include <Vantor/image/file/TiffColors_p.h>
 #include <Vantor/image/file/TiffHandle_p.h>
 #include <Vantor/image/file/TiffLacks_p.h>
+#include <Vantor/image/file/TiffMetadata_p.h>
 #include <Vantor/image/file/TiffPages_p.h>
 #include <Vantor/image/file/TiffSamples_p.h>
 
@@ -275,11 +276,13 @@ bool DecodeByCodec(TIFF* pTiff, const SLayout& layout, CImage& image)
     return true;
 }
 
-bool DecodeTiffFile(TIFF* pTiff, std::uint64_t nFileBytes, CImage& image)
+bool DecodeTiffFile(TIFF* pTiff, std::uint64_t nFileBytes, CImage& image, SImageMetadata& metadata)
 {
     SLayout layout;
     if (!ReadLayout(pTiff, layout) || !IsAffordable(pTiff, layout, nFileBytes))
         return false;
+    metadata = TiffMetadata(pTiff);
+    metadata.orientation = layout.nOrientation;
     // Each step that is needed has its own image; the last one writes into the result.
     const bool bTurn =
         layout.nOrientation > ORIENTATION_TOPLEFT && layout.nOrientation <= ORIENTATION_LEFTBOT;
@@ -296,19 +299,19 @@ bool DecodeTiffFile(TIFF* pTiff, std::uint64_t nFileBytes, CImage& image)
 }
 } // namespace
 
-CResult LoadTiff(QIODevice& device, CImage& image, Notes& notes)
+CResult LoadTiff(QIODevice& device, CImage& image, SFound& found)
 {
     // "m": not mapped into memory, because a file may shrink under the mapping.
     const TiffHandle tiff = OpenTiff(device, "rm");
     if (!tiff)
         return Unreadable("TIFF");
-    if (!DecodeTiffFile(tiff.get(), static_cast<std::uint64_t>(device.size()), image)) {
+    if (!DecodeTiffFile(tiff.get(), static_cast<std::uint64_t>(device.size()), image, found.metadata)) {
         const std::string strLack = WhatTheCodecLacks(tiff.get());
         return strLack.empty() ? Unreadable("TIFF") : CResult::Failure(strLack);
     }
     const std::string strPages = NoteOfPages(device);
     if (!strPages.empty())
-        notes.push_back(strPages);
+        found.notes.push_back(strPages);
     return CResult::Success();
 }
 
