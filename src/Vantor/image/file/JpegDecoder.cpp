@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/file/JpegDecoder_p.h>
 
+#include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/JpegHooks_p.h>
 #include <Vantor/image/file/JpegMarkers_p.h>
@@ -138,7 +139,7 @@ bool CJpegDecoder::ReadHeader()
 void CJpegDecoder::ReadScans()
 {
     const qint64 nMost = std::max<qint64>(1, kMostBlocksPerByte * m_device.size() / GetBlocks());
-    while (!m_bStopped) {
+    while (!m_bStopped && !CProgress::IsThreadCancelled()) {
         const int nState = jpeg_consume_input(&m_codec);
         if (nState == JPEG_REACHED_EOI)
             return;
@@ -176,7 +177,7 @@ void CJpegDecoder::ReadRows(CImage& image)
 {
     const JDIMENSION nHeight = m_codec.output_height;
     unsigned char** const pRows = image.GetRows();
-    while (m_codec.output_scanline < nHeight) {
+    while (m_codec.output_scanline < nHeight && !CProgress::IsThreadCancelled()) {
         const JDIMENSION nRow = m_codec.output_scanline;
         if (m_vctCmykRow.empty())
             jpeg_read_scanlines(&m_codec, pRows + nRow, nHeight - nRow);

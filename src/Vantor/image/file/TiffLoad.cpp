@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
+#include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/DecodeBounds_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
@@ -193,7 +194,8 @@ bool ReadRows(TIFF* pTiff, const SLayout& layout, const SPlane& plane, CImage& s
         vctLine.resize(static_cast<std::size_t>(TIFFScanlineSize64(pTiff)));
     for (std::uint32_t y = 0; y < layout.nHeight; ++y) {
         unsigned char* pRow = samples.GetRows()[y];
-        if (TIFFReadScanline(pTiff, bDirect ? pRow : vctLine.data(), y, plane.nPlane) != 1)
+        if (CProgress::IsThreadCancelled() ||
+            TIFFReadScanline(pTiff, bDirect ? pRow : vctLine.data(), y, plane.nPlane) != 1)
             return false;
         if (!bDirect)
             UnpackRow(plane.format, vctLine.data(), pRow + plane.nPlane * BytesOf(plane.format), nTo,
@@ -219,7 +221,8 @@ bool ReadTiles(TIFF* pTiff, const SLayout& layout, const SPlane& plane, CImage& 
             const std::uint32_t nTile = TIFFComputeTile(pTiff, static_cast<std::uint32_t>(x),
                                                         static_cast<std::uint32_t>(y), 0, plane.nPlane);
             const auto nBytes = static_cast<tmsize_t>(vctTile.size());
-            if (TIFFReadEncodedTile(pTiff, nTile, vctTile.data(), nBytes) != nBytes)
+            if (CProgress::IsThreadCancelled() ||
+                TIFFReadEncodedTile(pTiff, nTile, vctTile.data(), nBytes) != nBytes)
                 return false;
             const auto nColumns = static_cast<int>(std::min<std::uint64_t>(nTileWidth, layout.nWidth - x));
             const std::uint64_t nEnd = std::min<std::uint64_t>(y + nTileHeight, layout.nHeight);
