@@ -49,6 +49,7 @@ CResult LoadJpeg(QIODevice& device, CImage& image, SFound& found);
 CResult LoadPng(QIODevice& device, CImage& image, SFound& found);
 CResult LoadGif(QIODevice& device, CImage& image, SFound& found);
 CResult LoadTiff(QIODevice& device, CImage& image, SFound& found);
+CResult LoadPnm(QIODevice& device, CImage& image, SFound& found); ///< PPM, PGM and PBM
 
 /// One writer per format. The image has 1, 3 or 4 channels of 8 bits; the device is open for writing and
 /// may be read back and sought. May throw bad_alloc.
@@ -57,6 +58,8 @@ CResult SaveJpeg(QIODevice& device, const CImage& image);
 CResult SavePng(QIODevice& device, const CImage& image);
 CResult SaveGif(QIODevice& device, const CImage& image);
 CResult SaveTiff(QIODevice& device, const CImage& image);
+CResult SavePpm(QIODevice& device, const CImage& image);
+CResult SavePgm(QIODevice& device, const CImage& image); ///< one channel only
 
 /// A row of the table of formats.
 struct SImageFormat {
@@ -84,6 +87,9 @@ inline const std::vector<SImageFormat>& ImageFormats()
         {"TIFF", {"tif", "tiff"}, "image/tiff",
          {"II*\0"sv, "MM\0*"sv, "II+\0"sv, "MM\0+"sv}, // the last two: BigTIFF
          LoadTiff, SaveTiff, true},
+        {"PPM", {"ppm"}, "image/x-portable-pixmap", {"P3", "P6"}, LoadPnm, SavePpm},
+        {"PGM", {"pgm"}, "image/x-portable-graymap", {"P2", "P5"}, LoadPnm, SavePgm},
+        {"PBM", {"pbm"}, "image/x-portable-bitmap", {"P1", "P4"}, LoadPnm, nullptr},
     };
     // clang-format on
     return formats;
