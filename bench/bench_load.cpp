@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 //
-// Opening a picture of 24 megapixels: CImage::Load against the raw codec (turbojpeg, libpng), for BMP and
-// TIFF against reading the file. The files lie in the page cache.
+// Opening a picture of 24 megapixels: CImage::Load against the raw codec (turbojpeg, libpng), for BMP,
+// TIFF, PGM and PPM against reading the file. The files lie in the page cache.
 #include "bench/BenchSupport.h"
 
 #include <Vantor/image/CImage.h>
@@ -148,6 +148,12 @@ void Bmp(benchmark::State& state)
     AgainstReading(state, PictureFile("a.bmp", static_cast<int>(state.range(0))));
 }
 
+void Pnm(benchmark::State& state)
+{
+    const int nChannels = static_cast<int>(state.range(0));
+    AgainstReading(state, PictureFile(nChannels == 1 ? "a.pgm" : "a.ppm", nChannels));
+}
+
 void TiffPlain(benchmark::State& state)
 {
     AgainstReading(state, PlainTiffFile(static_cast<int>(state.range(0))));
@@ -163,6 +169,7 @@ void TiffLzw(benchmark::State& state)
 BENCHMARK(Jpeg)->ArgName("channels")->Arg(1)->Arg(3)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(Png)->ArgName("channels")->Arg(1)->Arg(3)->Arg(4)->UseManualTime()->Iterations(3);
 BENCHMARK(Bmp)->ArgName("channels")->Arg(1)->Arg(3)->Arg(4)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(Pnm)->ArgName("channels")->Arg(1)->Arg(3)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(TiffPlain)->ArgName("channels")->Arg(1)->Arg(3)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(TiffLzw)->ArgName("channels")->Arg(1)->Arg(3)->UseManualTime()->Iterations(3);
 BENCHMARK_MAIN();

@@ -63,8 +63,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nBy
     buffer.open(QIODevice::ReadOnly);
     try {
         CImage image;
-        Vantor::Algorithms::Notes notes;
-        if (g_pFormat->pLoad(buffer, image, notes).IsSuccess())
+        Vantor::Algorithms::SFound found;
+        if (g_pFormat->pLoad(buffer, image, found).IsSuccess())
             ReadAll(image);
     } catch (const std::bad_alloc&) { // the loaders may throw it; CImage::Load catches it
     }

@@ -15,7 +15,7 @@ HEAD_LINES = 5
 CPP_HEAD = ["// SPDX-License-Identifier: MIT", "// Copyright (c) The Vantor authors"]
 # These carry the line; so does whatever begins with "#!".
 SOURCES = CPP + (".java", ".py", ".sh", ".cmake", ".in", ".qrc", ".ui", ".vert", ".frag", ".svg", ".supp", ".1", ".desktop", ".xml",
-                 "CMakeLists.txt", ".clang-format", ".clang-tidy", ".editorconfig", ".gitignore", "tools/layers.txt")
+                 "CMakeLists.txt", ".clang-format", ".clang-tidy", ".editorconfig", ".gitignore", "tools/layers.txt", "pixel_digests.txt")
 
 # The project's own files that have no place for a line, or must stay as they are: MIT, see LICENSE.
 REST = [

@@ -1298,8 +1298,8 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>파일이 비어 있습니다.</translation>
     </message>
     <message>
-        <source>It is not an image in BMP, JPEG, PNG, GIF or TIFF format.</source>
-        <translation>BMP, JPEG, PNG, GIF, TIFF 형식의 이미지가 아닙니다.</translation>
+        <source>It is not an image in BMP, JPEG, PNG, GIF, TIFF, PPM, PGM or PBM format.</source>
+        <translation>BMP, JPEG, PNG, GIF, TIFF, PPM, PGM, PBM 형식의 이미지가 아닙니다.</translation>
     </message>
     <message>
         <source>The %1 file is damaged, too large or of an unsupported kind.</source>
@@ -1342,8 +1342,8 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>회전한 이미지가 너무 커집니다.</translation>
     </message>
     <message>
-        <source>The name must end in bmp, jpg, jpeg, png, tif, tiff or gif.</source>
-        <translation>이름은 bmp, jpg, jpeg, png, tif, tiff, gif 중 하나로 끝나야 합니다.</translation>
+        <source>The name must end in bmp, jpg, jpeg, png, tif, tiff, ppm, pgm or gif.</source>
+        <translation>이름은 bmp, jpg, jpeg, png, tif, tiff, ppm, pgm, gif 중 하나로 끝나야 합니다.</translation>
     </message>
     <message>
         <source>Only images of 8 bits per channel can be saved.</source>
@@ -1500,6 +1500,14 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>A BMP file holds at most 4 GiB.</source>
         <translation>BMP 파일은 최대 4GiB입니다.</translation>
+    </message>
+    <message>
+        <source>A PGM file holds shades of grey only, and the image has colours.</source>
+        <translation>PGM 파일은 회색조만 담을 수 있는데, 이미지에 색상이 있습니다.</translation>
+    </message>
+    <message>
+        <source>The colour profile or a text of the file is too long and was not kept.</source>
+        <translation>파일의 색상 프로필 또는 텍스트가 너무 길어 보존하지 않았습니다.</translation>
     </message>
     <message>
         <source>The image cannot be written as a %1 file: %2.</source>

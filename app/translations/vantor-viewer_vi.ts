@@ -1298,8 +1298,8 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>Tệp trống.</translation>
     </message>
     <message>
-        <source>It is not an image in BMP, JPEG, PNG, GIF or TIFF format.</source>
-        <translation>Đó không phải là ảnh dạng BMP, JPEG, PNG, GIF hay TIFF.</translation>
+        <source>It is not an image in BMP, JPEG, PNG, GIF, TIFF, PPM, PGM or PBM format.</source>
+        <translation>Đó không phải là ảnh dạng BMP, JPEG, PNG, GIF, TIFF, PPM, PGM hay PBM.</translation>
     </message>
     <message>
         <source>The %1 file is damaged, too large or of an unsupported kind.</source>
@@ -1342,8 +1342,8 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>Ảnh sau khi xoay sẽ quá lớn.</translation>
     </message>
     <message>
-        <source>The name must end in bmp, jpg, jpeg, png, tif, tiff or gif.</source>
-        <translation>Tên phải kết thúc bằng bmp, jpg, jpeg, png, tif, tiff hoặc gif.</translation>
+        <source>The name must end in bmp, jpg, jpeg, png, tif, tiff, ppm, pgm or gif.</source>
+        <translation>Tên phải kết thúc bằng bmp, jpg, jpeg, png, tif, tiff, ppm, pgm hoặc gif.</translation>
     </message>
     <message>
         <source>Only images of 8 bits per channel can be saved.</source>
@@ -1500,6 +1500,14 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>A BMP file holds at most 4 GiB.</source>
         <translation>Tệp BMP chứa tối đa 4 GiB.</translation>
+    </message>
+    <message>
+        <source>A PGM file holds shades of grey only, and the image has colours.</source>
+        <translation>Tệp PGM chỉ chứa các sắc độ xám, còn ảnh có màu.</translation>
+    </message>
+    <message>
+        <source>The colour profile or a text of the file is too long and was not kept.</source>
+        <translation>Hồ sơ màu hoặc một đoạn văn bản của tệp quá dài nên không được giữ lại.</translation>
     </message>
     <message>
         <source>The image cannot be written as a %1 file: %2.</source>

@@ -125,6 +125,18 @@ ROWS = [
     ("bmp-masks-round", "src/Vantor/image/file/BmpLoad.cpp",
      "(nValue * 255 + maxima[c] / 2) / maxima[c]", "(nValue * 255) / maxima[c]",
      "16-bit BMP files are a little darker", "tst_CImageLoad"),
+    ("metadata-turned", "src/Vantor/image/ImageMetadata.cpp",
+     "metadata.orientation >= kFirstThatExchangesSides", "metadata.orientation > kFirstThatExchangesSides + 3",
+     "a photo that lies on its side has the resolution of its rows along its columns", "tst_ImageMetadata"),
+    ("metadata-profile-kind", "src/Vantor/image/ImageMetadata.cpp",
+     "nChannels == 1 ? \"GRAY\" : \"RGB \"", "nChannels == 1 ? \"RGB \" : \"RGB \"",
+     "a grey image is saved without its profile", "tst_ImageMetadata"),
+    ("metadata-png-sum", "src/Vantor/image/file/PngChunks.cpp",
+     "sum.constData()) == PngSum(type, body)", "sum.constData()) != PngSum(type, body) + 1",
+     "texts of damaged chunks are shown", "tst_ImageMetadata"),
+    ("metadata-jpeg-unit", "src/Vantor/image/file/JpegSave.cpp",
+     "error(kInch) <= error(kCentimetre)", "error(kInch) > error(kCentimetre)",
+     "300 pixels per inch are saved as 118 per centimetre", "tst_ImageMetadata"),
 
     # filter
     ("region-touching-runs", "src/Vantor/filter/Region.cpp",

@@ -4,6 +4,7 @@
 
 #include <Vantor/CProgress.h>
 #include <Vantor/FailureReason_p.h>
+#include <Vantor/image/ImageMetadata_p.h>
 #include <Vantor/image/ImagePixels_p.h>
 
 #include <atomic>
@@ -45,6 +46,7 @@ void CImage::SPixels::TakeFormat(const SPixels& model)
     eType = model.eType;
     nRowAlignment = model.nRowAlignment;
     vctNotes = model.vctNotes;
+    pMetadata = model.pMetadata;
 }
 
 bool CImage::SPixels::SetFormat(int width, int height, int channels, int bitDepth, int rowAlignment)
@@ -256,6 +258,22 @@ std::string CImage::GetFailureReason() const
 void CImage::SetNotes(std::vector<std::string> notes)
 {
     m_pPixels->vctNotes = std::move(notes);
+}
+
+std::shared_ptr<const SImageMetadata> CImage::GetMetadata() const
+{
+    static const auto s_pNothing = std::make_shared<const SImageMetadata>();
+    return m_pPixels->pMetadata ? m_pPixels->pMetadata : s_pNothing;
+}
+
+int CImage::SetMetadata(const SImageMetadata& metadata)
+try {
+    auto pMetadata = std::make_shared<SImageMetadata>(metadata);
+    KeepInRange(*pMetadata);
+    m_pPixels->pMetadata = std::move(pMetadata);
+    return 0;
+} catch (const std::bad_alloc&) {
+    return 1;
 }
 
 void CImage::SetDecodeLimit(std::size_t bytes)

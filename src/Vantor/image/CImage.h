@@ -27,6 +27,7 @@ namespace Vantor::Algorithms
 {
 
 class CPixelSource;
+struct SImageMetadata;
 
 /// How the samples lie in memory.
 enum class EImageType : int {
@@ -138,8 +139,9 @@ public:
     double GetPageResolution() const;
     /// @}
 
-    /// Loads the first page or frame of a BMP, JPEG, PNG, GIF or TIFF file (its content decides, not its
-    /// suffix; file/ImageFormats.h lists the formats) as 8 bits per channel and sets name and folder.
+    /// Loads the first page or frame of a BMP, JPEG, PNG, GIF, TIFF, PPM, PGM or PBM file (its content
+    /// decides, not its suffix; file/ImageFormats.h lists the formats) as 8 bits per channel and sets name
+    /// and folder.
     /// - Channels: 1 for grey, 3 for RGB, palettes and CMYK, 4 for whatever has transparency, grey included.
     ///   A BMP file of 256 palette entries of which each is its own grey is grey; other palettes are colours.
     /// - Samples: unsigned v of n bits becomes round(v 255 / (2^n - 1)), signed ones are shifted so that the
@@ -150,18 +152,20 @@ public:
     /// - Load refuses, before it allocates memory, what would decode to more than the limit of
     ///   SetDecodeLimit, to a side beyond 1,000,000, or to more than the length of the file can account for
     ///   (but see JPEG below). The decoder itself may need twice the limit beside the image.
-    /// - A truncated file loads partly, with a note, if it is a JPEG, GIF or run-length BMP file; other BMP,
-    ///   PNG and TIFF files fail. A JPEG needs the head of its first scan; its missing pixels are grey.
+    /// - A truncated file loads partly, with a note, if it is a JPEG, GIF or run-length BMP file; all
+    ///   others fail. A JPEG needs the head of its first scan; its missing pixels are grey.
     ///   Pixels that the first frame of a GIF does not cover or lacks are transparent; pixels that run
     ///   lengths skip or lack have the first colour of the palette, or are black without one.
     /// @return 0, or non-zero for a path that names no readable image, one beyond the limits or lack of
     ///         memory; the image then stays
     int Load(const std::wstring& path);
     /// Saves by suffix: bmp, jpg, jpeg (quality 95), png, tif, tiff (LZW), gif (256 colours, exact when there
-    /// are no more), in any case; any other suffix fails. 8 bits per channel only; 2 channels are saved as
-    /// RGBA; JPEG and GIF drop the alpha. Atomic: after a failure or a kill a file that stood there before is
-    /// whole. A symbolic link is followed, the permissions of an old file are kept.
-    /// @return 0, or non-zero for an empty image, 16 bits, an unknown suffix or what cannot be written
+    /// are no more), ppm, pgm (grey only), in any case; any other suffix fails. 8 bits per channel only; 2
+    /// channels are saved as RGBA; JPEG, GIF and PPM drop the alpha. Atomic: after a failure or a kill a file
+    /// that stood there before is whole. A symbolic link is followed, the permissions of an old file are
+    /// kept.
+    /// @return 0, or non-zero for an empty image, 16 bits, an unknown suffix, colours in a PGM file or what
+    ///         cannot be written
     int Save(const std::wstring& path) const;
 
     /// Rotates about a point.
@@ -248,6 +252,16 @@ public:
     /// incomplete, or it holds more pages or frames than the first. Notes belong to the pixels: CopyFrom
     /// copies them, Rotate keeps them, Create drops them.
     const std::vector<std::string>& GetNotes() const;
+
+    /// @{
+    /// What the file said beside the pixels; never null. Like the notes it belongs to the pixels: CopyFrom
+    /// copies it, changes keep it, Create drops it. A turn by an odd number of quarters exchanges the two
+    /// numbers of the resolution; one by a free angle drops a resolution whose numbers differ. Saving writes
+    /// the resolution (BMP, JPEG, PNG, TIFF) and a profile for the image's kind of colours (JPEG, PNG, TIFF).
+    std::shared_ptr<const SImageMetadata> GetMetadata() const;
+    /// Drops what is out of range. @return 0, or non-zero for a lack of memory
+    int SetMetadata(const SImageMetadata& metadata);
+    /// @}
 
     /// @{
     /// The largest decoded size in bytes that Load accepts, and that Rotate lets an image grow to, for the

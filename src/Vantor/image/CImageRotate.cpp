@@ -5,6 +5,8 @@
 #include <Vantor/CProgress.h>
 #include <Vantor/FailureReason_p.h>
 #include <Vantor/geometry/CPoint.h>
+#include <Vantor/image/ImageMetadata_p.h>
+#include <Vantor/image/ImagePixels_p.h>
 #include <Vantor/image/Resample_p.h>
 #include <Vantor/image/Transpose_p.h>
 
@@ -219,6 +221,7 @@ CResult CImage::TryRotate(const Geometry::CPoint<double>& centre, double angle, 
     }
     if (CProgress::IsThreadCancelled())
         return CResult::Failure(kCancelled);
+    result.m_pPixels->pMetadata = Turned(m_pPixels->pMetadata, nQuarters);
     m_pPixels.swap(result.m_pPixels);
     return CResult::Success();
 }

@@ -6,6 +6,8 @@
 #include <Vantor/FailureReason_p.h>
 #include <Vantor/file/OpenFile_p.h>
 #include <Vantor/image/CImage.h>
+#include <Vantor/image/ImageMetadata_p.h>
+#include <Vantor/image/ImagePixels_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
 
 #include <QFile>
@@ -37,7 +39,7 @@ private:
 };
 } // namespace
 
-CResult LoadImageFrom(QIODevice& device, CImage& image, Notes& notes)
+CResult LoadImageFrom(QIODevice& device, CImage& image, SFound& found)
 {
     try {
         if (device.size() == 0)
@@ -45,7 +47,7 @@ CResult LoadImageFrom(QIODevice& device, CImage& image, Notes& notes)
         const SImageFormat* pFormat = FormatOfContent(device);
         if (!pFormat)
             return CResult::Failure(NotAnImage());
-        return pFormat->pLoad(device, image, notes);
+        return pFormat->pLoad(device, image, found);
     } catch (const std::bad_alloc&) {
         return CResult::Failure("There is not enough memory for the image.");
     }
@@ -65,14 +67,15 @@ int CImage::Load(const std::wstring& path)
         if (nSlash == 0)
             strFolder = L"/";
         CImage loaded;
-        Notes notes;
-        const CResult result = LoadImageFrom(file, loaded, notes);
+        SFound found;
+        const CResult result = LoadImageFrom(file, loaded, found);
         // A part of the file would do for some formats.
         if (CProgress::IsThreadCancelled())
             return m_pFailure->Fail(kCancelled);
         if (!result.IsSuccess())
             return m_pFailure->Note(result);
-        loaded.SetNotes(std::move(notes));
+        loaded.m_pPixels->pMetadata = MetadataOf(found);
+        loaded.SetNotes(std::move(found.notes));
         m_pPixels.swap(loaded.m_pPixels);
         m_strName.swap(strName);
         m_strFolder.swap(strFolder);

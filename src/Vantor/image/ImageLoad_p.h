@@ -9,6 +9,6 @@ namespace Vantor::Algorithms
 
 /// Loads what CImage::Load loads from an open random-access device, without name and folder. The content
 /// decides the format. The image must be empty; after a failure its content is undefined.
-CResult LoadImageFrom(QIODevice& device, CImage& image, Notes& notes);
+CResult LoadImageFrom(QIODevice& device, CImage& image, SFound& found);
 
 } // namespace Vantor::Algorithms

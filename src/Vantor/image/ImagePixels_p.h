@@ -5,6 +5,7 @@
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/CPixelSource.h>
 #include <Vantor/image/PixelBuffer_p.h>
+#include <Vantor/image/SImageMetadata.h>
 
 #include <atomic>
 #include <cstddef>
@@ -37,6 +38,7 @@ struct CImage::SPixels {
     std::vector<unsigned char*> vctRows;
     std::vector<std::size_t> vctColumnOffsets;
     std::vector<std::string> vctNotes;
+    std::shared_ptr<const SImageMetadata> pMetadata; ///< null: nothing is known
 
     std::size_t Bytes() const
     {

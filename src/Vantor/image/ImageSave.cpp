@@ -6,6 +6,7 @@
 #include <Vantor/FailureReason_p.h>
 #include <Vantor/file/AtomicFile_p.h>
 #include <Vantor/file/OpenFile_p.h>
+#include <Vantor/image/SImageMetadata.h>
 #include <Vantor/image/file/ImageFormats_p.h>
 
 #include <QString>
@@ -34,7 +35,7 @@ CResult ExpandTwoChannels(const CImage& from, CImage& image)
             pTo[3] = pFrom[1];
         }
     }
-    return CResult::Success();
+    return image.SetMetadata(*from.GetMetadata()) == 0 ? CResult::Success() : CResult::Failure(kNoMemory);
 }
 
 /// Writes an image of 1, 3 or 4 channels in place of the file.

@@ -58,7 +58,7 @@ private Q_SLOTS:
     {
         QCOMPARE(WhyNotLoaded(Write({})), std::string("The file is empty."));
         QCOMPARE(WhyNotLoaded(Write("words")),
-                 std::string("It is not an image in BMP, JPEG, PNG, GIF or TIFF format."));
+                 std::string("It is not an image in BMP, JPEG, PNG, GIF, TIFF, PPM, PGM or PBM format."));
         QCOMPARE(WhyNotLoaded(Write("\x89PNG\r\n\x1a\n and words")),
                  std::string("The PNG file is damaged, too large or of an unsupported kind."));
         QCOMPARE(WhyNotLoaded(Write("GIF89a")),
@@ -79,7 +79,7 @@ private Q_SLOTS:
     {
         const auto pImage = MakeTestImage(5, 4, 3);
         QCOMPARE(WhyNotSaved(*pImage, m_folder.filePath(QStringLiteral("a.txt"))),
-                 std::string("The name must end in bmp, jpg, jpeg, png, tif, tiff or gif."));
+                 std::string("The name must end in bmp, jpg, jpeg, png, tif, tiff, ppm, pgm or gif."));
         QCOMPARE(WhyNotSaved(CImage(), m_folder.filePath(QStringLiteral("a.png"))),
                  std::string("There is no image to save."));
         QCOMPARE(WhyNotSaved(*pImage, QStringLiteral("/nowhere/a.png")),
@@ -123,13 +123,14 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("suffix");
         for (const auto& format : Vantor::Algorithms::GetImageFormats())
-            QTest::newRow(format.name.c_str()) << QString::fromStdString(format.suffixes.front());
+            if (format.canSave)
+                QTest::newRow(format.name.c_str()) << QString::fromStdString(format.suffixes.front());
     }
     void aFullDiskIsTheReasonInEveryFormat()
     {
         QFETCH(QString, suffix);
         const QString strPath = m_folder.filePath(QStringLiteral("full.") + suffix);
-        const auto pImage = MakeTestImage(301, 201, 3);
+        const auto pImage = MakeTestImage(301, 201, suffix == QLatin1String("pgm") ? 1 : 3);
         ::signal(SIGXFSZ, SIG_IGN);
         rlimit before{};
         QCOMPARE(::getrlimit(RLIMIT_FSIZE, &before), 0);

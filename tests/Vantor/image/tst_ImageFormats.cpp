@@ -70,7 +70,8 @@ private Q_SLOTS:
                            SuffixesOf(format).join(QLatin1Char(' '));
         QCOMPARE(lstSeen, QStringList({QStringLiteral("BMP bmp"), QStringLiteral("JPEG jpg jpeg"),
                                        QStringLiteral("PNG png"), QStringLiteral("GIF gif"),
-                                       QStringLiteral("TIFF tif tiff")}));
+                                       QStringLiteral("TIFF tif tiff"), QStringLiteral("PPM ppm"),
+                                       QStringLiteral("PGM pgm"), QStringLiteral("PBM pbm")}));
     }
 
     void everyFileOfTheTestDataHasASuffixAndTheMimeTypeOfItsFormat()
@@ -103,8 +104,9 @@ private Q_SLOTS:
                 content[0] = static_cast<char>(~content[0]);
                 WriteFile(strPath, content);
                 QVERIFY2(LoadFile(image, strPath) != 0, qPrintable(file.filePath()));
-                QCOMPARE(image.GetFailureReason(),
-                         std::string("It is not an image in BMP, JPEG, PNG, GIF or TIFF format."));
+                QCOMPARE(
+                    image.GetFailureReason(),
+                    std::string("It is not an image in BMP, JPEG, PNG, GIF, TIFF, PPM, PGM or PBM format."));
             }
         }
     }
@@ -112,9 +114,11 @@ private Q_SLOTS:
     void whatIsSavedByASuffixIsOfItsFormat()
     {
         const QMimeDatabase types;
-        const auto pImage = MakeTestImage(20, 10, 3);
         for (const SImageFormatInfo& format : GetImageFormats()) {
-            QVERIFY(format.canSave);
+            QCOMPARE(format.canSave, format.name != "PBM");
+            const auto pImage = MakeTestImage(20, 10, format.name == "PGM" ? 1 : 3);
+            if (!format.canSave)
+                continue;
             for (const QString& strSuffix : SuffixesOf(format)) {
                 const QString strPath = m_folder.filePath(QStringLiteral("saved.") + strSuffix.toUpper());
                 QCOMPARE(pImage->Save(strPath.toStdWString()), 0);
@@ -136,6 +140,8 @@ private Q_SLOTS:
             pPixel[1] = static_cast<unsigned char>(4 * (i / 64));
         }
         for (const SImageFormatInfo& format : GetImageFormats()) {
+            if (!format.canSave || format.name == "PGM") // which refuses colours
+                continue;
             const QString strPath = m_folder.filePath(QStringLiteral("colors.") + SuffixesOf(format).first());
             QCOMPARE(pImage->Save(strPath.toStdWString()), 0);
             CImage loaded;

@@ -862,12 +862,13 @@ private Q_SLOTS:
         });
         f.ctrl.slot_SaveImage();
         QCOMPARE(lstSeen, QStringList({strProposed, dir.path(), strFilter, strSuffix}));
-        QCOMPARE(lstFilters.mid(0, 5),
+        QCOMPARE(lstFilters.mid(0, 7),
                  QStringList({QStringLiteral("PNG (*.png *.PNG)"), QStringLiteral("BMP (*.bmp *.BMP)"),
                               QStringLiteral("JPEG (*.jpg *.JPG *.jpeg *.JPEG)"),
                               QStringLiteral("TIFF (*.tif *.TIF *.tiff *.TIFF)"),
+                              QStringLiteral("PPM (*.ppm *.PPM)"), QStringLiteral("PGM (*.pgm *.PGM)"),
                               QStringLiteral("GIF (*.gif *.GIF)")}));
-        QCOMPARE(lstFilters.size(), 6);
+        QCOMPARE(lstFilters.size(), 8);
         QVERIFY(QFileInfo::exists(dir.filePath(QStringLiteral("other.gif"))));
     }
 

@@ -18,7 +18,7 @@ int BmpChannels(const SBmpHeader& header);
 /// lacks, get the first colour of the palette, or black.
 CResult ReadBmpRunLengths(QIODevice& device, const SBmpHeader& header, CImage& image, Notes& notes);
 /// One-dimensional fax code: white runs are the first colour of the palette, black runs the second.
-CResult ReadBmpHuffman(QIODevice& device, const SBmpHeader& header, CImage& image, Notes& notes);
+CResult ReadBmpHuffman(QIODevice& device, const SBmpHeader& header, CImage& image);
 /// @}
 
 } // namespace Vantor::Algorithms

@@ -116,6 +116,8 @@ bool ParseBmpHeader(const QByteArray& head, SBmpHeader& header)
     header.nHeight = std::abs(nHeight);
     header.nBits = WordAt(fields, 28);
     header.nCompression = LongAt(fields, 30);
+    header.nPerMetreX = static_cast<qint32>(LongAt(fields, 38));
+    header.nPerMetreY = static_cast<qint32>(LongAt(fields, 42));
     const bool bAlpha = header.nCompression == kAlphaBitFields;
     header.eCompression =
         bAlpha ? EBmpCompression::BitFields : CompressionOf(header.nCompression, nHeaderBytes, header.nBits);

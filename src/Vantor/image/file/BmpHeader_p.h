@@ -49,6 +49,8 @@ struct SBmpHeader {
     std::array<quint32, kBmpPaletteEntries> palette; ///< 0xRRGGBB, black where the file has no entry
     bool bGreyPalette = false; ///< 256 entries, entry i is the grey i: how grey is written in this format
     qint64 nPixels = 0;        ///< offset of the pixels in the file
+    int nPerMetreX = 0;        ///< pixels; 0 or less: the file does not say
+    int nPerMetreY = 0;
 };
 
 /// Reads the headers from the first bytes of a file (kBmpHeadBytes, or all that there are). False when the

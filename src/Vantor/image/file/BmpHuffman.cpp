@@ -54,12 +54,13 @@ bool WriteAsTiff(QIODevice& device, const SBmpHeader& header, QByteArray code)
 }
 } // namespace
 
-CResult ReadBmpHuffman(QIODevice& device, const SBmpHeader& header, CImage& image, Notes& notes)
+CResult ReadBmpHuffman(QIODevice& device, const SBmpHeader& header, CImage& image)
 {
     const QByteArray code = device.read(MostBytes(header));
     QBuffer tiff;
+    SFound ofTiff; // which says nothing that the BMP file does not
     if (!tiff.open(QIODevice::ReadWrite) || !WriteAsTiff(tiff, header, WithFirstMark(code)) ||
-        !tiff.seek(0) || !LoadTiff(tiff, image, notes).IsSuccess())
+        !tiff.seek(0) || !LoadTiff(tiff, image, ofTiff).IsSuccess())
         return CResult::Failure("The BMP file is in Huffman code that is cut short or lacks the marks "
                                 "between its rows.");
     return CResult::Success();

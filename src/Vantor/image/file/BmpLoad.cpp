@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
 #include <Vantor/image/CImage.h>
+#include <Vantor/image/ImageMetadata_p.h>
 #include <Vantor/image/file/BmpDecoders_p.h>
 #include <Vantor/image/file/DecodeBounds_p.h>
 #include <Vantor/image/file/Samples_p.h>
@@ -139,13 +140,13 @@ bool ReadPlainRows(QIODevice& device, const SBmpHeader& header, CImage& image)
 }
 
 /// A JPEG or PNG file instead of pixels.
-CResult LoadEmbedded(QIODevice& device, const SBmpHeader& header, CImage& image, Notes& notes)
+CResult LoadEmbedded(QIODevice& device, const SBmpHeader& header, CImage& image, SFound& found)
 {
     QByteArray content = device.readAll();
     QBuffer buffer(&content);
     if (!buffer.open(QIODevice::ReadOnly))
         return Unreadable("BMP");
-    return (header.eCompression == EBmpCompression::Jpeg ? LoadJpeg : LoadPng)(buffer, image, notes);
+    return (header.eCompression == EBmpCompression::Jpeg ? LoadJpeg : LoadPng)(buffer, image, found);
 }
 
 /// Whether the kind of pixels is known, and their number within the limits and the file's length.
@@ -170,7 +171,7 @@ int BmpChannels(const SBmpHeader& header)
     return header.masks[3] != 0 || header.nBits == kFixedPointBits ? 4 : 3;
 }
 
-CResult LoadBmp(QIODevice& device, CImage& image, Notes& notes)
+CResult LoadBmp(QIODevice& device, CImage& image, SFound& found)
 {
     SBmpHeader header;
     if (!ParseBmpHeader(device.peek(kBmpHeadBytes), header))
@@ -182,16 +183,19 @@ CResult LoadBmp(QIODevice& device, CImage& image, Notes& notes)
         return checked;
     if (header.nPixels > device.size() || !device.seek(header.nPixels))
         return CResult::Failure("The BMP file ends before its pixels.");
+    found.metadata.resolutionX = header.nPerMetreX / kCentimetresPerMetre;
+    found.metadata.resolutionY = header.nPerMetreY / kCentimetresPerMetre;
+    found.metadata.resolutionUnit = EResolutionUnit::Centimetre;
     switch (header.eCompression) {
     case EBmpCompression::Jpeg:
     case EBmpCompression::Png:
-        return LoadEmbedded(device, header, image, notes);
+        return LoadEmbedded(device, header, image, found);
     case EBmpCompression::Huffman:
-        return ReadBmpHuffman(device, header, image, notes);
+        return ReadBmpHuffman(device, header, image);
     case EBmpCompression::RunLength4:
     case EBmpCompression::RunLength8:
     case EBmpCompression::RunLength24:
-        return ReadBmpRunLengths(device, header, image, notes);
+        return ReadBmpRunLengths(device, header, image, found.notes);
     default:
         return ReadPlainRows(device, header, image) ? CResult::Success() : Unreadable("BMP");
     }

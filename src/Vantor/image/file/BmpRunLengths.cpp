@@ -2,9 +2,8 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/BmpDecoders_p.h>
+#include <Vantor/image/file/ByteReader_p.h>
 #include <Vantor/image/file/DecodeBounds_p.h>
-
-#include <QIODevice>
 
 #include <algorithm>
 #include <array>
@@ -16,32 +15,6 @@ namespace
 {
 /// What may follow a zero count; any other value is a number of single pixels.
 enum EEscape : int { EndOfRow = 0, EndOfPicture = 1, Delta = 2 };
-
-/// Reads a device byte by byte.
-class CByteReader
-{
-public:
-    explicit CByteReader(QIODevice& device) : m_device(device) {}
-    /// The next byte, -1 at the end.
-    int Next()
-    {
-        if (m_nNext == m_nThere) {
-            m_nThere = m_device.read(m_bytes.data(), static_cast<qint64>(m_bytes.size()));
-            m_nNext = 0;
-            if (m_nThere <= 0) {
-                m_nThere = 0;
-                return -1;
-            }
-        }
-        return static_cast<unsigned char>(m_bytes[static_cast<std::size_t>(m_nNext++)]);
-    }
-
-private:
-    QIODevice& m_device;
-    std::array<char, 4096> m_bytes{};
-    qint64 m_nNext = 0;
-    qint64 m_nThere = 0;
-};
 
 void PutColor(quint32 nColor, unsigned char* pTo, int nChannels)
 {

@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
+#include <Vantor/image/ImageMetadata_p.h>
 #include <Vantor/image/file/BmpHeader_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
 
@@ -22,7 +23,11 @@ QByteArray MakeHeader(const CImage& image, qint64 nImageBytes)
     const int nChannels = image.GetChannel();
     const quint32 nHeaderBytes = nChannels == 4 ? kBmpV4HeaderBytes : kBmpInfoHeaderBytes;
     const quint32 nPixels = kBmpFileHeaderBytes + nHeaderBytes + (nChannels == 1 ? kBmpPaletteBytes : 0);
-    constexpr qint32 kPixelsPerMeter = 3780; // 96 dpi
+    const auto pMetadata = image.GetMetadata();
+    const double dblUnits = PerMetre(pMetadata->resolutionUnit);
+    const auto perMetre = [dblUnits](double dblPerUnit) {
+        return static_cast<qint32>(ToWhole(dblPerUnit * dblUnits, std::numeric_limits<qint32>::max()));
+    };
     QByteArray head;
     QDataStream out(&head, QIODevice::WriteOnly);
     out.setByteOrder(QDataStream::LittleEndian);
@@ -30,7 +35,7 @@ QByteArray MakeHeader(const CImage& image, qint64 nImageBytes)
     out << nHeaderBytes << qint32(image.GetWidth()) << qint32(image.GetHeight()) << quint16(1)
         << quint16(8 * nChannels)
         << quint32(nChannels == 4 ? EBmpCompression::BitFields : EBmpCompression::None)
-        << quint32(nImageBytes) << kPixelsPerMeter << kPixelsPerMeter
+        << quint32(nImageBytes) << perMetre(pMetadata->resolutionX) << perMetre(pMetadata->resolutionY)
         << quint32(nChannels == 1 ? kBmpPaletteEntries : 0) << quint32(0);
     if (nChannels == 4) {
         constexpr quint32 kStandardColors = 0x73524742; // "sRGB"

@@ -196,7 +196,7 @@ CResult DecodeFrame(QIODevice& device, qint64 nByRow, CImage& image, SPixelCount
 }
 } // namespace
 
-CResult LoadGif(QIODevice& device, CImage& image, Notes& notes)
+CResult LoadGif(QIODevice& device, CImage& image, SFound& found)
 {
     SPixelCount count;
     CResult result = DecodeFrame(device, kWhole, image, count);
@@ -207,9 +207,9 @@ CResult LoadGif(QIODevice& device, CImage& image, Notes& notes)
     if (count.nMissing > 0 && count.nThere == 0)
         return CResult::Failure("The GIF file ends before its first pixel.");
     if (count.nMissing > 0)
-        notes.push_back("The file is incomplete: " + std::to_string(count.nMissing) +
-                        " pixels of the picture are missing.");
-    NoteGifFrames(device, notes);
+        found.notes.push_back("The file is incomplete: " + std::to_string(count.nMissing) +
+                              " pixels of the picture are missing.");
+    NoteGifFrames(device, found.notes);
     return result;
 }
 

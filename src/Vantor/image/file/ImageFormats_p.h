@@ -3,6 +3,7 @@
 #pragma once
 
 #include <Vantor/Result_p.h>
+#include <Vantor/image/SImageMetadata.h>
 
 #include <string>
 #include <string_view>
@@ -18,6 +19,12 @@ class CImage;
 /// What a reader reports of an image that it could load: plain sentences in English, such as "The file is
 /// incomplete: rows 120 to 480 are missing."
 using Notes = std::vector<std::string>;
+
+/// What a reader finds beside the pixels.
+struct SFound {
+    Notes notes;
+    SImageMetadata metadata; ///< as the file says it, also of rows that the reader has turned
+};
 
 /// The failure of a reader that knows no exact reason.
 /// @param pFormat  the name of the format, such as "PNG"
@@ -37,11 +44,12 @@ inline CResult Unwritable(const char* pFormat, const std::string& strDetail = {}
 
 /// One reader per format. The device is random access, stands at its start and begins with the format's first
 /// bytes; the image is empty. After a failure the image must not be used. May throw bad_alloc.
-CResult LoadBmp(QIODevice& device, CImage& image, Notes& notes);
-CResult LoadJpeg(QIODevice& device, CImage& image, Notes& notes);
-CResult LoadPng(QIODevice& device, CImage& image, Notes& notes);
-CResult LoadGif(QIODevice& device, CImage& image, Notes& notes);
-CResult LoadTiff(QIODevice& device, CImage& image, Notes& notes);
+CResult LoadBmp(QIODevice& device, CImage& image, SFound& found);
+CResult LoadJpeg(QIODevice& device, CImage& image, SFound& found);
+CResult LoadPng(QIODevice& device, CImage& image, SFound& found);
+CResult LoadGif(QIODevice& device, CImage& image, SFound& found);
+CResult LoadTiff(QIODevice& device, CImage& image, SFound& found);
+CResult LoadPnm(QIODevice& device, CImage& image, SFound& found); ///< PPM, PGM and PBM
 
 /// One writer per format. The image has 1, 3 or 4 channels of 8 bits; the device is open for writing and
 /// may be read back and sought. May throw bad_alloc.
@@ -50,6 +58,8 @@ CResult SaveJpeg(QIODevice& device, const CImage& image);
 CResult SavePng(QIODevice& device, const CImage& image);
 CResult SaveGif(QIODevice& device, const CImage& image);
 CResult SaveTiff(QIODevice& device, const CImage& image);
+CResult SavePpm(QIODevice& device, const CImage& image);
+CResult SavePgm(QIODevice& device, const CImage& image); ///< one channel only
 
 /// A row of the table of formats.
 struct SImageFormat {
@@ -57,7 +67,7 @@ struct SImageFormat {
     std::vector<std::string_view> suffixes; ///< lower case, without a dot, the usual one first
     const char* pMimeType;                  ///< such as "image/jpeg"
     std::vector<std::string_view> heads;    ///< how a file may begin, see BeginsLike
-    CResult (*pLoad)(QIODevice& device, CImage& image, Notes& notes);
+    CResult (*pLoad)(QIODevice& device, CImage& image, SFound& found);
     CResult (*pSave)(QIODevice& device, const CImage& image); ///< null when it is only read
     bool bSeveralImages = false; ///< a file may hold pages or frames beside the first
     bool bFewColors = false;     ///< saving keeps 256 colours at most
@@ -77,6 +87,9 @@ inline const std::vector<SImageFormat>& ImageFormats()
         {"TIFF", {"tif", "tiff"}, "image/tiff",
          {"II*\0"sv, "MM\0*"sv, "II+\0"sv, "MM\0+"sv}, // the last two: BigTIFF
          LoadTiff, SaveTiff, true},
+        {"PPM", {"ppm"}, "image/x-portable-pixmap", {"P3", "P6"}, LoadPnm, SavePpm},
+        {"PGM", {"pgm"}, "image/x-portable-graymap", {"P2", "P5"}, LoadPnm, SavePgm},
+        {"PBM", {"pbm"}, "image/x-portable-bitmap", {"P1", "P4"}, LoadPnm, nullptr},
     };
     // clang-format on
     return formats;

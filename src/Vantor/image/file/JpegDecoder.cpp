@@ -2,14 +2,14 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/file/JpegDecoder_p.h>
 
+#include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/JpegHooks_p.h>
-#include <Vantor/image/file/Orientation_p.h>
+#include <Vantor/image/file/JpegMarkers_p.h>
 
 #include <QIODevice>
 
 #include <algorithm>
-#include <cstring>
 
 #include <jerror.h>
 
@@ -19,8 +19,6 @@ namespace Vantor::Algorithms
 namespace
 {
 constexpr std::size_t kInputBytes = 64 << 10;
-constexpr unsigned kMostMarkerBytes = 0xFFFF;
-constexpr char kExifName[] = "Exif\0"; // with one more zero
 /// In a file with several scans, each scan walks over all blocks; encoders make about ten.
 constexpr int kMaxScans = 100;
 /// How many blocks all scans together may walk over for each byte of the file: the most scans, at one bit per
@@ -107,17 +105,6 @@ void CJpegDecoder::NoteCut()
     m_nStepsThere = std::max(m_nStepsThere, static_cast<int>(m_codec.input_iMCU_row) + 1);
 }
 
-void CJpegDecoder::FindOrientation()
-{
-    for (const jpeg_marker_struct* p = m_codec.marker_list; p; p = p->next) {
-        if (p->data_length >= sizeof(kExifName) && std::memcmp(p->data, kExifName, sizeof(kExifName)) == 0) {
-            m_nOrientation =
-                FindExifOrientation(p->data + sizeof(kExifName), p->data_length - sizeof(kExifName));
-            return;
-        }
-    }
-}
-
 qint64 CJpegDecoder::GetBlocks() const
 {
     qint64 nBlocks = 0;
@@ -141,21 +128,18 @@ bool CJpegDecoder::ReadHeader()
     const auto read = [this] {
         jpeg_create_decompress(&m_codec);
         m_codec.src = &m_source;
-        jpeg_save_markers(&m_codec, JPEG_APP0 + 1, kMostMarkerBytes);
         jpeg_read_header(&m_codec, TRUE);
         m_bSeveralScans = jpeg_has_multiple_scans(&m_codec) != 0;
     };
-    if (!m_device.seek(0) || !m_state.Run(read) || !IsDecodable())
-        return false;
-    FindOrientation();
-    return true;
+    m_metadata = ReadJpegMarkers(m_device);
+    return m_device.seek(0) && m_state.Run(read) && IsDecodable();
 }
 
 /// Takes the coefficients of all scans.
 void CJpegDecoder::ReadScans()
 {
     const qint64 nMost = std::max<qint64>(1, kMostBlocksPerByte * m_device.size() / GetBlocks());
-    while (!m_bStopped) {
+    while (!m_bStopped && !CProgress::IsThreadCancelled()) {
         const int nState = jpeg_consume_input(&m_codec);
         if (nState == JPEG_REACHED_EOI)
             return;
@@ -193,7 +177,7 @@ void CJpegDecoder::ReadRows(CImage& image)
 {
     const JDIMENSION nHeight = m_codec.output_height;
     unsigned char** const pRows = image.GetRows();
-    while (m_codec.output_scanline < nHeight) {
+    while (m_codec.output_scanline < nHeight && !CProgress::IsThreadCancelled()) {
         const JDIMENSION nRow = m_codec.output_scanline;
         if (m_vctCmykRow.empty())
             jpeg_read_scanlines(&m_codec, pRows + nRow, nHeight - nRow);
@@ -216,7 +200,7 @@ void CJpegDecoder::ReadCmykRow(unsigned char* pTo)
 std::string CJpegDecoder::GetLoss() const
 {
     const std::string strIncomplete = "The file is incomplete: ";
-    if (m_nStepsThere > 0 && m_nOrientation == 1)
+    if (m_nStepsThere > 0 && m_metadata.orientation == 1)
         return strIncomplete + "the picture is missing from row " +
                std::to_string((m_nStepsThere - 1) * RowsPerStep() + 1) + " on.";
     if (m_nStepsThere > 0)

@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <Vantor/image/SImageMetadata.h>
 #include <Vantor/image/file/CodecState_p.h>
 
 #include <QtGlobal>
@@ -37,7 +38,8 @@ public:
     int GetWidth() const { return static_cast<int>(m_codec.image_width); }
     int GetHeight() const { return static_cast<int>(m_codec.image_height); }
     int GetChannels() const { return m_codec.num_components == 1 ? 1 : 3; }
-    int GetOrientation() const { return m_nOrientation; } ///< 1 to 8, as EXIF counts them
+    /// What the markers say.
+    const SImageMetadata& GetMetadata() const { return m_metadata; }
     bool HasSeveralScans() const { return m_bSeveralScans; }
     qint64 GetBlocks() const; ///< 8 x 8 blocks of all components
 
@@ -55,7 +57,6 @@ private:
     static void OnSkip(j_decompress_ptr pCodec, long nBytes);
     static void OnStart(j_decompress_ptr) {}
 
-    void FindOrientation();
     bool IsDecodable() const;
     void ReadScans();
     void ReadRows(CImage& image);
@@ -70,7 +71,7 @@ private:
     jpeg_source_mgr m_source = {};
     std::vector<JOCTET> m_vctInput;
     std::vector<JSAMPLE> m_vctCmykRow;
-    int m_nOrientation = 1;
+    SImageMetadata m_metadata;
     bool m_bKindUnsupported = false;
     bool m_bSeveralScans = false;
     bool m_bEnded = false;   ///< the codec wanted more than the file has

@@ -21,7 +21,7 @@ constexpr qint64 kBytesPerBlock = 128; // of coefficients, which several scans n
 bool IsAffordable(const CJpegDecoder& decoder)
 {
     const qint64 nPixels = std::max<qint64>(1, qint64(decoder.GetWidth()) * decoder.GetHeight());
-    qint64 nDecoderBytes = decoder.GetOrientation() > 1 ? decoder.GetChannels() : 0;
+    qint64 nDecoderBytes = decoder.GetMetadata().orientation > 1 ? decoder.GetChannels() : 0;
     if (decoder.HasSeveralScans())
         nDecoderBytes += (decoder.GetBlocks() * kBytesPerBlock + nPixels - 1) / nPixels;
     return FitsDecodeLimit(decoder.GetWidth(), decoder.GetHeight(), decoder.GetChannels(),
@@ -31,25 +31,27 @@ bool IsAffordable(const CJpegDecoder& decoder)
 bool DecodeJpegFile(CJpegDecoder& decoder, CImage& image)
 {
     CImage stored;
-    const bool bTurn = decoder.GetOrientation() > 1;
+    const bool bTurn = decoder.GetMetadata().orientation > 1;
     CImage& decoded = bTurn ? stored : image;
     return IsAffordable(decoder) &&
            decoded.Create(decoder.GetWidth(), decoder.GetHeight(), decoder.GetChannels(), 8,
                           EImageType::Interleaved, kRowAlignment) == 0 &&
-           decoder.ReadPixels(decoded) && (!bTurn || Reorient(stored, decoder.GetOrientation(), image));
+           decoder.ReadPixels(decoded) &&
+           (!bTurn || Reorient(stored, decoder.GetMetadata().orientation, image));
 }
 } // namespace
 
-CResult LoadJpeg(QIODevice& device, CImage& image, Notes& notes)
+CResult LoadJpeg(QIODevice& device, CImage& image, SFound& found)
 {
     CJpegDecoder decoder(device);
     if (!decoder.ReadHeader())
         return decoder.IsKindUnsupported() ? CResult::Failure(kKindUnsupported) : Unreadable("JPEG");
     if (!DecodeJpegFile(decoder, image))
         return Unreadable("JPEG");
+    found.metadata = decoder.GetMetadata();
     const std::string strNote = decoder.GetLoss().empty() ? decoder.GetFlaw() : decoder.GetLoss();
     if (!strNote.empty())
-        notes.push_back(strNote);
+        found.notes.push_back(strNote);
     return CResult::Success();
 }
 

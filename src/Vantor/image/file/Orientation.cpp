@@ -5,8 +5,6 @@
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/DecodeBounds_p.h>
 
-#include <QtEndian>
-
 #include <cstring>
 
 namespace Vantor::Algorithms
@@ -25,47 +23,7 @@ enum EOrientation {
     RightBottom,
     LeftBottom
 };
-
-constexpr std::size_t kHeadBytes = 8; // byte order, a magic number, the place of the first directory
-constexpr std::size_t kCountBytes = 2;
-constexpr std::size_t kEntryBytes = 12; // tag, type, count and value
-constexpr quint16 kOrientationTag = 0x112;
-constexpr quint16 kShortType = 3;
-
-/// Numbers of 16 and 32 bits in the byte order of the data.
-struct SExifReader {
-    const unsigned char* pBytes;
-    bool bLittle;
-
-    quint16 Word(std::size_t i) const
-    {
-        return bLittle ? qFromLittleEndian<quint16>(pBytes + i) : qFromBigEndian<quint16>(pBytes + i);
-    }
-    quint32 Long(std::size_t i) const
-    {
-        return bLittle ? qFromLittleEndian<quint32>(pBytes + i) : qFromBigEndian<quint32>(pBytes + i);
-    }
-};
 } // namespace
-
-int FindExifOrientation(const unsigned char* pExif, std::size_t nBytes)
-{
-    if (nBytes < kHeadBytes || (std::memcmp(pExif, "II*\0", 4) != 0 && std::memcmp(pExif, "MM\0*", 4) != 0))
-        return TopLeft;
-    const SExifReader exif{pExif, pExif[0] == 'I'};
-    const std::size_t nDirectory = exif.Long(4);
-    if (nDirectory > nBytes - kCountBytes)
-        return TopLeft;
-    std::size_t nEntry = nDirectory + kCountBytes;
-    for (int n = exif.Word(nDirectory); n > 0 && nEntry + kEntryBytes <= nBytes; --n, nEntry += kEntryBytes) {
-        if (exif.Word(nEntry) != kOrientationTag)
-            continue;
-        const int nValue = exif.Word(nEntry + 8);
-        const bool bGood = exif.Word(nEntry + 2) == kShortType && exif.Long(nEntry + 4) == 1;
-        return bGood && nValue >= TopLeft && nValue <= LeftBottom ? nValue : TopLeft;
-    }
-    return TopLeft;
-}
 
 bool Reorient(const CImage& from, int nOrientation, CImage& image)
 {

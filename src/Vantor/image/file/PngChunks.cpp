@@ -2,12 +2,12 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/image/file/PngChunks_p.h>
 
-#include <Vantor/image/file/Orientation_p.h>
-
 #include <QIODevice>
 #include <QtEndian>
 
 #include <algorithm>
+
+#include <zlib.h>
 
 namespace Vantor::Algorithms
 {
@@ -21,6 +21,15 @@ constexpr int kHeaderBytes = 13;
 constexpr qint64 kFramesBytes = 4; // at the start of the chunk that describes an animation
 /// Longer EXIF data is not looked into: its first directory stands at its start.
 constexpr qint64 kMostExifBytes = 64 << 10;
+
+quint32 PngSum(const QByteArray& type, const QByteArray& body)
+{
+    uLong nSum = ::crc32(0, reinterpret_cast<const Bytef*>(type.constData()), static_cast<uInt>(type.size()));
+    if (!body.isEmpty())
+        nSum =
+            ::crc32(nSum, reinterpret_cast<const Bytef*>(body.constData()), static_cast<uInt>(body.size()));
+    return static_cast<quint32>(nSum);
+}
 
 bool IsNeeded(const QByteArray& type)
 {
@@ -54,10 +63,21 @@ bool CPngChunks::TakeChunk(const QByteArray& type, qint64 nBytes)
         m_nFrames = frames.size() == kFramesBytes ? qFromBigEndian<quint32>(frames.constData()) : 0;
     } else if (type == "eXIf") {
         const QByteArray exif = m_device.read(std::min(nBytes, kMostExifBytes));
-        m_nOrientation = FindExifOrientation(reinterpret_cast<const unsigned char*>(exif.constData()),
-                                             static_cast<std::size_t>(exif.size()));
+        m_metadata.AddExif(exif);
+    } else if (CPngMetadata::IsWanted(type)) {
+        AddBeside(type, nBytes);
     }
     return true;
+}
+
+/// Takes a chunk that stands beside the pixels, if it is whole.
+void CPngChunks::AddBeside(const QByteArray& type, qint64 nBytes)
+{
+    const QByteArray body = m_device.read(std::min(nBytes, CPngMetadata::kMostBodyBytes));
+    const QByteArray sum = m_device.read(kChunkCrcBytes);
+    if (body.size() == nBytes && sum.size() == kChunkCrcBytes &&
+        qFromBigEndian<quint32>(sum.constData()) == PngSum(type, body))
+        m_metadata.Add(type, body);
 }
 
 bool CPngChunks::Find()

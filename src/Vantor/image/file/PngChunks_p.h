@@ -2,6 +2,8 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <Vantor/image/file/PngMetadata_p.h>
+
 #include <QByteArray>
 #include <QtGlobal>
 
@@ -13,7 +15,7 @@ namespace Vantor::Algorithms
 {
 
 /// A PNG file reduced to the chunks that define its pixels. Texts, profiles and the like can inflate to many
-/// times the size of the image; the decoder never sees them.
+/// times the size of the image; the decoder never sees them, and CPngMetadata reads them within bounds.
 class CPngChunks
 {
 public:
@@ -36,7 +38,8 @@ public:
     bool HasTransparency() const { return m_bTransparent; } ///< whether there is a chunk of it
     qint64 GetDataBytes() const { return m_nDataBytes; }    ///< of the compressed pixels
     quint32 GetFrames() const { return m_nFrames; }         ///< of an animation, 0 for a plain file
-    int GetOrientation() const { return m_nOrientation; }   ///< 1 to 8, as EXIF counts them
+    /// What the chunks beside the pixels say.
+    const SImageMetadata& GetMetadata() const { return m_metadata.Get(); }
 
 private:
     struct SRange {
@@ -45,6 +48,7 @@ private:
     };
 
     bool TakeChunk(const QByteArray& type, qint64 nBytes);
+    void AddBeside(const QByteArray& type, qint64 nBytes);
     void Add(qint64 nStart, qint64 nEnd);
 
     QIODevice& m_device;
@@ -53,7 +57,7 @@ private:
     std::size_t m_nRange = 0;
     qint64 m_nDataBytes = 0;
     quint32 m_nFrames = 0;
-    int m_nOrientation = 1;
+    CPngMetadata m_metadata;
     bool m_bTransparent = false;
 };
 

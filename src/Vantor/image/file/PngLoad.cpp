@@ -68,7 +68,7 @@ bool IsAffordable(const CPngChunks& chunks)
         return false;
     const bool bAlpha = chunks.HasTransparency() || nSamples % 2 == 0;
     const int nChannels = bAlpha ? 4 : chunks.GetColorType() == CPngChunks::Grey ? 1 : 3;
-    const int nTurned = chunks.GetOrientation() > 1 ? nChannels : 0;
+    const int nTurned = chunks.GetMetadata().orientation > 1 ? nChannels : 0;
     return FitsDecodeLimit(chunks.GetWidth(), chunks.GetHeight(), nChannels, nTurned) &&
            RawBytes(chunks.GetWidth(), chunks.GetHeight(), nSamples * nDepth, chunks.IsInterlaced()) <=
                kMaxDeflateRatio * chunks.GetDataBytes();
@@ -192,28 +192,29 @@ bool CPngDecoder::Decode(CImage& image)
     return bRead;
 }
 
-bool DecodePngFile(QIODevice& device, CImage& image, Notes& notes)
+bool DecodePngFile(QIODevice& device, CImage& image, SFound& found)
 {
     CPngChunks chunks(device);
     if (!chunks.Find() || !IsAffordable(chunks))
         return false;
     CPngDecoder decoder(chunks);
     CImage stored;
-    const bool bTurn = chunks.GetOrientation() > 1;
+    const bool bTurn = chunks.GetMetadata().orientation > 1;
     if (!decoder.Decode(bTurn ? stored : image) ||
-        (bTurn && !Reorient(stored, chunks.GetOrientation(), image)))
+        (bTurn && !Reorient(stored, chunks.GetMetadata().orientation, image)))
         return false;
+    found.metadata = chunks.GetMetadata();
     if (chunks.GetFrames() > 1)
-        notes.push_back("It is the first of " + std::to_string(chunks.GetFrames()) + " frames.");
+        found.notes.push_back("It is the first of " + std::to_string(chunks.GetFrames()) + " frames.");
     if (!decoder.GetFlaw().empty())
-        notes.push_back(decoder.GetFlaw());
+        found.notes.push_back(decoder.GetFlaw());
     return true;
 }
 } // namespace
 
-CResult LoadPng(QIODevice& device, CImage& image, Notes& notes)
+CResult LoadPng(QIODevice& device, CImage& image, SFound& found)
 {
-    return DecodePngFile(device, image, notes) ? CResult::Success() : Unreadable("PNG");
+    return DecodePngFile(device, image, found) ? CResult::Success() : Unreadable("PNG");
 }
 
 } // namespace Vantor::Algorithms

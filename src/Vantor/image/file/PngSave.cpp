@@ -2,9 +2,11 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
+#include <Vantor/image/ImageMetadata_p.h>
 #include <Vantor/image/file/CodecState_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
 #include <Vantor/image/file/PngHooks_p.h>
+#include <Vantor/image/file/PngMetadata_p.h>
 
 #include <QIODevice>
 
@@ -26,7 +28,11 @@ public:
 
     CResult Encode(const CImage& image)
     {
-        const bool bWritten = m_pInfo && m_state.Run([this, &image] { Write(image); });
+        const auto pMetadata = image.GetMetadata();
+        const QByteArray profile = IsProfileFor(pMetadata->profile, image.GetChannel())
+                                       ? PngProfileBody(pMetadata->profile)
+                                       : QByteArray();
+        const bool bWritten = m_pInfo && m_state.Run([&] { Write(image, *pMetadata, profile); });
         return bWritten ? CResult::Success() : Unwritable("PNG", m_state.GetFirst());
     }
 
@@ -34,7 +40,8 @@ private:
     static void OnWrite(png_structp pPng, png_bytep pFrom, std::size_t nBytes);
     static void OnFlush(png_structp) {}
 
-    void Write(const CImage& image);
+    void Write(const CImage& image, const SImageMetadata& metadata, const QByteArray& profile);
+    void SetResolution(const SImageMetadata& metadata);
 
     QIODevice& m_device;
     CCodecState m_state{"libpng"};
@@ -57,7 +64,18 @@ void CPngEncoder::OnWrite(png_structp pPng, png_bytep pFrom, std::size_t nBytes)
         png_error(pPng, "the file cannot be written");
 }
 
-void CPngEncoder::Write(const CImage& image)
+void CPngEncoder::SetResolution(const SImageMetadata& metadata)
+{
+    const double dblUnits = PerMetre(metadata.resolutionUnit);
+    const bool bMetres = dblUnits > 0.0;
+    const double dblFactor = bMetres ? dblUnits : 1.0;
+    const std::uint32_t nX = ToWhole(metadata.resolutionX * dblFactor, PNG_UINT_31_MAX);
+    const std::uint32_t nY = ToWhole(metadata.resolutionY * dblFactor, PNG_UINT_31_MAX);
+    if (nX > 0 && nY > 0)
+        png_set_pHYs(m_pPng, m_pInfo, nX, nY, bMetres ? PNG_RESOLUTION_METER : PNG_RESOLUTION_UNKNOWN);
+}
+
+void CPngEncoder::Write(const CImage& image, const SImageMetadata& metadata, const QByteArray& profile)
 {
     constexpr int kColorTypes[] = {PNG_COLOR_TYPE_GRAY, PNG_COLOR_TYPE_GRAY_ALPHA, PNG_COLOR_TYPE_RGB,
                                    PNG_COLOR_TYPE_RGBA};
@@ -65,7 +83,12 @@ void CPngEncoder::Write(const CImage& image)
     png_set_IHDR(m_pPng, m_pInfo, static_cast<png_uint_32>(image.GetWidth()),
                  static_cast<png_uint_32>(image.GetHeight()), 8, kColorTypes[image.GetChannel() - 1],
                  PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    SetResolution(metadata);
     png_write_info(m_pPng, m_pInfo);
+    if (!profile.isEmpty()) // written as it is: the codec would refuse profiles that others read
+        png_write_chunk(m_pPng, reinterpret_cast<png_const_bytep>("iCCP"),
+                        reinterpret_cast<png_const_bytep>(profile.constData()),
+                        static_cast<std::size_t>(profile.size()));
     for (int y = 0; y < image.GetHeight(); ++y) {
         CProgress::Tell(double(y) / image.GetHeight());
         png_write_row(m_pPng, image.GetRows()[y]);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) The Vantor authors
+#include <Vantor/CProgress.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/DecodeBounds_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
@@ -7,6 +8,7 @@
 #include <Vantor/image/file/TiffColors_p.h>
 #include <Vantor/image/file/TiffHandle_p.h>
 #include <Vantor/image/file/TiffLacks_p.h>
+#include <Vantor/image/file/TiffMetadata_p.h>
 #include <Vantor/image/file/TiffPages_p.h>
 #include <Vantor/image/file/TiffSamples_p.h>
 
@@ -192,7 +194,8 @@ bool ReadRows(TIFF* pTiff, const SLayout& layout, const SPlane& plane, CImage& s
         vctLine.resize(static_cast<std::size_t>(TIFFScanlineSize64(pTiff)));
     for (std::uint32_t y = 0; y < layout.nHeight; ++y) {
         unsigned char* pRow = samples.GetRows()[y];
-        if (TIFFReadScanline(pTiff, bDirect ? pRow : vctLine.data(), y, plane.nPlane) != 1)
+        if (CProgress::IsThreadCancelled() ||
+            TIFFReadScanline(pTiff, bDirect ? pRow : vctLine.data(), y, plane.nPlane) != 1)
             return false;
         if (!bDirect)
             UnpackRow(plane.format, vctLine.data(), pRow + plane.nPlane * BytesOf(plane.format), nTo,
@@ -218,7 +221,8 @@ bool ReadTiles(TIFF* pTiff, const SLayout& layout, const SPlane& plane, CImage& 
             const std::uint32_t nTile = TIFFComputeTile(pTiff, static_cast<std::uint32_t>(x),
                                                         static_cast<std::uint32_t>(y), 0, plane.nPlane);
             const auto nBytes = static_cast<tmsize_t>(vctTile.size());
-            if (TIFFReadEncodedTile(pTiff, nTile, vctTile.data(), nBytes) != nBytes)
+            if (CProgress::IsThreadCancelled() ||
+                TIFFReadEncodedTile(pTiff, nTile, vctTile.data(), nBytes) != nBytes)
                 return false;
             const auto nColumns = static_cast<int>(std::min<std::uint64_t>(nTileWidth, layout.nWidth - x));
             const std::uint64_t nEnd = std::min<std::uint64_t>(y + nTileHeight, layout.nHeight);
@@ -275,11 +279,13 @@ bool DecodeByCodec(TIFF* pTiff, const SLayout& layout, CImage& image)
     return true;
 }
 
-bool DecodeTiffFile(TIFF* pTiff, std::uint64_t nFileBytes, CImage& image)
+bool DecodeTiffFile(TIFF* pTiff, std::uint64_t nFileBytes, CImage& image, SImageMetadata& metadata)
 {
     SLayout layout;
     if (!ReadLayout(pTiff, layout) || !IsAffordable(pTiff, layout, nFileBytes))
         return false;
+    metadata = TiffMetadata(pTiff);
+    metadata.orientation = layout.nOrientation;
     // Each step that is needed has its own image; the last one writes into the result.
     const bool bTurn =
         layout.nOrientation > ORIENTATION_TOPLEFT && layout.nOrientation <= ORIENTATION_LEFTBOT;
@@ -296,19 +302,19 @@ bool DecodeTiffFile(TIFF* pTiff, std::uint64_t nFileBytes, CImage& image)
 }
 } // namespace
 
-CResult LoadTiff(QIODevice& device, CImage& image, Notes& notes)
+CResult LoadTiff(QIODevice& device, CImage& image, SFound& found)
 {
     // "m": not mapped into memory, because a file may shrink under the mapping.
     const TiffHandle tiff = OpenTiff(device, "rm");
     if (!tiff)
         return Unreadable("TIFF");
-    if (!DecodeTiffFile(tiff.get(), static_cast<std::uint64_t>(device.size()), image)) {
+    if (!DecodeTiffFile(tiff.get(), static_cast<std::uint64_t>(device.size()), image, found.metadata)) {
         const std::string strLack = WhatTheCodecLacks(tiff.get());
         return strLack.empty() ? Unreadable("TIFF") : CResult::Failure(strLack);
     }
     const std::string strPages = NoteOfPages(device);
     if (!strPages.empty())
-        notes.push_back(strPages);
+        found.notes.push_back(strPages);
     return CResult::Success();
 }
 

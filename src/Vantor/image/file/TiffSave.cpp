@@ -4,6 +4,7 @@
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/ImageFormats_p.h>
 #include <Vantor/image/file/TiffHandle_p.h>
+#include <Vantor/image/file/TiffMetadata_p.h>
 
 #include <QIODevice>
 
@@ -34,6 +35,7 @@ void SetTags(TIFF* pTiff, const CImage& image)
         TIFFSetField(pTiff, TIFFTAG_EXTRASAMPLES, 1, &nExtra);
     }
     TIFFSetField(pTiff, TIFFTAG_ROWSPERSTRIP, TIFFDefaultStripSize(pTiff, 0));
+    SetTiffMetadata(pTiff, *image.GetMetadata(), nChannels);
 }
 } // namespace
 
