@@ -103,6 +103,7 @@ SCenterOptions HostOptions()
     sOptions.bSmoothReduction = true;
     sOptions.bCheckerboard = true;
     sOptions.bDeferredPages = true;
+    sOptions.bCalibratedRuler = true;
     return sOptions;
 }
 
