@@ -110,6 +110,7 @@ SCenterOptions HostOptions()
     sOptions.bAnnotationJournal = true;
     sOptions.bSmoothReduction = true;
     sOptions.bDeferredPages = true;
+    sOptions.bCalibratedRuler = true;
     Preferences::Apply(sOptions);
     return sOptions;
 }

@@ -8,6 +8,7 @@
 #include "CMainWindow.h"
 #include "CMessageBar.h"
 #include "CRecentFiles.h"
+#include "CScaleDlg.h"
 #include "CTheme.h"
 #include "CUnsavedWork.h"
 #include "HostIcons.h"
@@ -309,6 +310,10 @@ void CMainWindow::CreateToolsMenu()
             m_vctToolBar.push_back(pEntry);
     }
     pTools->addSeparator();
+    m_pActions->Add(
+        pTools, {tr("Set Sc&ale..."), QIcon(), {}},
+        [this] { CScaleDlg::Ask(*m_pViewers->Active().Ctrl2D(), this); },
+        [this] { return m_pViewers->Active().HasImage(); });
     CreateDrawingMenu(pTools);
     m_vctToolBar.push_back(m_pActions->Add(
         pTools, {QT_TR_NOOP("&Capture the Screen"), LibraryIcon("capture"), Key("Ctrl+Shift+C")},

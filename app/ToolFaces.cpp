@@ -23,6 +23,7 @@ const SRow kRows[] = {
     {"Brightness, Contrast, Gamma", QT_TRANSLATE_NOOP("CMainWindow", "Brightness, Co&ntrast, Gamma..."),
      nullptr, nullptr},
     {"Invert", QT_TRANSLATE_NOOP("CMainWindow", "&Invert..."), nullptr, nullptr},
+    {"Find Particles", QT_TRANSLATE_NOOP("CMainWindow", "&Find Particles..."), nullptr, nullptr},
 };
 } // namespace
 

@@ -4,12 +4,16 @@
 // MeasureRegions on one thread. The limit is a memcpy of the image's bytes into a warm buffer; the peer is
 // OpenCV's meanStdDev, with a mask where there is a region, and its calcHist of every channel where there is
 // a histogram. Moments are more than the peer's: extremes, centre of mass, and two greys of colours.
+//
+// FindComponents, which makes a polygon of each; the peer is OpenCV's inRange and
+// connectedComponentsWithStats, which makes an image of labels.
 #include "bench/FilterSubject.h"
 
 #include <Vantor/geometry/CPoint.h>
 #include <Vantor/geometry/CPointList.h>
 #include <Vantor/geometry/CPolygon.h>
 #include <Vantor/geometry/CRectangle.h>
+#include <Vantor/measure/Components.h>
 #include <Vantor/measure/RegionStatistics.h>
 
 #include <opencv2/imgproc.hpp>
@@ -161,15 +165,77 @@ void SmallStars(benchmark::State& state)
     Small(state, MakeStar(20, 20), EStatistics::Moments);
 }
 
-/// 24 megapixels, one thread.
-void OneThread(benchmark::internal::Benchmark* bench)
+/// Finds what is white. The peer counts the same components and pixels.
+void Components(benchmark::State& state, const SFilterSubject& subject)
 {
-    for (const int nChannels : {1, 3})
-        bench->Args({nChannels, 6000, 4000, 1});
-    bench->ArgNames({"channels", "width", "height", "threads"})
+    SComponentOptions options;
+    options.most = 24000000;
+    cv::Mat mask, labels, statistics, centroids;
+    const auto peer = [&] {
+        cv::inRange(subject.mat, cv::Scalar(128), cv::Scalar(255), mask);
+        return cv::connectedComponentsWithStats(mask, labels, statistics, centroids, 8, CV_32S) - 1;
+    };
+    const SComponents is = FindComponents(subject.image, nullptr, options);
+    std::uint64_t nPixels = 0;
+    for (const SComponent& component : is.found)
+        nPixels += component.count;
+    if (static_cast<int>(is.found.size()) != peer() ||
+        nPixels != static_cast<std::uint64_t>(cv::countNonZero(mask)))
+        state.SkipWithError("the results differ");
+    VantorBench::Compare(
+        state, [&] { FindComponents(subject.image, nullptr, options); }, [&] { peer(); },
+        [&] { std::memcpy(mask.data, subject.mat.data, subject.nBytes); });
+    state.counters["components"] = static_cast<double>(is.found.size());
+}
+
+/// 9,600 discs with radii up to 22 pixels.
+void ComponentsOfDiscs(benchmark::State& state)
+{
+    SFilterSubject subject(state);
+    for (int y = 0; y < 4000; ++y) {
+        for (int x = 0; x < 6000; ++x) {
+            const int nX = x % 50 - 25, nY = y % 50 - 25;
+            const int nRadius = 3 + (x / 50 * 7 + y / 50 * 13) % 20;
+            *subject.image.GetPixel(x, y) = nX * nX + nY * nY < nRadius * nRadius ? 200 : 30;
+        }
+    }
+    std::memcpy(subject.mat.data, subject.image.GetData(), subject.nBytes);
+    Components(state, subject);
+}
+
+/// Slopes with noise, where they cross the threshold.
+void ComponentsOfSlopes(benchmark::State& state)
+{
+    const SFilterSubject subject(state);
+    Components(state, subject);
+}
+
+/// Nothing but noise, of which a tenth is white: the most components there can be, about.
+void ComponentsOfNoise(benchmark::State& state)
+{
+    SFilterSubject subject(state);
+    unsigned nNoise = 1;
+    for (std::size_t i = 0; i < subject.nBytes; ++i) {
+        nNoise = nNoise * 1664525u + 1013904223u;
+        subject.image.GetData()[i] = nNoise >> 24 < 230 ? 0 : 255;
+    }
+    std::memcpy(subject.mat.data, subject.image.GetData(), subject.nBytes);
+    Components(state, subject);
+}
+
+/// 24 megapixels, one thread.
+void OneThreadGrey(benchmark::internal::Benchmark* bench)
+{
+    bench->Args({1, 6000, 4000, 1})
+        ->ArgNames({"channels", "width", "height", "threads"})
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond)
         ->MinTime(0.2);
+}
+void OneThread(benchmark::internal::Benchmark* bench)
+{
+    OneThreadGrey(bench);
+    bench->Args({3, 6000, 4000, 1});
 }
 } // namespace
 
@@ -180,4 +246,7 @@ BENCHMARK(PolygonFull)->Apply(OneThread);
 BENCHMARK(SmallBoxes)->Apply(OneThread);
 BENCHMARK(SmallBoxesFull)->Apply(OneThread);
 BENCHMARK(SmallStars)->Apply(OneThread);
+BENCHMARK(ComponentsOfDiscs)->Apply(OneThreadGrey);
+BENCHMARK(ComponentsOfSlopes)->Apply(OneThreadGrey);
+BENCHMARK(ComponentsOfNoise)->Apply(OneThreadGrey);
 BENCHMARK_MAIN();

@@ -8,7 +8,7 @@ run="libqt5widgets5 libqt5sql5-sqlite libgl1-mesa-dri fonts-liberation fonts-dej
 test="doxygen dbus-daemon weston qtwayland5 valgrind xclip xdotool imagemagick mariadb-server libqt5sql5-mysql clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev"
 coverage="gcovr"
 package="qttools5-dev dpkg-dev debhelper chrpath lintian desktop-file-utils shared-mime-info mandoc"
-clients="imagej openjdk-17-jdk-headless librsvg2-bin labelme imagemagick"
+clients="imagej openjdk-17-jdk-headless librsvg2-bin labelme python3-skimage imagemagick"
 bench="libbenchmark-dev libspdlog-dev libturbojpeg0-dev"
 
 wanted=""

@@ -14,4 +14,5 @@
     QT_TRANSLATE_NOOP("ShapeKinds", "Arrow"),      QT_TRANSLATE_NOOP("ShapeKinds", "Text"),
     QT_TRANSLATE_NOOP("ShapeKinds", "Ruler"),      QT_TRANSLATE_NOOP("ShapeKinds", "Line"),
     QT_TRANSLATE_NOOP("ShapeKinds", "Point"),      QT_TRANSLATE_NOOP("ShapeKinds", "GeometryArray"),
+    QT_TRANSLATE_NOOP("ShapeKinds", "&Scale Bar"), QT_TRANSLATE_NOOP("ShapeKinds", "ScaleBar"),
 };

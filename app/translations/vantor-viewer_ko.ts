@@ -844,6 +844,14 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>Viewer</source>
         <translation>뷰어</translation>
     </message>
+    <message>
+        <source>Set Sc&amp;ale...</source>
+        <translation>축척 설정(&amp;A)...</translation>
+    </message>
+    <message>
+        <source>&amp;Find Particles...</source>
+        <translation>입자 찾기(&amp;F)...</translation>
+    </message>
 </context>
 <context>
     <name>CMeasureDocks</name>
@@ -980,6 +988,45 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>The program ended before the annotations of these images were saved: %1.</source>
         <translation>다음 이미지의 주석을 저장하기 전에 프로그램이 끝났습니다: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>CScaleDlg</name>
+    <message>
+        <source>Set Scale</source>
+        <translation>축척 설정</translation>
+    </message>
+    <message>
+        <source>&amp;Distance in pixels</source>
+        <translation>픽셀 단위 거리(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Known &amp;length</source>
+        <translation>알려진 길이(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Unit</source>
+        <translation>단위(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Pixel &amp;width in units</source>
+        <translation>단위로 나타낸 픽셀 너비(&amp;W)</translation>
+    </message>
+    <message>
+        <source>Pixel &amp;height in units</source>
+        <translation>단위로 나타낸 픽셀 높이(&amp;H)</translation>
+    </message>
+    <message>
+        <source>Origin &amp;x in pixels</source>
+        <translation>픽셀 단위 원점 x(&amp;X)</translation>
+    </message>
+    <message>
+        <source>Origin &amp;y in pixels</source>
+        <translation>픽셀 단위 원점 y(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>&amp;Pixels Again</source>
+        <translation>다시 픽셀로(&amp;P)</translation>
     </message>
 </context>
 <context>
@@ -1693,6 +1740,34 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <source>Cannot save plot %1.</source>
         <translation>그래프 %1을(를) 저장할 수 없습니다.</translation>
     </message>
+    <message>
+        <source>The size of a pixel is not a number from 1e-30 to 1e9 units.</source>
+        <translation>픽셀의 크기가 1e-30에서 1e9 단위 사이의 수가 아닙니다.</translation>
+    </message>
+    <message>
+        <source>The name of the unit has no letters or more than 64 bytes.</source>
+        <translation>단위 이름에 글자가 없거나 64바이트를 넘습니다.</translation>
+    </message>
+    <message>
+        <source>The name of the unit holds control characters.</source>
+        <translation>단위 이름에 제어 문자가 있습니다.</translation>
+    </message>
+    <message>
+        <source>The origin is not a place from -1e9 to 1e9 pixels.</source>
+        <translation>원점이 -1e9에서 1e9 픽셀 사이의 위치가 아닙니다.</translation>
+    </message>
+    <message>
+        <source>The way has no length.</source>
+        <translation>거리가 0입니다.</translation>
+    </message>
+    <message>
+        <source>There are more than %1 components. A larger smallest area leaves some out.</source>
+        <translation>구성 요소가 %1개보다 많습니다. 최소 면적을 키우면 일부가 빠집니다.</translation>
+    </message>
+    <message>
+        <source>The image does not have that channel.</source>
+        <translation>이미지에 그 채널이 없습니다.</translation>
+    </message>
 </context>
 <context>
     <name>MeasureTexts</name>
@@ -2241,6 +2316,14 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>GeometryArray</source>
         <translation>도형 묶음</translation>
+    </message>
+    <message>
+        <source>&amp;Scale Bar</source>
+        <translation>축척 막대(&amp;S)</translation>
+    </message>
+    <message>
+        <source>ScaleBar</source>
+        <translation>축척 막대</translation>
     </message>
 </context>
 <context>

@@ -844,6 +844,14 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>Viewer</source>
         <translation>Trình xem</translation>
     </message>
+    <message>
+        <source>Set Sc&amp;ale...</source>
+        <translation>Đặt tỷ lệ (&amp;A)...</translation>
+    </message>
+    <message>
+        <source>&amp;Find Particles...</source>
+        <translation>T&amp;ìm hạt...</translation>
+    </message>
 </context>
 <context>
     <name>CMeasureDocks</name>
@@ -980,6 +988,45 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>The program ended before the annotations of these images were saved: %1.</source>
         <translation>Chương trình đã kết thúc trước khi chú thích của các ảnh này được lưu: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>CScaleDlg</name>
+    <message>
+        <source>Set Scale</source>
+        <translation>Đặt tỷ lệ</translation>
+    </message>
+    <message>
+        <source>&amp;Distance in pixels</source>
+        <translation>&amp;Khoảng cách theo điểm ảnh</translation>
+    </message>
+    <message>
+        <source>Known &amp;length</source>
+        <translation>Độ &amp;dài đã biết</translation>
+    </message>
+    <message>
+        <source>&amp;Unit</source>
+        <translation>Đơ&amp;n vị</translation>
+    </message>
+    <message>
+        <source>Pixel &amp;width in units</source>
+        <translation>Chiều &amp;rộng điểm ảnh theo đơn vị</translation>
+    </message>
+    <message>
+        <source>Pixel &amp;height in units</source>
+        <translation>Chiều &amp;cao điểm ảnh theo đơn vị</translation>
+    </message>
+    <message>
+        <source>Origin &amp;x in pixels</source>
+        <translation>Gốc &amp;x theo điểm ảnh</translation>
+    </message>
+    <message>
+        <source>Origin &amp;y in pixels</source>
+        <translation>Gốc &amp;y theo điểm ảnh</translation>
+    </message>
+    <message>
+        <source>&amp;Pixels Again</source>
+        <translation>Lại theo đ&amp;iểm ảnh</translation>
     </message>
 </context>
 <context>
@@ -1693,6 +1740,34 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <source>Cannot save plot %1.</source>
         <translation>Không thể lưu biểu đồ %1.</translation>
     </message>
+    <message>
+        <source>The size of a pixel is not a number from 1e-30 to 1e9 units.</source>
+        <translation>Kích thước điểm ảnh không phải là một số từ 1e-30 đến 1e9 đơn vị.</translation>
+    </message>
+    <message>
+        <source>The name of the unit has no letters or more than 64 bytes.</source>
+        <translation>Tên đơn vị không có chữ nào hoặc dài quá 64 byte.</translation>
+    </message>
+    <message>
+        <source>The name of the unit holds control characters.</source>
+        <translation>Tên đơn vị có ký tự điều khiển.</translation>
+    </message>
+    <message>
+        <source>The origin is not a place from -1e9 to 1e9 pixels.</source>
+        <translation>Gốc không phải là một vị trí từ -1e9 đến 1e9 điểm ảnh.</translation>
+    </message>
+    <message>
+        <source>The way has no length.</source>
+        <translation>Khoảng cách bằng không.</translation>
+    </message>
+    <message>
+        <source>There are more than %1 components. A larger smallest area leaves some out.</source>
+        <translation>Có hơn %1 thành phần. Diện tích nhỏ nhất lớn hơn sẽ bỏ bớt một số.</translation>
+    </message>
+    <message>
+        <source>The image does not have that channel.</source>
+        <translation>Ảnh không có kênh đó.</translation>
+    </message>
 </context>
 <context>
     <name>MeasureTexts</name>
@@ -2241,6 +2316,14 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>GeometryArray</source>
         <translation>Nhóm hình</translation>
+    </message>
+    <message>
+        <source>&amp;Scale Bar</source>
+        <translation>Thước tỷ &amp;lệ</translation>
+    </message>
+    <message>
+        <source>ScaleBar</source>
+        <translation>Thước tỷ lệ</translation>
     </message>
 </context>
 <context>

@@ -27,6 +27,7 @@ const std::pair<const char*, const char*> kTools[] = {
     {"Threshold...", "Threshold"},
     {"Brightness, Contrast, Gamma...", "Brightness, Contrast, Gamma"},
     {"Invert...", "Invert"},
+    {"Find Particles...", "Find Particles"},
 };
 
 std::shared_ptr<CImage> ImageOf(const Host& host, int nView)

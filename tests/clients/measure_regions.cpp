@@ -3,11 +3,17 @@
 
 // measure_regions save FROM TO : loads an image and saves it in another format.
 // measure_regions tell IMAGE REGIONS : what the library measures, in the form of Measure.java.
+// measure_regions find IMAGE SEARCHES : the components of a grey image. SEARCHES has a line for each search:
+// lowest and
+//     highest value, 4 or 8 neighbours, smallest and largest area, 1 to fill holes, and the box of the
+//     region. A line for each component: index of the search, pixels, centroid, box, and the mean of the
+//     values, parted by tabs.
 #include <Vantor/geometry/CEllipse.h>
 #include <Vantor/geometry/CLine.h>
 #include <Vantor/geometry/CPolygon.h>
 #include <Vantor/geometry/CRectangle.h>
 #include <Vantor/image/CImage.h>
+#include <Vantor/measure/Components.h>
 #include <Vantor/measure/LineProfile.h>
 #include <Vantor/measure/RegionStatistics.h>
 #include <Vantor/measure/ShapeMeasures.h>
@@ -128,6 +134,35 @@ int TellAll(const CImage& image, const char* path)
     }
     return 0;
 }
+
+void TellComponent(const CImage& image, const SComponent& component)
+{
+    const CRectangle box = component.polygon->GetBoundingRectangle();
+    const SRegionStatistics statistics = MeasureRegion(image, component.polygon.get(), EStatistics::Moments);
+    std::printf("%d\t%llu\t%.17g\t%.17g\t%g\t%g\t%g\t%g\t%.17g\n", g_nIndex,
+                static_cast<unsigned long long>(component.count), component.centroid.x, component.centroid.y,
+                box.x(), box.y(), box.x() + box.width(), box.y() + box.height(), statistics.channels[0].mean);
+}
+
+int FindAll(const CImage& image, const char* path)
+{
+    std::ifstream searches(path);
+    SComponentOptions options;
+    int nNeighbours = 0;
+    double x = 0, y = 0, width = 0, height = 0;
+    for (; searches >> options.low >> options.high >> nNeighbours >> options.minArea >> options.maxArea >>
+           options.fillHoles >> x >> y >> width >> height;
+         ++g_nIndex) {
+        options.neighbours = nNeighbours == 4 ? ENeighbours::Four : ENeighbours::Eight;
+        const CRectangle region(x, y, width, height);
+        const SComponents components = FindComponents(image, &region, options);
+        if (!components.failure.empty())
+            return 1;
+        for (const SComponent& component : components.found)
+            TellComponent(image, component);
+    }
+    return 0;
+}
 } // namespace
 
 int main(int argc, char** argv)
@@ -135,9 +170,11 @@ int main(int argc, char** argv)
     const std::string command = argc == 4 ? argv[1] : "";
     CImage image;
     if (command.empty() || image.Load(Wide(argv[2])) != 0) {
-        std::fprintf(stderr, "measure_regions save FROM TO | tell IMAGE REGIONS\n%s\n",
+        std::fprintf(stderr, "measure_regions save FROM TO | tell IMAGE REGIONS | find IMAGE SEARCHES\n%s\n",
                      image.GetFailureReason().c_str());
         return 1;
     }
-    return command == "save" ? image.Save(Wide(argv[3])) : TellAll(image, argv[3]);
+    if (command == "save")
+        return image.Save(Wide(argv[3]));
+    return command == "find" ? FindAll(image, argv[3]) : TellAll(image, argv[3]);
 }

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
 """run.py PROGRAM [NAME...]: shows that other programs read what the library writes and that the library reads
-what they write, and that ImageJ measures what the library measures. PROGRAM is build/release/tests/annotation_files.
-Every function of this folder's test modules that begins with "test_" is run, or those whose names hold one of the
-NAMEs."""
+what they write, and that ImageJ and scikit-image measure what the library measures. PROGRAM is
+build/release/tests/annotation_files. Every function of this folder's test modules that begins with "test_" is run,
+or those whose names hold one of the NAMEs."""
 import importlib
 import os
 import pathlib
@@ -13,7 +13,7 @@ import time
 import traceback
 
 HERE = pathlib.Path(__file__).resolve().parent
-MODULES = ("imagej", "measuring", "svg", "readers", "labelme_files")
+MODULES = ("imagej", "measuring", "components", "svg", "readers", "labelme_files")
 
 
 def main(arguments):

@@ -56,6 +56,11 @@ struct SCalibration {
     std::string unit; ///< such as "mm"
     double x = 1.0;   ///< width of a pixel in units, > 0
     double y = 1.0;   ///< height of a pixel in units, > 0
+    /// @{
+    /// The place that is (0, 0) in units, in pixels of the image; |number| <= 1e9.
+    double originX = 0.0;
+    double originY = 0.0;
+    /// @}
 };
 
 /// The annotations of one image or page, with their places on the picture that is in the file, also when they

@@ -23,7 +23,7 @@ constexpr std::size_t kMaxMembers = 1100; // with the known ones
 /// The names of all members that this version writes anywhere.
 constexpr std::string_view kKnown = " format version readable_by generator saved source bytes sha256 pages "
                                     "page image width height dpi "
-                                    "calibration unit x y objects id kind name named show_name locked "
+                                    "calibration unit x y origin objects id kind name named show_name locked "
                                     "visible box corner centre radius points "
                                     "numbers text style pen pen_width fill extra ";
 
@@ -213,6 +213,17 @@ void ReadShape(Members& members, SObject& object)
     }
 }
 
+void ReadOrigin(Members& members, SCalibration& calibration)
+{
+    std::vector<double> numbers{calibration.originX, calibration.originY};
+    members.Read("origin", numbers, ReadNumbers);
+    if (numbers.size() != 2 || !(std::abs(numbers[0]) <= kMaxCoordinate) ||
+        !(std::abs(numbers[1]) <= kMaxCoordinate))
+        return members.Refuse("origin");
+    calibration.originX = numbers[0];
+    calibration.originY = numbers[1];
+}
+
 /// "#aarrggbb".
 std::optional<std::uint32_t> ReadColor(JsonView view)
 {
@@ -334,6 +345,7 @@ CResult OwnReader::ReadPage(JsonView view)
         sizes.Read("unit", page.calibration->unit);
         sizes.Read("x", page.calibration->x, kMinPixelSize, kMaxCoordinate);
         sizes.Read("y", page.calibration->y, kMinPixelSize, kMaxCoordinate);
+        ReadOrigin(sizes, *page.calibration);
         if (!sizes.Bad().empty())
             members.Refuse("calibration");
         members.AddUnknown("calibration", sizes.Unknown());

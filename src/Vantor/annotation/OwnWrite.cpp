@@ -45,9 +45,11 @@ const char* WhyNot(const SObject& object)
 bool IsGood(const SPage& page)
 {
     const auto isSize = [](double dSize) { return dSize >= kMinPixelSize && dSize <= kMaxCoordinate; };
+    const auto isPlace = [](double dPlace) { return std::abs(dPlace) <= kMaxCoordinate; };
     const bool bCalibration =
-        !page.calibration || (isSize(page.calibration->x) && isSize(page.calibration->y) &&
-                              page.calibration->unit.size() <= kMaxText);
+        !page.calibration ||
+        (isSize(page.calibration->x) && isSize(page.calibration->y) && isPlace(page.calibration->originX) &&
+         isPlace(page.calibration->originY) && page.calibration->unit.size() <= kMaxText);
     return bCalibration && page.page >= 0 && page.width >= 0 && page.height >= 0 && page.dpi >= 0.0 &&
            page.dpi <= kMaxCoordinate && page.image.size() <= kMaxText &&
            IsJsonObject(page.unknown, kPageLevel);
@@ -193,6 +195,8 @@ void OwnWriter::Calibration(const SCalibration& calibration, JsonView unknown)
         m_json.Name("unit").String(calibration.unit);
         m_json.Name("x").Number(calibration.x);
         m_json.Name("y").Number(calibration.y);
+        if (calibration.originX != 0.0 || calibration.originY != 0.0)
+            m_json.Name("origin").Point(calibration.originX, calibration.originY);
     });
 }
 

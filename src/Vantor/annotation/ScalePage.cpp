@@ -53,6 +53,8 @@ std::vector<SRemark> ScalePage(SPage& page, double x, double y)
     if (page.calibration) {
         page.calibration->x /= x;
         page.calibration->y /= y;
+        page.calibration->originX *= x;
+        page.calibration->originY *= y;
     }
     return remarks;
 }

@@ -25,6 +25,7 @@ enum EGeometryType : int {
     EGeometryType_Polygon = 6,       ///< CPolygon; 5 stands for nothing
     EGeometryType_GeometryArray = 7, ///< CGeometryArray
     EGeometryType_Arrow = 8,         ///< CArrow
+    EGeometryType_ScaleBar = 9,      ///< CScaleBar
     EGeometryType_Host = 1000        ///< this and all above are for hosts' own classes
 };
 

@@ -19,6 +19,8 @@ public:
     /// Replaces the vertices by the points of the list, unchanged, and skips all entries but CPoints.
     /// @return 0
     int SetPoints(const CPointList& points);
+    /// Replaces the vertices, unchanged.
+    void SetVertices(std::vector<CPoint<double>> vertices) { m_vctVertices = std::move(vertices); }
 
     /// In drawing order; the edge from the last one back to the first is not repeated.
     const std::vector<CPoint<double>>& GetVertices() const { return m_vctVertices; }

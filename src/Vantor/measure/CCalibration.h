@@ -19,15 +19,25 @@ public:
     CCalibration() { m_size.unit = "pixel"; }
 
     /// Takes the size of a pixel and the origin.
-    /// @param size    width and height from 1e-30 to 1e9 units, and a unit's name: UTF-8, not empty, without
-    ///                control characters, at most 64 bytes
-    /// @param origin  in pixels, finite
+    /// @param size  width and height from 1e-30 to 1e9 units, a unit's name: UTF-8, not empty, without
+    /// control
+    ///              characters, at most 64 bytes; and the origin in pixels, up to 1e9 and down to -1e9
     /// @return empty, or why not, a sentence in English; the calibration then stays
-    [[nodiscard]] std::string Set(const Annotations::SCalibration& size,
-                                  const Geometry::SPlace& origin = {0.0, 0.0});
+    [[nodiscard]] std::string Set(const Annotations::SCalibration& size);
+    /// The same, with an origin in place of that in the size.
+    [[nodiscard]] std::string Set(Annotations::SCalibration size, const Geometry::SPlace& origin);
+    /// Units in which a known way of dx and dy pixels is that long; pixels become square.
+    /// @param length  in units
+    /// @return as Set; also why not when the way has no length
+    [[nodiscard]] std::string SetByLength(double dx, double dy, double length, const std::string& unit);
 
-    const Annotations::SCalibration& GetSize() const { return m_size; } ///< of a pixel, in units
-    const Geometry::SPlace& GetOrigin() const { return m_origin; }      ///< in pixels
+    /// Of a pixel, in units; with the origin, as files keep it.
+    const Annotations::SCalibration& GetSize() const { return m_size; }
+    Geometry::SPlace GetOrigin() const { return {m_size.originX, m_size.originY}; } ///< in pixels
+    /// Whether it is as it was at first.
+    bool IsPixel() const;
+    bool operator==(const CCalibration& other) const; ///< all numbers equal
+    bool operator!=(const CCalibration& other) const { return !(*this == other); }
 
     /// @{
     /// A place in pixels of the image, in units from the origin, and back. y goes down in both.
@@ -43,9 +53,12 @@ public:
     /// The area of that many pixels in square units. With SChannelStatistics::sum: the integrated density.
     double GetArea(double pixels) const { return pixels * m_size.x * m_size.y; }
 
+    /// The longest length of 1, 2 or 5 times a power of ten up to a length, in any unit: of scale bars.
+    /// @return 0 for a length that is not above 0 and finite
+    static double RoundLength(double most);
+
 private:
     Annotations::SCalibration m_size;
-    Geometry::SPlace m_origin{0.0, 0.0};
 };
 
 } // namespace Vantor::Algorithms

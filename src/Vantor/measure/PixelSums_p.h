@@ -13,6 +13,15 @@ namespace Vantor::Algorithms
 /// Whole numbers of 128 bits: for sums of products, so that no image overflows one.
 __extension__ typedef unsigned __int128 Wide;
 
+using Real = long double;
+
+/// Nearly all numbers have 64 bits; converting the others calls a function.
+inline Real RealOf(Wide number)
+{
+    return number <= UINT64_MAX ? static_cast<Real>(static_cast<std::uint64_t>(number))
+                                : static_cast<Real>(number);
+}
+
 constexpr int kMostChannels = 4;
 
 /// The two greys of a colour as whole numbers, in the order of arrGreyMin.

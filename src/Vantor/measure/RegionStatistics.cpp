@@ -7,6 +7,7 @@
 #include <Vantor/filter/Region_p.h>
 #include <Vantor/measure/Histograms_p.h>
 #include <Vantor/measure/PixelSums_p.h>
+#include <Vantor/measure/RunMath_p.h>
 
 #include <cmath>
 #include <new>
@@ -17,7 +18,6 @@ namespace Vantor::Algorithms
 
 using Geometry::CGeometry;
 using Geometry::SPixelRun;
-using Geometry::SPlace;
 
 namespace
 {
@@ -59,15 +59,6 @@ struct SExact {
     Wide nSumY;
     std::uint32_t nScale;
 };
-
-using Real = long double;
-
-/// Nearly all numbers have 64 bits; converting the others calls a function.
-Real RealOf(Wide number)
-{
-    return number <= UINT64_MAX ? static_cast<Real>(static_cast<std::uint64_t>(number))
-                                : static_cast<Real>(number);
-}
 
 SChannelStatistics StatisticsOf(const SExact& exact)
 {
@@ -117,21 +108,6 @@ SExact ExactOfGrey(const SPixelSums& sums, std::uint64_t count, int grey)
         2 * (r * g * sums.arrMixed[0] + r * b * sums.arrMixed[1] + g * b * sums.arrMixed[2]);
     return {count,    sums.arrGreyMin[grey],  sums.arrGreyMax[grey],  weighted(sums.arrSum),
             nSquares, weighted(sums.arrSumX), weighted(sums.arrSumY), kGreys[grey].Sum()};
-}
-
-SPlace CentroidOf(const PixelRuns& runs, std::uint64_t count)
-{
-    Wide nTwiceX = 0;
-    Wide nSumY = 0;
-    for (const SPixelRun& run : runs) {
-        const std::uint64_t nLength = static_cast<std::uint64_t>(run.nEnd - run.nBegin);
-        nTwiceX +=
-            Wide(nLength) * (static_cast<std::uint64_t>(run.nBegin) + static_cast<std::uint64_t>(run.nEnd));
-        nSumY += Wide(nLength) * static_cast<std::uint64_t>(run.nRow);
-    }
-    const Real pixels = static_cast<Real>(count);
-    return {static_cast<double>(RealOf(nTwiceX) / (2.0L * pixels)),
-            static_cast<double>(RealOf(nSumY) / pixels + kHalfPixel)};
 }
 
 class CMeasurer

@@ -224,6 +224,12 @@ void CImageView2DDrawableWidget::DrawVisible(QPainter& painter, const CImageView
     if (const auto* pShape = dynamic_cast<const CImageView2DDrawableGeometry*>(&object))
         DrawComposite(painter, pShape->GetData().get(), s, pen, bOwn ? QBrush(Qt::NoBrush) : brush);
     const SObjectLabel label = object.GetLabel();
+    DrawLabel(painter, label);
+    DrawLabel(painter, SecondLine(label));
+}
+
+void CImageView2DDrawableWidget::DrawLabel(QPainter& painter, const SObjectLabel& label)
+{
     if (!label.strText.isEmpty() && MeetsLabel(label))
         InternalDrawText(&painter, label.strText, label.ptAnchor, QPen(kLabelColor),
                          QBrush(kLabelBackground, Qt::SolidPattern), DrawnSizes::LabelFont());

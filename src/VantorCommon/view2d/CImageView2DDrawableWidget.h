@@ -123,6 +123,8 @@ private:
     double Steepness() const;
     QRectF BoxExtent(const CImageView2DDrawableObject& object) const;
     QRectF LabelExtent(const SObjectLabel& label) const;
+    SObjectLabel SecondLine(const SObjectLabel& label) const;
+    void DrawLabel(QPainter& painter, const SObjectLabel& label);
     QRect Extent(const CImageView2DDrawableObject& object) const;
     bool Meets(const QRectF& rect) const;
     bool MeetsAround(const QPointF& place, double dblReach) const;

@@ -221,6 +221,7 @@ QRectF CImageView2DDrawableWidget::BoxExtent(const CImageView2DDrawableObject& o
         const QPen pen = object.GetPen();
         dblReach += pen.widthF() * std::max(1.0, pen.miterLimit());
     }
+    dblReach += object.GetReach();
     if (object.GetType() == EImageView2DDrawbleObjectType_Text)
         dblReach += kOverhang * box.height();
     const double dblDown = dblReach * Steepness();
@@ -231,6 +232,16 @@ QRectF CImageView2DDrawableWidget::LabelExtent(const SObjectLabel& label) const
 {
     m_pUpdates->labels.Measure(DrawnSizes::LabelFont(), *this);
     return m_pUpdates->labels.Around(label.strText, MapToWidget(label.ptAnchor));
+}
+
+/// The line beneath the first one as a label of its own; empty without one.
+SObjectLabel CImageView2DDrawableWidget::SecondLine(const SObjectLabel& label) const
+{
+    if (label.strSecond.isEmpty() || !HasMapping())
+        return {};
+    const double dblLine = QFontMetricsF(DrawnSizes::LabelFont(), this).height();
+    return {label.strSecond,
+            label.ptAnchor + QPointF(0.0, dblLine * m_rectWindow.height() / m_rectViewPort.height())};
 }
 
 /// The rectangle of the widget in which the object, its handles and its label may have pixels.
@@ -247,5 +258,8 @@ QRect CImageView2DDrawableWidget::Extent(const CImageView2DDrawableObject& objec
     const SObjectLabel label = object.GetLabel();
     if (!label.strText.isEmpty())
         extent |= LabelExtent(label);
+    const SObjectLabel second = SecondLine(label);
+    if (!second.strText.isEmpty())
+        extent |= LabelExtent(second);
     return (extent & whole).toAlignedRect();
 }

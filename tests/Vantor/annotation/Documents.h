@@ -78,8 +78,10 @@ inline QString Difference(const SPage& a, const SPage& b)
         return QStringLiteral("page");
     if (a.calibration.has_value() != b.calibration.has_value())
         return QStringLiteral("calibration");
-    if (a.calibration && (a.calibration->unit != b.calibration->unit ||
-                          a.calibration->x != b.calibration->x || a.calibration->y != b.calibration->y))
+    if (a.calibration &&
+        (a.calibration->unit != b.calibration->unit || a.calibration->x != b.calibration->x ||
+         a.calibration->y != b.calibration->y || a.calibration->originX != b.calibration->originX ||
+         a.calibration->originY != b.calibration->originY))
         return QStringLiteral("calibration");
     if (a.objects.size() != b.objects.size())
         return QStringLiteral("count of objects");

@@ -63,7 +63,8 @@ SDocument RandomDocument(Chance& chance)
         page.height = chance.Below(5000);
         page.dpi = chance.OneIn(2) ? 144.5 : 0.0;
         if (chance.OneIn(2))
-            page.calibration = SCalibration{chance.Text(), 0.1, 1.0 / 3.0};
+            page.calibration =
+                SCalibration{chance.Text(), 0.1, 1.0 / 3.0, chance.OneIn(2) ? 1.0 / 7.0 : 0.0, 0.0};
         if (chance.OneIn(3))
             page.unknown = page.calibration ? R"({"calibration":{"z":1e2},"dim":-0.0})" : R"({"dim":-0.0})";
         for (int i = chance.Below(6); i > 0; --i) {
@@ -165,7 +166,7 @@ void tst_OwnFormat::aFileSaysWhatItIsInMembersThatPeopleCanRead()
     document.generator = "Vantor 1.1.0";
     document.saved = "2026-12-01T10:00:00Z";
     document.source = {"photo.jpg", 123456, std::string(64, 'b')};
-    document.pages[0].calibration = SCalibration{"mm", 0.1, 0.1};
+    document.pages[0].calibration = SCalibration{"mm", 0.1, 0.1, 0.0, 4.5};
     document.pages[0].objects[0].style = {0x80ff0000U, 2.5, std::nullopt};
     QCOMPARE(QString::fromStdString(Written(document)),
              QStringLiteral(
@@ -177,7 +178,7 @@ void tst_OwnFormat::aFileSaysWhatItIsInMembersThatPeopleCanRead()
                  R"("pages":[)"
                  "\n"
                  R"({"page":0,"width":400,"height":300,)"
-                 R"("calibration":{"unit":"mm","x":0.1,"y":0.1},"objects":[)"
+                 R"("calibration":{"unit":"mm","x":0.1,"y":0.1,"origin":[0,4.5]},"objects":[)"
                  "\n"
                  R"({"kind":"rectangle","name":"cell","named":true,"show_name":true,)"
                  R"("box":[10.5,20,-3,4],"corner":[7.5,24],"style":{"pen":"#80ff0000","pen_width":2.5}},)"
@@ -350,6 +351,9 @@ void tst_OwnFormat::aDamagedFileIsRefusedAndTheDocumentStays_data()
         "It is damaged: \"sha256\" of \"source\" is wrong.");
     row("a pixel without a size", head + R"(,"pages":[{"calibration":{"x":0}}]})",
         "It is damaged: \"calibration\" of page 1 is wrong.");
+    for (const char* pOrigin : {"7", "[1]", "[1,2,3]", "[1,2e9]", "[\"a\",1]"})
+        row(pOrigin, head + R"(,"pages":[{"calibration":{"origin":)" + pOrigin + "}}]}",
+            "It is damaged: \"calibration\" of page 1 is wrong.");
 }
 
 void tst_OwnFormat::aDamagedFileIsRefusedAndTheDocumentStays()
@@ -428,6 +432,8 @@ void tst_OwnFormat::whatTheReaderWouldNotTakeIsNotWritten_data()
     document = MakeDocument({});
     document.pages[0].calibration = SCalibration{"mm", 0.0, 1.0};
     row("a pixel without a size", document);
+    document.pages[0].calibration = SCalibration{"mm", 1.0, 1.0, std::nan(""), 0.0};
+    row("an origin that is no place", document);
 }
 
 void tst_OwnFormat::whatTheReaderWouldNotTakeIsNotWritten()

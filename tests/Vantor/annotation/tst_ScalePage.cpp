@@ -53,12 +53,14 @@ void tst_ScalePage::everyKindMarksTheSameThings()
 void tst_ScalePage::sizesOfImageAndPixelFollow()
 {
     SPage page = MakeDocument({}).pages[0];
-    page.calibration = SCalibration{"mm", 0.5, 0.25};
+    page.calibration = SCalibration{"mm", 0.5, 0.25, 10.0, 8.0};
     (void)ScalePage(page, 2.0, 0.5);
     QCOMPARE(page.width, 800);
     QCOMPARE(page.height, 150);
     QCOMPARE(page.calibration->x, 0.25);
     QCOMPARE(page.calibration->y, 0.5);
+    QCOMPARE(page.calibration->originX, 20.0); // the same place in the picture
+    QCOMPARE(page.calibration->originY, 4.0);
     // To a size that is asked for, exactly.
     for (int nWidth = 1; nWidth < 3000; ++nWidth) {
         page.width = 997;

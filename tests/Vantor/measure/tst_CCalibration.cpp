@@ -27,6 +27,9 @@ private Q_SLOTS:
     void lengthsAreaAndAngleFollowPixelsThatAreNotSquare();
     void anglesGoAnticlockwiseAsSeen_data();
     void anglesGoAnticlockwiseAsSeen();
+    void aKnownLengthGivesTheUnit();
+    void calibrationsAreEqualByAllNumbers();
+    void lengthsOfScaleBarsAreRound();
     void badCalibrationsAreRefusedWithAReason_data();
     void badCalibrationsAreRefusedWithAReason();
 };
@@ -81,6 +84,48 @@ void tst_CCalibration::anglesGoAnticlockwiseAsSeen()
     QTEST(CCalibration().GetAngle(dx, dy), "angle");
 }
 
+void tst_CCalibration::aKnownLengthGivesTheUnit()
+{
+    CCalibration calibration;
+    QCOMPARE(calibration.Set({"um", 2.0, 3.0}, {1, 2}), std::string());
+    QCOMPARE(calibration.SetByLength(30, -40, 10.0, "mm"), std::string());
+    QCOMPARE(calibration.GetLength(30, 40), 10.0);
+    QCOMPARE(calibration.GetLength(50, 0), 10.0); // the pixels are square
+    QCOMPARE(calibration.GetSize().unit, std::string("mm"));
+    QCOMPARE(calibration.GetOrigin().y, 2.0);
+    QCOMPARE(calibration.SetByLength(0, 0, 10.0, "mm"), std::string("The way has no length."));
+    QCOMPARE(calibration.SetByLength(kNaN, 0, 10.0, "mm"), std::string("The way has no length."));
+    QVERIFY(!calibration.SetByLength(1, 0, -10.0, "mm").empty());
+    QCOMPARE(calibration.GetLength(50, 0), 10.0);
+}
+
+void tst_CCalibration::calibrationsAreEqualByAllNumbers()
+{
+    const CCalibration pixel;
+    QVERIFY(pixel.IsPixel() && pixel == CCalibration());
+    for (const SCalibration& size : {SCalibration{"mm", 1, 1, 0, 0}, SCalibration{"pixel", 2, 1, 0, 0},
+                                     SCalibration{"pixel", 1, 2, 0, 0}, SCalibration{"pixel", 1, 1, 3, 0},
+                                     SCalibration{"pixel", 1, 1, 0, 3}}) {
+        CCalibration other;
+        QCOMPARE(other.Set(size), std::string());
+        QVERIFY(other != pixel && !other.IsPixel());
+    }
+}
+
+void tst_CCalibration::lengthsOfScaleBarsAreRound()
+{
+    const std::pair<double, double> lengths[] = {
+        {1.0, 1.0},   {0.999, 0.5},     {2.0, 2.0},  {4.999, 2.0},   {5.0, 5.0},      {9.99, 5.0},
+        {10.0, 10.0}, {1234.0, 1000.0}, {0.1, 0.1},  {0.0499, 0.02}, {1e-7, 1e-7},    {3e-29, 2e-29},
+        {1e22, 1e22}, {0.0, 0.0},       {-3.0, 0.0}, {kNaN, 0.0},    {kInfinity, 0.0}};
+    for (const auto& [most, wanted] : lengths)
+        QCOMPARE(CCalibration::RoundLength(most), wanted);
+    for (int i = -22; i <= 22; ++i) { // also where a logarithm is rounded
+        const double power = QByteArray("1e" + QByteArray::number(i)).toDouble();
+        QCOMPARE(CCalibration::RoundLength(power), power);
+    }
+}
+
 void tst_CCalibration::badCalibrationsAreRefusedWithAReason_data()
 {
     QTest::addColumn<double>("x");
@@ -102,7 +147,7 @@ void tst_CCalibration::badCalibrationsAreRefusedWithAReason_data()
     QTest::newRow("a unit of two lines") << 1.0 << 1.0 << QByteArray("m\nm") << 0.0
                                          << QByteArray("The name of the unit holds control characters.");
     QTest::newRow("origin") << 1.0 << 1.0 << QByteArray("mm") << kNaN
-                            << QByteArray("The origin is not finite.");
+                            << QByteArray("The origin is not a place from -1e9 to 1e9 pixels.");
 }
 
 void tst_CCalibration::badCalibrationsAreRefusedWithAReason()
@@ -118,7 +163,7 @@ void tst_CCalibration::badCalibrationsAreRefusedWithAReason()
     QCOMPARE(calibration.GetSize().unit, std::string("um"));
     QCOMPARE(calibration.GetSize().y, 3.0);
     QCOMPARE(calibration.GetOrigin().y, 2.0);
-    QCOMPARE(calibration.Set({std::string(64, 'm'), 1e-30, 1e9}, {-5, 1e300}), std::string());
+    QCOMPARE(calibration.Set({std::string(64, 'm'), 1e-30, 1e9}, {-5, 1e9}), std::string());
 }
 
 VANTOR_CORE_TEST_MAIN(tst_CCalibration)

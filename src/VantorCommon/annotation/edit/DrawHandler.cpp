@@ -8,6 +8,7 @@
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableText.h>
 #include <VantorCommon/annotation/object/ShapeKinds.h>
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
 #include <algorithm>
@@ -62,6 +63,8 @@ void CDrawHandler::Doing(const SShapeKind& kind, const QPointF& start, const QPo
     if (!pPreview)
         return;
     pPreview->SetDisplayName(false);
+    if (const CAnnotationStore* pStore = m_context.pCtrl->GetAnnotationStore())
+        pStore->Calibrate(*pPreview);
     m_bPreview = true;
     m_context.pModel->AddObjectDrawing(pPreview);
 }

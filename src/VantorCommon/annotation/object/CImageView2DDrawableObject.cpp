@@ -20,6 +20,10 @@ void CImageView2DDrawableObject::PaintContents(QPainter&, double) const
 {
 }
 
+void CImageView2DDrawableObject::SetCalibration(const Vantor::Algorithms::CCalibration&, bool)
+{
+}
+
 void CImageView2DDrawableObject::SetSelected(bool bSelected)
 {
     if (m_bSelected == bSelected)

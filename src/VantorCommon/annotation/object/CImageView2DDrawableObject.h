@@ -16,6 +16,11 @@
 
 class QPainter;
 
+namespace Vantor::Algorithms
+{
+class CCalibration;
+}
+
 namespace Vantor::Geometry
 {
 class CGeometry;
@@ -30,8 +35,9 @@ enum EImageView2DDrawbleObjectType : int {
 
 /// A text that views write beside an annotation.
 struct SObjectLabel {
-    QString strText;  ///< empty: nothing is written
-    QPointF ptAnchor; ///< where its baseline begins, in image coordinates
+    QString strText;        ///< empty: nothing is written
+    QPointF ptAnchor;       ///< where its baseline begins, in image coordinates
+    QString strSecond = {}; ///< a line beneath; empty: there is none
 };
 
 /// One annotation on a 2D image view, with the editing state that the user interface needs.
@@ -79,6 +85,13 @@ public:
     ///                 the function leaves it as it found it
     /// @param s        the size of a widget pixel in image pixels
     virtual void PaintContents(QPainter& painter, double s) const;
+    /// How far that reaches beyond the boundary, in widget pixels; 0 in the base.
+    virtual double GetReach() const { return 0.0; }
+    /// Tells what pixels are in units, to shapes that show it; CAnnotationStore calls it. Files do not keep
+    /// it with the object. The base ignores it.
+    /// @param calibration  of the image
+    /// @param bLabel       labels tell units, too, see SCenterOptions::bCalibratedRuler
+    virtual void SetCalibration(const Vantor::Algorithms::CCalibration& calibration, bool bLabel);
 
     /// The kind given at construction; it never changes.
     EImageView2DDrawbleObjectType GetType() const { return m_eType; }

@@ -10,8 +10,10 @@
 #include <Vantor/geometry/CPointList.h>
 #include <Vantor/geometry/CPolygon.h>
 #include <Vantor/geometry/CRectangle.h>
+#include <Vantor/geometry/CScaleBar.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableRuler.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableScaleBar.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableText.h>
 #include <VantorCommon/annotation/object/ShapeMoves_p.h>
 #include <VantorCommon/log/CLogger.h>
@@ -84,6 +86,18 @@ ObjectPtr MakeRuler(std::shared_ptr<CLine> pLine)
 ObjectPtr DragRuler(const QPointF& start, const QPointF& end)
 {
     return MakeRuler(std::make_shared<CLine>(CorePoint(start), CorePoint(end)));
+}
+
+ObjectPtr MakeScaleBar(std::shared_ptr<CScaleBar> pBar)
+{
+    auto pObject = std::make_shared<CImageView2DDrawableScaleBar>();
+    pObject->SetData(std::move(pBar));
+    return pObject;
+}
+
+ObjectPtr DragScaleBar(const QPointF& start, const QPointF& end)
+{
+    return MakeScaleBar(std::make_shared<CScaleBar>(CorePoint(start), CorePoint(end)));
 }
 
 ObjectPtr DragArrow(const QPointF& start, const QPointF& end)
@@ -333,6 +347,23 @@ SShapeKind ArrowKind()
     return kind;
 }
 
+SShapeKind ScaleBarKind()
+{
+    SShapeKind kind = Drawn(KindOf<CScaleBar>(QStringLiteral("ScaleBar"), EGeometryType_ScaleBar,
+                                              &NumbersOfLine<CScaleBar>, &LineOf<CScaleBar>),
+                            kFirstFreeMode + 2, "&Scale Bar", "Scale Bar");
+    kind.strToolTip = QStringLiteral("Drag over the room that the bar may take");
+    kind.bRegion = false;
+    kind.bOptional = true;
+    kind.fromDrag = &DragScaleBar;
+    kind.move = &ShapeMoves::MoveLevel;
+    kind.read = [](const SShapeData& data) -> ObjectPtr {
+        const auto pBar = AllFinite(data.vctNumbers) ? LineOf<CScaleBar>(data.vctNumbers) : nullptr;
+        return pBar ? MakeScaleBar(pBar) : nullptr;
+    };
+    return kind;
+}
+
 SShapeKind TextKind()
 {
     SShapeKind kind;
@@ -384,6 +415,7 @@ std::deque<SShapeKind> BuiltIn()
             PolygonKind(),
             ArrowKind(),
             TextKind(),
+            ScaleBarKind(),
             RulerKind(),
             LineKind(),
             KindOf<Point>(QStringLiteral("Point"), EGeometryType_Point, &NumbersOfPoint, &PointOf),

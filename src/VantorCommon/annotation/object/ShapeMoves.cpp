@@ -52,6 +52,18 @@ void ShapeMoves::MoveText(SShapeData& data, const SPlaneMap& map)
     data.vctNumbers[1] = dblY - box.height() / 2.0;
 }
 
+void ShapeMoves::MoveLevel(SShapeData& data, const SPlaneMap& map)
+{
+    Numbers& n = data.vctNumbers;
+    if (!map.bSwap || n.size() != 4)
+        return MovePairs(data, map);
+    const double dblHalf = (n[2] - n[0]) / 2.0;
+    double dblX = n[0] + dblHalf;
+    double dblY = n[1];
+    map.MovePlace(dblX, dblY);
+    n = {dblX - dblHalf, dblY, dblX + dblHalf, dblY};
+}
+
 void ShapeMoves::MoveArray(SShapeData& data, const SPlaneMap& map)
 {
     Numbers& n = data.vctNumbers;

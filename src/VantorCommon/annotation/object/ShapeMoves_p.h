@@ -15,6 +15,8 @@ void MoveBox(SShapeData& data, const SPlaneMap& map);
 void MoveFirst(SShapeData& data, const SPlaneMap& map);
 /// Letters stay upright, so the middle of a text goes where it belongs.
 void MoveText(SShapeData& data, const SPlaneMap& map);
+/// A level line stays level, so its middle goes where it belongs.
+void MoveLevel(SShapeData& data, const SPlaneMap& map);
 /// Each member as its own kind is.
 void MoveArray(SShapeData& data, const SPlaneMap& map);
 } // namespace ShapeMoves

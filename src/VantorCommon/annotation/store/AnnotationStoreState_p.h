@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <VantorCommon/annotation/command/CCommandCall.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/store/AnnotationJournal_p.h>
 #include <VantorCommon/annotation/store/AnnotationPages_p.h>
@@ -73,6 +74,7 @@ struct CAnnotationStore::SPrivate {
     bool bReplacing = false; ///< Clear will say why annotations have gone
     bool bLoading = false;   ///< what is being applied stands in a file
     AskSize askSize;
+    Vantor::Algorithms::CCalibration told; ///< of the page that is shown, as signal_ChangeCalibration told it
 
     std::map<QString, std::string> known; ///< digests of files, by path; belongs to the tasks of the queue
     CJobQueue files;                      ///< files are written in order
@@ -122,6 +124,10 @@ struct CAnnotationStore::SPrivate {
     void ShowSets(const SFileSets& sets, const QString& strFile);
     void ApplyPages(CAnnotationStore& store, const Vantor::Annotations::SDocument& document, int nId);
     Vantor::Annotations::SContext Context(int nId, const Vantor::Annotations::SDocument& document) const;
+
+    // The calibration
+    SPlaneMap ShownMap() const;
+    void TellCalibration(CAnnotationStore& store);
 
     // What is unsaved
     std::set<PageKey> Unsaved() const;

@@ -125,6 +125,7 @@ void CAnnotationStore::SetOptions(const SCenterOptions& sOptions)
     m_p->sOptions = sOptions;
     m_p->UsePages(sOptions.bAnnotationsPerImage);
     m_p->UseJournal(sOptions.bAnnotationJournal);
+    m_p->TellCalibration(*this);
 }
 
 bool CAnnotationStore::IsCarrying() const

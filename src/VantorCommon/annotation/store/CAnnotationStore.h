@@ -3,6 +3,7 @@
 #pragma once
 
 #include <Vantor/annotation/Annotations.h>
+#include <Vantor/measure/CCalibration.h>
 #include <VantorCommon/Export.h>
 #include <VantorCommon/shell/center/SCenterOptions.h>
 
@@ -166,11 +167,22 @@ public:
     /// Adds copies, moved by an offset in image pixels, and selects them alone.
     /// @return the copies, the topmost first
     ObjectList Duplicate(const ObjectList& vctObjects, const QPointF& offset);
+    /// Adds new objects and selects them alone.
+    void Add(const ObjectList& vctObjects);
     /// The same with objects of a file, which get ids of their own; what cannot be painted is left out.
     ObjectList Paste(const std::vector<Vantor::Annotations::SObject>& vctObjects, const QPointF& offset);
 
     /// The same with a page of a file, at the places on the picture in the file of the image on show.
     ObjectList Import(const Vantor::Annotations::SPage& page);
+
+    /// @{
+    /// What the pixels of the image that is shown are in units, turned with the image; at first a unit is a
+    /// pixel. It belongs to the page, as the annotations do, and is saved with them. Setting it is a step.
+    Vantor::Algorithms::CCalibration GetCalibration() const;
+    void SetCalibration(const Vantor::Algorithms::CCalibration& calibration);
+    /// @}
+    /// Tells a new object the calibration, before it is in the view.
+    void Calibrate(CImageView2DDrawableObject& object) const;
 
     /// @{
     /// For the controller: a step that the store hears of, and the end of all annotations for a reason.
@@ -193,6 +205,8 @@ Q_SIGNALS:
     void signal_ChangeUnsaved(bool bUnsaved);
     /// A step has been made, undone or redone.
     void signal_StepFinished();
+    /// GetCalibration has become another one, also because another page is shown.
+    void signal_ChangeCalibration();
     /// So many annotations have left the view at once; not when there were none.
     void signal_AnnotationsGone(EAnnotationsGone eReason, int nCount);
     /// The image was turned, flipped or cut, and its annotations with it, but for so many of kinds that are

@@ -38,6 +38,8 @@ void CAnnotationStore::SPrivate::UsePages(bool bUse)
 /// The list has changed, or another image of it is shown.
 void CAnnotationStore::SPrivate::FollowList(CAnnotationStore& store)
 {
+    if (!bPages)
+        TellCalibration(store); // the image may have been turned
     if (!bPages || !pImages || !pGeometry)
         return;
     if (SAnnotatedPage* pShown = pages.Find(nShown))
@@ -68,6 +70,7 @@ void CAnnotationStore::SPrivate::FollowList(CAnnotationStore& store)
     }
     if (!vctGone.empty() || vctPages.size() != nBefore)
         RewriteJournal();
+    TellCalibration(store);
     TellUnsaved(store);
     if (vctPages.empty() && !bReplacing)
         TellGone(store, EAnnotationsGone_Closed, 0);
@@ -120,6 +123,7 @@ void CAnnotationStore::SPrivate::FollowSave(CAnnotationStore& store, const QStri
     if (!pictures.Of(pSaved).map.IsIdentity() && bAny)
         ++now[KeyOf(pPage ? pPage->nId : -1)].nOutside;
     pictures.SetSaved(pSaved);
+    TellCalibration(store);
     RewriteJournal();
     TellUnsaved(store);
 }

@@ -10,6 +10,7 @@
 #include <VantorCommon/view2d/CImageView2DCtrl.h>
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_set>
 #include <utility>
 
@@ -199,24 +200,34 @@ ObjectList CAnnotationStore::Paste(const std::vector<Vantor::Annotations::SObjec
             pCopy->MoveTopLeftTo(pCopy->GetBoundary().topLeft() + offset);
         vctCopies.push_back(pCopy);
     }
-    if (vctCopies.empty() || !m_p->pGeometry)
+    if (!m_p->pGeometry)
         return {};
+    Add(vctCopies);
+    return vctCopies;
+}
+
+void CAnnotationStore::Add(const ObjectList& vctObjects)
+{
+    ObjectList vctNew;
+    std::copy_if(vctObjects.begin(), vctObjects.end(), std::back_inserter(vctNew),
+                 [](const ObjectPtr& pObject) { return bool(pObject); });
     const auto pGeometry = m_p->pGeometry;
+    if (vctNew.empty() || !pGeometry)
+        return;
     RunCall(
         [=] {
             if (!pGeometry)
                 return;
             pGeometry->UnSelectedAll();
-            for (const ObjectPtr& pCopy : vctCopies)
-                pCopy->SetSelected(pCopy->IsVisible());
-            pGeometry->RestoreObjects(vctCopies);
+            for (const ObjectPtr& pObject : vctNew)
+                pObject->SetSelected(pObject->IsVisible());
+            pGeometry->RestoreObjects(vctNew);
         },
         [=] {
-            for (const ObjectPtr& pCopy : vctCopies)
+            for (const ObjectPtr& pObject : vctNew)
                 if (pGeometry)
-                    pGeometry->DeleteObject(pCopy);
+                    pGeometry->DeleteObject(pObject);
         });
-    return vctCopies;
 }
 
 ObjectList CAnnotationStore::Import(const Vantor::Annotations::SPage& page)

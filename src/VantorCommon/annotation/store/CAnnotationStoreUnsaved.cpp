@@ -22,6 +22,7 @@ void CAnnotationStore::SPrivate::Clear(CAnnotationStore& store, const ObjectList
         if (std::exchange(bPages, false))
             UsePages(true);
         BeginJournal();
+        TellCalibration(store);
     } else if (nRunning == 0 && nCount > 0) {
         ++now[KeyOf(nShown)].nOutside;
         WriteJournal(tracker.Take());
@@ -44,6 +45,8 @@ void CAnnotationStore::SPrivate::ChangeOutside(CAnnotationStore& store)
         nPage = std::max(0, pImages->GetCurrentIndex());
     if (nRunning > 0)
         return;
+    if (const auto pTopmost = pGeometry ? pGeometry->GetAt(0) : nullptr) // as a rule the new one
+        store.Calibrate(*pTopmost);
     ++now[KeyOf(nShown)].nOutside;
     WriteJournalSoon(store);
     TellUnsaved(store);
@@ -64,6 +67,7 @@ void CAnnotationStore::SPrivate::EndStep(CAnnotationStore& store, int nId, std::
         vctSteps.push_back(nStep);
     if (!bLoading)
         WriteJournal(sChanges);
+    TellCalibration(store);
     TellUnsaved(store);
     Q_EMIT store.signal_StepFinished();
 }

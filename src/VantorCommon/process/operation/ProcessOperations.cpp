@@ -2,7 +2,11 @@
 // Copyright (c) The Vantor authors
 #include <VantorCommon/process/operation/ProcessOperations.h>
 
+#include <Vantor/geometry/CPolygon.h>
 #include <Vantor/image/CImage.h>
+#include <Vantor/measure/Components.h>
+
+#include <climits>
 
 using Vantor::Algorithms::CImage;
 using Vantor::Algorithms::ERegionMode;
@@ -35,6 +39,58 @@ int Threshold(CImage& image, const CGeometry* pRegion, const ProcessValues& v)
     }
 }
 
+/// The rows of the parameters of what finds particles.
+enum EParticles {
+    EParticles_Channel,
+    EParticles_Low,
+    EParticles_High,
+    EParticles_Neighbours,
+    EParticles_MinArea,
+    EParticles_MaxArea,
+    EParticles_Holes,
+    EParticles_Most
+};
+
+QString FindParticles(const CImage& image, const CGeometry* pRegion, const ProcessValues& v,
+                      const ProcessProgress&, SProcessOperation::Shapes& vctFound)
+{
+    using namespace Vantor::Algorithms;
+    SComponentOptions options;
+    options.channel = SComponentOptions::kGrey + v[EParticles_Channel].toInt();
+    options.low = v[EParticles_Low].toUInt();
+    options.high = v[EParticles_High].toUInt();
+    options.neighbours = v[EParticles_Neighbours].toInt() == 0 ? ENeighbours::Eight : ENeighbours::Four;
+    options.minArea = v[EParticles_MinArea].toUInt();
+    options.maxArea = v[EParticles_MaxArea].toUInt();
+    options.fillHoles = v[EParticles_Holes].toInt() != 0;
+    options.most = v[EParticles_Most].toInt();
+    const SComponents components = FindComponents(image, pRegion, options);
+    for (const SComponent& component : components.found)
+        vctFound.push_back(component.polygon);
+    return QString::fromStdString(components.failure);
+}
+
+/// Its parameters, in the order of EParticles.
+SProcessOperation ParticlesOperation()
+{
+    using P = SProcessParameter;
+    const auto text = [](const char* pText) { return QString::fromLatin1(pText); };
+    SProcessOperation operation;
+    operation.strTitle = text("Find Particles");
+    operation.vctParameters = {
+        P::Choice(text("Values of"),
+                  {text("Grey"), text("Channel 1"), text("Channel 2"), text("Channel 3"), text("Channel 4")}),
+        P::Whole(text("Lowest value"), 128, 0, 65535),
+        P::Whole(text("Highest value"), 65535, 0, 65535),
+        P::Choice(text("Neighbours"), {text("Eight"), text("Four")}),
+        P::Whole(text("Smallest area, pixels"), 10, 1, INT_MAX),
+        P::Whole(text("Largest area, pixels"), INT_MAX, 1, INT_MAX),
+        P::Choice(text("Holes"), {text("Kept"), text("Filled")}),
+        P::Whole(text("Most particles"), 10000, 1, 100000)};
+    operation.find = FindParticles;
+    return operation;
+}
+
 std::vector<SProcessOperation> Table()
 {
     using P = SProcessParameter;
@@ -65,6 +121,7 @@ std::vector<SProcessOperation> Table()
         {text("Invert"), {}, ByFilter([](CImage& image, const CGeometry* pRegion, const V&) {
              return image.Invert(pRegion, kInside, kExact);
          })},
+        ParticlesOperation(),
     };
 }
 } // namespace

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QVariant>
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace Vantor::Algorithms
@@ -25,8 +26,8 @@ using ProcessValues = std::vector<QVariant>;
 /// is cancelled, it throws an exception of its own, which the operation lets pass.
 using ProcessProgress = std::function<void(double dblDone)>;
 
-/// A processing tool as a value: the title of its window, its parameters, and its work.
-/// CCenterCtrl::RegisterOperation makes a tool of it.
+/// A processing tool as a value: the title of its window, its parameters, and its work: one of apply and
+/// find. CCenterCtrl::RegisterOperation makes a tool of it.
 struct SProcessOperation {
     QString strTitle;                             ///< title of the window, and name of the tool
     std::vector<SProcessParameter> vctParameters; ///< from top to bottom
@@ -37,4 +38,11 @@ struct SProcessOperation {
     std::function<QString(Vantor::Algorithms::CImage& image, const Vantor::Geometry::CGeometry* pRegion,
                           const ProcessValues& vctValues, const ProcessProgress& progress)>
         apply;
+    using Shapes = std::vector<std::shared_ptr<Vantor::Geometry::CGeometry>>; ///< in pixels of the image
+    /// Finds shapes in an image that nobody changes, within a region; null means the whole image. They become
+    /// annotations of the image, all of them as one step that can be undone, the first the topmost. Threads,
+    /// failures and result as with apply.
+    std::function<QString(const Vantor::Algorithms::CImage& image, const Vantor::Geometry::CGeometry* pRegion,
+                          const ProcessValues& vctValues, const ProcessProgress& progress, Shapes& vctFound)>
+        find = {};
 };

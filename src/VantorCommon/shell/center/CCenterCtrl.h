@@ -95,7 +95,7 @@ public:
     QStringList GetToolTitles() const;
     /// Appends a tool that consists of an operation.
     /// @return its index; -1, without a new tool, if the operation has no title or that of another tool, no
-    ///         function to apply, or a default out of its range
+    ///         one function, or a default out of its range
     int RegisterOperation(const SProcessOperation& operation);
     /// Shows a tool, modeless. The first call makes it; the centre owns it. Ignores an index without a tool.
     void OpenTool(int nTool);

@@ -67,7 +67,7 @@ int CCenterCtrlTools::Add(const SProcessOperation& operation)
     const bool bDefaults = std::all_of(parameters.begin(), parameters.end(), [](const auto& parameter) {
         return parameter.Accepted(parameter.varDefault).isValid();
     });
-    if (operation.strTitle.isEmpty() || !operation.apply || !bDefaults ||
+    if (operation.strTitle.isEmpty() || bool(operation.apply) == bool(operation.find) || !bDefaults ||
         Titles().contains(operation.strTitle))
         return -1;
     const auto make = [operation](QWidget* pParent) { return MakeTriple(operation, pParent); };

@@ -90,4 +90,7 @@ struct SCenterOptions {
     /// rendered is white, and signal_Failed tells why, once. Off: all pages are rendered before a document is
     /// shown, up to the first that fails.
     bool bDeferredPages = false;
+    /// Rulers have their length in units as a second line, where the image has a calibration
+    /// (CAnnotationStore::SetCalibration). Off: only in pixels.
+    bool bCalibratedRuler = false;
 };

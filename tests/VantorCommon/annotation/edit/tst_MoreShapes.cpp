@@ -66,9 +66,9 @@ private Q_SLOTS:
         QCOMPARE(ButtonsOf(*f.toolDock).size(), 6);
         f.ctrl->SetOptions(MoreShapes());
         QCOMPARE(ButtonsOf(*f.toolDock).mid(6),
-                 QStringList({QStringLiteral("Arrow"), QStringLiteral("Text")}));
+                 QStringList({QStringLiteral("Arrow"), QStringLiteral("Text"), QStringLiteral("Scale Bar")}));
         f.ctrl->SetOptions(MoreShapes());
-        QCOMPARE(ButtonsOf(*f.toolDock).size(), 8);
+        QCOMPARE(ButtonsOf(*f.toolDock).size(), 9);
         f.ctrl->SetOptions(MoreShapes(false));
         QCOMPARE(ButtonsOf(*f.toolDock).size(), 6);
         QCOMPARE(Pressed(*f.toolDock), QStringList{QStringLiteral("Select")});

@@ -37,6 +37,23 @@ private Q_SLOTS:
         ruler.SetData(std::make_shared<CRectangle>(1, 2, 3, 4));
         QCOMPARE(ruler.GetPointText(), QPointF(0, 0));
     }
+
+    void theSecondLineIsTheLengthInUnitsIfLabelsTellThem()
+    {
+        CImageView2DDrawableRuler ruler;
+        ruler.SetData(std::make_shared<CLine>(CPoint<double>(0, 0), CPoint<double>(30, -40)));
+        Vantor::Algorithms::CCalibration calibration;
+        ruler.SetCalibration(calibration, true);
+        QCOMPARE(ruler.GetLabel().strSecond, QString()); // a pixel is no news
+        QCOMPARE(calibration.Set({"mm", 0.5, 0.25}), std::string());
+        ruler.SetCalibration(calibration, false);
+        QCOMPARE(ruler.GetLabel().strSecond, QString());
+        ruler.SetCalibration(calibration, true);
+        QCOMPARE(ruler.GetLabel().strSecond, QStringLiteral("18.0278 mm"));
+        QCOMPARE(ruler.GetLabel().strText, QStringLiteral("50.000 pixel"));
+        ruler.SetData(std::make_shared<CRectangle>(1, 2, 3, 4));
+        QCOMPARE(ruler.GetLabel().strSecond, QString());
+    }
 };
 
 VANTOR_TEST_MAIN(tst_CImageView2DDrawableRuler)

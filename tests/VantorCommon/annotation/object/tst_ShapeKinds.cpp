@@ -10,8 +10,10 @@
 #include <Vantor/geometry/CPointList.h>
 #include <Vantor/geometry/CPolygon.h>
 #include <Vantor/geometry/CRectangle.h>
+#include <Vantor/geometry/CScaleBar.h>
 #include <VantorCommon/annotation/model/CImageView2DToolModel.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableRuler.h>
+#include <VantorCommon/annotation/object/CImageView2DDrawableScaleBar.h>
 #include <VantorCommon/annotation/object/CImageView2DDrawableText.h>
 #include <VantorCommon/annotation/object/ShapeKinds.h>
 
@@ -73,6 +75,11 @@ ObjectPtr Sample(const QString& strName)
         auto pRuler = std::make_shared<CImageView2DDrawableRuler>();
         pRuler->SetData(std::make_shared<CLine>(a, b));
         return pRuler;
+    }
+    if (strName == QLatin1String("ScaleBar")) {
+        auto pBar = std::make_shared<CImageView2DDrawableScaleBar>();
+        pBar->SetData(std::make_shared<CScaleBar>(a, b));
+        return pBar;
     }
     if (strName == QLatin1String("Text")) {
         auto pText = std::make_shared<CImageView2DDrawableText>();
@@ -145,7 +152,7 @@ private Q_SLOTS:
             QVERIFY2(!pictures.contains(picture), qPrintable(kind.strName));
             pictures << picture;
         }
-        QCOMPARE(pictures.size(), 6);
+        QCOMPARE(pictures.size(), 7);
     }
 
     void namesAndModesAreUnique()
@@ -235,13 +242,13 @@ private Q_SLOTS:
         QCOMPARE(FormOf(pBack), FormOf(ShapeKinds::Wrap(pOuter)));
     }
 
-    void rulersArrowsAndTextsAreNoRegions_data() { AddNames(); }
-    void rulersArrowsAndTextsAreNoRegions()
+    void rulersArrowsTextsAndScaleBarsAreNoRegions_data() { AddNames(); }
+    void rulersArrowsTextsAndScaleBarsAreNoRegions()
     {
         QFETCH(QString, name);
-        const bool bNoRegion =
-            QStringList{QStringLiteral("Ruler"), QStringLiteral("Arrow"), QStringLiteral("Text")}.contains(
-                name);
+        const bool bNoRegion = QStringList{QStringLiteral("Ruler"), QStringLiteral("Arrow"),
+                                           QStringLiteral("Text"), QStringLiteral("ScaleBar")}
+                                   .contains(name);
         QCOMPARE(ShapeKinds::IsRegion(*Sample(name)), !bNoRegion);
     }
 

@@ -295,21 +295,24 @@ private Q_SLOTS:
                                     Text("Threshold"),
                                     Text("Brightness, Contrast, Gamma"),
                                     Text("Invert"),
+                                    Text("Find Particles"),
                                     Text("Recorder")};
         QCOMPARE(center.GetToolTitles(), lstTitles);
         SProcessOperation good = Recorder(calls);
         good.strTitle = Text("Another");
-        SProcessOperation bad[] = {good, good, good, good, good};
+        SProcessOperation bad[] = {good, good, good, good, good, good};
         bad[0].strTitle.clear();
         bad[1].strTitle = Text("OCR");
         bad[2].apply = nullptr;
         bad[3].vctParameters[ERow_Whole].varDefault = 256;
         bad[4].vctParameters[ERow_Choice].lstChoices.clear();
+        bad[5].find = [](const CImage&, const CGeometry*, const ProcessValues&, const ProcessProgress&,
+                         SProcessOperation::Shapes&) { return QString(); };
         for (const SProcessOperation& operation : bad)
             QCOMPARE(center.RegisterOperation(operation), -1);
         QCOMPARE(center.GetToolTitles(), lstTitles);
-        QCOMPARE(center.RegisterOperation(good), 9);
-        for (const int nNone : {-1, 10}) {
+        QCOMPARE(center.RegisterOperation(good), 10);
+        for (const int nNone : {-1, 11}) {
             center.OpenTool(nNone);
             center.OpenTool(nNone, 0);
         }

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) The Vantor authors
+//
+// What pixels are in units: a part of the page in the file, and so on the picture that is in the file.
+#include <VantorCommon/annotation/store/AnnotationStoreState_p.h>
+
+#include <VantorCommon/annotation/object/CImageView2DDrawableObject.h>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+using Vantor::Algorithms::CCalibration;
+using Vantor::Annotations::SCalibration;
+
+namespace
+{
+SCalibration Moved(SCalibration size, const SPlaneMap& map)
+{
+    if (map.bSwap)
+        std::swap(size.x, size.y);
+    map.MovePlace(size.originX, size.originY);
+    return size;
+}
+} // namespace
+
+/// From the picture in the file to the image that is shown.
+SPlaneMap CAnnotationStore::SPrivate::ShownMap() const
+{
+    const ImagePtr pImage = pImages ? pImages->GetCurrentImage() : nullptr;
+    return pImage ? pictures.Of(pImage).map : SPlaneMap();
+}
+
+CCalibration CAnnotationStore::GetCalibration() const
+{
+    CCalibration calibration;
+    const auto& size = m_p->FilePage().calibration;
+    if (!size || !calibration.Set(Moved(*size, m_p->ShownMap())).empty())
+        return {}; // files may have what is none
+    return calibration;
+}
+
+void CAnnotationStore::SetCalibration(const CCalibration& calibration)
+{
+    if (!m_p->pImages || calibration == GetCalibration())
+        return;
+    std::optional<SCalibration> size;
+    if (!calibration.IsPixel())
+        size = Moved(calibration.GetSize(), m_p->ShownMap().Inverse());
+    if (!m_p->bPages && m_p->tracker.Count() == 0)
+        m_p->nPage = std::max(0, m_p->pImages->GetCurrentIndex());
+    m_p->execute(CCommandCall::Exchange(
+        size, [this] { return m_p->FilePage().calibration; },
+        [this](const std::optional<SCalibration>& to) {
+            m_p->FilePage().calibration = to;
+            m_p->tracker.ChangeAll();
+        }));
+}
+
+void CAnnotationStore::Calibrate(CImageView2DDrawableObject& object) const
+{
+    object.SetCalibration(m_p->told, m_p->sOptions.bCalibratedRuler);
+}
+
+/// Tells the objects in the view; and everybody, if the calibration has become another one.
+void CAnnotationStore::SPrivate::TellCalibration(CAnnotationStore& store)
+{
+    const CCalibration calibration = store.GetCalibration();
+    const bool bOther = calibration != std::exchange(told, calibration);
+    if (pGeometry)
+        for (const auto& pObject : pGeometry->GetObjects())
+            store.Calibrate(*pObject);
+    if (bOther)
+        Q_EMIT store.signal_ChangeCalibration();
+}
