@@ -23,8 +23,8 @@ try {
     const CNoMessages silence; // Load will report the same
     const CDecodeMeasure measure;
     CImage none;
-    Notes notes;
-    static_cast<void>(LoadImageFrom(file, none, notes)); // it always fails
+    SFound found;
+    static_cast<void>(LoadImageFrom(file, none, found)); // it always fails
     return measure.GetBytes();
 } catch (const std::bad_alloc&) {
     return 0;
