@@ -51,8 +51,8 @@ protected:
     virtual QString HoverText(int nIndex) const = 0;
     /// The text in the language of the user.
     QString Text(const char* pText) const;
-    /// The row above the plot, before its buttons.
-    QHBoxLayout* GetBar() const { return m_pBar; }
+    /// Appends a control to the row above the plot, before its buttons; the panel owns it then.
+    void AddToBar(QWidget* pControl);
     /// Offers the choices for an image of so many channels, if they are others.
     void OfferChannels(int nChannels);
     /// The chosen one of SPlotChannels' choices.
@@ -66,6 +66,7 @@ private:
 
     QHBoxLayout* m_pBar;
     QComboBox* m_pChannels;
+    QWidget* m_pLastControl; ///< of the bar, before the buttons
     QToolButton* m_pCopy;
     QToolButton* m_pSave;
     CPlotView* m_pPlot;
