@@ -43,6 +43,7 @@ Q_SIGNALS:
     void signal_Save();
 
 protected:
+    /// Without a plot.
     explicit CPlotPanel(QWidget* pParent);
 
     /// What it is about has changed, or the texts.
@@ -57,6 +58,8 @@ protected:
     void OfferChannels(int nChannels);
     /// The chosen one of SPlotChannels' choices.
     QString GetChannel() const;
+    /// Shows a plot and a text.
+    /// @param sPlot    without series: an empty one
     /// @param strInfo  lines of text below
     void ShowPlot(SPlot sPlot, const QString& strInfo);
 
