@@ -228,6 +228,7 @@ void CMainWindow::CreateDocks()
     auto* pLayout = new QVBoxLayout(pBeside);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(m_pProperties, 1);
+    m_pProperties->setAccessibleName(tr("Properties"));
     QDockWidget* pProperties = AddDock("Properties", tr("Properties"), pBeside,
                                        bSmall ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea);
     QDockWidget* pLog = AddDock("Log", tr("Log"), new CLogPanel(this), Qt::BottomDockWidgetArea);

@@ -78,8 +78,10 @@ struct SMeasurementSummary {
     double max = std::numeric_limits<double>::quiet_NaN();
     /// @}
 };
+/// The statistics of any values.
 VANTOR_EXPORT SMeasurementSummary SummarizeValues(const std::vector<double>& values);
 /// The statistics of a column.
+/// @param rows    of a table
 /// @param column  an index of GetMeasurementColumns; no value for any other one
 VANTOR_EXPORT SMeasurementSummary SummarizeMeasurements(const std::vector<SMeasurement>& rows, int column);
 
@@ -100,13 +102,16 @@ VANTOR_EXPORT std::string MeasurementText(const SMeasurement& row, int column);
 
 /// The table as UTF-8: a line of headers, and one for each row. Rows in several units have the column "unit"
 /// whether it was asked for or not. May throw std::bad_alloc.
+/// @param rows     in the order of the table
 /// @param columns  indices of GetMeasurementColumns, in the order of the table; others are left out
+/// @param form     of the text
 VANTOR_EXPORT std::string WriteMeasurements(const std::vector<SMeasurement>& rows,
                                             const std::vector<int>& columns,
                                             ETableForm form = ETableForm::Csv);
 /// Writes the table as a CSV file, in one step: after a failure a file that stood there is whole.
-/// @param path     in UTF-8
+/// @param rows     see WriteMeasurements
 /// @param columns  see WriteMeasurements
+/// @param path     in UTF-8
 /// @return why it failed, a sentence in English; empty for a success
 VANTOR_EXPORT std::string SaveMeasurements(const std::vector<SMeasurement>& rows,
                                            const std::vector<int>& columns, const std::string& path);

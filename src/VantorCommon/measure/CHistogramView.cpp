@@ -7,7 +7,6 @@
 #include <VantorCommon/measure/PlotChannels_p.h>
 
 #include <QCheckBox>
-#include <QHBoxLayout>
 #include <utility>
 
 using Vantor::Algorithms::SChannelStatistics;
@@ -16,7 +15,7 @@ using Vantor::Algorithms::SRegionStatistics;
 CHistogramView::CHistogramView(QWidget* pParent) : CPlotPanel(pParent), m_pLogarithmic(new QCheckBox)
 {
     m_pLogarithmic->setFocusPolicy(Qt::TabFocus);
-    GetBar()->insertWidget(1, m_pLogarithmic);
+    AddToBar(m_pLogarithmic);
     connect(m_pLogarithmic, &QCheckBox::toggled, this, [this] { ShowAll(); });
     ShowAll();
 }

@@ -19,9 +19,10 @@ public:
     explicit CHistogramView(QWidget* pParent = nullptr);
     ~CHistogramView() override;
 
-    /// Shows statistics with histograms, see EStatistics::Full.
-    /// @param nBits    of a sample of the image: 8 or 16
-    /// @param strName  of the shape; empty for a whole image
+    /// Shows statistics.
+    /// @param statistics  with histograms, see EStatistics::Full; without channels nothing is shown
+    /// @param nBits       of a sample of the image: 8 or 16
+    /// @param strName     of the shape; empty for a whole image
     void SetStatistics(Vantor::Algorithms::SRegionStatistics statistics, int nBits, const QString& strName);
 
 protected:

@@ -32,6 +32,7 @@ QToolButton* AddButton(QHBoxLayout* pBar)
     auto* pButton = new QToolButton;
     pButton->setFocusPolicy(Qt::TabFocus);
     pButton->setAutoRaise(true);
+    pButton->setToolButtonStyle(Qt::ToolButtonTextOnly);
     pBar->addWidget(pButton);
     return pButton;
 }

@@ -47,6 +47,7 @@ Q_SIGNALS:
     void signal_Failed(const QString& strMessage);
 
 protected:
+    /// For a panel, which is not owned; shows nothing yet.
     CPlotCtrl(CPlotPanel* pPanel, QObject* pParent);
 
     /// Takes what is to be measured. @return the work of a job; null when there is nothing new

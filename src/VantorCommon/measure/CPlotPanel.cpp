@@ -22,9 +22,9 @@ constexpr int kMargin = 3;
 }
 
 CPlotPanel::CPlotPanel(QWidget* pParent)
-    : QWidget(pParent), m_pBar(new QHBoxLayout), m_pChannels(new QComboBox), m_pCopy(new QToolButton),
-      m_pSave(new QToolButton), m_pPlot(new CPlotView), m_pInfo(new QLabel), m_pHover(new QLabel),
-      m_translate([](const QString& strText) { return strText; })
+    : QWidget(pParent), m_pBar(new QHBoxLayout), m_pChannels(new QComboBox), m_pLastControl(m_pChannels),
+      m_pCopy(new QToolButton), m_pSave(new QToolButton), m_pPlot(new CPlotView), m_pInfo(new QLabel),
+      m_pHover(new QLabel), m_translate([](const QString& strText) { return strText; })
 {
     auto* pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
@@ -38,6 +38,7 @@ CPlotPanel::CPlotPanel(QWidget* pParent)
     for (QToolButton* pButton : {m_pCopy, m_pSave}) {
         pButton->setFocusPolicy(Qt::TabFocus);
         pButton->setAutoRaise(true);
+        pButton->setToolButtonStyle(Qt::ToolButtonTextOnly);
         m_pBar->addWidget(pButton);
     }
     m_pCopy->setMenu(new QMenu(m_pCopy));
@@ -57,6 +58,14 @@ CPlotPanel::CPlotPanel(QWidget* pParent)
 }
 
 CPlotPanel::~CPlotPanel() = default;
+
+/// Tab goes through the bar as people read it.
+void CPlotPanel::AddToBar(QWidget* pControl)
+{
+    m_pBar->insertWidget(m_pBar->indexOf(m_pLastControl) + 1, pControl);
+    setTabOrder(m_pLastControl, pControl);
+    m_pLastControl = pControl;
+}
 
 QString CPlotPanel::Text(const char* pText) const
 {

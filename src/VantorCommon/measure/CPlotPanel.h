@@ -43,6 +43,7 @@ Q_SIGNALS:
     void signal_Save();
 
 protected:
+    /// Without a plot.
     explicit CPlotPanel(QWidget* pParent);
 
     /// What it is about has changed, or the texts.
@@ -51,12 +52,14 @@ protected:
     virtual QString HoverText(int nIndex) const = 0;
     /// The text in the language of the user.
     QString Text(const char* pText) const;
-    /// The row above the plot, before its buttons.
-    QHBoxLayout* GetBar() const { return m_pBar; }
+    /// Appends a control to the row above the plot, before its buttons; the panel owns it then.
+    void AddToBar(QWidget* pControl);
     /// Offers the choices for an image of so many channels, if they are others.
     void OfferChannels(int nChannels);
     /// The chosen one of SPlotChannels' choices.
     QString GetChannel() const;
+    /// Shows a plot and a text.
+    /// @param sPlot    without series: an empty one
     /// @param strInfo  lines of text below
     void ShowPlot(SPlot sPlot, const QString& strInfo);
 
@@ -66,6 +69,7 @@ private:
 
     QHBoxLayout* m_pBar;
     QComboBox* m_pChannels;
+    QWidget* m_pLastControl; ///< of the bar, before the buttons
     QToolButton* m_pCopy;
     QToolButton* m_pSave;
     CPlotView* m_pPlot;

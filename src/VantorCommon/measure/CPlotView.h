@@ -42,6 +42,7 @@ class VANTORCOMMON_EXPORT CPlotView : public QWidget
     Q_OBJECT
 
 public:
+    /// Without a plot.
     explicit CPlotView(QWidget* pParent = nullptr);
     ~CPlotView() override;
 
@@ -55,17 +56,23 @@ public:
     /// The plot on white paper, as large as the widget, with twice as many pixels each way.
     QImage GetPicture() const;
 
+    /// @{
+    /// Room for the axes and their numbers.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    /// @}
 
 Q_SIGNALS:
     /// The mouse is over another value; -1: over none.
     void signal_Hover(int nIndex);
 
 protected:
-    void paintEvent(QPaintEvent* pEvent) override;
+    void paintEvent(QPaintEvent* pEvent) override; ///< the plot, with a line at the value under the mouse
+    /// @{
+    /// Tell the value under the mouse.
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void leaveEvent(QEvent* pEvent) override;
+    /// @}
 
 private:
     struct SRange {

@@ -7,7 +7,6 @@
 #include <VantorCommon/measure/CPlotView.h>
 #include <VantorCommon/measure/PlotChannels_p.h>
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QSpinBox>
 #include <utility>
@@ -26,8 +25,8 @@ CProfileView::CProfileView(QWidget* pParent)
     m_pWidth->setRange(1, kMostWidth);
     m_pWidth->setKeyboardTracking(false);
     m_pWidthLabel->setBuddy(m_pWidth);
-    GetBar()->insertWidget(1, m_pWidthLabel);
-    GetBar()->insertWidget(2, m_pWidth);
+    AddToBar(m_pWidthLabel);
+    AddToBar(m_pWidth);
     connect(m_pWidth, QOverload<int>::of(&QSpinBox::valueChanged), this,
             &CProfileView::signal_ChangeLineWidth);
     ShowAll();

@@ -19,7 +19,8 @@ public:
     explicit CProfileView(QWidget* pParent = nullptr);
     ~CProfileView() override;
 
-    /// Shows a profile; one without values shows what is to be done.
+    /// Shows a profile.
+    /// @param profile  one without values shows what is to be done
     /// @param strUnit  of its positions
     /// @param strName  of the line
     void SetProfile(Vantor::Algorithms::SLineProfile profile, const QString& strUnit, const QString& strName);
