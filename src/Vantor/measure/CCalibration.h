@@ -26,8 +26,10 @@ public:
     [[nodiscard]] std::string Set(const Annotations::SCalibration& size);
     /// The same, with an origin in place of that in the size.
     [[nodiscard]] std::string Set(Annotations::SCalibration size, const Geometry::SPlace& origin);
-    /// Units in which a known way of dx and dy pixels is that long; pixels become square.
-    /// @param length  in units
+    /// Takes units in which a known way is as long as somebody says. Pixels become square.
+    /// @param dx, dy  the way in pixels
+    /// @param length  in units, above 0
+    /// @param unit    as in Set
     /// @return as Set; also why not when the way has no length
     [[nodiscard]] std::string SetByLength(double dx, double dy, double length, const std::string& unit);
 
@@ -36,8 +38,11 @@ public:
     Geometry::SPlace GetOrigin() const { return {m_size.originX, m_size.originY}; } ///< in pixels
     /// Whether it is as it was at first.
     bool IsPixel() const;
-    bool operator==(const CCalibration& other) const; ///< all numbers equal
+    /// @{
+    /// Whether the unit and all numbers are equal, or not.
+    bool operator==(const CCalibration& other) const;
     bool operator!=(const CCalibration& other) const { return !(*this == other); }
+    /// @}
 
     /// @{
     /// A place in pixels of the image, in units from the origin, and back. y goes down in both.
