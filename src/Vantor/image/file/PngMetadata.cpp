@@ -50,7 +50,7 @@ QByteArray Inflate(const QByteArray& from, std::size_t nMost)
 QByteArray TakeWord(QByteArray& body)
 {
     const int nEnd = body.indexOf('\0');
-    const QByteArray word = body.left(nEnd);
+    QByteArray word = body.left(nEnd);
     body = nEnd < 0 ? QByteArray() : body.mid(nEnd + 1);
     return word;
 }
