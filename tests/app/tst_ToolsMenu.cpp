@@ -82,7 +82,7 @@ private Q_SLOTS:
     void aToolThatIsNotInTheTableIsShownByItsTitle()
     {
         const SActionFace face = ToolFace(QStringLiteral("Somebody's Tool"));
-        QCOMPARE(face.strText, QStringLiteral("Somebody's Tool..."));
+        QCOMPARE(face.text.strText, QStringLiteral("Somebody's Tool..."));
         QVERIFY(face.icon.isNull() && face.lstKeys.isEmpty());
     }
 
