@@ -359,4 +359,13 @@ ROWS = [
     ("pages-nearest", "src/VantorCommon/view2d/CImageView2DCtrlPages.cpp",
      "    const auto itNext = m_wanted.lower_bound(nCurrent);", "    const auto itNext = m_wanted.begin();",
      "pages are rendered from the first on, not around the one on show", "tst_DeferredPages"),
+    ("calibration-turned", "src/VantorCommon/annotation/store/CAnnotationStoreCalibration.cpp",
+     "    if (map.bSwap)\n        std::swap(size.x, size.y);\n", "",
+     "pixels that are not square keep their width as width when the image is turned", "tst_StoreCalibration"),
+    ("calibration-unsaved", "src/VantorCommon/annotation/store/CAnnotationStoreCalibration.cpp",
+     "            m_p->tracker.ChangeAll();\n", "",
+     "a new scale is neither unsaved nor in the journal", "tst_StoreCalibration"),
+    ("found-region-kept", "src/VantorCommon/process/operation/CImage2DProcessOperationCtrl.cpp",
+     "    m_pDlg->SetSourceROIIndex(nRegion); // the dialog may have chosen what was found\n", "    (void)nRegion;\n",
+     "the second run searches the first particle only", "tst_FindParticles"),
 ]
