@@ -850,7 +850,7 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     </message>
     <message>
         <source>&amp;Find Particles...</source>
-        <translation>T&amp;ìm hạt...</translation>
+        <translation>Tìm hạt (&amp;F)...</translation>
     </message>
 </context>
 <context>

@@ -380,4 +380,13 @@ ROWS = [
     ("viewer-3d-joins-late", "src/VantorCommon/shell/viewer/CImageViewer.cpp",
      "if (pView == pView2D || !StartsWithoutOpenGL())", "if (StartsWithoutOpenGL() || pView != nullptr)",
      "the window stays invisible on Wayland", "tst_Wayland"),
+    ("calibration-turned", "src/VantorCommon/annotation/store/CAnnotationStoreCalibration.cpp",
+     "    if (map.bSwap)\n        std::swap(size.x, size.y);\n", "",
+     "pixels that are not square keep their width as width when the image is turned", "tst_StoreCalibration"),
+    ("calibration-unsaved", "src/VantorCommon/annotation/store/CAnnotationStoreCalibration.cpp",
+     "            m_p->tracker.ChangeAll();\n", "",
+     "a new scale is neither unsaved nor in the journal", "tst_StoreCalibration"),
+    ("found-region-kept", "src/VantorCommon/process/operation/CImage2DProcessOperationCtrl.cpp",
+     "    m_pDlg->SetSourceROIIndex(nRegion); // the dialog may have chosen what was found\n", "    (void)nRegion;\n",
+     "the second run searches the first particle only", "tst_FindParticles"),
 ]

@@ -34,7 +34,13 @@ SPlaneMap CAnnotationStore::SPrivate::ShownMap() const
 CCalibration CAnnotationStore::GetCalibration() const
 {
     CCalibration calibration;
-    const auto& size = m_p->FilePage().calibration;
+    std::optional<SCalibration> size;
+    if (const SAnnotatedPage* pShown = m_p->bPages ? m_p->pages.Find(m_p->nShown) : nullptr)
+        size = pShown->file.calibration;
+    else
+        for (const Vantor::Annotations::SPage& page : m_p->file.pages)
+            if (page.page == m_p->nPage)
+                size = page.calibration;
     if (!size || !calibration.Set(Moved(*size, m_p->ShownMap())).empty())
         return {}; // files may have what is none
     return calibration;

@@ -126,10 +126,16 @@ void CImage2DProcessOperationCtrl::ShowFound(const SProcessFound& found)
         return Fail(QStringLiteral("Another image is shown by now; the result was dropped."));
     EndProcess();
     CAnnotationStore::ObjectList vctObjects;
-    for (const auto& pShape : found.vctShapes)
-        if (pShape)
-            vctObjects.push_back(ShapeKinds::Wrap(pShape));
+    for (const auto& pShape : found.vctShapes) {
+        if (!pShape)
+            continue;
+        vctObjects.push_back(ShapeKinds::Wrap(pShape));
+        vctObjects.back()->SetDisplayName(false); // names would cover what is small
+    }
+    const int nRegion = m_pDlg ? m_pDlg->GetSourceROIIndex() : -1;
     pStore->Add(vctObjects);
-    if (m_pDlg)
-        m_pDlg->SetMessage(QStringLiteral("Found: %1").arg(vctObjects.size()));
+    if (!m_pDlg)
+        return;
+    m_pDlg->SetSourceROIIndex(nRegion); // the dialog may have chosen what was found
+    m_pDlg->SetMessage(QStringLiteral("Found: %1").arg(vctObjects.size()));
 }

@@ -8,6 +8,7 @@
 #include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/process/operation/CImage2DProcessOperationCtrl.h>
 
+#include <QSemaphore>
 #include <climits>
 #include <cstring>
 #include <stdexcept>
@@ -79,6 +80,8 @@ private Q_SLOTS:
         b.parts->ClickRun();
         QCOMPARE(Areas(b), (Ints{16, 16, 48}));
         QCOMPARE(b.parts->Message(), QStringLiteral("Found: 3"));
+        for (const auto& pObject : b.fixture.Viewer(0)->Get2DDrawableObjects())
+            QVERIFY(pObject->GetSelected() && !pObject->GetDisplayName());
         QVERIFY(b.Image() == pImage);
         b.PressUndo();
         QCOMPARE(Areas(b), Ints());
@@ -157,11 +160,38 @@ private Q_SLOTS:
         b.parts->ClickRun();
         QTRY_COMPARE(Areas(b), (Ints{16, 16, 48}));
         QTRY_COMPARE(b.parts->Message(), QStringLiteral("Found: 3"));
+    }
+
+    void whatWasFoundInAnImageThatIsGoneIsDropped()
+    {
+        QSemaphore goOn;
+        SProcessOperation operation;
+        operation.strTitle = QStringLiteral("Slow");
+        operation.find = [&goOn](const CImage&, const Vantor::Geometry::CGeometry*, const ProcessValues&,
+                                 const ProcessProgress&, SProcessOperation::Shapes& vctFound) {
+            goOn.acquire();
+            vctFound.push_back(std::make_shared<CRectangle>(1, 2, 3, 4));
+            return QString();
+        };
+        OperationBench b(operation);
+        SCenterOptions sOptions;
+        sOptions.bBackground = true;
+        b.fixture.center->SetOptions(sOptions);
         b.parts->ClickRun();
         b.fixture.Ctrl(0)->ChangeCurrentImage(Particles());
+        goOn.release();
         QTRY_COMPARE(b.parts->Message(),
                      QStringLiteral("Another image is shown by now; the result was dropped."));
         QCOMPARE(Areas(b), Ints());
+    }
+
+    void theNextRunSearchesTheSameRegion()
+    {
+        OperationBench b(QStringLiteral("Find Particles"));
+        b.fixture.Ctrl(0)->ChangeCurrentImage(Particles());
+        b.parts->ClickRun();
+        b.parts->ClickRun(); // not in what was found first
+        QCOMPARE(Areas(b), (Ints{16, 16, 48, 16, 16, 48}));
     }
 
     void anExceptionOfAnOperationIsAFailure()
