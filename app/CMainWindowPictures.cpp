@@ -7,6 +7,7 @@
 
 #include "CMessageBar.h"
 #include "CPrinting.h"
+#include "ImageFacts.h"
 #include "LibraryTexts.h"
 #include "Viewers.h"
 
@@ -100,7 +101,7 @@ void CMainWindow::PrintPicture()
     const QImage picture = BurnIn::Paint(*pImage, viewer.pCtrl->Get2DDrawableObjects(), kOwnColors);
     if (picture.isNull())
         return m_pMessages->Tell(tr("The picture cannot be printed: there is not enough memory."));
-    (new CPrinting(picture, pImage->GetPageResolution(), this))->Preview(this);
+    (new CPrinting(picture, ImageFacts::DotsPerInch(*pImage), this))->Preview(this);
 }
 
 void CMainWindow::SelectAllAnnotations()

@@ -4,6 +4,7 @@
 
 #include "Viewers.h"
 
+#include <VantorCommon/annotation/store/CAnnotationStore.h>
 #include <VantorCommon/measure/CHistogramCtrl.h>
 #include <VantorCommon/measure/CHistogramView.h>
 #include <VantorCommon/measure/CMeasurementCtrl.h>
@@ -12,6 +13,7 @@
 #include <VantorCommon/measure/CMeasuresView.h>
 #include <VantorCommon/measure/CProfileCtrl.h>
 #include <VantorCommon/measure/CProfileView.h>
+#include <VantorCommon/view2d/CImageView2DCtrl.h>
 
 #include <QCoreApplication>
 
@@ -24,6 +26,11 @@ QString Translated(const QString& strText)
     const QString strMeasure = QCoreApplication::translate("MeasureTexts", english.constData());
     return strMeasure != strText ? strMeasure
                                  : QCoreApplication::translate("ShapeKinds", english.constData());
+}
+
+Vantor::Algorithms::CCalibration CalibrationOf(const CImageView2DCtrl& ctrl)
+{
+    return ctrl.GetAnnotationStore()->GetCalibration();
 }
 } // namespace
 
@@ -39,6 +46,11 @@ CMeasureDocks::CMeasureDocks(const AddDock& addDock, QObject* pParent)
     m_pMeasures->SetTexts(&Translated);
     m_pHistogram->SetTexts(&Translated);
     m_pProfile->SetTexts(&Translated);
+    m_pResultsCtrl->SetCalibration([](const CImageView2DCtrl& ctrl, int nImage) {
+        return ctrl.GetAnnotationStore()->GetCalibration(nImage);
+    });
+    m_pMeasuresCtrl->SetCalibration(&CalibrationOf);
+    m_pProfileCtrl->SetCalibration(&CalibrationOf);
     addDock("Results", tr("Results"), m_pResults);
     addDock("Histogram", tr("Histogram"), m_pHistogram);
     addDock("Profile", tr("Profile"), m_pProfile);
@@ -55,4 +67,11 @@ void CMeasureDocks::SetViewer(const SViewer& viewer)
     m_pMeasuresCtrl->SetTarget(viewer.Ctrl2D());
     m_pHistogramCtrl->SetTarget(viewer.Ctrl2D());
     m_pProfileCtrl->SetTarget(viewer.Ctrl2D());
+    disconnect(m_calibrated);
+    m_calibrated = connect(viewer.Ctrl2D()->GetAnnotationStore(), &CAnnotationStore::signal_ChangeCalibration,
+                           this, [this] {
+                               m_pResultsCtrl->Follow();
+                               m_pMeasuresCtrl->Follow();
+                               m_pProfileCtrl->Follow();
+                           });
 }

@@ -47,4 +47,5 @@ private:
     CMeasuresCtrl* m_pMeasuresCtrl;
     CHistogramCtrl* m_pHistogramCtrl;
     CProfileCtrl* m_pProfileCtrl;
+    QMetaObject::Connection m_calibrated; ///< of the viewer
 };

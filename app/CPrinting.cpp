@@ -56,7 +56,7 @@ void CPrinting::Preview(QWidget* pWindow)
     if (auto* pBar = pDialog->findChild<QToolBar*>()) {
         QAction* pTrueSize = pBar->addAction(tr("&True Size"));
         pTrueSize->setCheckable(true);
-        pTrueSize->setToolTip(tr("Print at the size of the page of a document, or at 96 pixels per inch; "
+        pTrueSize->setToolTip(tr("Print at the size that the file tells, or at 96 pixels per inch; "
                                  "otherwise as large as the paper"));
         auto* pPreview = pDialog->findChild<QPrintPreviewWidget*>();
         connect(pTrueSize, &QAction::toggled, this, [this, pPreview](bool bOn) {

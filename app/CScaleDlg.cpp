@@ -5,6 +5,7 @@
 #include "LibraryTexts.h"
 
 #include <Vantor/geometry/CLine.h>
+#include <Vantor/image/CImage.h>
 #include <VantorCommon/annotation/model/CImageView2DGeometryModel.h>
 #include <VantorCommon/annotation/object/ShapeKinds.h>
 #include <VantorCommon/annotation/store/CAnnotationStore.h>
@@ -52,7 +53,8 @@ double SelectedLength(const CImageView2DCtrl& ctrl)
 }
 } // namespace
 
-CScaleDlg::CScaleDlg(const CCalibration& calibration, double dblPixels, QWidget* pParent)
+CScaleDlg::CScaleDlg(const CCalibration& calibration, double dblPixels,
+                     const Vantor::Algorithms::SImageMetadata& metadata, QWidget* pParent)
     : QDialog(pParent), m_calibration(calibration)
 {
     setWindowTitle(tr("Set Scale"));
@@ -73,10 +75,14 @@ CScaleDlg::CScaleDlg(const CCalibration& calibration, double dblPixels, QWidget*
     pForm->addRow(m_pProblem);
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     const auto* pPixels = pButtons->addButton(tr("&Pixels Again"), QDialogButtonBox::ResetRole);
+    auto* pFile = pButtons->addButton(tr("&From the File"), QDialogButtonBox::ResetRole);
+    CCalibration fromFile = calibration;
+    pFile->setEnabled(fromFile.SetByResolution(metadata).empty());
     pForm->addRow(pButtons);
+    connect(pFile, &QPushButton::clicked, this, [this, fromFile] { Show(fromFile); });
     connect(pButtons, &QDialogButtonBox::accepted, this, &CScaleDlg::accept);
     connect(pButtons, &QDialogButtonBox::rejected, this, &CScaleDlg::reject);
-    connect(pPixels, &QPushButton::clicked, this, &CScaleDlg::UsePixels);
+    connect(pPixels, &QPushButton::clicked, this, [this] { Show(CCalibration()); });
     for (const QLineEdit* pEdit : {m_pDistance, m_pKnown})
         connect(pEdit, &QLineEdit::textEdited, this, &CScaleDlg::ShowSize);
     (dblPixels > 0.0 ? m_pKnown : m_pDistance)->setFocus();
@@ -104,15 +110,15 @@ void CScaleDlg::ShowSize()
     m_pHeight->setText(Text(calibration.GetSize().y));
 }
 
-void CScaleDlg::UsePixels()
+void CScaleDlg::Show(const CCalibration& calibration)
 {
-    const CCalibration pixels;
-    m_pKnown->setText(m_pDistance->text());
-    m_pUnit->setText(QString::fromStdString(pixels.GetSize().unit));
-    m_pWidth->setText(Text(pixels.GetSize().x));
-    m_pHeight->setText(Text(pixels.GetSize().y));
-    m_pOriginX->setText(Text(pixels.GetOrigin().x));
-    m_pOriginY->setText(Text(pixels.GetOrigin().y));
+    const auto& size = calibration.GetSize();
+    m_pKnown->setText(Text(Number(*m_pDistance) * size.x));
+    m_pUnit->setText(QString::fromStdString(size.unit));
+    m_pWidth->setText(Text(size.x));
+    m_pHeight->setText(Text(size.y));
+    m_pOriginX->setText(Text(calibration.GetOrigin().x));
+    m_pOriginY->setText(Text(calibration.GetOrigin().y));
 }
 
 void CScaleDlg::accept()
@@ -129,7 +135,9 @@ void CScaleDlg::Ask(CImageView2DCtrl& ctrl, QWidget* pParent)
 {
     const QPointer<CAnnotationStore> pStore = ctrl.GetAnnotationStore();
     const int nPage = pStore->GetPageId();
-    CScaleDlg dialog(pStore->GetCalibration(), SelectedLength(ctrl), pParent);
+    const auto pImage = ctrl.GetCurrentImgage();
+    CScaleDlg dialog(pStore->GetCalibration(), SelectedLength(ctrl),
+                     pImage ? *pImage->GetMetadata() : Vantor::Algorithms::SImageMetadata(), pParent);
     if (dialog.exec() == QDialog::Accepted && pStore && pStore->GetPageId() == nPage)
         pStore->SetCalibration(dialog.GetCalibration());
 }

@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #pragma once
 
+#include <Vantor/image/SImageMetadata.h>
 #include <Vantor/measure/CCalibration.h>
 
 #include <QDialog>
@@ -20,7 +21,9 @@ class CScaleDlg : public QDialog
 public:
     /// Begins with a calibration and with the distance between two places, of a ruler for example.
     /// @param dblPixels  that distance, 0 when there is none
-    CScaleDlg(const Vantor::Algorithms::CCalibration& calibration, double dblPixels, QWidget* pParent);
+    /// @param metadata   what the image's file says
+    CScaleDlg(const Vantor::Algorithms::CCalibration& calibration, double dblPixels,
+              const Vantor::Algorithms::SImageMetadata& metadata, QWidget* pParent);
     ~CScaleDlg() override;
 
     /// Asks for the calibration of the image that is shown, with the selected ruler, and sets it.
@@ -35,7 +38,7 @@ public:
 private:
     QLineEdit* AddNumber(QFormLayout& form, const QString& strLabel, const char* pName, double dblValue);
     void ShowSize();
-    void UsePixels();
+    void Show(const Vantor::Algorithms::CCalibration& calibration);
 
     Vantor::Algorithms::CCalibration m_calibration;
     QLineEdit* m_pDistance;

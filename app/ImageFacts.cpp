@@ -3,6 +3,7 @@
 #include "ImageFacts.h"
 
 #include <Vantor/image/CImage.h>
+#include <Vantor/image/SImageMetadata.h>
 
 #include <QDateTime>
 #include <QDir>
@@ -14,6 +15,7 @@
 namespace
 {
 constexpr double kMillimetresPerInch = 25.4;
+constexpr double kCentimetresPerInch = 2.54;
 
 QString OneDigit(double dblValue)
 {
@@ -43,7 +45,7 @@ QList<SFact> ImageFacts::OfImage(const Vantor::Algorithms::CImage& image)
     QList<SFact> lstFacts{
         {tr("Size"), tr("%1 x %2 pixels").arg(image.GetWidth()).arg(image.GetHeight())},
         {tr("Channels"), tr("%n of %1 bits", nullptr, image.GetChannel()).arg(image.GetBitDepth())}};
-    const double dblDpi = image.GetPageResolution();
+    const double dblDpi = DotsPerInch(image);
     if (dblDpi > 0.0) {
         const auto millimetres = [=](int nPixels) {
             return OneDigit(nPixels / dblDpi * kMillimetresPerInch);
@@ -53,5 +55,20 @@ QList<SFact> ImageFacts::OfImage(const Vantor::Algorithms::CImage& image)
              tr("%1 x %2 mm").arg(millimetres(image.GetWidth()), millimetres(image.GetHeight()))});
         lstFacts.append({tr("Resolution"), tr("%1 dots per inch").arg(OneDigit(dblDpi))});
     }
+    const auto pMetadata = image.GetMetadata();
+    if (!pMetadata->profile.empty())
+        lstFacts.append({tr("Color profile"), tr("In the file, not applied")});
+    for (const auto& text : pMetadata->texts)
+        lstFacts.append({QString::fromStdString(text.key), QString::fromStdString(text.text).simplified()});
     return lstFacts;
+}
+
+double ImageFacts::DotsPerInch(const Vantor::Algorithms::CImage& image)
+{
+    using Vantor::Algorithms::EResolutionUnit;
+    const auto pMetadata = image.GetMetadata();
+    if (image.GetPageResolution() > 0.0 || pMetadata->resolutionUnit == EResolutionUnit::None)
+        return image.GetPageResolution();
+    const bool bInch = pMetadata->resolutionUnit == EResolutionUnit::Inch;
+    return pMetadata->resolutionX * (bInch ? 1.0 : kCentimetresPerInch);
 }

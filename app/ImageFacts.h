@@ -27,7 +27,9 @@ public:
 
     /// Name, folder, bytes, date and format; only the name and the folder of a file that is gone.
     static QList<SFact> OfFile(const QString& strPath);
-    /// Width and height, channels and, of a page of a document, its resolution and its size on paper. Does
-    /// not wait for a page that has not been rendered.
+    /// Width and height, channels, resolution and size on paper where they are known, and what its file says
+    /// in words. Does not wait for a page that has not been rendered.
     static QList<SFact> OfImage(const Vantor::Algorithms::CImage& image);
+    /// Of a page of a document, or as its file says; 0 when that is unknown.
+    static double DotsPerInch(const Vantor::Algorithms::CImage& image);
 };

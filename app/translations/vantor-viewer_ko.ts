@@ -930,8 +930,8 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
         <translation>실제 크기(&amp;T)</translation>
     </message>
     <message>
-        <source>Print at the size of the page of a document, or at 96 pixels per inch; otherwise as large as the paper</source>
-        <translation>문서 페이지의 크기 또는 인치당 96픽셀로 인쇄합니다. 그렇지 않으면 용지에 맞춥니다</translation>
+        <source>Print at the size that the file tells, or at 96 pixels per inch; otherwise as large as the paper</source>
+        <translation>파일에 적힌 크기나 인치당 96픽셀로 인쇄합니다. 아니면 용지 크기에 맞춥니다</translation>
     </message>
 </context>
 <context>
@@ -1027,6 +1027,10 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>&amp;Pixels Again</source>
         <translation>다시 픽셀로(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;From the File</source>
+        <translation>파일에서(&amp;F)</translation>
     </message>
 </context>
 <context>
@@ -1296,6 +1300,14 @@ libVantorCommon의 예제 프로그램입니다. libVantorCommon은 래스터 �
     <message>
         <source>%1 dots per inch</source>
         <translation>인치당 %1도트</translation>
+    </message>
+    <message>
+        <source>Color profile</source>
+        <translation>색 프로필</translation>
+    </message>
+    <message>
+        <source>In the file, not applied</source>
+        <translation>파일에 있음, 적용 안 됨</translation>
     </message>
 </context>
 <context>

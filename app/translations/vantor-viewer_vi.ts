@@ -930,8 +930,8 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
         <translation>&amp;Kích thước thật</translation>
     </message>
     <message>
-        <source>Print at the size of the page of a document, or at 96 pixels per inch; otherwise as large as the paper</source>
-        <translation>In đúng khổ của trang tài liệu, hoặc 96 điểm ảnh mỗi inch; nếu không thì lớn bằng khổ giấy</translation>
+        <source>Print at the size that the file tells, or at 96 pixels per inch; otherwise as large as the paper</source>
+        <translation>In theo kích thước mà tệp cho biết hoặc 96 điểm ảnh mỗi inch; nếu không thì vừa khổ giấy</translation>
     </message>
 </context>
 <context>
@@ -1027,6 +1027,10 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>&amp;Pixels Again</source>
         <translation>Lại theo đ&amp;iểm ảnh</translation>
+    </message>
+    <message>
+        <source>&amp;From the File</source>
+        <translation>&amp;Từ tệp</translation>
     </message>
 </context>
 <context>
@@ -1296,6 +1300,14 @@ Chương trình mẫu của libVantorCommon: các thành phần để xem, chú 
     <message>
         <source>%1 dots per inch</source>
         <translation>%1 điểm mỗi inch</translation>
+    </message>
+    <message>
+        <source>Color profile</source>
+        <translation>Hồ sơ màu</translation>
+    </message>
+    <message>
+        <source>In the file, not applied</source>
+        <translation>Có trong tệp, không áp dụng</translation>
     </message>
 </context>
 <context>

@@ -5,6 +5,7 @@
 #include "WorkSupport.h"
 
 #include <Vantor/image/CImage.h>
+#include <Vantor/image/SImageMetadata.h>
 
 #include <QClipboard>
 #include <QDBusConnection>
@@ -109,6 +110,23 @@ private Q_SLOTS:
                  QStringLiteral("%1 x %2 pixels").arg(pImage->GetWidth()).arg(pImage->GetHeight()));
         QCOMPARE(ValueOf(lstFacts, "Channels"), QStringLiteral("3 of 8 bits"));
         QCOMPARE(ValueOf(lstFacts, "Page size"), QStringLiteral("(none)"));
+    }
+
+    void whatTheFileSaysBesideThePixelsIsTold()
+    {
+        Vantor::Algorithms::CImage image;
+        QCOMPARE(image.Create(508, 100, 1, 8, Vantor::Algorithms::EImageType::Interleaved, 1), 0);
+        Vantor::Algorithms::SImageMetadata metadata;
+        metadata.resolutionX = metadata.resolutionY = 100.0;
+        metadata.resolutionUnit = Vantor::Algorithms::EResolutionUnit::Centimetre;
+        metadata.profile.assign(200, 7);
+        metadata.texts.push_back({"Author", "A.\nB."});
+        QCOMPARE(image.SetMetadata(metadata), 0);
+        const auto lstFacts = ImageFacts::OfImage(image);
+        QCOMPARE(ValueOf(lstFacts, "Resolution"), QStringLiteral("254.0 dots per inch"));
+        QCOMPARE(ValueOf(lstFacts, "Page size"), QStringLiteral("50.8 x 10.0 mm"));
+        QCOMPARE(ValueOf(lstFacts, "Color profile"), QStringLiteral("In the file, not applied"));
+        QCOMPARE(ValueOf(lstFacts, "Author"), QStringLiteral("A. B."));
     }
 
     void aPageIsToldByItsSizeOnPaper()

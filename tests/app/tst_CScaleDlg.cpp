@@ -57,7 +57,7 @@ private Q_SLOTS:
 
     void aKnownLengthGivesTheSizeOfAPixel()
     {
-        CScaleDlg dialog(CCalibration(), 40.0, nullptr);
+        CScaleDlg dialog(CCalibration(), 40.0, {}, nullptr);
         QCOMPARE(Edit(dialog, "distance")->text(), QStringLiteral("40"));
         Type(dialog, "known", QStringLiteral("10"));
         Type(dialog, "unit", QStringLiteral("mm"));
@@ -69,9 +69,30 @@ private Q_SLOTS:
         QCOMPARE(dialog.GetCalibration().GetSize().unit, std::string("mm"));
     }
 
+    void aFileMaySayHowLargeItsPixelsAre()
+    {
+        const auto button = [](CScaleDlg& dialog) {
+            for (auto* pButton : dialog.findChildren<QPushButton*>())
+                if (pButton->text() == QStringLiteral("&From the File"))
+                    return pButton;
+            return static_cast<QPushButton*>(nullptr);
+        };
+        CScaleDlg unknown(CCalibration(), 0.0, {}, nullptr);
+        QVERIFY(!button(unknown)->isEnabled());
+        Vantor::Algorithms::SImageMetadata metadata;
+        metadata.resolutionX = metadata.resolutionY = 254.0;
+        metadata.resolutionUnit = Vantor::Algorithms::EResolutionUnit::Inch;
+        CScaleDlg dialog(CCalibration(), 40.0, metadata, nullptr);
+        button(dialog)->click();
+        QCOMPARE(Edit(dialog, "known")->text(), QStringLiteral("4"));
+        dialog.accept();
+        QCOMPARE(dialog.GetCalibration().GetLength(10, 0), 1.0);
+        QCOMPARE(dialog.GetCalibration().GetSize().unit, std::string("mm"));
+    }
+
     void numbersThatMakeNoCalibrationKeepItOpen()
     {
-        CScaleDlg dialog(CCalibration(), 0.0, nullptr);
+        CScaleDlg dialog(CCalibration(), 0.0, {}, nullptr);
         Type(dialog, "width", QStringLiteral("0"));
         dialog.accept();
         QCOMPARE(dialog.result(), int(QDialog::Rejected));
@@ -94,7 +115,7 @@ private Q_SLOTS:
     {
         CCalibration calibration;
         QCOMPARE(calibration.Set({"mm", 0.5, 0.25, 3.0, 4.0}), std::string());
-        CScaleDlg dialog(calibration, 0.0, nullptr);
+        CScaleDlg dialog(calibration, 0.0, {}, nullptr);
         QCOMPARE(Edit(dialog, "height")->text(), QStringLiteral("0.25"));
         for (auto* pButton : dialog.findChildren<QPushButton*>())
             if (pButton->text().remove(QLatin1Char('&')) == QLatin1String("Pixels Again"))

@@ -76,6 +76,23 @@ private Q_SLOTS:
         QVERIFY(host.HasRows(1));
     }
 
+    void theResultsAreInTheUnitsOfTheImage()
+    {
+        CMeasureHost host;
+        QVERIFY(host.Show({kPhoto}));
+        host.ShowDock("Results");
+        host.DrawRectangle(0);
+        QVERIFY(host.HasRows(1));
+        const CMeasurementModel& model = *host.Find<CMeasurementView>()->GetModel();
+        QTRY_COMPARE(model.HeaderOf(2), QStringLiteral("Area [pixel²]"));
+        Vantor::Algorithms::CCalibration calibration;
+        QVERIFY(calibration.Set({"mm", 0.5, 0.5, 0.0, 0.0}).empty());
+        StoreOf(host, 0)->SetCalibration(calibration);
+        QTRY_COMPARE(model.HeaderOf(2), QStringLiteral("Area [mm²]"));
+        host.Entry("Edit", "Undo")->trigger();
+        QTRY_COMPARE(model.HeaderOf(2), QStringLiteral("Area [pixel²]"));
+    }
+
     void thePlotsFollowWhatIsSelected()
     {
         CMeasureHost host;

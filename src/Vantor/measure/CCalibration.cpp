@@ -2,6 +2,8 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/measure/CCalibration.h>
 
+#include <Vantor/image/SImageMetadata.h>
+
 #include <algorithm>
 #include <cmath>
 #include <tuple>
@@ -62,6 +64,15 @@ std::string CCalibration::SetByLength(double dx, double dy, double length, const
     if (!(pixels > 0.0 && std::isfinite(pixels)))
         return "The way has no length.";
     return Set({unit, length / pixels, length / pixels, m_size.originX, m_size.originY});
+}
+
+std::string CCalibration::SetByResolution(const SImageMetadata& metadata)
+{
+    if (metadata.resolutionUnit == EResolutionUnit::None || !(metadata.resolutionX > 0.0))
+        return "The file does not say how large its pixels are.";
+    const double unit = metadata.resolutionUnit == EResolutionUnit::Inch ? 25.4 : 10.0; // in millimetres
+    return Set({"mm", unit / metadata.resolutionX, unit / metadata.resolutionY, m_size.originX,
+                m_size.originY});
 }
 
 bool CCalibration::IsPixel() const

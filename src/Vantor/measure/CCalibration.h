@@ -11,6 +11,8 @@
 namespace Vantor::Algorithms
 {
 
+struct SImageMetadata;
+
 /// What pixels are in units such as millimetres: the size of a pixel, which need not be square, and the place
 /// that is (0, 0) in units. A plain value; at first a unit is a pixel.
 class VANTOR_EXPORT CCalibration
@@ -32,6 +34,9 @@ public:
     /// @param unit    as in Set
     /// @return as Set; also why not when the way has no length
     [[nodiscard]] std::string SetByLength(double dx, double dy, double length, const std::string& unit);
+    /// Takes the size of a pixel in millimetres from what a file says; the origin stays.
+    /// @return as Set; also why not when the file has no resolution, or one without a unit
+    [[nodiscard]] std::string SetByResolution(const SImageMetadata& metadata);
 
     /// Of a pixel, in units; with the origin, as files keep it.
     const Annotations::SCalibration& GetSize() const { return m_size; }

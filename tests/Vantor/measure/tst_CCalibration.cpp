@@ -28,6 +28,8 @@ private Q_SLOTS:
     void anglesGoAnticlockwiseAsSeen_data();
     void anglesGoAnticlockwiseAsSeen();
     void aKnownLengthGivesTheUnit();
+    void aFileSaysTheSizeInMillimetres_data();
+    void aFileSaysTheSizeInMillimetres();
     void calibrationsAreEqualByAllNumbers();
     void lengthsOfScaleBarsAreRound();
     void badCalibrationsAreRefusedWithAReason_data();
@@ -97,6 +99,41 @@ void tst_CCalibration::aKnownLengthGivesTheUnit()
     QCOMPARE(calibration.SetByLength(kNaN, 0, 10.0, "mm"), std::string("The way has no length."));
     QVERIFY(!calibration.SetByLength(1, 0, -10.0, "mm").empty());
     QCOMPARE(calibration.GetLength(50, 0), 10.0);
+}
+
+void tst_CCalibration::aFileSaysTheSizeInMillimetres_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<double>("x");
+    QTest::addColumn<double>("width"); // of a pixel; 0: refused
+    QTest::newRow("inches") << int(EResolutionUnit::Inch) << 254.0 << 0.1;
+    QTest::newRow("centimetres") << int(EResolutionUnit::Centimetre) << 40.0 << 0.25;
+    QTest::newRow("no unit") << int(EResolutionUnit::None) << 72.0 << 0.0;
+    QTest::newRow("unknown") << int(EResolutionUnit::Inch) << 0.0 << 0.0;
+    QTest::newRow("not a number") << int(EResolutionUnit::Inch) << std::nan("") << 0.0;
+}
+
+void tst_CCalibration::aFileSaysTheSizeInMillimetres()
+{
+    QFETCH(const int, unit);
+    QFETCH(const double, x);
+    QFETCH(const double, width);
+    SImageMetadata metadata;
+    metadata.resolutionUnit = EResolutionUnit(unit);
+    metadata.resolutionX = x;
+    metadata.resolutionY = 2.0 * x;
+    CCalibration calibration;
+    QVERIFY(calibration.Set({"um", 1.0, 1.0, 3.0, 4.0}).empty());
+    const CCalibration before = calibration;
+    QCOMPARE(calibration.SetByResolution(metadata).empty(), width > 0.0);
+    if (width > 0.0) {
+        QCOMPARE(calibration.GetSize().x, width);
+        QCOMPARE(calibration.GetSize().y, width / 2.0);
+        QCOMPARE(calibration.GetSize().unit, std::string("mm"));
+        QCOMPARE(calibration.GetOrigin().y, 4.0);
+    } else {
+        QVERIFY(calibration == before);
+    }
 }
 
 void tst_CCalibration::calibrationsAreEqualByAllNumbers()

@@ -126,7 +126,7 @@ struct CAnnotationStore::SPrivate {
     Vantor::Annotations::SContext Context(int nId, const Vantor::Annotations::SDocument& document) const;
 
     // The calibration
-    SPlaneMap ShownMap() const;
+    SPlaneMap MapOf(int nImage) const;
     void TellCalibration(CAnnotationStore& store);
 
     // What is unsaved

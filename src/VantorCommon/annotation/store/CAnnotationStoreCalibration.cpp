@@ -24,24 +24,26 @@ SCalibration Moved(SCalibration size, const SPlaneMap& map)
 }
 } // namespace
 
-/// From the picture in the file to the image that is shown.
-SPlaneMap CAnnotationStore::SPrivate::ShownMap() const
+/// From the picture in the file to an image of the list.
+SPlaneMap CAnnotationStore::SPrivate::MapOf(int nImage) const
 {
-    const ImagePtr pImage = pImages ? pImages->GetCurrentImage() : nullptr;
+    ImagePtr pImage;
+    if (pImages)
+        pImage = nImage == kShown ? pImages->GetCurrentImage() : pImages->GetImage(nImage);
     return pImage ? pictures.Of(pImage).map : SPlaneMap();
 }
 
-CCalibration CAnnotationStore::GetCalibration() const
+CCalibration CAnnotationStore::GetCalibration(int nImage) const
 {
-    CCalibration calibration;
     std::optional<SCalibration> size;
-    if (const SAnnotatedPage* pShown = m_p->bPages ? m_p->pages.Find(m_p->nShown) : nullptr)
-        size = pShown->file.calibration;
-    else
+    if (const SAnnotatedPage* pPage = m_p->At(nImage))
+        size = pPage->file.calibration;
+    else if (!m_p->bPages)
         for (const Vantor::Annotations::SPage& page : m_p->file.pages)
             if (page.page == m_p->nPage)
                 size = page.calibration;
-    if (!size || !calibration.Set(Moved(*size, m_p->ShownMap())).empty())
+    CCalibration calibration;
+    if (!size || !calibration.Set(Moved(*size, m_p->MapOf(nImage))).empty())
         return {}; // files may have what is none
     return calibration;
 }
@@ -52,7 +54,7 @@ void CAnnotationStore::SetCalibration(const CCalibration& calibration)
         return;
     std::optional<SCalibration> size;
     if (!calibration.IsPixel())
-        size = Moved(calibration.GetSize(), m_p->ShownMap().Inverse());
+        size = Moved(calibration.GetSize(), m_p->MapOf(kShown).Inverse());
     if (!m_p->bPages && m_p->tracker.Count() == 0)
         m_p->nPage = std::max(0, m_p->pImages->GetCurrentIndex());
     m_p->execute(CCommandCall::Exchange(
