@@ -311,7 +311,7 @@ void CMainWindow::CreateToolsMenu()
     }
     pTools->addSeparator();
     m_pActions->Add(
-        pTools, {tr("Set Sc&ale..."), QIcon(), {}},
+        pTools, {QT_TR_NOOP("Set Sc&ale..."), QIcon(), {}},
         [this] { CScaleDlg::Ask(*m_pViewers->Active().Ctrl2D(), this); },
         [this] { return m_pViewers->Active().HasImage(); });
     CreateDrawingMenu(pTools);
