@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 #include "tests/support/TestMain.h"
 
+#include <Vantor/image/SImageMetadata.h>
 #include <Vantor/measure/CCalibration.h>
 
 #include <cmath>
