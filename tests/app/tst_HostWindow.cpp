@@ -77,8 +77,10 @@ private Q_SLOTS:
         for (const QDockWidget* pDock : host.window.findChildren<QDockWidget*>())
             lstDocks << pDock->objectName() + (pDock->isHidden() ? QStringLiteral(" hidden") : QString());
         lstDocks.sort();
-        QCOMPARE(lstDocks, QStringList({QStringLiteral("Annotations hidden"), QStringLiteral("Log hidden"),
-                                        QStringLiteral("Properties"), QStringLiteral("Tools")}));
+        QCOMPARE(lstDocks, QStringList({QStringLiteral("Annotations hidden"),
+                                        QStringLiteral("Histogram hidden"), QStringLiteral("Log hidden"),
+                                        QStringLiteral("Profile hidden"), QStringLiteral("Properties"),
+                                        QStringLiteral("Results hidden"), QStringLiteral("Tools")}));
     }
 
     void inASmallWindowOfFourViewersThePicturesHaveHalfOfTheRoom()

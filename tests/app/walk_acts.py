@@ -225,6 +225,7 @@ def set_resolution(viewer, number):
 
 def click_resolution(dialog):
     where = place(dialog)
+    click(where.x + 47, where.y + 25)  # the first tab
     click(where.x + 125, where.y + 90)
 
 

@@ -71,8 +71,8 @@ std::string CCalibration::SetByResolution(const SImageMetadata& metadata)
     if (metadata.resolutionUnit == EResolutionUnit::None || !(metadata.resolutionX > 0.0))
         return "The file does not say how large its pixels are.";
     const double unit = metadata.resolutionUnit == EResolutionUnit::Inch ? 25.4 : 10.0; // in millimetres
-    return Set({"mm", unit / metadata.resolutionX, unit / metadata.resolutionY, m_size.originX,
-                m_size.originY});
+    return Set(
+        {"mm", unit / metadata.resolutionX, unit / metadata.resolutionY, m_size.originX, m_size.originY});
 }
 
 bool CCalibration::IsPixel() const

@@ -176,9 +176,9 @@ public:
     ObjectList Import(const Vantor::Annotations::SPage& page);
 
     /// @{
-    /// What the pixels of an image are in units, turned with the image; at first a unit is a pixel. It belongs
-    /// to the page, as the annotations do, and is saved with them. Setting that of the image that is shown is
-    /// a step.
+    /// What the pixels of an image are in units, turned with the image; at first a unit is a pixel. It
+    /// belongs to the page, as the annotations do, and is saved with them. Setting that of the image that is
+    /// shown is a step.
     Vantor::Algorithms::CCalibration GetCalibration(int nImage = kShown) const;
     void SetCalibration(const Vantor::Algorithms::CCalibration& calibration);
     /// @}

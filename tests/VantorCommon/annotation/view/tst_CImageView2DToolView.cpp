@@ -93,7 +93,7 @@ private Q_SLOTS:
         };
         QCOMPARE(lstIcons(), QStringList());
         view.ShowOptionalShapes(true);
-        QCOMPARE(lstIcons().size(), 8);
+        QCOMPARE(lstIcons().size(), 9);
         view.ShowOptionalShapes(false);
         QCOMPARE(lstIcons(), QStringList());
     }
