@@ -32,6 +32,7 @@ const CPoint<double>& Next(const Vertices& vertices, std::size_t index)
 std::vector<SEdge> CrossingEdges(const Vertices& vertices, int height)
 {
     std::vector<SEdge> vctEdges;
+    vctEdges.reserve(vertices.size());
     for (std::size_t i = 0; i < vertices.size(); ++i) {
         const CPoint<double>& from = vertices[i];
         const CPoint<double>& to = Next(vertices, i);
@@ -43,6 +44,15 @@ std::vector<SEdge> CrossingEdges(const Vertices& vertices, int height)
     std::sort(vctEdges.begin(), vctEdges.end(),
               [](const SEdge& a, const SEdge& b) { return a.nFirst < b.nFirst; });
     return vctEdges;
+}
+
+/// The row after the last one that an edge crosses.
+int EndOf(const std::vector<SEdge>& edges)
+{
+    int nEnd = 0;
+    for (const SEdge& edge : edges)
+        nEnd = std::max(nEnd, edge.nLast);
+    return nEnd;
 }
 
 /// Appends the runs between pairs of crossings, which lie in ascending order. Touching runs become one.
@@ -150,7 +160,10 @@ std::vector<SPixelRun> CPolygon::GetPixelRuns(int width, int height) const
     std::vector<const SEdge*> vctActive;
     std::vector<double> vctCrossings;
     std::size_t nNext = 0;
-    for (int nRow = vctEdges.empty() ? height : vctEdges.front().nFirst; nRow < height; ++nRow) {
+    if (vctEdges.empty())
+        return vctRuns;
+    const int nEnd = EndOf(vctEdges);
+    for (int nRow = vctEdges.front().nFirst; nRow < nEnd; ++nRow) {
         while (nNext < vctEdges.size() && vctEdges[nNext].nFirst == nRow)
             vctActive.push_back(&vctEdges[nNext++]);
         vctActive.erase(std::remove_if(vctActive.begin(), vctActive.end(),

@@ -144,6 +144,20 @@ private Q_SLOTS:
         }
     }
 
+    void theWorkDoesNotGrowWithTheRowsOfTheImage()
+    {
+        // A walk through all rows of one such image takes seconds.
+        const int nHuge = std::numeric_limits<int>::max();
+        for (int i = 0; i < 1000; ++i) {
+            const auto runs =
+                Polygon({{1.0, i + 0.0}, {5.0, i + 0.0}, {5.0, i + 2.0}}).GetPixelRuns(9, nHuge);
+            QCOMPARE(runs.size(), std::size_t(2));
+            QCOMPARE(runs[1].nRow, i + 1);
+            QCOMPARE(runs[1].nBegin, 4);
+            QCOMPARE(runs[1].nEnd, 5);
+        }
+    }
+
     void neighboursShareNoPixelAndLeaveNone()
     {
         const CPoint<> middle(17.375, 11.5);
