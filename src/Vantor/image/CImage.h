@@ -252,6 +252,8 @@ public:
     /// incomplete, or it holds more pages or frames than the first. Notes belong to the pixels: CopyFrom
     /// copies them, Rotate keeps them, Create drops them.
     const std::vector<std::string>& GetNotes() const;
+    /// Sets them, for whoever makes the pixels, as a CPixelSource.
+    void SetNotes(std::vector<std::string> notes);
 
     /// @{
     /// What the file said beside the pixels; never null. Like the notes it belongs to the pixels: CopyFrom
@@ -274,8 +276,6 @@ private:
     CResult TryRotate(const Geometry::CPoint<double>& centre, double angle, double fill, ERotationMode mode);
     /// Gives this image the depth and row alignment of another one and pixels with undefined values.
     int CreateLike(const CImage& model, int width, int height, int channels);
-
-    void SetNotes(std::vector<std::string> notes);
 
     struct SPixels;
     std::unique_ptr<SPixels> m_pPixels;

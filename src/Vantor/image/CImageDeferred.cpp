@@ -83,7 +83,7 @@ void CImage::SPixels::TakePixels(SPixels& made)
     vctColumnOffsets.swap(made.vctColumnOffsets);
 }
 
-/// A page that could not be made is not tried again: its note is its mark.
+/// An image that could not be made is not tried again.
 bool CImage::SPixels::Fetch()
 try {
     std::unique_lock<std::timed_mutex> lock(pDeferred->mutex, std::defer_lock);
@@ -95,7 +95,7 @@ try {
     CImage made;
     std::string strReason;
     CPixelSource::EMade eMade = CPixelSource::EMade_Failed;
-    if (vctNotes.empty())
+    if (!pDeferred->bFailed)
         eMade = pDeferred->pSource->Make(made, strReason);
     if (eMade == CPixelSource::EMade_Nothing)
         return false;
@@ -106,8 +106,11 @@ try {
         if (made.Create(nWidth, nHeight, nChannels, nBitDepth, eType, nRowAlignment) != 0)
             return false;
         std::memset(made.m_pPixels->pData.get(), kWhite, made.m_pPixels->Bytes());
-        if (vctNotes.empty())
-            vctNotes.push_back(strReason.empty() ? "The pixels have another size." : strReason);
+        if (!pDeferred->bFailed)
+            vctNotes = {strReason.empty() ? "The pixels have another size." : strReason};
+        pDeferred->bFailed = true;
+    } else {
+        vctNotes.swap(made.m_pPixels->vctNotes);
     }
     TakePixels(*made.m_pPixels);
     pDeferred->bReady.store(true, std::memory_order_release);

@@ -30,7 +30,7 @@ public:
     /// Makes the pixels of an image, the same each time. Called by the thread that needs them, by one at a
     /// time for each deferred image. Throws nothing but bad_alloc.
     /// @param image      empty; receives width, height and channels of the deferred image, with rows at
-    ///                   multiples of 4 bytes
+    ///                   multiples of 4 bytes, and its notes
     /// @param strReason  of EMade_Failed, a sentence in English
     virtual EMade Make(CImage& image, std::string& strReason) = 0;
 };

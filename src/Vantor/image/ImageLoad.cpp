@@ -4,40 +4,18 @@
 
 #include <Vantor/CProgress.h>
 #include <Vantor/FailureReason_p.h>
+#include <Vantor/file/CWatchedFile_p.h>
 #include <Vantor/file/OpenFile_p.h>
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/ImageMetadata_p.h>
 #include <Vantor/image/ImagePixels_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
 
-#include <QFile>
-
-#include <algorithm>
 #include <new>
+#include <utility>
 
 namespace Vantor::Algorithms
 {
-
-namespace
-{
-/// Tells how much of the file has been read; cancelled, it cannot be read any more.
-class CWatchedFile : public QFile
-{
-protected:
-    qint64 readData(char* data, qint64 maxSize) override
-    {
-        const double dblSize = static_cast<double>(std::max<qint64>(size(), 1));
-        if (!CProgress::Tell(std::min(1.0, static_cast<double>(m_nRead) / dblSize)))
-            return -1;
-        const qint64 nBytes = QFile::readData(data, maxSize);
-        m_nRead += std::max<qint64>(nBytes, 0);
-        return nBytes;
-    }
-
-private:
-    qint64 m_nRead = 0;
-};
-} // namespace
 
 CResult LoadImageFrom(QIODevice& device, CImage& image, SFound& found)
 {
@@ -53,6 +31,14 @@ CResult LoadImageFrom(QIODevice& device, CImage& image, SFound& found)
     }
 }
 
+SImagePath PartsOf(const std::wstring& path)
+{
+    const std::size_t nSlash = path.rfind(L'/');
+    if (nSlash == std::wstring::npos)
+        return {path, {}};
+    return {path.substr(nSlash + 1), nSlash == 0 ? L"/" : path.substr(0, nSlash)};
+}
+
 int CImage::Load(const std::wstring& path)
 {
     try {
@@ -61,11 +47,7 @@ int CImage::Load(const std::wstring& path)
         if (!OpenRegularFile(path, file, &strReason))
             return m_pFailure->Fail(strReason.c_str());
         // Build name and folder first: nothing may fail once the pixels are in place.
-        const std::size_t nSlash = path.rfind(L'/');
-        std::wstring strName = nSlash == std::wstring::npos ? path : path.substr(nSlash + 1);
-        std::wstring strFolder = nSlash == std::wstring::npos ? std::wstring() : path.substr(0, nSlash);
-        if (nSlash == 0)
-            strFolder = L"/";
+        SImagePath parts = PartsOf(path);
         CImage loaded;
         SFound found;
         const CResult result = LoadImageFrom(file, loaded, found);
@@ -77,8 +59,8 @@ int CImage::Load(const std::wstring& path)
         loaded.m_pPixels->pMetadata = MetadataOf(found);
         loaded.SetNotes(std::move(found.notes));
         m_pPixels.swap(loaded.m_pPixels);
-        m_strName.swap(strName);
-        m_strFolder.swap(strFolder);
+        m_strName.swap(parts.strName);
+        m_strFolder.swap(parts.strFolder);
         m_dPageResolution = 0.0;
         return m_pFailure->Succeed();
     } catch (const std::bad_alloc&) {

@@ -21,6 +21,7 @@ namespace Vantor::Algorithms
 struct SDeferred {
     std::shared_ptr<CPixelSource> pSource;
     std::timed_mutex mutex;            ///< of the thread that gets the pixels
+    bool bFailed = false;              ///< the pixels cannot be made; the notes say why
     std::atomic<bool> bReady{false};   ///< the pixels are there, and nobody writes them any more
     std::atomic<bool> bChanged{false}; ///< somebody could have changed them
 };

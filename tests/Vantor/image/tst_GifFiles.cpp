@@ -2,6 +2,7 @@
 // Copyright (c) The Vantor authors
 //
 // GIF files, made by a plain encoder that compresses nothing.
+#include "tests/Vantor/image/GifMaker.h"
 #include "tests/Vantor/image/ImageFiles.h"
 #include "tests/support/TestMain.h"
 
@@ -9,94 +10,16 @@
 #include <algorithm>
 #include <string>
 
+using namespace GifMaker;
 using namespace ImageFiles;
 
 namespace
 {
-using Color = std::vector<int>;
-
-const std::vector<Color> kColors = {{10, 20, 30}, {200, 0, 0}, {0, 200, 0}, {0, 0, 200}};
-const std::vector<Color> kOtherColors = {{1, 1, 1}, {2, 2, 2}};
-constexpr int kCodeBits = 9; ///< of an index of 8 bits
-
-QByteArray Word(int nValue)
-{
-    return QByteArray(1, static_cast<char>(nValue)) + static_cast<char>(nValue >> 8);
-}
-
-/// 2 or 4 colours, and the flags that announce them.
-char ColorFlags(const std::vector<Color>& colors)
-{
-    return colors.empty() ? '\0' : static_cast<char>(0x80 | (colors.size() == 4 ? 1 : 0));
-}
-
-QByteArray ColorBytes(const std::vector<Color>& colors)
-{
-    QByteArray bytes;
-    for (const Color& color : colors) {
-        for (const int nPart : color)
-            bytes.append(static_cast<char>(nPart));
-    }
-    return bytes;
-}
-
-QByteArray Screen(int nWidth, int nHeight, const std::vector<Color>& colors = kColors)
-{
-    return "GIF89a" + Word(nWidth) + Word(nHeight) + ColorFlags(colors) + QByteArray(2, '\0') +
-           ColorBytes(colors);
-}
-
-/// The codes of indexes, each by itself; the table is cleared before its codes grow.
-QByteArray Codes(const QByteArray& indexes)
-{
-    constexpr int kClear = 256;
-    constexpr int kEnd = 257;
-    std::vector<int> codes;
-    for (int i = 0; i < indexes.size(); ++i) {
-        if (i % 200 == 0)
-            codes.push_back(kClear);
-        codes.push_back(static_cast<unsigned char>(indexes[i]));
-    }
-    codes.push_back(kEnd);
-    QByteArray bytes((static_cast<int>(codes.size()) * kCodeBits + 7) / 8, '\0');
-    for (int i = 0; i < static_cast<int>(codes.size()) * kCodeBits; ++i) {
-        const int nBit = codes[static_cast<std::size_t>(i / kCodeBits)] >> (i % kCodeBits) & 1;
-        bytes[i / 8] = static_cast<char>(bytes[i / 8] | nBit << (i % 8));
-    }
-    return bytes;
-}
-
 /// How many indexes so many bytes of codes hold.
 int IndexesIn(int nBytes)
 {
     const int nCodes = nBytes * 8 / kCodeBits;
     return nCodes - (nCodes + 200) / 201;
-}
-
-struct SFrame {
-    int nLeft = 0;
-    int nTop = 0;
-    int nWidth = 1;
-    int nHeight = 1;
-    QByteArray indexes = {};
-    bool bInterlaced = false;
-    std::vector<Color> colors = {};
-};
-
-QByteArray Frame(const SFrame& frame)
-{
-    QByteArray bytes = "," + Word(frame.nLeft) + Word(frame.nTop) + Word(frame.nWidth) + Word(frame.nHeight) +
-                       static_cast<char>(ColorFlags(frame.colors) | (frame.bInterlaced ? 0x40 : 0)) +
-                       ColorBytes(frame.colors) + '\x08';
-    const QByteArray codes = Codes(frame.indexes);
-    for (int i = 0; i < codes.size(); i += 255)
-        bytes += QByteArray(1, static_cast<char>(std::min(255, codes.size() - i))) + codes.mid(i, 255);
-    return bytes + '\0';
-}
-
-QByteArray Transparent(int nIndex)
-{
-    return QByteArray("!\xf9\4\1\0\0", 6) + static_cast<char>(nIndex) + '\0';
 }
 
 int LoadBytes(CImage& image, const QByteArray& content)

@@ -3,6 +3,7 @@
 #include <Vantor/image/CImage.h>
 #include <Vantor/image/file/DecodeBounds_p.h>
 #include <Vantor/image/file/GifFrames_p.h>
+#include <Vantor/image/file/GifLoad_p.h>
 #include <Vantor/image/file/ImageFormats_p.h>
 
 #include <QIODevice>
@@ -21,8 +22,6 @@ namespace Vantor::Algorithms
 
 namespace
 {
-/// A code of 12 bits stands for at most 4095 pixels.
-constexpr qint64 kMaxPixelsPerByte = 2730;
 constexpr int kMaxColors = 256;
 using Palette = std::array<std::array<unsigned char, 4>, kMaxColors>; ///< R, G, B, A
 
@@ -126,11 +125,13 @@ int ReadRow(GifFileType* pGif, std::vector<GifPixelType>& row, bool bByPixel)
     return nThere;
 }
 
+/// With four channels, transparent pixels leave what is there.
 template <std::size_t Channels>
 void PaintRow(const GifPixelType* pFrom, unsigned char* pTo, int nWidth, const Palette& palette)
 {
     for (int x = 0; x < nWidth; ++x, pTo += Channels)
-        std::memcpy(pTo, palette[pFrom[x]].data(), Channels);
+        if (Channels == 3 || palette[pFrom[x]][3] != 0)
+            std::memcpy(pTo, palette[pFrom[x]].data(), Channels);
 }
 
 /// Paints the part of the frame that lies on the canvas.
@@ -182,7 +183,7 @@ CResult DecodeFrame(QIODevice& device, qint64 nByRow, CImage& image, SPixelCount
     const qint64 nMostHeight = std::max(gif->SHeight, nBottom);
     if (!FitsDecodeLimit(nMostWidth, nMostHeight, 4, 0))
         return CResult::Failure("The picture of the GIF file is empty or larger than the limit.");
-    if (nMostWidth * nMostHeight > kMaxPixelsPerByte * device.size())
+    if (nMostWidth * nMostHeight > kMaxGifPixelsPerByte * device.size())
         return CResult::Failure("The GIF file is too short for the size that it claims.");
     const int nWidth = gif->SWidth > 0 ? gif->SWidth : nRight;
     const int nHeight = gif->SHeight > 0 ? gif->SHeight : nBottom;
@@ -194,7 +195,31 @@ CResult DecodeFrame(QIODevice& device, qint64 nByRow, CImage& image, SPixelCount
     count.nMissing = static_cast<qint64>(frame.Width) * frame.Height - count.nThere;
     return CResult::Success();
 }
+
+/// @param nByRow  as for DecodeFrame
+/// @return the number of pixels that the frame has
+qint64 PaintFrameAt(QIODevice& device, const SGifFrame& frame, qint64 nByRow, CImage& screen)
+{
+    SSource source{device};
+    const std::unique_ptr<GifFileType, SGifCloser> gif(device.seek(0) ? DGifOpen(&source, ReadBytes, nullptr)
+                                                                      : nullptr);
+    GifRecordType eType = UNDEFINED_RECORD_TYPE;
+    if (!gif || !device.seek(frame.nOffset) || DGifGetRecordType(gif.get(), &eType) != GIF_OK ||
+        eType != IMAGE_DESC_RECORD_TYPE || DGifGetImageDesc(gif.get()) != GIF_OK)
+        return 0;
+    source.bInPixels = true;
+    return PaintFrame(gif.get(), PaletteOf(*gif, frame.nTransparent), nByRow, screen);
+}
 } // namespace
+
+qint64 PaintGifFrame(QIODevice& device, const SGifFrame& frame, CImage& screen)
+{
+    const qint64 nPixels = static_cast<qint64>(frame.nWidth) * frame.nHeight;
+    qint64 nThere = PaintFrameAt(device, frame, kWhole, screen);
+    if (nThere < nPixels)
+        nThere = PaintFrameAt(device, frame, nThere, screen);
+    return nPixels - nThere;
+}
 
 CResult LoadGif(QIODevice& device, CImage& image, SFound& found)
 {
@@ -209,7 +234,8 @@ CResult LoadGif(QIODevice& device, CImage& image, SFound& found)
     if (count.nMissing > 0)
         found.notes.push_back("The file is incomplete: " + std::to_string(count.nMissing) +
                               " pixels of the picture are missing.");
-    NoteGifFrames(device, found.notes);
+    if (found.bTellOthers)
+        NoteGifFrames(device, found.notes);
     return result;
 }
 

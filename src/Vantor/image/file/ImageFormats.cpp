@@ -95,7 +95,7 @@ std::vector<SImageFormatInfo> GetImageFormats()
         info.mimeType = format.pMimeType;
         info.canLoad = format.pLoad != nullptr;
         info.canSave = format.pSave != nullptr;
-        info.severalImages = format.bSeveralImages;
+        info.severalImages = format.pAddOthers != nullptr;
         info.fewColors = format.bFewColors;
         infos.push_back(std::move(info));
     }

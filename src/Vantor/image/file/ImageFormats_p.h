@@ -15,6 +15,7 @@ namespace Vantor::Algorithms
 {
 
 class CImage;
+struct SImagesOfFile;
 
 /// What a reader reports of an image that it could load: plain sentences in English, such as "The file is
 /// incomplete: rows 120 to 480 are missing."
@@ -24,6 +25,7 @@ using Notes = std::vector<std::string>;
 struct SFound {
     Notes notes;
     SImageMetadata metadata; ///< as the file says it, also of rows that the reader has turned
+    bool bTellOthers = true; ///< asks for a note on the images behind the first
 };
 
 /// The failure of a reader that knows no exact reason.
@@ -51,6 +53,10 @@ CResult LoadGif(QIODevice& device, CImage& image, SFound& found);
 CResult LoadTiff(QIODevice& device, CImage& image, SFound& found);
 CResult LoadPnm(QIODevice& device, CImage& image, SFound& found); ///< PPM, PGM and PBM
 
+/// The images behind the first, see OtherImages_p.h.
+void AddGifFrames(SImagesOfFile& images);
+void AddTiffPages(SImagesOfFile& images);
+
 /// One writer per format. The image has 1, 3 or 4 channels of 8 bits; the device is open for writing and
 /// may be read back and sought. May throw bad_alloc.
 CResult SaveBmp(QIODevice& device, const CImage& image);
@@ -69,8 +75,8 @@ struct SImageFormat {
     std::vector<std::string_view> heads;    ///< how a file may begin, see BeginsLike
     CResult (*pLoad)(QIODevice& device, CImage& image, SFound& found);
     CResult (*pSave)(QIODevice& device, const CImage& image); ///< null when it is only read
-    bool bSeveralImages = false; ///< a file may hold pages or frames beside the first
-    bool bFewColors = false;     ///< saving keeps 256 colours at most
+    void (*pAddOthers)(SImagesOfFile& images) = nullptr;      ///< null when a file holds one image
+    bool bFewColors = false;                                  ///< saving keeps 256 colours at most
 };
 
 /// All formats, in the order in which texts name them. All code that handles every format walks over these
@@ -83,10 +89,10 @@ inline const std::vector<SImageFormat>& ImageFormats()
         {"BMP", {"bmp"}, "image/bmp", {"BM"}, LoadBmp, SaveBmp},
         {"JPEG", {"jpg", "jpeg"}, "image/jpeg", {"\xff\xd8\xff"}, LoadJpeg, SaveJpeg},
         {"PNG", {"png"}, "image/png", {"\x89PNG\r\n\x1a\n"}, LoadPng, SavePng},
-        {"GIF", {"gif"}, "image/gif", {"GIF87a", "GIF89a"}, LoadGif, SaveGif, true, true},
+        {"GIF", {"gif"}, "image/gif", {"GIF87a", "GIF89a"}, LoadGif, SaveGif, AddGifFrames, true},
         {"TIFF", {"tif", "tiff"}, "image/tiff",
          {"II*\0"sv, "MM\0*"sv, "II+\0"sv, "MM\0+"sv}, // the last two: BigTIFF
-         LoadTiff, SaveTiff, true},
+         LoadTiff, SaveTiff, AddTiffPages},
         {"PPM", {"ppm"}, "image/x-portable-pixmap", {"P3", "P6"}, LoadPnm, SavePpm},
         {"PGM", {"pgm"}, "image/x-portable-graymap", {"P2", "P5"}, LoadPnm, SavePgm},
         {"PBM", {"pbm"}, "image/x-portable-bitmap", {"P1", "P4"}, LoadPnm, nullptr},

@@ -16,6 +16,11 @@ struct STiffCloser {
 };
 using TiffHandle = std::unique_ptr<TIFF, STiffCloser>;
 
+/// Not mapped into memory, because a file may shrink under the mapping.
+constexpr const char* kReadTiff = "rm";
+/// The same, with no directory read at first.
+constexpr const char* kReadTiffHead = "rmh";
+
 /// Opens a TIFF file on a device that outlives the handle. The codec's first message goes to the
 /// message sink, and no single piece of its memory is larger than the decode limit. Null when it is no TIFF
 /// file.

@@ -8,6 +8,7 @@
 #include <Vantor/image/file/TiffColors_p.h>
 #include <Vantor/image/file/TiffHandle_p.h>
 #include <Vantor/image/file/TiffLacks_p.h>
+#include <Vantor/image/file/TiffLoad_p.h>
 #include <Vantor/image/file/TiffMetadata_p.h>
 #include <Vantor/image/file/TiffPages_p.h>
 #include <Vantor/image/file/TiffSamples_p.h>
@@ -15,6 +16,7 @@
 #include <QIODevice>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace Vantor::Algorithms
@@ -302,20 +304,37 @@ bool DecodeTiffFile(TIFF* pTiff, std::uint64_t nFileBytes, CImage& image, SImage
 }
 } // namespace
 
+bool TellTiffPage(TIFF* pTiff, std::uint64_t nFileBytes, STiffPage& page)
+{
+    SLayout layout;
+    if (!ReadLayout(pTiff, layout) || !IsAffordable(pTiff, layout, nFileBytes))
+        return false;
+    page.nWidth = static_cast<int>(layout.nWidth);
+    page.nHeight = static_cast<int>(layout.nHeight);
+    if (layout.nOrientation >= ORIENTATION_LEFTTOP && layout.nOrientation <= ORIENTATION_LEFTBOT)
+        std::swap(page.nWidth, page.nHeight);
+    page.nChannels = layout.bDecodable ? ResultChannels(layout.colors) : 3;
+    page.metadata = TiffMetadata(pTiff);
+    page.metadata.orientation = layout.nOrientation;
+    return true;
+}
+
+CResult LoadTiffPage(TIFF* pTiff, std::uint64_t nFileBytes, CImage& image, SFound& found)
+{
+    if (pTiff && DecodeTiffFile(pTiff, nFileBytes, image, found.metadata))
+        return CResult::Success();
+    const std::string strLack = pTiff ? WhatTheCodecLacks(pTiff) : std::string();
+    return strLack.empty() ? Unreadable("TIFF") : CResult::Failure(strLack);
+}
+
 CResult LoadTiff(QIODevice& device, CImage& image, SFound& found)
 {
-    // "m": not mapped into memory, because a file may shrink under the mapping.
-    const TiffHandle tiff = OpenTiff(device, "rm");
-    if (!tiff)
-        return Unreadable("TIFF");
-    if (!DecodeTiffFile(tiff.get(), static_cast<std::uint64_t>(device.size()), image, found.metadata)) {
-        const std::string strLack = WhatTheCodecLacks(tiff.get());
-        return strLack.empty() ? Unreadable("TIFF") : CResult::Failure(strLack);
-    }
-    const std::string strPages = NoteOfPages(device);
+    const TiffHandle tiff = OpenTiff(device, kReadTiff);
+    const CResult result = LoadTiffPage(tiff.get(), static_cast<std::uint64_t>(device.size()), image, found);
+    const std::string strPages = result.IsSuccess() && found.bTellOthers ? NoteOfPages(device) : "";
     if (!strPages.empty())
         found.notes.push_back(strPages);
-    return CResult::Success();
+    return result;
 }
 
 } // namespace Vantor::Algorithms

@@ -24,6 +24,8 @@ class CDirectories
 public:
     explicit CDirectories(QIODevice& device);
 
+    quint64 GetOffset() const { return m_nOffset; } ///< of the directory in the file
+
     /// Goes to the first directory, then to the next one; false behind the last.
     bool Next();
     /// Whether there are more directories than it reads.
@@ -40,6 +42,7 @@ private:
     QIODevice& m_device;
     QDataStream m_stream;
     bool m_bBig = false; ///< offsets of 64 bits
+    quint64 m_nOffset = 0;
     quint64 m_nNext = 0; ///< where the next directory is; 0 behind the last
     quint32 m_nKind = 0; ///< its subfile type
     std::set<quint64> m_visited;
@@ -79,6 +82,7 @@ bool CDirectories::Next()
 {
     if (m_nNext == 0 || IsTooLong() || !m_visited.insert(m_nNext).second)
         return false;
+    m_nOffset = m_nNext;
     ReadHead();
     return m_stream.status() == QDataStream::Ok;
 }
@@ -86,7 +90,7 @@ bool CDirectories::Next()
 /// Reads the first entry, which is the subfile type where there is one, and where the next directory is.
 void CDirectories::ReadHead()
 {
-    const qint64 nStart = static_cast<qint64>(m_nNext);
+    const qint64 nStart = static_cast<qint64>(m_nOffset);
     m_device.seek(nStart);
     const auto nEntries = std::min<quint64>(ReadNumber<quint16>(), std::numeric_limits<quint16>::max());
     quint16 nTag = 0;
@@ -102,18 +106,25 @@ void CDirectories::ReadHead()
 }
 } // namespace
 
-std::string NoteOfPages(QIODevice& device)
+STiffPages FindTiffPages(QIODevice& device)
 {
     CDirectories directories(device);
-    if (!directories.Next())
+    STiffPages pages;
+    while (directories.Next()) {
+        if (pages.vctOffsets.empty() || directories.IsPage()) // the shown image is a page in every case
+            pages.vctOffsets.push_back(directories.GetOffset());
+    }
+    pages.bMore = directories.IsTooLong();
+    return pages;
+}
+
+std::string NoteOfPages(QIODevice& device)
+{
+    const STiffPages pages = FindTiffPages(device);
+    if (pages.vctOffsets.size() < 2)
         return {};
-    int nPages = 1; // the shown image counts as a page in every case
-    while (directories.Next())
-        nPages += directories.IsPage() ? 1 : 0;
-    if (nPages == 1)
-        return {};
-    return std::string("It is the first of ") + (directories.IsTooLong() ? "more than " : "") +
-           std::to_string(nPages) + " pages.";
+    return std::string("It is the first of ") + (pages.bMore ? "more than " : "") +
+           std::to_string(pages.vctOffsets.size()) + " pages.";
 }
 
 } // namespace Vantor::Algorithms
