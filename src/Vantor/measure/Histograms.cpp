@@ -2,6 +2,9 @@
 // Copyright (c) The Vantor authors
 #include <Vantor/measure/Histograms_p.h>
 
+#include <algorithm>
+#include <cstring>
+
 namespace Vantor::Algorithms
 {
 
@@ -12,18 +15,14 @@ namespace
 /// Equal values of 8 bits that follow each other are counted in different tables, or each would wait for the
 /// one before. Those of 16 bits are seldom equal, and their tables are large.
 constexpr std::size_t kCopies = 4;
-
-template <class T> std::uint32_t Rounded(const SGreyWeights& weights, const T* color)
-{
-    return (weights.nRed * color[0] + weights.nGreen * color[1] + weights.nBlue * color[2] +
-            weights.Sum() / 2) /
-           weights.Sum();
-}
 } // namespace
 
-CHistograms::CHistograms(int channels, int bits)
-    : m_nChannels(channels), m_nBins(std::size_t(1) << bits), m_nCopies(bits == 8 ? kCopies : 1),
-      m_vctCounts(static_cast<std::size_t>(channels >= 3 ? channels + 2 : channels) * m_nCopies * m_nBins)
+CHistograms::CHistograms(const SPixelKernels& kernels, int channels, int bits)
+    : m_kernels(kernels), m_nChannels(channels), m_nBits(bits), m_nBins(std::size_t(1) << bits),
+      m_nCopies(bits == 8 ? kCopies : 1),
+      m_vctCounts(static_cast<std::size_t>(PlanesOf(channels)) * m_nCopies * m_nBins),
+      m_vctSamples(static_cast<std::size_t>(channels * bits / 8) * kSplitPixels),
+      m_vctPlanes(static_cast<std::size_t>(PlanesOf(channels) * bits / 8) * kSplitPixels)
 {
 }
 
@@ -32,63 +31,54 @@ std::uint32_t* CHistograms::Table(int plane, std::size_t copy)
     return m_vctCounts.data() + (static_cast<std::size_t>(plane) * m_nCopies + copy % m_nCopies) * m_nBins;
 }
 
-template <class T> void CHistograms::AddChannel(const T* samples, int count, int channel)
+template <class T> void CHistograms::CountPlane(const T* values, int plane)
 {
     std::uint32_t* arrTables[kCopies];
     for (std::size_t i = 0; i < kCopies; ++i)
-        arrTables[i] = Table(channel, i);
-    const int nStep = m_nChannels;
-    samples += channel;
-    int i = 0;
-    for (; i + 4 <= count; i += 4, samples += 4 * nStep) {
-        ++arrTables[0][samples[0]];
-        ++arrTables[1][samples[nStep]];
-        ++arrTables[2][samples[2 * nStep]];
-        ++arrTables[3][samples[3 * nStep]];
+        arrTables[i] = Table(plane, i);
+    std::size_t i = 0;
+    for (; i + 4 <= m_nPixels; i += 4) {
+        ++arrTables[0][values[i]];
+        ++arrTables[1][values[i + 1]];
+        ++arrTables[2][values[i + 2]];
+        ++arrTables[3][values[i + 3]];
     }
-    for (; i < count; ++i, samples += nStep)
-        ++arrTables[0][*samples];
+    for (; i < m_nPixels; ++i)
+        ++arrTables[0][values[i]];
 }
 
-/// Five counts for each pixel: by the next one, the same count is ready again.
-template <class T> void CHistograms::AddColors(const T* samples, int count)
+void CHistograms::CountSamples()
 {
-    std::uint32_t* pRed = Table(0, 0);
-    std::uint32_t* pGreen = Table(1, 0);
-    std::uint32_t* pBlue = Table(2, 0);
-    std::uint32_t* pGrey = Table(m_nChannels, 0);
-    std::uint32_t* pWeighted = Table(m_nChannels + 1, 0);
-    const int nStep = m_nChannels;
-    for (int i = 0; i < count; ++i) {
-        const T* pColor = samples + std::ptrdiff_t(i) * nStep;
-        ++pRed[pColor[0]];
-        ++pGreen[pColor[1]];
-        ++pBlue[pColor[2]];
-        ++pGrey[Rounded(kGreys[0], pColor)];
-        ++pWeighted[Rounded(kGreys[1], pColor)];
+    m_kernels.split(m_vctSamples.data(), m_nPixels, m_nChannels, m_nBits, m_vctPlanes.data());
+    for (int nPlane = 0; nPlane < PlanesOf(m_nChannels); ++nPlane) {
+        const std::size_t nBytes = static_cast<std::size_t>(m_nBits / 8);
+        const unsigned char* pPlane =
+            m_vctPlanes.data() + static_cast<std::size_t>(nPlane) * kSplitPixels * nBytes;
+        if (m_nBits == 8)
+            CountPlane(pPlane, nPlane);
+        else
+            CountPlane(reinterpret_cast<const std::uint16_t*>(pPlane), nPlane);
     }
-}
-
-template <class T> void CHistograms::AddRun(const T* samples, int count)
-{
-    const bool bColors = m_nChannels >= 3;
-    if (bColors)
-        AddColors(samples, count);
-    for (int c = bColors ? 3 : 0; c < m_nChannels; ++c)
-        AddChannel(samples, count, c);
+    m_nPixels = 0;
 }
 
 void CHistograms::Add(const SPixelSource& source, const SPixelRun* begin, const SPixelRun* end)
 {
+    const std::size_t nBytes = static_cast<std::size_t>(m_nChannels * m_nBits / 8);
     for (const SPixelRun* pRun = begin; pRun != end; ++pRun) {
-        const std::ptrdiff_t nSample = std::ptrdiff_t(pRun->nBegin) * m_nChannels;
-        const unsigned char* pRow = source.pRows[pRun->nRow];
-        const int nCount = pRun->nEnd - pRun->nBegin;
-        if (source.nBits == 8)
-            AddRun(pRow + nSample, nCount);
-        else
-            AddRun(reinterpret_cast<const std::uint16_t*>(pRow) + nSample, nCount);
+        const unsigned char* pPixel =
+            source.pRows[pRun->nRow] + static_cast<std::size_t>(pRun->nBegin) * nBytes;
+        for (std::size_t nLeft = static_cast<std::size_t>(pRun->nEnd - pRun->nBegin); nLeft > 0;) {
+            const std::size_t nPart = std::min(nLeft, kSplitPixels - m_nPixels);
+            std::memcpy(m_vctSamples.data() + m_nPixels * nBytes, pPixel, nPart * nBytes);
+            pPixel += nPart * nBytes;
+            nLeft -= nPart;
+            m_nPixels += nPart;
+            if (m_nPixels == kSplitPixels)
+                CountSamples();
+        }
     }
+    CountSamples();
 }
 
 void CHistograms::Take(int plane, std::uint32_t low, std::uint32_t high, std::uint64_t count,

@@ -5,6 +5,7 @@
 #include <Vantor/geometry/CGeometry.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 namespace Vantor::Algorithms
@@ -62,14 +63,30 @@ struct SPixelSource {
     int nBits;     ///< 8 or 16
 };
 
-/// Adds up the pixels of some runs with the widest instructions of the machine.
-struct SSumKernels {
+/// The channels of an image and, for colours, the two greys.
+constexpr int PlanesOf(int channels)
+{
+    return channels >= 3 ? channels + 2 : channels;
+}
+
+/// As many pixels are split at once at most: all that is read and written fits the nearest cache.
+constexpr std::size_t kSplitPixels = 2048;
+
+/// What the module returns: functions that use the widest instructions of the machine.
+struct SPixelKernels {
+    /// Adds up the pixels of some runs.
     void (*add)(const SPixelSource& source, const Geometry::SPixelRun* begin, const Geometry::SPixelRun* end,
                 SPixelSums& sums);
+    /// Splits interleaved samples into planes of kSplitPixels each; behind the channels, for colours, the two
+    /// greys, rounded.
+    /// @param samples  of 8 or 16 bits, aligned as such
+    /// @param count    pixels, kSplitPixels at most
+    /// @param planes   for PlanesOf(channels) kSplitPixels samples
+    void (*split)(const void* samples, std::size_t count, int channels, int bits, void* planes);
 };
 
 /// The module and its function that returns the kernels, which live until the process ends.
 constexpr const char* kMeasureModule = "vantor-measure.so";
-constexpr const char* kMeasureFunction = "VantorGetSumKernels";
+constexpr const char* kMeasureFunction = "VantorGetPixelKernels";
 
 } // namespace Vantor::Algorithms

@@ -28,9 +28,9 @@ constexpr double kHalfPixel = 0.5;
 /// Short enough to be stored without an allocation.
 constexpr const char* kNoMemory = "Out of memory.";
 
-const SEngineModule<const SSumKernels>& MeasureModule()
+const SEngineModule<const SPixelKernels>& MeasureModule()
 {
-    static const auto module = LoadEngineModule<const SSumKernels>(kMeasureModule, kMeasureFunction);
+    static const auto module = LoadEngineModule<const SPixelKernels>(kMeasureModule, kMeasureFunction);
     return module;
 }
 
@@ -117,13 +117,13 @@ public:
         : m_image(image), m_source{image.GetRows(), image.GetWidth(), image.GetChannel(), image.GetBitDepth()}
     {
         if (what == EStatistics::Full)
-            m_histograms.emplace(m_source.nChannels, m_source.nBits);
+            m_histograms.emplace(*MeasureModule().pFunction(), m_source.nChannels, m_source.nBits);
     }
 
     CResult Measure(const CGeometry* region, SRegionStatistics& statistics);
 
 private:
-    std::uint64_t Add(const PixelRuns& runs, SPixelSums& sums);
+    void Add(const PixelRuns& runs, SPixelSums& sums);
     void Fill(const SPixelSums& sums, SRegionStatistics& statistics);
 
     const CImage& m_image;
@@ -131,10 +131,8 @@ private:
     std::optional<CHistograms> m_histograms;
 };
 
-/// @return the number of pixels
-std::uint64_t CMeasurer::Add(const PixelRuns& runs, SPixelSums& sums)
+void CMeasurer::Add(const PixelRuns& runs, SPixelSums& sums)
 {
-    std::uint64_t nCount = 0;
     const SPixelRun* pEnd = runs.data() + runs.size();
     for (const SPixelRun* pBegin = runs.data(); pBegin != pEnd && !CProgress::IsThreadCancelled();) {
         const SPixelRun* pBatch = pBegin;
@@ -146,10 +144,8 @@ std::uint64_t CMeasurer::Add(const PixelRuns& runs, SPixelSums& sums)
         MeasureModule().pFunction()->add(m_source, pBegin, pBatch, sums);
         if (m_histograms)
             m_histograms->Add(m_source, pBegin, pBatch);
-        nCount += static_cast<std::uint64_t>(nPixels);
         pBegin = pBatch;
     }
-    return nCount;
 }
 
 void CMeasurer::Fill(const SPixelSums& sums, SRegionStatistics& statistics)
@@ -182,7 +178,8 @@ CResult CMeasurer::Measure(const CGeometry* region, SRegionStatistics& statistic
     if (!found.IsSuccess())
         return found;
     SPixelSums sums;
-    statistics.count = Add(runs, sums);
+    statistics.count = CountOf(runs);
+    Add(runs, sums);
     if (CProgress::IsThreadCancelled())
         return CResult::Failure(kCancelled);
     if (statistics.count > 0)

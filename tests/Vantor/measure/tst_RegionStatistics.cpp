@@ -64,6 +64,8 @@ private Q_SLOTS:
     void longRowsDoNotOverflow_data() { AddLayouts(); }
     void longRowsDoNotOverflow();
     void farColumnsAndRowsCountInFull();
+    void largeRegionsBetweenSmallOnesEqualTheModel_data();
+    void largeRegionsBetweenSmallOnesEqualTheModel();
     void momentsComeWithoutHistogram();
     void severalRegionsAreEachMeasuredAlone();
     void aMedianBetweenTwoValuesIsTheUpperOne();
@@ -153,6 +155,39 @@ void tst_RegionStatistics::farColumnsAndRowsCountInFull()
         const ImagePtr high = MakeFlat(1, 3000000, 1, nBits, 200);
         const CRectangle bottom(0, 2999990, 1, 10);
         QCOMPARE(MeasureRegion(*high, &bottom, EStatistics::Moments).channels[0].centreOfMass.y, 2999995.0);
+    }
+}
+
+void tst_RegionStatistics::largeRegionsBetweenSmallOnesEqualTheModel_data()
+{
+    QTest::addColumn<int>("channels");
+    QTest::addColumn<int>("bits");
+    QTest::newRow("grey") << 1 << 8;
+    QTest::newRow("colours") << 3 << 8;
+    QTest::newRow("colours of 16 bits") << 3 << 16;
+}
+
+void tst_RegionStatistics::largeRegionsBetweenSmallOnesEqualTheModel()
+{
+    QFETCH(int, channels);
+    QFETCH(int, bits);
+    // An odd number of pixels, in rows that do not fill whole pieces.
+    const ImagePtr image = MakeNoise(731, 371, channels, bits, 23);
+    const CRectangle small(5, 7, 31, 9), large(3, 0, 727, 371);
+    const std::vector<SRegionStatistics> all =
+        MeasureRegions(*image, {&small, &large, &small, &large}, EStatistics::Full);
+    QCOMPARE(all.size(), std::size_t(4));
+    QString difference = Difference(all[0], *image, &small);
+    QVERIFY2(difference.isEmpty(), qPrintable(difference));
+    difference = Difference(all[1], *image, &large);
+    QVERIFY2(difference.isEmpty(), qPrintable(difference));
+    for (std::size_t i = 2; i < 4; ++i) {
+        for (std::size_t c = 0; c < all[i].channels.size(); ++c)
+            QCOMPARE(all[i].channels[c].histogram, all[i - 2].channels[c].histogram);
+        if (channels >= 3) {
+            QCOMPARE(all[i].grey->histogram, all[i - 2].grey->histogram);
+            QCOMPARE(all[i].weightedGrey->histogram, all[i - 2].weightedGrey->histogram);
+        }
     }
 }
 

@@ -12,6 +12,7 @@
 
 #include <Vantor/EngineModule_p.h>
 #include <Vantor/measure/PixelSums_p.h>
+#include <Vantor/measure/engine/SplitKernels_p.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -476,13 +477,16 @@ namespace
 {
 HWY_EXPORT(AddPixels);
 
-const SSumKernels kKernels{[](const SPixelSource& source, const Geometry::SPixelRun* begin,
-                              const Geometry::SPixelRun* end, SPixelSums& sums) {
+void SumPixels(const SPixelSource& source, const Geometry::SPixelRun* begin, const Geometry::SPixelRun* end,
+               SPixelSums& sums)
+{
     HWY_DYNAMIC_DISPATCH(AddPixels)(source, begin, end, sums);
-}};
+}
+
+const SPixelKernels kKernels{SumPixels, SplitPixels};
 } // namespace
 
-VANTOR_ENGINE_FUNCTION const SSumKernels* VantorGetSumKernels()
+VANTOR_ENGINE_FUNCTION const SPixelKernels* VantorGetPixelKernels()
 {
     return &kKernels;
 }
