@@ -89,7 +89,7 @@ bool HasSeveralUnits(const std::vector<SMeasurement>& rows)
 CResult Write(const std::string& path, const std::string& bytes)
 {
     AtomicFile file;
-    const CResult result = file.Open(path);
+    CResult result = file.Open(path);
     if (!result.IsSuccess())
         return result;
     file.Device().write(bytes.data(), static_cast<qint64>(bytes.size()));

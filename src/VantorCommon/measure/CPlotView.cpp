@@ -204,8 +204,8 @@ void CPlotView::PaintAxes(QPainter& painter, const QPalette& palette) const
     const QRectF inner = Inner();
     const QFontMetrics metrics = fontMetrics();
     const SRange range = RangeOfX();
-    const QColor line = palette.color(QPalette::Mid);
-    const QColor text = palette.color(QPalette::Text);
+    const QColor& line = palette.color(QPalette::Mid);
+    const QColor& text = palette.color(QPalette::Text);
     for (const double dblTick :
          RoundTicks(range.dblMin, range.dblMax, static_cast<int>(inner.width()) / kTickGap)) {
         const double x = XOf(dblTick);

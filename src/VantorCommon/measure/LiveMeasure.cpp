@@ -116,7 +116,7 @@ LiveMeasure::Chosen(const CImageView2DCtrl& ctrl,
         const auto pShape = pObject ? GeometryOf(*pObject) : nullptr;
         return pShape && isMeant(*pShape);
     };
-    if (const ObjectPtr pDrawn = Drawn(ctrl); isChosen(pDrawn))
+    if (ObjectPtr pDrawn = Drawn(ctrl); isChosen(pDrawn))
         return pDrawn;
     const auto* pGeometry = ctrl.GetGeometryModel();
     for (const ObjectPtr& pObject :

@@ -330,7 +330,7 @@ CResult LoadTiffPage(TIFF* pTiff, std::uint64_t nFileBytes, CImage& image, SFoun
 CResult LoadTiff(QIODevice& device, CImage& image, SFound& found)
 {
     const TiffHandle tiff = OpenTiff(device, kReadTiff);
-    const CResult result = LoadTiffPage(tiff.get(), static_cast<std::uint64_t>(device.size()), image, found);
+    CResult result = LoadTiffPage(tiff.get(), static_cast<std::uint64_t>(device.size()), image, found);
     const std::string strPages = result.IsSuccess() && found.bTellOthers ? NoteOfPages(device) : "";
     if (!strPages.empty())
         found.notes.push_back(strPages);
